@@ -1,0 +1,30 @@
+// Finding and removing samples that are not finite.
+
+#include "softsynth/finite.h"
+
+#include <bit>
+
+namespace {
+
+constexpr uint32_t MAGNITUDE_BITS = 0x7FFFFFFF;
+constexpr uint32_t INFINITY_BITS = 0x7F800000; // infinity and every NaN are at or above it
+
+} // namespace
+
+bool all_finite(const float* samples, uint32_t count) {
+    // The integer compare vectorises and reads each sample once.
+    uint32_t found = 0;
+    for (uint32_t i = 0; i < count; i++)
+        found |= uint32_t((std::bit_cast<uint32_t>(samples[i]) & MAGNITUDE_BITS) >= INFINITY_BITS);
+    return found == 0;
+}
+
+bool scrub_non_finite(float* samples, uint32_t count) {
+    if (all_finite(samples, count))
+        return false;
+    for (uint32_t i = 0; i < count; i++) {
+        if ((std::bit_cast<uint32_t>(samples[i]) & MAGNITUDE_BITS) >= INFINITY_BITS)
+            samples[i] = 0.0F;
+    }
+    return true;
+}

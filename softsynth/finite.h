@@ -1,0 +1,15 @@
+// Finding and removing samples that are not finite.
+//
+// Settings within range can drive the sound to infinity (two waveshapers in a row at full level).
+// Such a value may be heard as silence, but must never enter memory that outlives its note.
+// Finite samples keep every bit.
+
+#pragma once
+
+#include <cstdint>
+
+// True when all `count` floats are finite.
+bool all_finite(const float* samples, uint32_t count);
+
+// Replaces every sample that is not finite by 0; returns true when there was one.
+bool scrub_non_finite(float* samples, uint32_t count);
