@@ -1,0 +1,42 @@
+// A wavetable oscillator with a 32-bit fixed-point phase.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/buffer.h"
+#include "softsynth/waveform.h"
+
+// Phase increment per sample of 1 Hz: 2^32 / 44100.
+inline constexpr double PHASE_INCREMENT_PER_HZ = 97391.54866213152;
+
+// The increment for a pitch ratio; the phase wraps at 2^32, so the low 32 bits count.
+uint32_t phase_increment(float pitch, float increment_scale);
+
+inline float linear_interpolate(float a, float b, float t) {
+    return (b - a) * t + a;
+}
+
+class Oscillator {
+  public:
+    // `frequency` in Hz is the pitch ratio 1; it also chooses the table, once.  `phase` in cycles.
+    void init(OscType type, float frequency, float phase);
+
+    // Writes the samples of `out` from `offset` on.  `pitch` holds ratios to the base frequency and
+    // is read at the first of every 32 samples, counted from `offset`.  A silent oscillator clears
+    // the whole of `out`.
+    void render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
+
+    // The same with linear interpolation between table samples (noise: without).
+    void render_interpolated(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
+
+  private:
+    template <typename Read>
+    void render_with(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset, const Read& read);
+
+    OscType type = OSC_NONE;
+    const float* table = nullptr;
+    uint32_t table_shift = 0;
+    float increment_scale = 0.0F; // phase increment per sample for a pitch ratio of 1
+    uint32_t phase = 0;           // one cycle is 2^32
+};

@@ -1,0 +1,29 @@
+// The random start phases of oscillator copies.
+//
+// The C library's rand() with the same seed gives the same numbers, but it locks and is shared with
+// the host.  Additive feedback generator r[i] = r[i - 3] + r[i - 31] mod 2^32 (BSD random(), after
+// the trinomial x^31 + x^3 + 1), whose lowest bit is dropped; seeded by Park & Miller's generator.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+class PhaseRandom {
+  public:
+    static constexpr uint32_t DEFAULT_SEED = 1;
+
+    explicit PhaseRandom(uint32_t start = DEFAULT_SEED) { seed(start); }
+
+    void seed(uint32_t start);
+
+    // 0 .. 2^31 - 1
+    uint32_t next();
+
+  private:
+    static constexpr unsigned DEGREE = 31;
+    static constexpr unsigned SEPARATION = 3;
+
+    std::array<uint32_t, DEGREE> state{};
+    unsigned position = 0;
+};
