@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "common/assertion.h"
+#include "common/number_text.h"
 
 namespace {
 
@@ -146,8 +147,8 @@ int map_float_to_char(unsigned number, float value) {
     if (position > -1.0F && position < 128.0F) {
         mapped = int(position);
     } else {
-        std::printf("Controller %u value %f out of range, clamping to lowest\n", number,
-                    double(value));
+        std::printf("Controller %u value %s out of range, clamping to lowest\n", number,
+                    number_to_text(double(value)).c_str());
         mapped = position >= 128.0F ? 127 : 0;
     }
     TARQ_ASSERT(mapped >= 0);

@@ -1,0 +1,101 @@
+// Numbers as text, as the C locale writes and reads them.
+
+#include "common/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <system_error>
+
+#include "common/white_space.h"
+
+namespace {
+
+// The longest double has 309 digits before the point, six after it, a point and a sign.
+constexpr size_t LONGEST_NUMBER = 320;
+
+constexpr int DIGITS_AFTER_POINT = 6;
+
+bool is_digit(char c, bool hex) {
+    const char lower = char(c | 0x20);
+    return (c >= '0' && c <= '9') || (hex && lower >= 'a' && lower <= 'f');
+}
+
+// Whether a number that no double can hold is too large rather than too small: the sign of the
+// exponent of its first significant digit.  `text` starts with the number's first digit or point.
+bool is_too_large(std::string_view text, bool hex) {
+    // Any exponent beyond this is as good as this one: no text has so many digits.
+    constexpr long long EXPONENT_LIMIT = 1LL << 56;
+    long long digits_before_point = 0; // those from the first significant digit on
+    bool seen_point = false;
+    bool significant = false;
+    size_t i = 0;
+    for (; i < text.size() && (is_digit(text[i], hex) || (text[i] == '.' && !seen_point)); i++) {
+        seen_point = seen_point || text[i] == '.';
+        significant = significant || (text[i] != '0' && text[i] != '.');
+        if (significant && !seen_point)
+            digits_before_point++;
+        else if (!significant && seen_point && text[i] == '0')
+            digits_before_point--;
+    }
+    long long exponent = 0;
+    if (i < text.size() && (text[i] | 0x20) == (hex ? 'p' : 'e')) {
+        i++;
+        const bool negative = i < text.size() && text[i] == '-';
+        if (i < text.size() && (text[i] == '-' || text[i] == '+'))
+            i++;
+        for (; i < text.size() && is_digit(text[i], false); i++)
+            exponent = std::min(EXPONENT_LIMIT, exponent * 10 + (text[i] - '0'));
+        if (negative)
+            exponent = -exponent;
+    }
+    return digits_before_point * (hex ? 4 : 1) + exponent > 0;
+}
+
+// The number at the start of `text`, which has no sign any more; nothing if there is none.
+std::optional<double> read_magnitude(std::string_view text) {
+    const bool hex =
+        text.size() > 2 && text[0] == '0' && (text[1] | 0x20) == 'x' &&
+        (is_digit(text[2], true) || (text[2] == '.' && text.size() > 3 && is_digit(text[3], true)));
+    if (hex)
+        text.remove_prefix(2);
+    if (text.empty() || text.front() == '-') // the one sign has been read
+        return std::nullopt;
+    double value = 0.0;
+    const std::from_chars_result result =
+        std::from_chars(text.data(), text.data() + text.size(), value,
+                        hex ? std::chars_format::hex : std::chars_format::general);
+    if (result.ec == std::errc::result_out_of_range)
+        return is_too_large(text, hex) ? std::numeric_limits<double>::infinity() : 0.0;
+    if (result.ec != std::errc())
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+void append_number(std::string& text, double value) {
+    char buffer[LONGEST_NUMBER];
+    const std::to_chars_result result = std::to_chars(buffer, buffer + sizeof(buffer), value,
+                                                      std::chars_format::fixed, DIGITS_AFTER_POINT);
+    text.append(buffer, result.ptr);
+}
+
+std::string number_to_text(double value) {
+    std::string text;
+    append_number(text, value);
+    return text;
+}
+
+double text_to_number(std::string_view text) {
+    while (!text.empty() && is_white_space(text.front()))
+        text.remove_prefix(1);
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative || (!text.empty() && text.front() == '+'))
+        text.remove_prefix(1);
+    const std::optional<double> magnitude = read_magnitude(text);
+    if (!magnitude)
+        return 0.0;
+    return negative ? -*magnitude : *magnitude;
+}

@@ -1,0 +1,7 @@
+// White space as the C locale has it, whatever locale the host has set.
+
+#pragma once
+
+constexpr bool is_white_space(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}

@@ -1,0 +1,93 @@
+// Tests of whole files and hexadecimal text.
+
+#include "common/load_string.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "tests/temp_directory.h"
+
+namespace {
+
+std::string all_bytes() {
+    std::string text;
+    for (int i = 0; i < 256; i++)
+        text += char(i);
+    return text;
+}
+
+TEST(LoadString, HexGoesBothWays) {
+    EXPECT_EQ(str2hex(std::string_view("a\0\xff", 3)), "6100ff");
+    std::string out;
+    ASSERT_EQ(hex2str(str2hex(all_bytes()), out), 0);
+    EXPECT_EQ(out, all_bytes());
+    EXPECT_EQ(hex2str("", out), 0);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(hex2str("616", out), 2);
+    EXPECT_EQ(hex2str("61zz", out), 3);
+}
+
+TEST(LoadString, EveryPairIsReadAsScanfReadsIt) {
+    for (int i = 0; i < 0x10000; i++) {
+        const std::string pair{char(i >> 8), char(i)};
+        unsigned expected = 0;
+        const bool valid = std::sscanf(pair.c_str(), "%x", &expected) == 1; // NOLINT(cert-err34-c)
+        std::string out;
+        ASSERT_EQ(hex2str(pair, out), valid ? 0 : 3) << i;
+        if (valid) {
+            ASSERT_EQ(out, std::string(1, char(expected))) << i;
+        }
+    }
+}
+
+TEST(LoadString, FilesComeBackByteForByte) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    for (const size_t length : {size_t(0), size_t(1), size_t(4096), size_t(4097), size_t(100000)}) {
+        std::string text;
+        while (text.size() < length)
+            text += all_bytes();
+        text.resize(length);
+        ASSERT_EQ(save_file_to_string(path, text), 0);
+        std::string out = "old contents";
+        EXPECT_EQ(load_file_to_string(path, out), 0);
+        EXPECT_EQ(out, text);
+        EXPECT_EQ(load_regular_file_to_string(path, out), 0);
+    }
+}
+
+TEST(LoadString, WhatCannotBeReadGivesItsCode) {
+    const TempDirectory directory;
+    std::string out = "old contents";
+    EXPECT_EQ(load_file_to_string(directory.path("missing"), out), 1);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(load_file_to_string(directory.path(), out), 2);
+    EXPECT_EQ(load_file_to_string("/dev/zero", out), 2);
+}
+
+TEST(LoadString, OnlyRegularFilesAreReadForAFilesName) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo(directory.path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(symlink("/dev/zero", directory.path("link").c_str()), 0);
+    std::string out;
+    for (const std::string& path :
+         {directory.path(), directory.path("pipe"), directory.path("link"),
+          std::string("/dev/zero"), std::string("/dev/null"), directory.path("missing"),
+          std::string()})
+        EXPECT_EQ(load_regular_file_to_string(path, out), 1) << path;
+}
+
+TEST(LoadString, WhatCannotBeWrittenGivesItsCode) {
+    const TempDirectory directory;
+    EXPECT_EQ(save_file_to_string("/dev/full", "text"), 2);
+    EXPECT_EQ(save_file_to_string("/dev/null", "text"), 0);
+    EXPECT_EQ(save_file_to_string(directory.path(), "text"), 1);
+    EXPECT_EQ(save_file_to_string(directory.path("missing/file"), "text"), 1);
+    EXPECT_EQ(save_file_to_string("", "text"), 1);
+}
+
+} // namespace
