@@ -1,0 +1,67 @@
+// One channel's complete sound: a name, a file name and a byte for every controller.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "instrument/controller_bytes.h"
+#include "softsynth/controller.h"
+#include "softsynth/midi_event.h"
+
+// Read for an instrument that a bank does not have, from the current folder; never saved with a
+// sound.
+inline constexpr const char* DEFAULT_INSTRUMENT_FILE = "default.tqi";
+
+// Loads and saves return 0 or an error code: 1 the file cannot be opened, 2 read or write error or
+// an odd number of hex digits, 3 bad hex digit, 6 broken line.
+class Instrument {
+  public:
+    // No name, no file name, default controllers.
+    Instrument();
+
+    // Every controller back to its default; the names stay.
+    void load_default();
+
+    // Reads the sound from `filename` (a path, or "hex:" and the text in hex), from `path`, which
+    // does not become the file name, or from the text itself.  A missing key gives its default, and
+    // a message on standard output; a missing name leaves the name.  A load that fails changes
+    // nothing.  Bytes are as the text maps, choices beyond their list included (see checked_load).
+    int text_load() { return text_load(filename); }
+    int text_load(const std::string& path);
+    int load_from_string(std::string_view text);
+
+    // Writes the sound to `filename`.  DEFAULT_INSTRUMENT_FILE is made empty instead: 15.
+    [[nodiscard]] int text_save() const;
+    [[nodiscard]] std::string save_to_string() const;
+
+    // White space in a name becomes "_"; in a file name only after its last "/", if it has one.
+    void set_name(std::string_view new_name);
+    void set_filename(std::string_view path);
+    [[nodiscard]] const std::string& get_name() const { return name; }
+    [[nodiscard]] const std::string& get_filename() const { return filename; }
+
+    // `controller` 0..205, `val` 0..127.
+    [[nodiscard]] int get_controller(unsigned controller) const;
+    void set_controller(unsigned controller, int val);
+
+    // Changes every channel controller to this sound at the absolute sample time `time`, in number
+    // order: in `controllers`; or as control changes of `channel` (0..15) in `out`, which returns
+    // their count, or 0 and writes nothing into room for less than 206 (`capacity`, in events).
+    void emit_program_change(ControllerArray& controllers, uint32_t time) const;
+    unsigned emit_program_change(midi_event* out, unsigned channel, uint32_t time,
+                                 unsigned capacity) const;
+
+    // Writes one such event and returns 1.
+    unsigned emit_single_controller(midi_event* out, unsigned channel, unsigned controller,
+                                    uint32_t time) const;
+
+  private:
+    int load_from(const TextFileReader& reader);
+    void write(TextFileMemoryWriter& writer) const;
+
+    ControllerBytes bytes{};
+    std::string filename;
+    std::string name;
+};

@@ -1,0 +1,208 @@
+// Tests of instruments: defaults, text, files and events.
+
+#include "instrument/instrument.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "common/load_string.h"
+#include "tests/decimal_comma_locale.h"
+#include "tests/temp_directory.h"
+
+namespace {
+
+// The instrument's text with a byte for every row: row i has the byte (i * 37 + shift) % 128.
+Instrument varied(int shift) {
+    Instrument instrument;
+    instrument.set_name("Some name");
+    int i = 0;
+    for (const ControllerInfo& info : channel_controller_rows())
+        instrument.set_controller(info.number, (i++ * 37 + shift) % 128);
+    return instrument;
+}
+
+bool same_controllers(const Instrument& a, const Instrument& b) {
+    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
+        if (a.get_controller(number) != b.get_controller(number))
+            return false;
+    }
+    return true;
+}
+
+// Loads without showing the messages about missing keys.
+int load_quietly(Instrument& instrument, const std::string& text) {
+    testing::internal::CaptureStdout();
+    const int error = instrument.load_from_string(text);
+    testing::internal::GetCapturedStdout();
+    return error;
+}
+
+TEST(Instrument, DefaultsAreThoseOfTheTable) {
+    const Instrument instrument;
+    EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 76);
+    EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 2);
+    EXPECT_EQ(instrument.get_controller(CTRL_OSC2_TYPE), 3);
+    EXPECT_EQ(instrument.get_controller(CTRL_PITCH_BEND_MSB), 64);
+    EXPECT_EQ(instrument.get_controller(CTRL_CHAN_MAX_VOICES), 96);
+    EXPECT_EQ(instrument.get_controller(CTRL_RETRIGGER_BPM), 60);
+    EXPECT_EQ(instrument.get_controller(CTRL_GLOBAL_FILTER5_TYPE), 2);
+    for (unsigned number = CTRL_GLOBAL_FILTER1_RESONANCE; number <= CTRL_GLOBAL_FILTER6_RESONANCE;
+         number += 4)
+        EXPECT_EQ(instrument.get_controller(number), map_float_to_char(number, 1.5F));
+    for (const unsigned number : {0U, 11U, 64U, 101U, 147U})
+        EXPECT_EQ(instrument.get_controller(number), 0);
+}
+
+TEST(Instrument, EveryByteSurvivesItsText) {
+    for (int shift = 0; shift < 128; shift++) {
+        const Instrument saved = varied(shift);
+        Instrument loaded;
+        ASSERT_EQ(loaded.load_from_string(saved.save_to_string()), 0);
+        ASSERT_TRUE(same_controllers(saved, loaded)) << shift;
+        EXPECT_EQ(loaded.get_name(), "Some_name");
+    }
+}
+
+TEST(Instrument, TextHasTheNameAndEveryKeyInOrder) {
+    const std::string text = varied(5).save_to_string();
+    EXPECT_EQ(text.rfind("name = Some_name\nmain_volume = 0.039370\npanning = 0.330709\n", 0), 0U);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 114);
+    EXPECT_NE(text.find("\npitch_bend_lsb = "), std::string::npos);
+    EXPECT_EQ(text.rfind("\nchan_max_voices = "), text.rfind('\n', text.size() - 2));
+}
+
+TEST(Instrument, TextWithoutKeysGivesDefaultsAndAMessageForEach) {
+    Instrument instrument = varied(1);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(instrument.load_from_string("unknown = 1"), 0);
+    const std::string printed = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(printed.rfind("main_volume not found, using defaults\n", 0), 0U);
+    EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 113);
+    EXPECT_TRUE(same_controllers(instrument, Instrument()));
+    EXPECT_EQ(instrument.get_name(), "Some_name");
+}
+
+TEST(Instrument, AFailedLoadChangesNothing) {
+    Instrument instrument = varied(3);
+    EXPECT_EQ(instrument.load_from_string("name = other\nmain_volume = 1\nbroken"), 6);
+    EXPECT_EQ(instrument.text_load("hex:4"), 2);
+    EXPECT_EQ(instrument.text_load("hex:zz"), 3);
+    EXPECT_EQ(instrument.text_load("/missing/file"), 1);
+    EXPECT_TRUE(same_controllers(instrument, varied(3)));
+    EXPECT_EQ(instrument.get_name(), "Some_name");
+}
+
+TEST(Instrument, BytesComeAsTheTextMapsThem) {
+    Instrument instrument;
+    EXPECT_EQ(load_quietly(instrument, "osc1_type = 77\nmain_volume = 99\npanning = nan\n"
+                                       "aux1_level = inf\naux2_level = -inf\nfilter1_type = 0x3\n"
+                                       "osc3_type = x"),
+              0);
+    EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 77);
+    EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 127);
+    EXPECT_EQ(instrument.get_controller(CTRL_PANNING), 0);
+    EXPECT_EQ(instrument.get_controller(CTRL_AUX1_LEVEL), 127);
+    EXPECT_EQ(instrument.get_controller(CTRL_AUX2_LEVEL), 0);
+    EXPECT_EQ(instrument.get_controller(CTRL_FILTER1_TYPE), 3);
+    EXPECT_EQ(instrument.get_controller(CTRL_OSC3_TYPE), 0);
+}
+
+TEST(Instrument, NamesLoseTheirWhiteSpace) {
+    Instrument instrument;
+    instrument.set_name("a b\tc");
+    EXPECT_EQ(instrument.get_name(), "a_b_c");
+    instrument.set_filename("some dir/a b.tqi");
+    EXPECT_EQ(instrument.get_filename(), "some dir/a_b.tqi");
+    instrument.set_filename("a b.tqi");
+    EXPECT_EQ(instrument.get_filename(), "a b.tqi");
+}
+
+TEST(Instrument, FilesAreSavedAndLoaded) {
+    const TempDirectory directory;
+    Instrument saved = varied(9);
+    saved.set_filename(directory.path("x.tqi"));
+    EXPECT_EQ(saved.text_save(), 0);
+    Instrument loaded;
+    loaded.set_filename(directory.path("x.tqi"));
+    EXPECT_EQ(loaded.text_load(), 0);
+    EXPECT_TRUE(same_controllers(saved, loaded));
+    saved.set_filename(directory.path("missing/x.tqi"));
+    EXPECT_EQ(saved.text_save(), 1);
+    saved.set_filename("/dev/full");
+    EXPECT_EQ(saved.text_save(), 2);
+}
+
+TEST(Instrument, TheDefaultFileIsLeftEmpty) {
+    const TempDirectory directory;
+    char before[4096];
+    ASSERT_NE(getcwd(before, sizeof(before)), nullptr);
+    ASSERT_EQ(chdir(directory.path().c_str()), 0);
+    EXPECT_EQ(save_file_to_string("default.tqi", "name = x"), 0);
+    Instrument instrument;
+    instrument.set_filename("default.tqi");
+    EXPECT_EQ(instrument.text_save(), 15);
+    std::string text = "unread";
+    EXPECT_EQ(load_file_to_string("default.tqi", text), 0);
+    EXPECT_EQ(text, "");
+    ASSERT_EQ(chdir(before), 0);
+}
+
+TEST(Instrument, AProgramChangeEmitsEveryChannelController) {
+    const Instrument instrument = varied(7);
+    std::vector<midi_event> events(206);
+    EXPECT_EQ(instrument.emit_program_change(events.data(), 5, 1000, 205), 0U);
+    EXPECT_EQ(events[0].status, 0);
+    const unsigned count = instrument.emit_program_change(events.data(), 5, 1000, 206);
+    ASSERT_EQ(count, NUM_CONTROLLERS - NUM_GLOBAL_CONTROLLERS);
+    unsigned last = 0;
+    for (unsigned i = 0; i < count; i++) {
+        EXPECT_EQ(events[i].time, 1000U);
+        EXPECT_EQ(events[i].status, 0xB5);
+        EXPECT_FALSE(Controller::is_global(events[i].data1));
+        EXPECT_EQ(events[i].data2, instrument.get_controller(events[i].data1));
+        EXPECT_TRUE(i == 0 || events[i].data1 > last);
+        last = events[i].data1;
+    }
+    EXPECT_EQ(instrument.emit_single_controller(events.data(), 15, CTRL_OSC1_TYPE, 7), 1U);
+    EXPECT_EQ(events[0].status, 0xBF);
+    EXPECT_EQ(events[0].data1, CTRL_OSC1_TYPE);
+}
+
+TEST(Instrument, AProgramChangeReachesTheTimelines) {
+    const Instrument instrument = varied(7);
+    ControllerArray controllers;
+    instrument.emit_program_change(controllers, 64);
+    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
+        const Controller& controller = controllers.get_controller(number);
+        ASSERT_EQ(controller.size(), Controller::is_global(number) ? 1U : 2U) << number;
+        if (!Controller::is_global(number)) {
+            EXPECT_EQ(controller.event(1).time, 64U);
+            EXPECT_EQ(controller.get_last_int_value(), instrument.get_controller(number));
+        }
+    }
+}
+
+TEST(Instrument, NumbersAndBytesBeyondTheirRangeAssert) {
+    Instrument instrument;
+    EXPECT_DEATH((void)instrument.get_controller(206), "controller < NUM_CONTROLLERS");
+    EXPECT_DEATH(instrument.set_controller(206, 0), "controller < NUM_CONTROLLERS");
+    EXPECT_DEATH(instrument.set_controller(0, 128), "val < 128");
+    EXPECT_DEATH(instrument.set_controller(0, -1), "val >= 0");
+}
+
+TEST(Instrument, TextIsTheSameInEveryLocale) {
+    const std::string text = varied(11).save_to_string();
+    const DecimalCommaLocale locale;
+    if (!locale.available())
+        GTEST_SKIP() << "no locale with a decimal comma";
+    EXPECT_EQ(varied(11).save_to_string(), text);
+    Instrument loaded;
+    EXPECT_EQ(loaded.load_from_string(text), 0);
+    EXPECT_TRUE(same_controllers(loaded, varied(11)));
+}
+
+} // namespace
