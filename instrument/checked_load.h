@@ -1,0 +1,20 @@
+// Loads that succeed as a whole or change nothing, with every byte fit for the engine.
+//
+// What the engine, the renderer and the plug-in load goes through here.  After a load that
+// succeeded every controller that picks one of a list has a byte within it; after one that failed
+// the caller's object is as it was.  The error codes are those of Instrument and TarqSettings.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "instrument/instrument.h"
+#include "instrument/settings.h"
+
+int load_bank_checked(TarqSettings& bank, const std::string& path);
+int load_bank_checked_from_string(TarqSettings& bank, std::string_view text);
+
+// `path` becomes the instrument's file name.
+int load_instrument_checked(Instrument& instrument, const std::string& path);
+int load_instrument_checked_from_string(Instrument& instrument, std::string_view text);

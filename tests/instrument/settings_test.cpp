@@ -1,0 +1,180 @@
+// Tests of banks: text, files, embedded instruments and events.
+
+#include "instrument/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "common/load_string.h"
+#include "tests/temp_directory.h"
+
+namespace {
+
+std::unique_ptr<TarqSettings> varied() {
+    auto bank = std::make_unique<TarqSettings>();
+    int value = 0;
+    for (const ControllerInfo& info : global_controller_rows())
+        bank->set_global_controller(info.number, (value += 37) % 128);
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        bank->get_instrument(i).set_name("number " + std::to_string(i));
+        for (const ControllerInfo& info : channel_controller_rows())
+            bank->get_instrument(i).set_controller(info.number, (value += 37) % 128);
+    }
+    bank->set_song_title("A title");
+    bank->set_song_author("An author = someone");
+    return bank;
+}
+
+std::string text_of(const TarqSettings& bank) {
+    std::string text;
+    EXPECT_EQ(bank.text_save_to_string(text), 0);
+    return text;
+}
+
+// Loads without showing the messages about missing keys.
+int load_quietly(TarqSettings& bank, const std::string& text) {
+    testing::internal::CaptureStdout();
+    const int error = bank.text_load_from_string(text);
+    testing::internal::GetCapturedStdout();
+    return error;
+}
+
+// Makes a fresh directory the current one.
+class InTempDirectory {
+  public:
+    InTempDirectory() {
+        EXPECT_NE(getcwd(before, sizeof(before)), nullptr);
+        EXPECT_EQ(chdir(directory.path().c_str()), 0);
+    }
+    InTempDirectory(const InTempDirectory&) = delete;
+    InTempDirectory& operator=(const InTempDirectory&) = delete;
+    ~InTempDirectory() { EXPECT_EQ(chdir(before), 0); }
+
+  private:
+    TempDirectory directory;
+    char before[4096];
+};
+
+TEST(Settings, ABankSurvivesItsFile) {
+    const TempDirectory directory;
+    const auto saved = varied();
+    ASSERT_EQ(saved->text_save(directory.path("x.tqb")), 0);
+    TarqSettings loaded;
+    testing::internal::CaptureStdout();
+    ASSERT_EQ(loaded.text_load(directory.path("x.tqb")), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(text_of(loaded), text_of(*saved));
+    EXPECT_EQ(loaded.get_song_title(), "A title");
+    EXPECT_EQ(loaded.get_song_author(), "An author = someone");
+    EXPECT_EQ(loaded.get_instrument(127).get_name(), "number_127");
+    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
+        EXPECT_EQ(loaded.get_global_controller(number), saved->get_global_controller(number));
+        for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
+            ASSERT_EQ(loaded.get_instrument(i).get_controller(number),
+                      saved->get_instrument(i).get_controller(number));
+    }
+}
+
+TEST(Settings, TextHasGlobalsInstrumentsAndSong) {
+    const std::string text = text_of(TarqSettings());
+    EXPECT_EQ(text.rfind("global_filter1_type = 0.000000\nglobal_filter1_cutoff = 0.236220\n", 0),
+              0U);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 59 + 128 + 2);
+    const size_t last_global = text.find("\nfcmpr_band34_crossover_freq = ");
+    const size_t first_instrument = text.find("\ninstrument0 = hex:6e616d65");
+    ASSERT_NE(last_global, std::string::npos);
+    EXPECT_EQ(first_instrument, text.find('\n', last_global + 1));
+    EXPECT_NE(text.find("\nsong_title = \nsong_author = \n"), std::string::npos);
+}
+
+TEST(Settings, AMissingInstrumentIsReadFromTheDefaultFile) {
+    const InTempDirectory here;
+    TarqSettings bank;
+    EXPECT_EQ(load_quietly(bank, "song_title = x"), 1);
+    EXPECT_EQ(bank.get_song_title(), "");
+    ASSERT_EQ(save_file_to_string("default.tqi", "name = spare\nmain_volume = 1"), 0);
+    EXPECT_EQ(load_quietly(bank, "song_title = x"), 0);
+    EXPECT_EQ(bank.get_song_title(), "x");
+    EXPECT_EQ(bank.get_instrument(127).get_name(), "spare");
+    EXPECT_EQ(bank.get_instrument(127).get_filename(), "default.tqi");
+    EXPECT_EQ(bank.get_instrument(127).get_controller(CTRL_MAIN_VOLUME), 127);
+}
+
+TEST(Settings, AFailedInstrumentLeavesDefaultsFromThereOn) {
+    std::string text = text_of(*varied());
+    const size_t key = text.find("instrument2 = hex:");
+    ASSERT_NE(key, std::string::npos);
+    for (const auto& [name, code] : {std::pair<std::string, int>{"/dev/zero", 1},
+                                     {"hex:6", 2},
+                                     {"hex:zz", 3},
+                                     {"hex:61", 6}}) {
+        const std::string broken =
+            text.substr(0, key) + "instrument2 = " + name + text.substr(text.find('\n', key));
+        TarqSettings bank;
+        EXPECT_EQ(bank.text_load_from_string(broken), code) << name;
+        EXPECT_EQ(bank.get_instrument(1).get_name(), "number_1");
+        EXPECT_EQ(bank.get_instrument(3).get_name(), "");
+        EXPECT_EQ(bank.get_instrument(3).get_controller(CTRL_MAIN_VOLUME), 76);
+        EXPECT_EQ(bank.get_global_controller(CTRL_GLOBAL_FILTER1_TYPE), 37);
+    }
+}
+
+TEST(Settings, ABrokenLineChangesNothing) {
+    const auto bank = varied();
+    EXPECT_EQ(bank->text_load_from_string("song_title = other\nbroken"), 6);
+    EXPECT_EQ(text_of(*bank), text_of(*varied()));
+    EXPECT_EQ(bank->text_load("/missing"), 1);
+    EXPECT_EQ(text_of(*bank), text_of(*varied()));
+}
+
+TEST(Settings, DefaultsLeaveTheNames) {
+    const auto bank = varied();
+    bank->load_default();
+    EXPECT_EQ(bank->get_instrument(5).get_name(), "number_5");
+    EXPECT_EQ(bank->get_instrument(5).get_controller(CTRL_OSC2_TYPE), 3);
+    EXPECT_EQ(bank->get_global_controller(CTRL_GLOBAL_FILTER1_RESONANCE),
+              map_float_to_char(CTRL_GLOBAL_FILTER1_RESONANCE, 0.707107F));
+    EXPECT_EQ(bank->get_global_controller(CTRL_RETRIGGER_SPEEDUP), 63);
+    EXPECT_EQ(bank->get_song_title(), "");
+}
+
+TEST(Settings, AFullDeviceIsAnError) {
+    EXPECT_EQ(TarqSettings().text_save("/dev/full"), 2);
+    EXPECT_EQ(TarqSettings().text_save("/missing/x.tqb"), 1);
+}
+
+TEST(Settings, GlobalsAreEmittedAsFarAsThereIsRoom) {
+    const auto bank = varied();
+    std::vector<midi_event> events(100);
+    EXPECT_EQ(bank->emit_global_controllers(events.data(), 9, 3), 3U);
+    EXPECT_EQ(events[2].data1, 14);
+    EXPECT_EQ(events[3].status, 0);
+    ASSERT_EQ(bank->emit_global_controllers(events.data(), 9, 100), NUM_GLOBAL_CONTROLLERS);
+    for (unsigned i = 0; i < NUM_GLOBAL_CONTROLLERS; i++) {
+        EXPECT_EQ(events[i].time, 9U);
+        EXPECT_EQ(events[i].status, 0xB0);
+        EXPECT_EQ(events[i].data2, bank->get_global_controller(events[i].data1));
+    }
+    EXPECT_EQ(bank->emit_single_global_controller(events.data(), CTRL_REVERB_WET, 4), 1U);
+    EXPECT_EQ(events[0].data1, CTRL_REVERB_WET);
+    ControllerArray controllers;
+    bank->emit_global_controllers(controllers, 0);
+    for (unsigned number = 0; number < NUM_CONTROLLERS; number++)
+        EXPECT_EQ(controllers.get_controller(number).size(),
+                  Controller::is_global(number) ? 2U : 1U);
+}
+
+TEST(Settings, WrongNumbersAssert) {
+    TarqSettings bank;
+    midi_event event;
+    EXPECT_DEATH(bank.get_instrument(128), "number < MAX_INSTRUMENTS");
+    EXPECT_DEATH(bank.emit_single_global_controller(&event, CTRL_MAIN_VOLUME, 0),
+                 "Controller::is_global\\(num\\)");
+}
+
+} // namespace
