@@ -1,7 +1,8 @@
-// A directory that a test may fill, removed with all that is in it at the test's end.
+// Directories that a test may fill, removed with all that is in them at the test's end.
 
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "common/file_system.h"
@@ -20,4 +21,19 @@ class TempDirectory {
 
   private:
     std::string name;
+};
+
+// Makes a fresh directory the current one.
+class InTempDirectory {
+  public:
+    InTempDirectory() : before(std::filesystem::current_path()) {
+        std::filesystem::current_path(directory.path());
+    }
+    InTempDirectory(const InTempDirectory&) = delete;
+    InTempDirectory& operator=(const InTempDirectory&) = delete;
+    ~InTempDirectory() { std::filesystem::current_path(before); }
+
+  private:
+    TempDirectory directory;
+    std::filesystem::path before;
 };

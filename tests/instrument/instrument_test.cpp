@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <vector>
 
@@ -137,10 +135,7 @@ TEST(Instrument, FilesAreSavedAndLoaded) {
 }
 
 TEST(Instrument, TheDefaultFileIsLeftEmpty) {
-    const TempDirectory directory;
-    char before[4096];
-    ASSERT_NE(getcwd(before, sizeof(before)), nullptr);
-    ASSERT_EQ(chdir(directory.path().c_str()), 0);
+    const InTempDirectory here;
     EXPECT_EQ(save_file_to_string("default.tqi", "name = x"), 0);
     Instrument instrument;
     instrument.set_filename("default.tqi");
@@ -148,7 +143,6 @@ TEST(Instrument, TheDefaultFileIsLeftEmpty) {
     std::string text = "unread";
     EXPECT_EQ(load_file_to_string("default.tqi", text), 0);
     EXPECT_EQ(text, "");
-    ASSERT_EQ(chdir(before), 0);
 }
 
 TEST(Instrument, AProgramChangeEmitsEveryChannelController) {

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -43,22 +41,6 @@ int load_quietly(TarqSettings& bank, const std::string& text) {
     testing::internal::GetCapturedStdout();
     return error;
 }
-
-// Makes a fresh directory the current one.
-class InTempDirectory {
-  public:
-    InTempDirectory() {
-        EXPECT_NE(getcwd(before, sizeof(before)), nullptr);
-        EXPECT_EQ(chdir(directory.path().c_str()), 0);
-    }
-    InTempDirectory(const InTempDirectory&) = delete;
-    InTempDirectory& operator=(const InTempDirectory&) = delete;
-    ~InTempDirectory() { EXPECT_EQ(chdir(before), 0); }
-
-  private:
-    TempDirectory directory;
-    char before[4096];
-};
 
 TEST(Settings, ABankSurvivesItsFile) {
     const TempDirectory directory;
