@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "common/assertion.h"
+#include "common/log/log.h"
 #include "softsynth/waveform_cache.h"
 
 namespace {
@@ -124,6 +125,7 @@ float Waveform::noAmplitude(unsigned /*h*/) {
 }
 
 Waveform::Waveform(OscType type) {
+    logPrintf("Precomputing wavetables for waveform %d...", int(type));
     const bool is_noise = type == OSC_NOISE;
     tables.resize(is_noise ? 1 : NUM_WAVETABLES);
     if (is_noise) {
@@ -145,8 +147,10 @@ Waveform::Waveform(OscType type) {
         while (limit <= MAX_HARMONICS && (last || limit < harmonics))
             table_of_limit[limit++] = uint8_t(k);
     }
+    logPrintf("maximum nHarmonies is %i, ", int(harmonics - 4));
     if (!loaded)
         write_waveform_cache(size(), type, cache);
+    logPrintf("done\n");
 }
 
 void Waveform::getWavetable(float frequency, Wavetable_ret* ret) const {

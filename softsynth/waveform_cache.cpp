@@ -2,15 +2,16 @@
 
 #include "softsynth/waveform_cache.h"
 
-#include <unistd.h>
-
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
+
+#include "common/atomic_file.h"
 
 namespace {
 
@@ -53,40 +54,14 @@ bool is_plausible(const std::vector<float>& block) {
     return plausible;
 }
 
-// A file in the making: it gets its name only when it is complete, so that a second process never
-// reads half of it.
-class NewCacheFile {
-  public:
-    explicit NewCacheFile(const fs::path& target) : final_path(target) {
-        if (final_path.empty())
-            return;
-        std::error_code error;
-        fs::create_directories(final_path.parent_path(), error);
-        temporary = final_path.string() + ".XXXXXX";
-        const int descriptor = mkstemp(temporary.data());
-        if (descriptor >= 0)
-            file.reset(fdopen(descriptor, "wb"));
-    }
-
-    [[nodiscard]] FILE* get() const { return file.get(); }
-
-    void finish(bool complete) {
-        if (!file)
-            return;
-        complete = std::fflush(file.get()) == 0 && complete;
-        file.reset();
-        std::error_code error;
-        if (complete)
-            fs::rename(temporary, final_path, error);
-        if (!complete || error)
-            fs::remove(temporary, error);
-    }
-
-  private:
-    fs::path final_path;
-    std::string temporary;
-    File file;
-};
+// A second process never reads half a file: it gets its name only when it is complete.
+void write_file(const fs::path& path, std::string_view bytes) {
+    std::error_code error;
+    fs::create_directories(path.parent_path(), error);
+    AtomicFile file;
+    if (!error && file.open(path.string()))
+        file.commit(bytes);
+}
 
 } // namespace
 
@@ -101,18 +76,15 @@ bool read_waveform_cache(unsigned count, OscType type, std::vector<float>& block
 }
 
 void write_waveform_cache(unsigned count, OscType type, const std::vector<float>& block) {
-    NewCacheFile file(cache_file(count, type));
-    if (file.get() != nullptr)
-        file.finish(std::fwrite(block.data(), sizeof(float), block.size(), file.get()) ==
-                    block.size());
+    const fs::path path = cache_file(count, type);
+    if (!path.empty())
+        write_file(path,
+                   {reinterpret_cast<const char*>(block.data()), block.size() * sizeof(float)});
 }
 
 void keep_empty_waveform_cache(unsigned count, OscType type, unsigned num_floats) {
     const size_t bytes = num_floats * sizeof(float);
     const fs::path path = cache_file(count, type);
-    if (path.empty() || has_size(path, bytes))
-        return;
-    NewCacheFile file(path);
-    if (file.get() != nullptr)
-        file.finish(ftruncate(fileno(file.get()), off_t(bytes)) == 0);
+    if (!path.empty() && !has_size(path, bytes))
+        write_file(path, std::string(bytes, '\0'));
 }

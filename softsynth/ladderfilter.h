@@ -1,0 +1,90 @@
+// A four-pole transistor ladder with a saturation in every stage, at four times the sample rate.
+//
+// Model: A. Huovilainen's non-linear ladder (DAFx 2004) with its half-sample feedback average; the
+// polynomials that correct tuning and resonance are fits to it.  Per oversampled step, w the
+// angular frequency at 176400 Hz and r the resonance (0..4):
+//
+//   g = 1 - exp(-2 w (0.9988 - 0.20658311 w + 0.050204646 w^2 + 0.060407124 w^3))
+//   k = r (0.9968 + 0.58597666 w - 0.3988407 w^2)
+//   u = x - k feedback;   y1 += (tanh u - t1) g, t1 = tanh y1;   ... y4, t4
+//   feedback = (y4 + previous y4) / 2
+//   output = (c0 u + c1 t1 + c2 t2 + c3 t3 + c4 t4) (1 + 1.25 r)
+//
+// The type is a set of weights c0..c4 (pole mixing).  Two 2:1 decimators lead back to 44100 Hz.
+// Stable for w in 0.001..pi and r in 0..4: every stage is bounded by its saturation.  A state that
+// is not finite is cleared.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/filter.h"
+#include "softsynth/resampler.h"
+
+// A rational approximation of tanh, within 0.3 % of it; odd, exact at 0.
+inline float tanh_approx(float x) {
+    const float a = x < 0.0F ? -x : x;
+    const float p = 12.0F + (6.0F + (3.0F + a) * a) * a;
+    return x * p / (24.0F + a * p);
+}
+
+class LadderFilter {
+  public:
+    LadderFilter();
+
+    // `new_type` 18..24; `key_frequency` in Hz is added to every cutoff.  Clears the memory.
+    void init(FilterType new_type, float key_frequency);
+
+    // Octaves above 20 Hz.
+    void set_octaves_cutoff(float octaves);
+    // As a biquad's Q, 0..7.5 to the ladder's 0..4.
+    void set_resonance(float r);
+    // Recomputes the coefficients from the settings.
+    void update();
+
+    // n samples at 44100 Hz in, 4n at 176400 Hz out.
+    void render_chunk(const float* in, float* out, uint32_t n);
+
+    // In place over buf_size samples (at most MAX_NUM_SAMPLES), with cutoff (octaves above 20 Hz)
+    // and resonance per sample, read at multiples of 32 only.
+    void render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
+                const float* resonance_signal);
+
+    // Estimates the gain at omega radians per sample from a sine of 1024 samples; changes the
+    // memory.
+    float estimate_transfer_function(float omega);
+
+  private:
+    [[nodiscard]] bool is_finite() const;
+    void clear();
+
+    // settings
+    FilterType type = FILTER_LADDER_START_MARKER;
+    float key_follow = 0.0F; // radians per sample at 44100 Hz
+    float cutoff = 3.1415927F;
+    float resonance = 0.01F;
+
+    // coefficients
+    float k = 0.0F;
+    float gain = 1.0F;
+    float g = 0.0F;
+    float c0 = 0.0F;
+    float c1 = 0.0F;
+    float c2 = 0.0F;
+    float c3 = 0.0F;
+    float c4 = 0.0F;
+
+    // memory
+    float y1 = 0.0F;
+    float y2 = 0.0F;
+    float y3 = 0.0F;
+    float y4 = 0.0F;
+    float y4_prev = 0.0F;
+    float feedback = 0.0F;
+    float t1 = 0.0F;
+    float t2 = 0.0F;
+    float t3 = 0.0F;
+    float t4 = 0.0F;
+    AltDownsampler decimate_88khz;  // to 44100 Hz
+    AltDownsampler decimate_176khz; // to 88200 Hz
+};

@@ -1,0 +1,66 @@
+// Fixed 2:1 converters: symmetric half-band FIR filters of 26 taps.
+
+#include "softsynth/resampler.h"
+
+#include "softsynth/finite.h"
+
+const float resample_kernel[RESAMPLE_HALF_TAPS] = {
+    -0.0053439266F, -0.0115177454F, -0.00050373096F, 0.018825721F,  0.00552462041F,
+    -0.0331385434F, -0.0167190339F, 0.0553537011F,   0.0403976999F, -0.0962585136F,
+    -0.100925371F,  0.225431904F,   0.616128385F,
+};
+
+const float alt_resample_kernel[RESAMPLE_HALF_TAPS] = {
+    -0.00631109998F, -0.0135511998F, -0.00118320005F, 0.0208471995F, 0.00558230001F,
+    -0.0388610996F,  -0.0207284F,    0.0615013018F,   0.0451789014F, -0.112575598F,
+    -0.127783194F,   0.227009997F,   0.658050716F,
+};
+
+namespace {
+
+constexpr uint32_t LAST_TAP = 2 * RESAMPLE_HALF_TAPS - 1;
+
+void downsample(ResampleHistory& history, const float* kernel, const float* in, float* out,
+                uint32_t n) {
+    for (uint32_t i = 0; i < n; i++) {
+        history.push(in[2 * i]);
+        history.push(in[2 * i + 1]);
+        float sum = 0.0F;
+        for (uint32_t j = 0; j < RESAMPLE_HALF_TAPS; j++)
+            sum += (history.at(LAST_TAP - j) + history.at(j)) * kernel[j];
+        out[i] = sum;
+    }
+}
+
+// Tap j of the whole kernel.
+float tap(const float* kernel, uint32_t j) {
+    return kernel[j < RESAMPLE_HALF_TAPS ? j : LAST_TAP - j];
+}
+
+} // namespace
+
+bool ResampleHistory::is_finite() const {
+    return all_finite(samples, SIZE);
+}
+
+void Upsampler::resample(const float* in, float* out, uint32_t n) {
+    for (uint32_t i = 0; i < n; i++) {
+        history.push(in[i]);
+        float even = 0.0F;
+        float odd = 0.0F;
+        for (uint32_t j = 0; j < RESAMPLE_HALF_TAPS; j++) {
+            even += history.at(j) * tap(resample_kernel, 2 * j);
+            odd += history.at(j) * tap(resample_kernel, 2 * j + 1);
+        }
+        out[2 * i] = even;
+        out[2 * i + 1] = odd;
+    }
+}
+
+void Downsampler::resample(const float* in, float* out, uint32_t n) {
+    downsample(history, resample_kernel, in, out, n);
+}
+
+void AltDownsampler::resample(const float* in, float* out, uint32_t n) {
+    downsample(history, alt_resample_kernel, in, out, n);
+}

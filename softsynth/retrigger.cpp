@@ -1,0 +1,67 @@
+// The master bus's beat repeat: each beat is recorded, shortened, and looped through the next.
+
+#include "softsynth/retrigger.h"
+
+#include <algorithm>
+
+#include "softsynth/psola.h"
+
+namespace {
+
+constexpr float SAMPLES_PER_MINUTE = 60.0F * SAMPLE_RATE;
+
+uint32_t samples_per_beat(float bpm) {
+    return uint32_t(SAMPLES_PER_MINUTE / bpm);
+}
+
+} // namespace
+
+void RetriggerBox::reset() {
+    std::fill_n(history, LENGTH, 0.0F);
+    std::fill_n(loop, LENGTH, 0.0F);
+    write_pos = capture_start = play_pos = 0;
+    loop_len = 1;
+    bpm = 120.0F;
+    speedup = 1;
+}
+
+void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
+                          const MonoBuffer& speedup_buf, const MonoBuffer& wet_buf) {
+    float* frame = buf.get_first_left_sample_ptr();
+    const float* bpms = bpm_buf.get_first_sample_ptr();
+    const float* speedups = speedup_buf.get_first_sample_ptr();
+    const float* wets = wet_buf.get_first_sample_ptr();
+    const uint32_t size = buf.get_buf_size();
+    uint32_t period = samples_per_beat(bpm);
+    for (uint32_t i = 0; i < size; i++, frame += 2) {
+        const float x = frame[0];
+        history[write_pos] = x;
+        write_pos = (write_pos + 1) & MASK;
+
+        const float y = loop[play_pos % loop_len];
+        play_pos++;
+        const float out = (y - x) * wets[i] + x;
+        frame[0] = out;
+        frame[1] = out;
+
+        const int s = int(speedups[i]) == 0 ? 1 : int(speedups[i]);
+        if (bpms[i] != bpm || s != speedup) {
+            bpm = bpms[i];
+            speedup = s;
+            period = samples_per_beat(bpm);
+            capture_start = write_pos;
+        }
+        if (write_pos == ((capture_start + period) & MASK))
+            capture(s, period);
+    }
+}
+
+void RetriggerBox::capture(int factor, uint32_t period) {
+    // Shared by all boxes: rendering is not reentrant.
+    static float beat[LENGTH];
+    for (uint32_t i = 0; i < period; i++)
+        beat[i] = history[(capture_start + i) & MASK];
+    psola_time_stretch(beat, period, factor, loop, &loop_len);
+    capture_start = write_pos;
+    play_pos = 0;
+}

@@ -1,0 +1,62 @@
+// The reverb: eight parallel combs and four all-passes in series on either side.
+//
+// The Schroeder-Moorer structure in the well-known public-domain arrangement of "Jezar at
+// Dreampoint" (2000), at the fixed rate of 44100 Hz: wet signal only, no freeze mode.  Stable for a
+// comb feedback below 1; the room size keeps it within 0.7..0.98.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/reverb/allpass.h"
+#include "softsynth/reverb/comb.h"
+
+class revmodel {
+  public:
+    revmodel();
+    revmodel(const revmodel&) = delete;
+    revmodel& operator=(const revmodel&) = delete;
+
+    // Settings of 0..1; update() makes them take effect.
+    void setroomsize(float value);
+    void setdamp(float value);
+    void setwet(float value);
+    void setwidth(float value);
+    void update();
+
+    // Interleaved stereo: adds the wet signal to `out`.
+    void processmix(const float* in, float* out, long frames);
+    // The same, but assigns.
+    void processreplace(const float* in, float* out, long frames);
+
+    // Clears all delay memory.
+    void mute();
+
+  private:
+    static constexpr int NUM_COMBS = 8;
+    static constexpr int NUM_ALLPASSES = 4;
+    static constexpr int MEMORY_LENGTH = 25450; // floats, the sum of all delays
+
+    struct Frame {
+        float left;
+        float right;
+    };
+    // The wet signal of one frame.
+    Frame process(float left, float right);
+    void mute_if_not_finite(float* out, long frames);
+
+    // settings
+    float roomsize = 0.0F; // the combs' feedback
+    float damp = 0.0F;
+    float wet = 0.0F;
+    float wet1 = 0.0F; // same side
+    float wet2 = 0.0F; // other side
+    float width = 0.0F;
+
+    // filters and their memory
+    comb combL[NUM_COMBS];
+    comb combR[NUM_COMBS];
+    allpass allpassL[NUM_ALLPASSES];
+    allpass allpassR[NUM_ALLPASSES];
+    float memory[MEMORY_LENGTH] = {};
+};
