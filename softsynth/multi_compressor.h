@@ -1,0 +1,34 @@
+// The master bus's four-band compressor.
+//
+// Own design.  Three crossovers in cascade, each on what the one before left above its frequency;
+// every band passes a stereo-linked compressor, and the bands are summed.
+
+#pragma once
+
+#include "softsynth/buffer.h"
+#include "softsynth/splitting_stereo_filter.h"
+#include "softsynth/stereo_compressor.h"
+
+inline constexpr unsigned MC_N_BANDS = 4;
+
+class MultiCompressor {
+  public:
+    MultiCompressor() { reset(); }
+
+    // Clears the envelopes and the crossovers' history.
+    void reset();
+
+    // In place.  `crossover_hz` has MC_N_BANDS - 1 entries, rising; the others MC_N_BANDS, lowest
+    // band first: threshold and makeup gain linear, ratio at least 1, times in seconds.
+    void process(StereoBuffer& buf, const float* crossover_hz, const float* threshold,
+                 const float* ratio, const float* attack_seconds, const float* release_seconds,
+                 const float* makeup_gain);
+
+    // The gain of a band's last frame without makeup, linear.
+    [[nodiscard]] float get_attenuation(unsigned band) const;
+
+  private:
+    // memory
+    SplittingStereoFilter splits[MC_N_BANDS - 1];
+    StereoCompressor compressors[MC_N_BANDS];
+};

@@ -1,0 +1,41 @@
+// A crossover: splits a stereo signal into the bands below and above a frequency.
+//
+// A cascade of cookbook low-passes for the lower band and of high-passes for the upper (filter.h),
+// which share their denominator.  The bands do not sum to a flat response; the dip or rise at the
+// crossover belongs to the sound.  Stable for every frequency and resonance that Filter takes.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/filter.h"
+
+class SplittingStereoFilter {
+  public:
+    // `stages` sections per band, 0 to 4; clears the history.
+    void init(int stages);
+
+    // Both buffers hold the same `frames` interleaved stereo frames and end as the band below
+    // (`low_out`) and above (`in_out`) the crossover.  `omega` in radians per sample, `resonance`
+    // the Q of the whole cascade.
+    void render(float* low_out, float* in_out, uint32_t frames, float omega, float resonance);
+
+  private:
+    // The four signals that run through a section side by side.
+    static constexpr int LANES = 4; // low left, low right, high left, high right
+
+    struct Section {
+        alignas(16) float z1[LANES] = {};
+        alignas(16) float z2[LANES] = {};
+    };
+
+    void clear_history();
+
+    // settings
+    Filter low_pass;
+    Filter high_pass;
+    int num_stages = 0;
+
+    // memory
+    Section sections[Filter::MAX_DEPTH];
+};
