@@ -7,7 +7,7 @@
 
 #include "common/assertion.h"
 #include "softsynth/constants.h"
-#include "softsynth/cubed.h"
+#include "softsynth/effect_parameter.h"
 
 namespace {
 
@@ -29,11 +29,6 @@ constexpr float CUBE_ROOT_MAX_LFO_SECONDS = 0.18171206F; // 6 ms
 
 // How far the right side's LFO runs ahead, in cycles.
 constexpr float RIGHT_LFO_LEAD = 0.25F;
-
-// Parameter `p` (0..127) as a part of `range`.
-float part_of(float range, int p) {
-    return float(p) * range / 127.0F;
-}
 
 // The LFO's pitch ratio: 1 throughout.
 MonoBuffer lfo_pitch_buffer = [] {
