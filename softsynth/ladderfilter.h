@@ -6,7 +6,7 @@
 //
 //   g = 1 - exp(-2 w (0.9988 - 0.20658311 w + 0.050204646 w^2 + 0.060407124 w^3))
 //   k = r (0.9968 + 0.58597666 w - 0.3988407 w^2)
-//   u = x - k feedback;   y1 += (tanh u - t1) g, t1 = tanh y1;   ... y4, t4
+//   u = x - k feedback;   y1 += (T(u) - t1) g, t1 = T(y1);   ... y4, t4   (T the saturation)
 //   feedback = (y4 + previous y4) / 2
 //   output = (c0 u + c1 t1 + c2 t2 + c3 t3 + c4 t4) (1 + 1.25 r)
 //
@@ -21,7 +21,8 @@
 #include "softsynth/filter.h"
 #include "softsynth/resampler.h"
 
-// A rational approximation of tanh, within 0.3 % of it; odd, exact at 0.
+// The saturation: a rational approximation of tanh(x / 2), odd, with slope 1/2 at 0.  That it is
+// not tanh(x) halves the level in the stages and is part of the sound.
 inline float tanh_approx(float x) {
     const float a = x < 0.0F ? -x : x;
     const float p = 12.0F + (6.0F + (3.0F + a) * a) * a;
