@@ -1,0 +1,15 @@
+// The benchmark's entry: everything renders with flush-to-zero, as the engine does.
+
+#include <benchmark/benchmark.h>
+
+#include "softsynth/flush_to_zero.h"
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    const FlushToZero flush_to_zero;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,73 @@
+// Oscillator groups, envelopes and wavetable building.
+
+#include <cstdlib>
+
+#include "bench/audio_hash.h"
+#include "bench/signals.h"
+#include "softsynth/envelope.h"
+#include "softsynth/oscillator_group.h"
+
+namespace {
+
+MonoBuffer out;
+MonoBuffer pitch;
+
+void oscillator_group(benchmark::State& state) {
+    const int copies = int(state.range(0));
+    static OscillatorGroup group;
+    group.init(OSC_SAW);
+    for (int j = 0; j < copies; j++)
+        group.add_copy(220.0F + 0.01F * float(j), float(j) / float(copies));
+    fill_value(pitch, BENCH_BLOCK, 1.0F);
+    out.init(BENCH_BLOCK);
+    AudioHash hash;
+    group.render(out, pitch, 0);
+    hash.add(out.get_first_sample_ptr(), BENCH_BLOCK);
+    for (auto _ : state) {
+        group.render(out, pitch, 0);
+        benchmark::ClobberMemory();
+    }
+    count_frames(state, BENCH_BLOCK, uint32_t(copies));
+    hash.label(state);
+}
+BENCHMARK(oscillator_group)->Arg(1)->Arg(3)->Arg(15)->Arg(63)->Arg(255);
+
+void envelope(benchmark::State& state) {
+    Envelope env;
+    env_init(&env, 0, 10000, 20000, 0.5F, 10000, 1.0F);
+    env_set_release_time(&env, 35000);
+    static float samples[BENCH_BLOCK];
+    AudioHash hash;
+    for (uint32_t t = 0; t < 48000; t += BENCH_BLOCK) {
+        env_render(&env, samples, t, t + BENCH_BLOCK);
+        hash.add(samples, BENCH_BLOCK);
+    }
+    uint32_t t = 0;
+    for (auto _ : state) {
+        env_render(&env, samples, t, t + BENCH_BLOCK);
+        benchmark::ClobberMemory();
+        t = (t + BENCH_BLOCK) % 48000;
+    }
+    count_frames(state, BENCH_BLOCK);
+    hash.label(state);
+}
+BENCHMARK(envelope);
+
+// All tables of a waveform, without the cache.
+void build_tables(benchmark::State& state) {
+    AudioHash hash;
+    static float cache[WAVETABLE_SIZE];
+    for (auto _ : state) {
+        unsigned harmonics = 1;
+        for (unsigned k = 0; k < NUM_WAVETABLES; k++) {
+            Wavetable table;
+            table.init(WAVETABLE_SIZE, harmonics, Waveform::sawWaveAmplitude, cache, false);
+            harmonics += harmonics < 32 ? 1 : harmonics < 64 ? 2 : 4;
+        }
+    }
+    hash.add(cache, WAVETABLE_SIZE);
+    hash.label(state);
+}
+BENCHMARK(build_tables)->Unit(benchmark::kMillisecond);
+
+} // namespace

@@ -1,0 +1,311 @@
+// One sounding note: three oscillator groups, envelopes, LFOs, modulation and a filter.
+
+#include "softsynth/voice.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/assertion.h"
+#include "softsynth/channel.h"
+#include "softsynth/pitch_bend.h"
+
+namespace {
+
+constexpr int NUM_FILTER_TYPES = 25;
+
+// Distance from a slot's source controller to its amount and fine amount.
+constexpr unsigned AMOUNT = CTRL_OSC1_INFLUENCE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
+constexpr unsigned FINE_AMOUNT = CTRL_OSC1_INFLUENCE_FINE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
+
+constexpr int MULTIPLYING_AMOUNT = 127;
+
+constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
+
+// Equal temperament, A4 (note 69) = 440 Hz.
+float note_frequency(float note) {
+    return float(440.0 * std::exp2((double(note) - 69.0) / 12.0));
+}
+
+} // namespace
+
+MonoBuffer Voice::buffers[NUM_BUFFERS];
+
+void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t time) {
+    start_time = time;
+    channel = &new_channel;
+    note = new_note;
+    const ControllerArray& controllers = channel->get_controllers();
+    for (unsigned c = 0; c < NUM_CONTROLLERS; c++) {
+        const Controller& controller = controllers.get_controller(c);
+        const float value = controller.get_last_value();
+        controller_values_int[c] = controller.get_last_int_value();
+        controller_values[c] = value;
+        cubed_controller_values[c] = value * value * value;
+    }
+    velocity_scale = float(velocity) / 127;
+    const float frequency = note_frequency(float(note));
+    init_oscillators();
+    init_envelopes(time, velocity);
+    init_portamento(frequency);
+    init_filter(frequency);
+}
+
+void Voice::init_oscillators() {
+    for (unsigned i = 0; i < NUM_GROUPS; i++) {
+        const float base = float(note) + controller_values[CTRL_OSC1_COARSE_TUNE + i] +
+                           controller_values[CTRL_OSC1_FINE_TUNE + i];
+        const int osc_count = int(controller_values[CTRL_OSC1_MULTI_COUNT + i]);
+        TARQ_ASSERT(osc_count >= 1 && osc_count <= MAX_MULTI_OSC_WIDTH);
+        TARQ_ASSERT(osc_count % 2 == 1);
+        const int half = osc_count / 2;
+        const float step =
+            half == 0 ? 0.0F : cubed_controller_values[CTRL_OSC1_SPREAD + i] / float(half);
+        // One control governs the phases of all three groups.
+        const auto randomness = unsigned(controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE]);
+        OscillatorGroup& group = oscillators[i];
+        group.init(OscType(controller_values_int[CTRL_OSC1_TYPE + i]));
+        for (int j = 0; j < osc_count; j++) {
+            const double random = channel->get_phase_random().next() * RANDOM_TO_CYCLES;
+            group.add_copy(note_frequency(step * float(j - half) + base),
+                           float(random * randomness));
+        }
+    }
+    for (unsigned k = 0; k < NUM_LFOS; k++)
+        lfos[k].init(OscType(controller_values_int[CTRL_LFO1_TYPE + k]), 1.0F,
+                     controller_values[CTRL_LFO1_PHASE + k]);
+}
+
+void Voice::init_envelopes(uint32_t time, int velocity) {
+    for (unsigned i = 0; i < NUM_ENVELOPES; i++) {
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_ATTACK + i]) > 0);
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_DECAY + i]) > 0);
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_RELEASE + i]) > 0);
+        const float master_level = i == 0 ? float(velocity) / 127 : 1.0F;
+        env_init(&envelopes[i], time, uint32_t(cubed_controller_values[CTRL_ENV1_ATTACK + i]),
+                 uint32_t(cubed_controller_values[CTRL_ENV1_DECAY + i]),
+                 cubed_controller_values[CTRL_ENV1_SUSTAIN + i],
+                 uint32_t(cubed_controller_values[CTRL_ENV1_RELEASE + i]), master_level);
+    }
+}
+
+void Voice::init_portamento(float frequency) {
+    portamento_start = channel->get_last_note_frequency() / frequency;
+    if (portamento_start < 0.0F)
+        portamento_start = 1.0F; // no previous note
+    channel->set_last_note_frequency(frequency);
+}
+
+void Voice::init_filter(float frequency) {
+    const auto type = FilterType(controller_values_int[CTRL_FILTER1_TYPE] % NUM_FILTER_TYPES);
+    const float key_frequency =
+        controller_values_int[CTRL_FILTER1_KEY_FOLLOW] != 0 ? frequency : 0.0F;
+    use_ladder = is_ladder_filter(type);
+    if (use_ladder)
+        ladder_filter.init(type, key_frequency);
+    else
+        filter.init(get_base_filter_type(type), get_filter_waveshape(type),
+                    controller_values_int[CTRL_FILTER1_DEPTH], key_frequency);
+}
+
+void Voice::render(MonoBuffer& out, uint32_t start) {
+    TARQ_ASSERT(channel);
+    const uint32_t size = out.get_buf_size();
+    const uint32_t end = start + size;
+    const uint32_t active_start = std::max(start, start_time);
+    const uint32_t offset = active_start - start;
+    for (MonoBuffer& buffer : buffers)
+        buffer.init(size);
+
+    render_envelopes(start, end);
+    render_lfos(start, offset);
+    render_pitch_buffer(buffers[BUF_PITCH], start, active_start);
+    for (int i = 0; i < NUM_GROUPS; i++)
+        render_group(i, offset);
+    mix_groups(start);
+    render_filter_controls(start);
+    std::fill_n(buffers[BUF_OUTPUT].get_first_sample_ptr(), offset, 0.0F);
+
+    render_filter();
+
+    TARQ_ASSERT(source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) <= INFL_RESONANCE);
+    possibly_influence(INFL_ENV1, CTRL_AMPLITUDE_INFLUENCE_SOURCE, velocity_scale);
+    Buffer::multiply(buffers[BUF_OUTPUT], buffers[INFL_ENV1], buffers[BUF_OUTPUT]);
+    out += buffers[BUF_OUTPUT];
+
+    if (env_get_done_time(&envelopes[0]) <= end)
+        free();
+}
+
+void Voice::render_envelopes(uint32_t start, uint32_t end) {
+    for (unsigned i = 0; i < NUM_ENVELOPES; i++) {
+        if (i == 0 || is_influence_in_use(Influence(INFL_ENV1 + i)))
+            env_render(&envelopes[i], buffers[INFL_ENV1 + i].get_first_sample_ptr(), start, end);
+    }
+}
+
+void Voice::render_lfos(uint32_t start, uint32_t offset) {
+    for (unsigned k = 0; k < NUM_LFOS; k++) {
+        if (!is_influence_in_use(Influence(INFL_LFO1 + k)))
+            continue;
+        MonoBuffer& speed = buffers[BUF_PITCH];
+        channel->get_controllers().get_controller(CTRL_LFO1_SPEED + k).render_cubed(speed, start);
+        // What lies before the note is another voice's leftover.
+        std::fill_n(buffers[INFL_LFO1 + k].get_first_sample_ptr(), offset, 0.0F);
+        lfos[k].render_interpolated(buffers[INFL_LFO1 + k], speed, offset);
+    }
+}
+
+void Voice::render_group(int index, uint32_t offset) {
+    const auto i = unsigned(index);
+    const unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE + i;
+    const auto influence = Influence(source_of(slot));
+    const MonoBuffer* pitch = &buffers[BUF_PITCH];
+    if (influence != INFL_NONE) {
+        TARQ_ASSERT(influence < Influence(INFL_OSC1 + i));
+        if (multiplies(slot))
+            Buffer::multiply(buffers[BUF_PITCH], buffers[influence], buffers[BUF_MODULATED]);
+        else
+            Buffer::add_scaled(buffers[BUF_PITCH], buffers[influence], amount_of(slot),
+                               buffers[BUF_MODULATED]);
+        pitch = &buffers[BUF_MODULATED];
+    }
+    MonoBuffer& out = buffers[INFL_OSC1 + i];
+    std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
+    OscillatorGroup& group = oscillators[i];
+    group.render(out, *pitch, offset);
+    const auto count = float(group.get_count());
+    if (group.get_count() > 1) {
+        // Copies in random phases add up in power, copies in phase in amplitude.
+        const bool random = controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE] != 0;
+        Buffer::scale(out, random ? 1.0F / std::sqrt(count) : 1.0F / count, out);
+    }
+}
+
+void Voice::mix_groups(uint32_t start) {
+    const ControllerArray& controllers = channel->get_controllers();
+    MonoBuffer& gain = buffers[BUF_MODULATED];
+    MonoBuffer& out = buffers[BUF_OUTPUT];
+    if (controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] == 0) {
+        controllers.get_controller(CTRL_OSC1_OSC2_MIX).render(gain, start, false);
+        Buffer::mix(buffers[INFL_OSC1], buffers[INFL_OSC2], gain, out);
+    } else {
+        Buffer::multiply(buffers[INFL_OSC1], buffers[INFL_OSC2], out);
+    }
+    controllers.get_controller(CTRL_OSC3_VOLUME).render_cubed(gain, start);
+    Buffer::multiply(gain, buffers[INFL_OSC3], gain);
+    out += gain;
+}
+
+void Voice::render_filter_controls(uint32_t start) {
+    const ControllerArray& controllers = channel->get_controllers();
+    controllers.get_controller(CTRL_FILTER1_RESONANCE)
+        .render(buffers[INFL_RESONANCE], start, false);
+    TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
+    possibly_influence(INFL_RESONANCE, CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+
+    controllers.get_controller(CTRL_FILTER1_CUTOFF).render(buffers[BUF_MODULATED], start, false);
+    for (const unsigned slot : {CTRL_CUTOFF1_INFLUENCE1_SOURCE, CTRL_CUTOFF1_INFLUENCE2_SOURCE,
+                                CTRL_CUTOFF1_INFLUENCE3_SOURCE}) {
+        TARQ_ASSERT(source_of(slot) < INFL_END_MARKER);
+        possibly_influence(BUF_MODULATED, slot, 1.0F);
+    }
+}
+
+void Voice::render_filter() {
+    float* samples = buffers[BUF_OUTPUT].get_first_sample_ptr();
+    const uint32_t size = buffers[BUF_OUTPUT].get_buf_size();
+    const float* cutoff = buffers[BUF_MODULATED].get_first_sample_ptr();
+    const float* resonance = buffers[INFL_RESONANCE].get_first_sample_ptr();
+    if (use_ladder)
+        ladder_filter.render(samples, size, cutoff, resonance);
+    else
+        filter.render(samples, size, cutoff, resonance);
+}
+
+void Voice::possibly_influence(unsigned dest_buffer, unsigned source_controller, float scale) {
+    const unsigned source = source_of(source_controller);
+    if (source == INFL_NONE)
+        return;
+    MonoBuffer& dest = buffers[dest_buffer];
+    if (multiplies(source_controller))
+        Buffer::multiply(dest, buffers[source], dest);
+    else
+        Buffer::add_scaled(dest, buffers[source], amount_of(source_controller) * scale, dest);
+}
+
+unsigned Voice::source_of(unsigned source_controller) const {
+    return unsigned(controller_values_int[source_controller]);
+}
+
+float Voice::amount_of(unsigned source_controller) const {
+    return controller_values[source_controller + AMOUNT] +
+           controller_values[source_controller + FINE_AMOUNT];
+}
+
+bool Voice::multiplies(unsigned source_controller) const {
+    return controller_values_int[source_controller + AMOUNT] == MULTIPLYING_AMOUNT;
+}
+
+bool Voice::is_influence_in_use(Influence influence) const {
+    for (unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE; slot <= CTRL_AMPLITUDE_INFLUENCE_SOURCE;
+         slot++) {
+        if (source_of(slot) == influence)
+            return true;
+    }
+    return false;
+}
+
+void Voice::render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const {
+    TARQ_ASSERT(pitch_bend_mulfac_table[0] != 0.0f);
+    float* ratios = buf.get_first_sample_ptr();
+    const uint32_t end = start + buf.get_buf_size();
+    const auto length =
+        uint32_t(cubed_controller_values[CTRL_PORTAMENTO_TIME] * float(SAMPLE_RATE));
+    const uint32_t stop = std::min(start_time + length, end);
+    uint32_t t = active_start;
+    if (length > 0) {
+        for (; t < stop; t += CONTROL_PERIOD)
+            ratios[t - start] = float(t - start_time) * (1.0F - portamento_start) / float(length) +
+                                portamento_start;
+    }
+    for (; t < end; t += CONTROL_PERIOD)
+        ratios[t - start] = 1.0F;
+    add_pitch_bend(ratios, start, active_start, end);
+}
+
+void Voice::add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start,
+                           uint32_t end) const {
+    const ControllerArray& controllers = channel->get_controllers();
+    const Controller& pb_msb = controllers.get_controller(CTRL_PITCH_BEND_MSB);
+    const Controller& pb_lsb = controllers.get_controller(CTRL_PITCH_BEND_LSB);
+    TARQ_ASSERT(pb_msb.size() == pb_lsb.size());
+    uint32_t evIdx = 0;
+    for (uint32_t t = active_start; t < end; t += CONTROL_PERIOD) {
+        while (evIdx < pb_msb.size() && pb_msb.event(evIdx).time <= t)
+            evIdx++;
+        TARQ_ASSERT(pb_msb.event(evIdx - 1).time == pb_lsb.event(evIdx - 1).time);
+        const int msb = pb_msb.event(evIdx - 1).value;
+        const int lsb = pb_lsb.event(evIdx - 1).value;
+        TARQ_ASSERT(msb < 128);
+        TARQ_ASSERT(lsb < 128);
+        ratios[t - start] *= pitch_bend_mulfac_table[msb * 128 + lsb];
+    }
+}
+
+void Voice::notify_note_off(uint32_t time) {
+    for (Envelope& envelope : envelopes)
+        env_set_release_time(&envelope, time);
+}
+
+void Voice::note_cut(uint32_t time) {
+    env_set_cut_time(&envelopes[0], time);
+}
+
+bool Voice::is_cut() const {
+    return envelopes[0].cut_time < TIME_NEVER;
+}
+
+void Voice::free() {
+    channel->free_voice(*this);
+    channel = nullptr;
+}

@@ -1,0 +1,28 @@
+// The voices that all channels share.
+
+#pragma once
+
+#include "softsynth/voice.h"
+
+class VoicePool {
+  public:
+    static constexpr int NUM_VOICES = 96;
+
+    // The first free voice in pool order, or null.
+    Voice* alloc();
+
+    // The channel's voice with the earliest start that is not cut yet, or null; of two that started
+    // together the one earlier in the pool.
+    Voice* find_oldest_on_channel(const Channel& channel);
+
+    // Active voices of all channels.
+    [[nodiscard]] int voices_used() const;
+
+    Voice* begin() { return voices; }
+    Voice* end() { return voices + NUM_VOICES; }
+    [[nodiscard]] const Voice* begin() const { return voices; }
+    [[nodiscard]] const Voice* end() const { return voices + NUM_VOICES; }
+
+  private:
+    Voice voices[NUM_VOICES];
+};
