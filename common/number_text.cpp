@@ -53,13 +53,23 @@ bool is_too_large(std::string_view text, bool hex) {
     return digits_before_point * (hex ? 4 : 1) + exponent > 0;
 }
 
+// `text` up to an exponent that has no digits: `from_chars` takes "p+-1" for "p-1".
+std::string_view without_broken_exponent(std::string_view text) {
+    const size_t p = text.find_first_of("pP");
+    if (p == std::string_view::npos)
+        return text;
+    const bool has_sign = p + 1 < text.size() && (text[p + 1] == '+' || text[p + 1] == '-');
+    const size_t digit = has_sign ? p + 2 : p + 1;
+    return digit < text.size() && is_digit(text[digit], false) ? text : text.substr(0, p);
+}
+
 // The number at the start of `text`, which has no sign any more; nothing if there is none.
 std::optional<double> read_magnitude(std::string_view text) {
     const bool hex =
         text.size() > 2 && text[0] == '0' && (text[1] | 0x20) == 'x' &&
         (is_digit(text[2], true) || (text[2] == '.' && text.size() > 3 && is_digit(text[3], true)));
     if (hex)
-        text.remove_prefix(2);
+        text = without_broken_exponent(text.substr(2));
     if (text.empty() || text.front() == '-') // the one sign has been read
         return std::nullopt;
     double value = 0.0;

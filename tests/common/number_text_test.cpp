@@ -60,6 +60,7 @@ TEST(NumberText, ReadsAsTheCLibraryDoes) {
                              "0xg",
                              "0x1p",
                              "0x1p+",
+                             "0xcp+-989",
                              "0x-5",
                              "inf",
                              "-INF",
