@@ -1,0 +1,27 @@
+// Fuzz target of the MIDI file reader: any bytes give a song in time order or a failure.
+
+#include <cstddef>
+#include <cstdint>
+
+#include "common/assertion.h"
+#include "tools/failure.h"
+#include "tools/midi/smf_reader.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    try {
+        const Song song = read_song({data, size});
+        uint32_t last = 0;
+        for (const SongMessage& message : song.messages) {
+            TARQ_ASSERT(message.time >= last);
+            TARQ_ASSERT(message.bytes[0] >= 0x80);
+            TARQ_ASSERT(message.bytes[1] < 0x80 && message.bytes[2] < 0x80);
+            last = message.time;
+        }
+        TARQ_ASSERT(song.end_time >= last);
+        TARQ_ASSERT(song.end_time <= MAX_SONG_SECONDS * 44100U);
+    } catch (const BadInput&) {
+    }
+    return 0;
+}

@@ -1,0 +1,13 @@
+// Standard output kept for results.
+//
+// Loading instruments and clamping values print messages on standard output.  A command whose
+// result goes there moves those messages out of the way before anything can be printed.
+
+#pragma once
+
+// Duplicates standard output and points descriptor 1 to standard error, once for the process;
+// returns the duplicate, which is closed on exec.  -1 when there is no standard output.
+int reserve_standard_output();
+
+// Points descriptor 1 to nowhere: messages that the user asked not to see.
+void discard_messages();
