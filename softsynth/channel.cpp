@@ -41,7 +41,7 @@ void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
     TARQ_ASSERT(midi_pitch >= 0 && midi_pitch <= 127);
     TARQ_ASSERT(velocity > 0);
     TARQ_ASSERT(velocity <= 127);
-    TARQ_ASSERT(active_voices[midi_pitch] == NULL);
+    TARQ_ASSERT(active_voices[midi_pitch] == NULL); // NOLINT(modernize-use-nullptr)
     const int max_voices = last_int(CTRL_CHAN_MAX_VOICES);
     TARQ_ASSERT(used_voices >= 0);
     if (used_voices >= max_voices) {
@@ -115,9 +115,7 @@ void Channel::render_voices(uint32_t start, uint32_t size) {
 
 void Channel::render_insert_effect(MonoEffect& effect, unsigned type_controller,
                                    unsigned first_parameter, uint32_t start) {
-    const auto parameter = [&](unsigned index) {
-        return unsigned(last_int(first_parameter + index));
-    };
+    const auto parameter = [&](unsigned index) { return last_int(first_parameter + index); };
     effect.render(MonoEffect::effect_type(last_int(type_controller)), tmp_buf, start, parameter(0),
                   parameter(1), parameter(2), parameter(3), parameter(4),
                   controllers.get_controller(first_parameter),
@@ -148,9 +146,7 @@ void Channel::render_stereo(uint32_t start) {
     mix_buf.make_from_mono(tmp_buf, vol_buf, buf2, buf3);
     const uint32_t num_floats = 2 * mix_buf.get_buf_size();
     scrub_non_finite(mix_buf.get_first_left_sample_ptr(), num_floats);
-    const auto parameter = [&](unsigned index) {
-        return unsigned(last_int(CTRL_CHANFX2_PARAM1 + index));
-    };
+    const auto parameter = [&](unsigned index) { return last_int(CTRL_CHANFX2_PARAM1 + index); };
     stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix_buf, mix_buf,
                          parameter(0), parameter(1), parameter(2), parameter(3), parameter(4),
                          controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value());

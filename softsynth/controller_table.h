@@ -46,15 +46,15 @@ struct ControllerChoices {
 };
 
 struct ControllerInfo {
-    ControllerNumber number;
-    const char* key;  // in files, and the host's parameter name
-    const char* name; // for people
-    ControllerScope scope;
+    ControllerNumber number = CTRL_MAIN_VOLUME;
+    const char* key = "";  // in files, and the host's parameter name
+    const char* name = ""; // for people
+    ControllerScope scope = ControllerScope::CHANNEL;
     ControllerMapping mapping;
     ControllerDefault default_value;
     ControllerChoices choices;
-    ControllerCurve curve;
-    const char* unit; // of the quantity after the curve; "level" is a linear gain, shown in dB
+    ControllerCurve curve = ControllerCurve::LINEAR_CURVE;
+    const char* unit = ""; // of the quantity after the curve; "level" is a linear gain, shown in dB
 };
 
 inline constexpr unsigned NUM_KEYED_CONTROLLERS = 172;

@@ -20,11 +20,11 @@ std::atomic<bool> band_muted[MC_N_BANDS];
 
 void* Tarquil::operator new(size_t size) {
     // The raw block's pointer lies just before the object.
-    void* ptr = std::malloc(size + TARQUIL_ALIGN_MASK + sizeof(void*));
+    void* ptr = std::malloc(size + TARQUIL_ALIGN - 1 + sizeof(void*));
     if (ptr == nullptr)
         throw std::bad_alloc();
     const uintptr_t first = reinterpret_cast<uintptr_t>(ptr) + sizeof(void*);
-    const uintptr_t aligned = (first + TARQUIL_ALIGN_MASK) & ~uintptr_t(TARQUIL_ALIGN_MASK);
+    const uintptr_t aligned = (first + TARQUIL_ALIGN - 1) & ~uintptr_t(TARQUIL_ALIGN - 1);
     auto* synth_ptr = static_cast<char*>(ptr) + (aligned - reinterpret_cast<uintptr_t>(ptr));
     TARQ_ASSERT(((intptr_t)synth_ptr & TARQUIL_ALIGN_MASK) == 0);
     TARQ_ASSERT((intptr_t)synth_ptr - (intptr_t)ptr < (int)(TARQUIL_ALIGN + sizeof(void*)));

@@ -22,7 +22,7 @@
 #include "softsynth/voice_pool.h"
 
 inline constexpr size_t TARQUIL_ALIGN = 16;
-inline constexpr size_t TARQUIL_ALIGN_MASK = TARQUIL_ALIGN - 1;
+inline constexpr intptr_t TARQUIL_ALIGN_MASK = TARQUIL_ALIGN - 1;
 
 class Tarquil {
   public:

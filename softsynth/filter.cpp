@@ -210,7 +210,7 @@ std::complex<float> Filter::evaluate_transfer_function(float omega) const {
 }
 
 void Filter::debug() const {
-    const std::string nyquist = number_to_text(SAMPLE_RATE / 2);
+    const std::string nyquist = number_to_text(SAMPLE_RATE / 2.0);
     std::string script = "set xrange [2:" + nyquist +
                          "]; set yrange [-80:20]; set log x; phasor(x) = cos(x*pi/" + nyquist +
                          ")*{1,0} + sin(x*pi/" + nyquist +

@@ -79,10 +79,8 @@ void Tarquil::render_aux_returns() {
     reverb.processmix(aux_buffers[REVERB_BUS].get_first_left_sample_ptr(),
                       tmp_buf.get_first_left_sample_ptr(), long(tmp_buf.get_buf_size()));
 
-    const auto byte = [this](unsigned number) {
-        return unsigned(global(number).get_last_int_value());
-    };
-    delay.render(StereoEffect::effect_type(1), aux_buffers[DELAY_BUS], tmp_buf,
+    const auto byte = [this](unsigned number) { return global(number).get_last_int_value(); };
+    delay.render(StereoEffect::STEREO_EFFECT_DELAY, aux_buffers[DELAY_BUS], tmp_buf,
                  byte(CTRL_DELAY_LEFT_TIME), byte(CTRL_DELAY_RIGHT_TIME), byte(CTRL_DELAY_FEEDBACK),
                  0, 0, 1.0F);
 

@@ -8,8 +8,6 @@
 
 class RetriggerBox {
   public:
-    RetriggerBox() { reset(); }
-
     void reset();
 
     // In place.  The buffers hold per sample the tempo in beats per minute (60..187), the speed-up
@@ -30,10 +28,10 @@ class RetriggerBox {
     int speedup = 1;
 
     // memory
-    float history[LENGTH];
+    float history[LENGTH] = {};
     uint32_t write_pos = 0;
     uint32_t capture_start = 0;
-    float loop[LENGTH];
+    float loop[LENGTH] = {};
     uint32_t play_pos = 0;
     uint32_t loop_len = 1;
 };

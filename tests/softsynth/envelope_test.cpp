@@ -18,7 +18,7 @@ struct Case {
     uint32_t release_at;
     uint32_t release;
     uint32_t cut_at;
-    std::vector<float> expected; // the rest up to sample 15 is 0
+    std::vector<double> expected; // the rest up to sample 15 is 0
 };
 
 const std::vector<Case> CASES = {
@@ -28,14 +28,14 @@ const std::vector<Case> CASES = {
      11,
      3,
      TIME_NEVER,
-     {0, 0, 0, 0.5, 1, 0.875, 0.75, 0.625, 0.5, 0.5, 0.5, 0.5, 1.0F / 3, 0.5F / 3}},
+     {0, 0, 0, 0.5, 1, 0.875, 0.75, 0.625, 0.5, 0.5, 0.5, 0.5, 1.0 / 3, 0.5 / 3}},
     {"master level",
      2,
      0.5,
      11,
      3,
      TIME_NEVER,
-     {0, 0, 0, 0.25, 0.5, 0.4375, 0.375, 0.3125, 0.25, 0.25, 0.25, 0.25, 0.5F / 3, 0.25F / 3}},
+     {0, 0, 0, 0.25, 0.5, 0.4375, 0.375, 0.3125, 0.25, 0.25, 0.25, 0.25, 0.5 / 3, 0.25 / 3}},
     {"aborted attack", 5, 1, 5, 4, TIME_NEVER, {0, 0, 0, 0.2, 0.4, 0.6, 0.45, 0.3, 0.15}},
     {"release at first attack sample", 2, 1, 3, 4, TIME_NEVER, {0, 0, 0, 0.5, 0.375, 0.25, 0.125}},
     {"release at last attack sample", 2, 1, 4, 4, TIME_NEVER, {0, 0, 0, 0.5, 1, 0.75, 0.5, 0.25}},
@@ -60,7 +60,7 @@ const std::vector<Case> CASES = {
      11,
      3,
      10,
-     {0, 0, 0, 0.5, 1, 0.875, 0.75, 0.625, 0.5, 0.5, 0.484375, 0.46875, 29.0F / 96, 14.0F / 96}},
+     {0, 0, 0, 0.5, 1, 0.875, 0.75, 0.625, 0.5, 0.5, 0.484375, 0.46875, 29.0 / 96, 14.0 / 96}},
 };
 
 TEST(Envelope, ReferenceSequencesDoNotDependOnTheBlocks) {
@@ -81,7 +81,7 @@ TEST(Envelope, ReferenceSequencesDoNotDependOnTheBlocks) {
                     env_render(&env, samples + t, t, end);
             }
             for (uint32_t i = 0; i < LENGTH; i++)
-                EXPECT_NEAR(samples[i], i < c.expected.size() ? c.expected[i] : 0.0F, 1e-6)
+                EXPECT_NEAR(samples[i], i < c.expected.size() ? c.expected[i] : 0.0, 1e-6)
                     << c.name << ", block " << block << ", sample " << i;
         }
     }
