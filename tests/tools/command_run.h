@@ -1,0 +1,37 @@
+// A run of the command line program inside the test.
+
+#pragma once
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <vector>
+
+#include "common/load_string.h"
+#include "tests/temp_directory.h"
+#include "tools/command_line.h"
+
+struct CommandRun {
+    int status = 0;
+    std::string results;
+    std::string errors; // standard error
+};
+
+// `arguments` without the program's name.
+inline CommandRun run_command(const std::vector<std::string>& arguments) {
+    std::vector<const char*> argv{"tarquil"};
+    for (const std::string& argument : arguments)
+        argv.push_back(argument.c_str());
+    const TempDirectory directory;
+    const std::string path = directory.path("results");
+    const int results = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    CommandRun run;
+    testing::internal::CaptureStderr();
+    run.status = run_command_line(int(argv.size()), argv.data(), results);
+    run.errors = testing::internal::GetCapturedStderr();
+    close(results);
+    load_file_to_string(path, run.results);
+    return run;
+}

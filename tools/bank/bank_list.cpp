@@ -1,0 +1,53 @@
+// `tarquil bank list`: which instruments a bank has.
+
+#include "tools/bank/bank_list.h"
+
+#include "tools/bank/json_text.h"
+#include "tools/bank_error.h"
+
+namespace {
+
+constexpr size_t NUMBER_WIDTH = 3;
+
+bool is_default(const Instrument& instrument, unsigned number) {
+    Instrument fresh;
+    fresh.set_name(default_instrument_name(number));
+    return instrument.save_to_string() == fresh.save_to_string();
+}
+
+std::string list_as_table(const TarqSettings& bank, bool all) {
+    std::string text;
+    if (!bank.get_song_title().empty())
+        text += "title:  " + bank.get_song_title() + "\n";
+    if (!bank.get_song_author().empty())
+        text += "author: " + bank.get_song_author() + "\n";
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const Instrument& instrument = bank.get_instrument(i);
+        if (!all && is_default(instrument, i))
+            continue;
+        const std::string number = std::to_string(i);
+        text += std::string(NUMBER_WIDTH - number.size(), ' ') + number + "  " +
+                instrument.get_name() + "\n";
+    }
+    return text;
+}
+
+std::string list_as_json(const TarqSettings& bank, bool all) {
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const Instrument& instrument = bank.get_instrument(i);
+        if (all || !is_default(instrument, i))
+            list.push_back({{"number", i}, {"name", instrument.get_name()}});
+    }
+    nlohmann::ordered_json root;
+    root["title"] = bank.get_song_title();
+    root["author"] = bank.get_song_author();
+    root["instruments"] = std::move(list);
+    return json_text(root);
+}
+
+} // namespace
+
+std::string list_bank(const TarqSettings& bank, const BankListOptions& options) {
+    return options.json ? list_as_json(bank, options.all) : list_as_table(bank, options.all);
+}

@@ -1,0 +1,108 @@
+// Banks that the user named.
+
+#include "tools/bank_error.h"
+
+#include <string_view>
+
+#include "common/load_string.h"
+#include "common/white_space.h"
+#include "instrument/text_file_reader.h"
+#include "tools/failure.h"
+#include "tools/text_error.h"
+
+namespace {
+
+// Position of the first pair of digits in `hex`, counted from 1, that is none.
+size_t bad_hex_position(std::string_view hex) {
+    std::string ignored;
+    size_t position = 0;
+    while (position + 1 < hex.size() && hex2str(hex.substr(position, 2), ignored) == 0)
+        position += 2;
+    return position + 1;
+}
+
+std::string explain_embedded(std::string_view hex) {
+    std::string text;
+    switch (hex2str(hex, text)) {
+    case 0:
+        return explain_broken_line(text);
+    case ODD_HEX_LENGTH:
+        return "an odd number of hex digits";
+    default:
+        return "not a hex digit at character " + std::to_string(bad_hex_position(hex));
+    }
+}
+
+std::string explain_linked(const std::string& filename) {
+    std::string text;
+    const int error = load_regular_file_to_string(filename, text);
+    const std::string reason = error != 0 ? explain_file_error(error) : explain_broken_line(text);
+    return reason.empty() ? reason : filename + ": " + reason;
+}
+
+// Empty when nothing is wrong with the instrument.
+std::string explain_instrument(const TextFileReader& bank, const std::string& key) {
+    std::string filename;
+    if (!bank.get_str(key, filename)) {
+        const std::string reason = explain_linked(DEFAULT_INSTRUMENT_FILE);
+        return reason.empty() ? reason : "not in the bank, and " + reason;
+    }
+    if (filename.starts_with(EMBEDDED_PREFIX))
+        return explain_embedded(std::string_view(filename).substr(EMBEDDED_PREFIX.size()));
+    Instrument instrument;
+    instrument.set_filename(filename);
+    return explain_linked(instrument.get_filename());
+}
+
+std::string explain_bank_text(std::string_view text) {
+    const std::string broken = explain_broken_line(text);
+    if (!broken.empty())
+        return broken;
+    TextFileReader bank;
+    bank.load_from_string(text);
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const std::string key = "instrument" + std::to_string(i);
+        const std::string reason = explain_instrument(bank, key);
+        if (!reason.empty())
+            return key + ": " + reason;
+    }
+    return "";
+}
+
+// An empty value comes back from a file as the blank in front of it.
+std::string without_lone_blanks(const std::string& text) {
+    for (const char c : text) {
+        if (!is_white_space(c))
+            return text;
+    }
+    return "";
+}
+
+} // namespace
+
+std::string explain_bank_error(const std::string& path, int code) {
+    std::string text;
+    const int error = load_file_to_string(path, text);
+    const std::string reason = error != 0 ? explain_file_error(error) : explain_bank_text(text);
+    return path + ": " + (reason.empty() ? "error " + std::to_string(code) : reason);
+}
+
+std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
+    auto bank = std::make_unique<TarqSettings>();
+    set_default_names(*bank);
+    const int error = bank->text_load(path);
+    if (error != 0)
+        throw BadInput(explain_bank_error(path, error));
+    bank->set_song_title(without_lone_blanks(bank->get_song_title()));
+    bank->set_song_author(without_lone_blanks(bank->get_song_author()));
+    return bank;
+}
+
+std::string default_instrument_name(unsigned number) {
+    return "instrument_" + std::to_string(number);
+}
+
+void set_default_names(TarqSettings& bank) {
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
+        bank.get_instrument(i).set_name(default_instrument_name(i));
+}

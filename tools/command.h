@@ -1,0 +1,11 @@
+// The commands of the command line program.
+//
+// Each add_ function adds one command, with its options and its help, to the program.  What the
+// command is asked to do happens in a callback of the parse, which ends in a Failure when it can
+// not be done; `results` is the descriptor that takes what the command prints.
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+void add_bank_command(CLI::App& app, int results);

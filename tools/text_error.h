@@ -1,0 +1,17 @@
+// What is wrong with a file in the key/value text.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Error codes of loads.
+inline constexpr int CANNOT_OPEN = 1;
+inline constexpr int ODD_HEX_LENGTH = 2;
+
+// "line 3: no \"=\" with a value after it" for the first line that is broken by the rules of
+// TextFileReader; empty when there is none.
+std::string explain_broken_line(std::string_view text);
+
+// The reason of an error (1 or 2) of load_file_to_string, right after it.
+std::string explain_file_error(int code);
