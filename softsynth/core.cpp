@@ -7,6 +7,7 @@
 #include <new>
 
 #include "common/assertion.h"
+#include "common/large_pages.h"
 #include "common/log/log.h"
 #include "instrument/checked_load.h"
 #include "softsynth/finite.h"
@@ -23,6 +24,7 @@ void* Tarquil::operator new(size_t size) {
     void* ptr = std::malloc(size + TARQUIL_ALIGN - 1 + sizeof(void*));
     if (ptr == nullptr)
         throw std::bad_alloc();
+    advise_large_pages(ptr, size);
     const uintptr_t first = reinterpret_cast<uintptr_t>(ptr) + sizeof(void*);
     const uintptr_t aligned = (first + TARQUIL_ALIGN - 1) & ~uintptr_t(TARQUIL_ALIGN - 1);
     auto* synth_ptr = static_cast<char*>(ptr) + (aligned - reinterpret_cast<uintptr_t>(ptr));

@@ -62,7 +62,10 @@ unsigned next_harmonics(unsigned n) {
 
 void Wavetable::allocate(unsigned size) {
     shift = 32 - uint32_t(0.499 + std::log(size) / std::log(2.0));
-    data = std::make_unique<float[]>(size + 4);
+    if (data == nullptr) {
+        owned = make_large_float_array(size + WAVETABLE_GUARD);
+        data = owned.get();
+    }
 }
 
 void Wavetable::init(unsigned tableSize, unsigned harmonics, float (*amplitude)(unsigned),
@@ -71,7 +74,7 @@ void Wavetable::init(unsigned tableSize, unsigned harmonics, float (*amplitude)(
     nHarmonies = harmonics;
     allocate(tableSize);
     if (cache_loaded) {
-        std::copy_n(cache, tableSize, data.get());
+        std::copy_n(cache, tableSize, data);
     } else {
         for (unsigned h = 1; h <= harmonics; h++) {
             float a = amplitude(h);
@@ -79,9 +82,9 @@ void Wavetable::init(unsigned tableSize, unsigned harmonics, float (*amplitude)(
                 continue;
             const double taper = std::cos(PI / 2 / harmonics * (h - 1));
             a *= float(taper * taper);
-            add_harmonic(data.get(), tableSize, 2 * PI * h / tableSize, a);
+            add_harmonic(data, tableSize, 2 * PI * h / tableSize, a);
         }
-        std::copy_n(data.get(), tableSize, cache);
+        std::copy_n(data, tableSize, cache);
     }
     data[tableSize] = data[0];
 }
@@ -135,13 +138,19 @@ Waveform::Waveform(OscType type) {
         return;
     }
 
-    std::vector<float> cache(size_t(size()) * WAVETABLE_SIZE);
-    const bool loaded = read_waveform_cache(size(), type, cache);
+    const size_t num_floats = size_t(size()) * WAVETABLE_SIZE;
+    const CachedTables cached(size(), type, num_floats);
+    const bool loaded = cached.get() != nullptr;
+    std::vector<float> built(loaded ? 0 : num_floats);
+    float* cache = loaded ? cached.get() : built.data();
+    constexpr size_t STRIDE = WAVETABLE_SIZE + WAVETABLE_GUARD;
+    memory = make_large_float_array(size() * STRIDE);
     unsigned harmonics = 1;
     unsigned limit = 0;
     for (unsigned k = 0; k < size(); k++) {
+        tables[k].use_memory(memory.get() + k * STRIDE);
         tables[k].init(WAVETABLE_SIZE, harmonics, amplitude_of(type),
-                       cache.data() + size_t(k) * WAVETABLE_SIZE, loaded);
+                       cache + size_t(k) * WAVETABLE_SIZE, loaded);
         const bool last = k + 1 == size();
         harmonics = next_harmonics(harmonics);
         while (limit <= MAX_HARMONICS && (last || limit < harmonics))
@@ -149,7 +158,7 @@ Waveform::Waveform(OscType type) {
     }
     logPrintf("maximum nHarmonies is %i, ", int(harmonics - 4));
     if (!loaded)
-        write_waveform_cache(size(), type, cache);
+        write_waveform_cache(size(), type, built);
     logPrintf("done\n");
 }
 

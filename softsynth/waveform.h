@@ -9,8 +9,9 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <vector>
+
+#include "common/large_pages.h"
 
 // The editor's labels: off, sine, saw, square, tri, noise.
 enum OscType : int {
@@ -25,10 +26,15 @@ enum OscType : int {
 inline constexpr unsigned NUM_WAVETABLES = 128;   // of each waveform but the noise
 inline constexpr unsigned WAVETABLE_SIZE = 4096;  // samples, one cycle
 inline constexpr unsigned NOISE_SIZE = 1U << 20U; // samples of the one noise table
+inline constexpr unsigned WAVETABLE_GUARD = 4;    // samples behind a cycle; the first repeats it
 inline constexpr unsigned MAX_HARMONICS = 384;    // of the richest table
 
 class Wavetable {
   public:
+    // The first sample of `memory`, samples of 0 with room for a cycle and WAVETABLE_GUARD more
+    // that outlive the table; without it init allocates.
+    void use_memory(float* memory) { data = memory; }
+
     // Builds the table of harmonics 1..nHarmonies (`tableSize` a power of two), or copies it from
     // `cache` (tableSize floats) when `cache_loaded`; a table that was built is copied into
     // `cache`.
@@ -39,7 +45,7 @@ class Wavetable {
     void init_noise(unsigned size);
 
     // One cycle and its first sample once more, the guard for interpolation.
-    [[nodiscard]] const float* get_data() const { return data.get(); }
+    [[nodiscard]] const float* get_data() const { return data; }
     [[nodiscard]] unsigned get_harmonics() const { return nHarmonies; }
     // Right shift that turns a 32-bit phase into an index.
     [[nodiscard]] uint32_t get_shift() const { return shift; }
@@ -47,7 +53,8 @@ class Wavetable {
   private:
     void allocate(unsigned size);
 
-    std::unique_ptr<float[]> data; // size + 4 floats
+    LargeFloatArray owned;
+    float* data = nullptr; // size + WAVETABLE_GUARD floats
     unsigned nHarmonies = 0;
     uint32_t shift = 0;
 };
@@ -77,6 +84,7 @@ class Waveform {
     static float noAmplitude(unsigned h);
 
   private:
+    LargeFloatArray memory; // of all tables
     std::vector<Wavetable> tables;
     // The table for a harmonic limit of 0..MAX_HARMONICS.
     std::array<uint8_t, MAX_HARMONICS + 1> table_of_limit{};

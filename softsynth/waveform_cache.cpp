@@ -2,16 +2,20 @@
 
 #include "softsynth/waveform_cache.h"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "common/atomic_file.h"
+#include "softsynth/finite.h"
 
 namespace {
 
@@ -19,10 +23,11 @@ namespace fs = std::filesystem;
 
 constexpr float LARGEST_SAMPLE = 2.0F;
 
-struct FileCloser {
-    void operator()(FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<FILE, FileCloser>;
+#if defined(MAP_POPULATE)
+constexpr int MAP_FILE_PREFAULT = MAP_POPULATE;
+#else
+constexpr int MAP_FILE_PREFAULT = 0;
+#endif
 
 // Empty when the user has no home.
 fs::path cache_directory() {
@@ -47,11 +52,10 @@ bool has_size(const fs::path& path, size_t bytes) {
     return fs::is_regular_file(path, error) && fs::file_size(path, error) == bytes && !error;
 }
 
-bool is_plausible(const std::vector<float>& block) {
-    bool plausible = true;
-    for (const float sample : block)
-        plausible = plausible && std::fabs(sample) <= LARGEST_SAMPLE;
-    return plausible;
+bool is_plausible(const float* samples, size_t count) {
+    return all_finite(samples, uint32_t(count)) &&
+           std::all_of(samples, samples + count,
+                       [](float sample) { return std::fabs(sample) <= LARGEST_SAMPLE; });
 }
 
 // A second process never reads half a file: it gets its name only when it is complete.
@@ -65,14 +69,33 @@ void write_file(const fs::path& path, std::string_view bytes) {
 
 } // namespace
 
-bool read_waveform_cache(unsigned count, OscType type, std::vector<float>& block) {
+CachedTables::CachedTables(unsigned count, OscType type, size_t num_floats)
+    : num_bytes(num_floats * sizeof(float)) {
     const fs::path path = cache_file(count, type);
-    if (path.empty() || !has_size(path, block.size() * sizeof(float)))
-        return false;
-    const File file(std::fopen(path.c_str(), "rb"));
-    return file &&
-           std::fread(block.data(), sizeof(float), block.size(), file.get()) == block.size() &&
-           is_plausible(block);
+    if (path.empty() || !has_size(path, num_bytes))
+        return;
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    // Read in one go; a fault per page would cost more than the reading.
+    void* memory = mmap(nullptr, num_bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_FILE_PREFAULT,
+                        descriptor, 0);
+    close(descriptor);
+    if (memory == MAP_FAILED)
+        return;
+    floats = static_cast<float*>(memory);
+    if (!is_plausible(floats, num_floats))
+        unmap();
+}
+
+CachedTables::~CachedTables() {
+    unmap();
+}
+
+void CachedTables::unmap() {
+    if (floats != nullptr)
+        munmap(floats, num_bytes);
+    floats = nullptr;
 }
 
 void write_waveform_cache(unsigned count, OscType type, const std::vector<float>& block) {

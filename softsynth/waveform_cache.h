@@ -10,9 +10,25 @@
 
 #include "softsynth/waveform.h"
 
-// Fills `block` (its size is the expected number of floats).  False when there is no file of that
-// size, or a value in it is not finite or beyond +-2.
-bool read_waveform_cache(unsigned count, OscType type, std::vector<float>& block);
+// The floats of a cache file, mapped into memory; changes stay in this process.
+class CachedTables {
+  public:
+    // Holds nothing when there is no file of `num_floats`, or when a value in it is not finite or
+    // beyond +-2.
+    CachedTables(unsigned count, OscType type, size_t num_floats);
+    ~CachedTables();
+    CachedTables(const CachedTables&) = delete;
+    CachedTables& operator=(const CachedTables&) = delete;
+
+    // Null when there is nothing.
+    [[nodiscard]] float* get() const { return floats; }
+
+  private:
+    void unmap();
+
+    float* floats = nullptr;
+    size_t num_bytes;
+};
 
 void write_waveform_cache(unsigned count, OscType type, const std::vector<float>& block);
 
