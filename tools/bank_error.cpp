@@ -69,15 +69,6 @@ std::string explain_bank_text(std::string_view text) {
     return "";
 }
 
-// An empty value comes back from a file as the blank in front of it.
-std::string without_lone_blanks(const std::string& text) {
-    for (const char c : text) {
-        if (!is_white_space(c))
-            return text;
-    }
-    return "";
-}
-
 } // namespace
 
 std::string explain_bank_error(const std::string& path, int code) {
@@ -96,6 +87,14 @@ std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
     bank->set_song_title(without_lone_blanks(bank->get_song_title()));
     bank->set_song_author(without_lone_blanks(bank->get_song_author()));
     return bank;
+}
+
+std::string without_lone_blanks(const std::string& text) {
+    for (const char c : text) {
+        if (!is_white_space(c))
+            return text;
+    }
+    return "";
 }
 
 std::string default_instrument_name(unsigned number) {
