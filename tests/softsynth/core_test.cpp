@@ -197,17 +197,4 @@ TEST(Core, TwoWaveshapersAtFullLevelLeaveNothingBehind) {
     EXPECT_GT(peak(sound), 0.01F);
 }
 
-TEST(Core, BuildsWithoutContraction) {
-    // 1 + 2^-12 squared needs 25 bits: rounded before the subtraction it leaves 2^-11, fused it
-    // leaves 2^-11 + 2^-24.  A build that contracts changes the sound.
-    volatile float a = 1.0F + 0x1p-12F;
-    volatile float b = -1.0F;
-    const float x = a;
-    const float y = b;
-    EXPECT_EQ(x * x + y, 0x1p-11F);
-#if defined(__FP_FAST_FMAF) || defined(__FMA__)
-    SUCCEED() << "fused multiply-add was available and was not used";
-#endif
-}
-
 } // namespace

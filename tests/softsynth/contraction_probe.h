@@ -1,0 +1,5 @@
+// An expression that a compiler likes to contract.
+
+#pragma once
+
+float multiply_and_add(float a, float b, float c);
