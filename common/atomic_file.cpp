@@ -88,7 +88,7 @@ bool AtomicFile::open_temporary(unsigned mode) {
     for (int tries = 0; tries < MAX_NAMES_TRIED; tries++) {
         temporary =
             folder + ".tarquil-" + std::to_string(getpid()) + "-" + std::to_string(++last_number);
-        descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        descriptor = ::open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0)
             return true;
         if (errno != EEXIST)

@@ -24,6 +24,13 @@ class AtomicFile {
     // its old contents then.
     bool commit(std::string_view text);
 
+    // For contents that do not fit into memory: written to the descriptor, which a regular file can
+    // also be read from, before a commit of nothing more.
+    [[nodiscard]] int get_descriptor() const { return descriptor; }
+
+    // True when the open target is not a regular file.
+    [[nodiscard]] bool is_direct() const { return temporary.empty(); }
+
   private:
     bool open_directly(const std::string& path);
     bool open_temporary(unsigned mode);

@@ -9,3 +9,4 @@
 #include <CLI/CLI.hpp>
 
 void add_bank_command(CLI::App& app, int results);
+void add_render_command(CLI::App& app, int results);

@@ -33,6 +33,7 @@ std::unique_ptr<CLI::App> make_command_line(int results) {
     app->set_version_flag("--version", "tarquil " TARQUIL_VERSION, "Print the version and exit");
     app->require_subcommand(1);
     app->get_formatter()->column_width(34);
+    add_render_command(*app, results);
     add_bank_command(*app, results);
     return app;
 }

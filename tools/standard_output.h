@@ -9,5 +9,15 @@
 // returns the duplicate, which is closed on exec.  -1 when there is no standard output.
 int reserve_standard_output();
 
-// Points descriptor 1 to nowhere: messages that the user asked not to see.
-void discard_messages();
+// While it lives, what is printed on descriptor 1 goes nowhere: messages that the user asked not to
+// see.
+class SilencedMessages {
+  public:
+    SilencedMessages();
+    ~SilencedMessages();
+    SilencedMessages(const SilencedMessages&) = delete;
+    SilencedMessages& operator=(const SilencedMessages&) = delete;
+
+  private:
+    int previous; // -1: nothing was changed
+};

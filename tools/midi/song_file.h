@@ -1,0 +1,11 @@
+// Songs that the user named.
+
+#pragma once
+
+#include <string>
+
+#include "tools/midi/smf_reader.h"
+
+// Reads the MIDI file at `path`; "-" is standard input.  BadInput that names the file, the place
+// and the reason.
+Song load_song(const std::string& path);

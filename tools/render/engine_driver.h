@@ -1,0 +1,65 @@
+// An engine that plays a song, block by block.
+//
+// It does what a host does with the plug-in: every channel c starts with instrument c of the bank,
+// raw messages go through the MIDI filter, a program change becomes the controllers of that
+// instrument at its time.  At the song's end every key is released.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "instrument/instrument.h"
+#include "instrument/settings.h"
+#include "softsynth/buffer.h"
+#include "softsynth/core.h"
+#include "tools/midi/smf_reader.h"
+#include "tools/render/render_options.h"
+
+// What the sixteen channels play.
+struct Orchestra {
+    TarqSettings bank;
+    // Played by the channel for the whole song, whatever its program changes say.
+    std::array<std::optional<Instrument>, NUM_CHANNELS> fixed_instruments;
+    ChannelSet channels; // notes of the others are left out; their controllers count
+};
+
+// The channels with a note that sounds.
+ChannelSet find_used_channels(const Song& song, const ChannelSet& channels);
+
+class EngineDriver {
+  public:
+    // Both stay where they are as long as the driver.
+    EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed);
+
+    // Keeps each channel's own sound from here on.
+    void keep_channels();
+
+    // What a channel added to the main bus in the last block, after keep_channels.
+    [[nodiscard]] const StereoBuffer& channel_sound(unsigned channel) const {
+        return taps[channel];
+    }
+
+    // Renders the next `num_samples` frames, interleaved, within -1..1.  BadInput when the song has
+    // more events in a block than any instrument makes of it.
+    void render(float* pcm, uint32_t num_samples);
+
+  private:
+    void queue_first_instruments();
+    void queue_message(const SongMessage& message);
+    void queue_filtered(uint32_t time, const uint8_t* bytes);
+    void queue_instrument(const Instrument& instrument, unsigned channel, uint32_t time);
+    void queue_releases();
+
+    const Song& song;
+    const Orchestra& orchestra;
+    std::unique_ptr<Tarquil> synth;
+    std::vector<StereoBuffer> taps;
+    std::vector<midi_event> events; // of the current block
+    size_t next_message = 0;
+    uint32_t curr_time = 0;
+    bool keys_released = false;
+};

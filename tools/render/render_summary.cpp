@@ -1,0 +1,53 @@
+// What a render tells about the sound that it has written.
+
+#include "tools/render/render_summary.h"
+
+#include <charconv>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+// As the C locale writes it, rounded to `digits` after the point.
+std::string fixed_text(double number, int digits) {
+    char text[64];
+    const auto end =
+        std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, digits);
+    return {text, end.ptr};
+}
+
+std::string level_text(const std::optional<double>& level) {
+    return level ? fixed_text(*level, 1) : "-inf";
+}
+
+double length_in_seconds(const RenderResult& result) {
+    return double(result.num_frames) / result.format.rate;
+}
+
+} // namespace
+
+std::string summary_text(const std::string& path, const RenderResult& result) {
+    return path + ": " + fixed_text(length_in_seconds(result), 2) + " s, " +
+           container_name(result.format) + " " + sample_type_name(result.format) + " " +
+           std::to_string(result.format.rate) + " Hz, peak " + level_text(result.peak_dbfs) +
+           " dBFS, " + level_text(result.loudness_lufs) + " LUFS, " +
+           fixed_text(result.times_real_time, 1) + " times real time\n";
+}
+
+std::string summary_json(const std::string& path, const RenderResult& result) {
+    const auto level = [](const std::optional<double>& value) {
+        return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
+    };
+    const nlohmann::ordered_json object = {
+        {"output", path},
+        {"format", container_name(result.format)},
+        {"samples", sample_type_name(result.format)},
+        {"rate", result.format.rate},
+        {"frames", result.num_frames},
+        {"seconds", length_in_seconds(result)},
+        {"peak_dbfs", level(result.peak_dbfs)},
+        {"loudness_lufs", level(result.loudness_lufs)},
+        {"times_real_time", result.times_real_time},
+    };
+    // A path may hold bytes that are not UTF-8.
+    return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+}

@@ -1,0 +1,68 @@
+// Rendering of a song into its sound files.
+
+#include "tools/render/renderer.h"
+
+#include <chrono>
+#include <memory>
+
+#include "tools/render/interruption.h"
+#include "tools/render/main_output.h"
+#include "tools/render/progress_bar.h"
+#include "tools/render/stem_outputs.h"
+#include "tools/render/tail.h"
+
+namespace {
+
+// Drives the engine until the tail ends.
+void play(const RenderOptions& options, const Song& song, EngineDriver& driver, MainOutput& output,
+          StemOutputs* stems) {
+    Tail tail(song.end_time, options.tail);
+    ProgressBar progress(!options.quiet, song.end_time);
+    alignas(16) float pcm[2 * MAX_NUM_SAMPLES];
+    uint32_t time = 0;
+    while (time < tail.get_end()) {
+        Interruption::check();
+        driver.render(pcm, options.block);
+        const uint32_t num_frames = tail.add(pcm, options.block, time);
+        output.write(pcm, num_frames);
+        if (stems != nullptr)
+            stems->write(driver, num_frames);
+        time += num_frames;
+        progress.advance_to(time);
+    }
+}
+
+} // namespace
+
+RenderResult render_song(const RenderOptions& options, const Song& song,
+                         const Orchestra& orchestra) {
+    const auto start = std::chrono::steady_clock::now();
+    const Interruption interruption;
+    const AudioFormat format = choose_audio_format(options.audio);
+    const uint32_t max_frames = Tail(song.end_time, options.tail).get_end();
+    MainOutput output({.path = options.audio.path, .standard_output = options.standard_output},
+                      format, max_frames, options.normalize_dbfs);
+    std::unique_ptr<StemOutputs> stems;
+    if (!options.stem_folder.empty())
+        stems = std::make_unique<StemOutputs>(
+            options.stem_folder, format, find_used_channels(song, orchestra.channels), max_frames);
+    EngineDriver driver(song, orchestra, options.seed);
+    if (stems)
+        driver.keep_channels();
+
+    play(options, song, driver, output, stems.get());
+    output.finish();
+    if (stems)
+        stems->finish();
+    output.commit();
+    if (stems)
+        stems->commit();
+
+    RenderResult result{.format = format,
+                        .num_frames = output.get_num_frames(),
+                        .peak_dbfs = output.get_meter().peak_dbfs(),
+                        .loudness_lufs = output.get_meter().loudness_lufs()};
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    result.times_real_time = double(result.num_frames) / format.rate / elapsed.count();
+    return result;
+}

@@ -1,0 +1,23 @@
+// Rendering of a song into its sound files.
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "tools/audio/audio_format.h"
+#include "tools/midi/smf_reader.h"
+#include "tools/render/engine_driver.h"
+#include "tools/render/render_options.h"
+
+struct RenderResult {
+    AudioFormat format;
+    uint64_t num_frames = 0; // at the file's rate
+    std::optional<double> peak_dbfs;
+    std::optional<double> loudness_lufs;
+    double times_real_time = 0.0;
+};
+
+// Writes the files that `options` names; all of them, or none and a Failure.
+RenderResult render_song(const RenderOptions& options, const Song& song,
+                         const Orchestra& orchestra);
