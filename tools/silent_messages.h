@@ -2,8 +2,8 @@
 
 #pragma once
 
-// Short source files name only the controllers that differ, and every other key would be reported.
-// While an object lives, descriptor 1 leads nowhere.
+// While an object lives, descriptor 1 leads nowhere: short source files name only the controllers
+// that differ, and every other key would be reported; and a user may ask for quiet.
 class SilentMessages {
   public:
     SilentMessages();

@@ -8,16 +8,3 @@
 // Duplicates standard output and points descriptor 1 to standard error, once for the process;
 // returns the duplicate, which is closed on exec.  -1 when there is no standard output.
 int reserve_standard_output();
-
-// While it lives, what is printed on descriptor 1 goes nowhere: messages that the user asked not to
-// see.
-class SilencedMessages {
-  public:
-    SilencedMessages();
-    ~SilencedMessages();
-    SilencedMessages(const SilencedMessages&) = delete;
-    SilencedMessages& operator=(const SilencedMessages&) = delete;
-
-  private:
-    int previous; // -1: nothing was changed
-};

@@ -15,7 +15,7 @@
 #include "tools/render/render_options.h"
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
-#include "tools/standard_output.h"
+#include "tools/silent_messages.h"
 #include "tools/text_error.h"
 #include "tools/write_result.h"
 
@@ -49,9 +49,9 @@ std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options) {
 }
 
 void render(const RenderOptions& options) {
-    std::unique_ptr<SilencedMessages> silence;
+    std::unique_ptr<SilentMessages> silence;
     if (options.quiet)
-        silence = std::make_unique<SilencedMessages>();
+        silence = std::make_unique<SilentMessages>();
     choose_audio_format(options.audio); // complains before anything is read
     const Song song = load_song(options.song_path);
     const std::unique_ptr<Orchestra> orchestra = load_orchestra(options);
