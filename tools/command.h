@@ -10,3 +10,7 @@
 
 void add_bank_command(CLI::App& app, int results);
 void add_render_command(CLI::App& app, int results);
+
+// Hidden from the help: the build runs them and installs what they print.
+void add_completion_command(CLI::App& app, int results);
+void add_manual_command(CLI::App& app, int results);

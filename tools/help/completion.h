@@ -1,0 +1,9 @@
+// `tarquil completion`: the program's commands and options as a completion script.
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+// A script for bash that completes commands, options and file names of `app`.
+std::string bash_completion(const CLI::App& app);
