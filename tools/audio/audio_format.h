@@ -19,10 +19,10 @@ struct AudioFormat {
 
 // What the user asked for; empty where nothing was said.
 struct AudioRequest {
-    std::string path;        // its ending tells the container; "-" and devices get a WAV file
-    std::string format;      // "wav", "flac", "aiff", "ogg" (Vorbis) or "opus", before the ending
-    std::string bits;        // "16", "24", "32" or "float"
-    std::optional<int> rate; // Hz
+    std::string path = {};   // its ending tells the container; "-" and devices get a WAV file
+    std::string format = {}; // "wav", "flac", "aiff", "ogg" (Vorbis) or "opus", before the ending
+    std::string bits = {};   // "16", "24", "32" or "float"
+    std::optional<int> rate = {}; // Hz
 };
 
 // 24 bits at the engine's rate where nothing else is asked for; 48000 Hz for Opus, which does not

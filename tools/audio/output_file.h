@@ -11,7 +11,7 @@
 #include "common/atomic_file.h"
 
 struct OutputPlace {
-    std::string path;         // "-" stands for standard output
+    std::string path = {};    // "-" stands for standard output
     int standard_output = -1; // its descriptor; -1 when there is none
 };
 

@@ -49,9 +49,8 @@ std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options) {
 }
 
 void render(const RenderOptions& options) {
-    std::unique_ptr<SilentMessages> silence;
-    if (options.quiet)
-        silence = std::make_unique<SilentMessages>();
+    // A line for every key that a file lacks would bury the one that says what is wrong.
+    const SilentMessages silent;
     choose_audio_format(options.audio); // complains before anything is read
     const Song song = load_song(options.song_path);
     const std::unique_ptr<Orchestra> orchestra = load_orchestra(options);
