@@ -1,0 +1,122 @@
+// Compares the golden renders with their stored references, or writes new ones.
+//
+//   tarquil_golden [--update] [--data DIR] [--song SONG.mid --bank BANK.tqb] [NAME ...]
+//
+// Without names all scenes are rendered, and the song if it is given.  A row per sound: signal-to-
+// noise ratio over the stored frames, peak difference, and RMS and peak of the whole against the
+// stored numbers.  Exit status 0: all agree; 1: one differs or is missing; 2: usage.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "tests/golden/golden_song.h"
+#include "tests/golden/golden_store.h"
+#include "tests/golden/scenes.h"
+#include "tests/golden/sound_comparison.h"
+
+namespace {
+
+constexpr double LOWEST_SNR_DB = 100;
+constexpr double LARGEST_DIFFERENCE = 1e-4;
+// Of RMS and peak; they are stored with nine digits.
+constexpr double LARGEST_RATIO_ERROR = 1e-5;
+
+// Of a scene every 13th frame is stored, of the song every 61st: enough for the ratio, small enough
+// to keep.  Both are prime, so that no beat or block length hides between them.
+constexpr unsigned SCENE_STRIDE = 13;
+constexpr unsigned SONG_STRIDE = 61;
+
+struct Options {
+    bool update = false;
+    std::string data = GOLDEN_DATA_DIRECTORY;
+    std::string song;
+    std::string bank;
+    std::vector<std::string> names;
+};
+
+bool near_ratio(double value, double reference) {
+    return std::fabs(value - reference) <= LARGEST_RATIO_ERROR * std::max(reference, 1e-9);
+}
+
+bool update(const GoldenStore& store, const std::string& name, const std::vector<float>& sound,
+            unsigned stride) {
+    const GoldenNumbers numbers = {sound.size() / 2, rms(sound), double(peak(sound))};
+    std::printf("%-24s rms %.9f peak %.9f (new)\n", name.c_str(), numbers.rms, numbers.peak);
+    return store.write_frames(name, GoldenStore::pick_frames(sound, stride)) &&
+           store.write_numbers(name, numbers);
+}
+
+bool compare(const GoldenStore& store, const std::string& name, const std::vector<float>& sound,
+             unsigned stride) {
+    GoldenNumbers numbers;
+    const std::vector<float> reference = store.read_frames(name);
+    if (reference.empty() || !store.read_numbers(name, numbers)) {
+        std::printf("%-24s has no reference\n", name.c_str());
+        return false;
+    }
+    const SoundComparison comparison =
+        compare_sounds(reference, GoldenStore::pick_frames(sound, stride));
+    const bool agrees =
+        comparison.same_length && numbers.frames == sound.size() / 2 &&
+        comparison.snr_db >= LOWEST_SNR_DB && comparison.peak_difference <= LARGEST_DIFFERENCE &&
+        near_ratio(rms(sound), numbers.rms) && near_ratio(double(peak(sound)), numbers.peak);
+    std::printf("%-24s SNR %6.1f dB, peak difference %.2e, rms %.9f (%.9f), peak %.9f (%.9f)%s\n",
+                name.c_str(), comparison.snr_db, comparison.peak_difference, rms(sound),
+                numbers.rms, double(peak(sound)), numbers.peak, agrees ? "" : "  DIFFERS");
+    return agrees;
+}
+
+bool parse(int argc, char** argv, Options& options) {
+    for (int i = 1; i < argc; i++) {
+        const std::string argument = argv[i];
+        const bool has_value = i + 1 < argc;
+        if (argument == "--update")
+            options.update = true;
+        else if (argument == "--data" && has_value)
+            options.data = argv[++i];
+        else if (argument == "--song" && has_value)
+            options.song = argv[++i];
+        else if (argument == "--bank" && has_value)
+            options.bank = argv[++i];
+        else if (argument.rfind("--", 0) == 0)
+            return false;
+        else
+            options.names.push_back(argument);
+    }
+    return options.song.empty() == options.bank.empty();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    if (!parse(argc, argv, options)) {
+        std::fprintf(stderr,
+                     "usage: tarquil_golden [--update] [--data DIR] [--song SONG.mid --bank "
+                     "BANK.tqb] [NAME ...]\n");
+        return 2;
+    }
+    const GoldenStore store(options.data);
+    const auto wanted = [&](const std::string& name) {
+        return options.names.empty() ||
+               std::find(options.names.begin(), options.names.end(), name) != options.names.end();
+    };
+    int failures = 0;
+    const auto check = [&](const std::string& name, const std::vector<float>& sound,
+                           unsigned stride) {
+        const bool good = options.update ? update(store, name, sound, stride)
+                                         : compare(store, name, sound, stride);
+        failures += int(!good);
+    };
+    for (const Scene& scene : golden_scenes()) {
+        if (wanted(scene.name))
+            check(scene.name, render_scene(scene), SCENE_STRIDE);
+    }
+    if (!options.song.empty() && wanted("demo-song"))
+        check("demo-song", play_song(options.song, options.bank), SONG_STRIDE);
+    return failures == 0 ? 0 : 1;
+}
