@@ -55,7 +55,7 @@ std::string explain_instrument(const TextFileReader& bank, const std::string& ke
 }
 
 std::string explain_bank_text(std::string_view text) {
-    const std::string broken = explain_broken_line(text);
+    std::string broken = explain_broken_line(text);
     if (!broken.empty())
         return broken;
     TextFileReader bank;
@@ -64,7 +64,7 @@ std::string explain_bank_text(std::string_view text) {
         const std::string key = "instrument" + std::to_string(i);
         const std::string reason = explain_instrument(bank, key);
         if (!reason.empty())
-            return key + ": " + reason;
+            return std::string(key).append(": ").append(reason);
     }
     return "";
 }

@@ -59,7 +59,7 @@ void add_list(CLI::App& bank, int results) {
 
 void show(const BankOptions& options, int results) {
     if (options.number.has_value() == options.globals)
-        throw BadInput("bank show: an instrument's number or --globals is needed");
+        throw BadInput("bank show: either an instrument's number or --globals is needed");
     const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank);
     write_result(results, options.globals ? show_globals(*bank, options.json)
                                           : show_instrument(*bank, *options.number, options.json));
@@ -80,7 +80,7 @@ void add_show(CLI::App& bank, int results) {
 
 void extract(const BankOptions& options, int results) {
     if (options.number.has_value() == !options.output.empty())
-        throw BadInput("bank extract: an instrument's number or --all is needed");
+        throw BadInput("bank extract: either an instrument's number or --all is needed");
     const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank);
     if (!options.output.empty()) {
         extract_all(*bank, options.output);

@@ -68,7 +68,7 @@ nlohmann::ordered_json as_json(const std::vector<Row>& rows) {
     for (const Row& row : rows)
         list.push_back({{"key", row.info->key},
                         {"name", row.info->name},
-                        {"value", row.value},
+                        {"value", text_to_number(number_to_text(double(row.value)))},
                         {"byte", row.byte},
                         {"display", row.display}});
     return list;

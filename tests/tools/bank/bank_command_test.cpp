@@ -100,6 +100,8 @@ TEST_F(BankCommand, ShowsInstrumentsAndGlobals) {
         nlohmann::json::parse(run({"bank", "show", "song.tqb", "--globals", "--json"}));
     EXPECT_EQ(globals["controllers"].size(), 59U);
     EXPECT_EQ(globals["controllers"][24]["key"], "retrigger_bpm");
+    EXPECT_EQ(globals["controllers"][1]["value"].dump(),
+              "1.496063"); // 19 * 10 / 127, as in the file
     EXPECT_EQ(globals["controllers"][24]["byte"], 54 * 5 % 128);
     EXPECT_EQ(globals["controllers"][24]["display"], "74 bpm");
 }
@@ -141,9 +143,9 @@ TEST_F(BankCommand, RefusalsSayWhyAndChangeNothing) {
          "--name: must not hold line breaks, \"#\" or the character 0"},
         {{"insert", "song.tqb", "1", "good.tqi", "--output", "missing/song.tqb"},
          "missing/song.tqb: cannot be opened for writing"},
-        {{"extract", "song.tqb"}, "bank extract: an instrument's number or --all is needed"},
+        {{"extract", "song.tqb"}, "bank extract: either an instrument's number or --all is needed"},
         {{"extract", "song.tqb", "--all", "twice"}, "twice: the folder is not empty"},
-        {{"show", "song.tqb"}, "bank show: an instrument's number or --globals is needed"},
+        {{"show", "song.tqb"}, "bank show: either an instrument's number or --globals is needed"},
         {{"list", "missing.tqb"}, "missing.tqb: cannot be opened"},
     };
     for (const auto& [arguments, message] : cases) {
