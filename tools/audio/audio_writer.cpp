@@ -16,7 +16,8 @@ constexpr double VORBIS_QUALITY = 0.6;
 
 } // namespace
 
-// libsndfile's encoders ignore what a write returns; the first error is kept here.
+// libsndfile's encoders ignore what a write returns, or leak memory when it fails at the start: the
+// first error is kept here, nothing is written after it, and the library does not see it.
 SF_VIRTUAL_IO AudioWriter::callbacks() {
     SF_VIRTUAL_IO io{};
     io.get_filelen = [](void* user) {
@@ -34,19 +35,15 @@ SF_VIRTUAL_IO AudioWriter::callbacks() {
     };
     io.write = [](const void* bytes, sf_count_t count, void* user) {
         Stream& target = *static_cast<Stream*>(user);
-        sf_count_t done = 0;
-        while (done < count) {
+        for (sf_count_t done = 0; done < count && target.error == 0;) {
             const ssize_t written = ::write(
                 target.descriptor, static_cast<const char*>(bytes) + done, size_t(count - done));
-            if (written < 0 && errno == EINTR)
-                continue;
-            if (written <= 0) {
-                target.error = target.error != 0 ? target.error : errno;
-                break;
-            }
-            done += written;
+            if (written > 0)
+                done += written;
+            else if (written == 0 || errno != EINTR)
+                target.error = written == 0 ? ENOSPC : errno;
         }
-        return done;
+        return count;
     };
     io.tell = [](void* user) {
         return sf_count_t(lseek(static_cast<Stream*>(user)->descriptor, 0, SEEK_CUR));
