@@ -98,6 +98,26 @@ std::string number_to_text(double value) {
     return text;
 }
 
+std::string fixed_number(double value, int decimals) {
+    char buffer[LONGEST_NUMBER];
+    const std::to_chars_result end =
+        std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::fixed, decimals);
+    std::string text(buffer, end.ptr);
+    if (text.front() == '-' && text.find_first_not_of("-0.") == std::string::npos)
+        text.erase(0, 1);
+    return text;
+}
+
+std::string trimmed_number(double value, int decimals) {
+    std::string text = fixed_number(value, decimals);
+    if (text.find('.') == std::string::npos)
+        return text;
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.')
+        text.pop_back();
+    return text;
+}
+
 double text_to_number(std::string_view text) {
     while (!text.empty() && is_white_space(text.front()))
         text.remove_prefix(1);

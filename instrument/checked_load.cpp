@@ -4,13 +4,13 @@
 
 #include <memory>
 
-namespace {
-
 void clamp_choices(Instrument& instrument) {
     for (const ControllerInfo& info : channel_controller_rows())
         instrument.set_controller(
             info.number, filter_controller(info.number, instrument.get_controller(info.number)));
 }
+
+namespace {
 
 void clamp_choices(TarqSettings& bank) {
     for (const ControllerInfo& info : global_controller_rows())

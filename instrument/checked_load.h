@@ -12,6 +12,9 @@
 #include "instrument/instrument.h"
 #include "instrument/settings.h"
 
+// Every controller that picks one of a list gets a byte within it.
+void clamp_choices(Instrument& instrument);
+
 int load_bank_checked(TarqSettings& bank, const std::string& path);
 int load_bank_checked_from_string(TarqSettings& bank, std::string_view text);
 

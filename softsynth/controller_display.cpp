@@ -2,10 +2,9 @@
 
 #include "softsynth/controller_display.h"
 
-#include <charconv>
 #include <cmath>
-#include <string_view>
 
+#include "common/number_text.h"
 #include "softsynth/constants.h"
 #include "softsynth/controller_table.h"
 
@@ -17,37 +16,15 @@ constexpr double SAMPLES_PER_SECOND = double(SAMPLE_RATE);
 // Plain quantities are rounded so that neighbouring bytes of every controller differ.
 constexpr int PLAIN_DECIMALS = 4;
 
-// As "%.*f" in the C locale, without a sign on what rounds to 0.
-std::string fixed(double value, int decimals) {
-    char text[64];
-    const std::to_chars_result end =
-        std::to_chars(std::begin(text), std::end(text), value, std::chars_format::fixed, decimals);
-    std::string result(text, end.ptr);
-    if (result.find_first_not_of("-0.") == std::string::npos && result.front() == '-')
-        result.erase(0, 1);
-    return result;
-}
-
-// Without the zeros that the fraction ends in.
-std::string trimmed(double value, int decimals) {
-    std::string text = fixed(value, decimals);
-    if (text.find('.') == std::string::npos)
-        return text;
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.')
-        text.pop_back();
-    return text;
-}
-
 // Three digits, or more in front of the point.
 std::string three_digits(double value) {
     if (std::abs(value) >= 99.95)
-        return fixed(value, 0);
-    return fixed(value, std::abs(value) >= 9.995 ? 1 : 2);
+        return fixed_number(value, 0);
+    return fixed_number(value, std::abs(value) >= 9.995 ? 1 : 2);
 }
 
 std::string decibels(double gain) {
-    return gain > 0.0 ? fixed(20.0 * std::log10(gain), 1) + " dB" : "-inf dB";
+    return gain > 0.0 ? fixed_number(20.0 * std::log10(gain), 1) + " dB" : "-inf dB";
 }
 
 std::string seconds(double value) {
@@ -65,23 +42,6 @@ std::string counted(const std::string& number, std::string_view unit) {
     else if (number == "1" && unit.ends_with('s'))
         unit.remove_suffix(1);
     return number + " " + std::string(unit);
-}
-
-std::string with_unit(double quantity, std::string_view unit) {
-    if (unit == "level")
-        return decibels(quantity);
-    if (unit == "samples")
-        return seconds(quantity / SAMPLES_PER_SECOND);
-    if (unit == "s")
-        return seconds(quantity);
-    if (unit == "Hz")
-        return hertz(quantity);
-    if (unit == "Q")
-        return "Q " + fixed(quantity, 2);
-    if (unit == ":1")
-        return fixed(quantity, 2) + ":1";
-    const std::string number = trimmed(quantity, PLAIN_DECIMALS);
-    return unit.empty() ? number : counted(number, unit);
 }
 
 } // namespace
@@ -104,6 +64,23 @@ double controller_quantity(unsigned number, int byte) {
     return value;
 }
 
+std::string quantity_display(double quantity, std::string_view unit) {
+    if (unit == "level")
+        return decibels(quantity);
+    if (unit == "samples")
+        return seconds(quantity / SAMPLES_PER_SECOND);
+    if (unit == "s")
+        return seconds(quantity);
+    if (unit == "Hz")
+        return hertz(quantity);
+    if (unit == "Q")
+        return "Q " + fixed_number(quantity, 2);
+    if (unit == ":1")
+        return fixed_number(quantity, 2) + ":1";
+    const std::string number = trimmed_number(quantity, PLAIN_DECIMALS);
+    return unit.empty() ? number : counted(number, unit);
+}
+
 std::string controller_display(unsigned number, int byte) {
     const ControllerInfo* info = find_controller(number);
     if (info == nullptr)
@@ -114,5 +91,5 @@ std::string controller_display(unsigned number, int byte) {
                    ? info->choices.labels[size_t(choice)]
                    : std::to_string(byte);
     }
-    return with_unit(controller_quantity(number, byte), info->unit);
+    return quantity_display(controller_quantity(number, byte), info->unit);
 }

@@ -3,12 +3,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // The quantity that controller `number` (0..205) has at `byte` (0..127): mapped and bent by the
 // controller's curve, in the unit of its row (see ControllerInfo).
 double controller_quantity(unsigned number, int byte);
 
-// That quantity with its unit: levels in dB ("-inf dB" for silence), times in ms or s, frequencies
-// in Hz or kHz; the label where the controller picks one of a list.  A byte that is beyond the
-// list, or a controller without a key, shows the number itself.
+// A quantity in the unit of a controller's row: levels in dB ("-inf dB" for silence), times in ms
+// or s, frequencies in Hz or kHz.
+std::string quantity_display(double quantity, std::string_view unit);
+
+// The controller's quantity so; the label where the controller picks one of a list.  A byte that is
+// beyond the list, or a controller without a key, shows the number itself.
 std::string controller_display(unsigned number, int byte);

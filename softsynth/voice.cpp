@@ -7,6 +7,7 @@
 
 #include "common/assertion.h"
 #include "softsynth/channel.h"
+#include "softsynth/note_frequency.h"
 #include "softsynth/pitch_bend.h"
 
 namespace {
@@ -20,11 +21,6 @@ constexpr unsigned FINE_AMOUNT = CTRL_OSC1_INFLUENCE_FINE_AMOUNT - CTRL_OSC1_INF
 constexpr int MULTIPLYING_AMOUNT = 127;
 
 constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
-
-// Equal temperament, A4 (note 69) = 440 Hz.
-float note_frequency(float note) {
-    return float(440.0 * std::exp2((double(note) - 69.0) / 12.0));
-}
 
 } // namespace
 

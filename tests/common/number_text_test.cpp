@@ -137,4 +137,15 @@ TEST(NumberText, TheHostsLocaleIsWithoutInfluence) {
               "Controller 7 value -0.500000 out of range, clamping to lowest\n");
 }
 
+TEST(NumberText, RoundedNumbersHaveNoSignOnZeroAndTrimmedOnesNoLastZeros) {
+    EXPECT_EQ(fixed_number(-0.004, 2), "0.00");
+    EXPECT_EQ(fixed_number(-0.006, 2), "-0.01");
+    EXPECT_EQ(fixed_number(1234.5, 0), "1234");
+    EXPECT_EQ(fixed_number(-1e300, 9).size(), 312U);
+    EXPECT_EQ(trimmed_number(2.5, 4), "2.5");
+    EXPECT_EQ(trimmed_number(100.0, 2), "100");
+    EXPECT_EQ(trimmed_number(100.0, 0), "100");
+    EXPECT_EQ(trimmed_number(-0.0001, 2), "0");
+}
+
 } // namespace

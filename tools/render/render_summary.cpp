@@ -2,21 +2,14 @@
 
 #include "tools/render/render_summary.h"
 
-#include <charconv>
 #include <nlohmann/json.hpp>
+
+#include "common/number_text.h"
 
 namespace {
 
-// As the C locale writes it, rounded to `digits` after the point.
-std::string fixed_text(double number, int digits) {
-    char text[64];
-    const auto end =
-        std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, digits);
-    return {text, end.ptr};
-}
-
 std::string level_text(const std::optional<double>& level) {
-    return level ? fixed_text(*level, 1) : "-inf";
+    return level ? fixed_number(*level, 1) : "-inf";
 }
 
 double length_in_seconds(const RenderResult& result) {
@@ -26,11 +19,11 @@ double length_in_seconds(const RenderResult& result) {
 } // namespace
 
 std::string summary_text(const std::string& path, const RenderResult& result) {
-    return path + ": " + fixed_text(length_in_seconds(result), 2) + " s, " +
+    return path + ": " + fixed_number(length_in_seconds(result), 2) + " s, " +
            container_name(result.format) + " " + sample_type_name(result.format) + " " +
            std::to_string(result.format.rate) + " Hz, peak " + level_text(result.peak_dbfs) +
            " dBFS, " + level_text(result.loudness_lufs) + " LUFS, " +
-           fixed_text(result.times_real_time, 1) + " times real time\n";
+           fixed_number(result.times_real_time, 1) + " times real time\n";
 }
 
 std::string summary_json(const std::string& path, const RenderResult& result) {

@@ -1,0 +1,10 @@
+// The frequency of a note.
+
+#pragma once
+
+#include <cmath>
+
+// In Hz; `note` in semitones, MIDI numbering.  Equal temperament, A4 (note 69) = 440 Hz.
+inline float note_frequency(float note) {
+    return float(440.0 * std::exp2((double(note) - 69.0) / 12.0));
+}
