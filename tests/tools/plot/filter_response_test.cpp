@@ -1,0 +1,113 @@
+// Tests of filter responses at points that theory gives, and of an instrument's settings.
+
+#include "tools/plot/filter_response.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "softsynth/constants.h"
+#include "softsynth/ladderfilter.h"
+
+namespace {
+
+// 100 Hz ... 10 kHz: exact in the cutoff's octaves to 0.001 Hz.
+FilterSettings filter_at(FilterType type, double cutoff, double q, int depth = 1) {
+    FilterSettings filter;
+    filter.type = type;
+    filter.depth = depth;
+    filter.cutoff_octaves = float(std::log2(cutoff / 20));
+    filter.resonance = float(q);
+    return filter;
+}
+
+double gain(const FilterSettings& filter, double frequency) {
+    return filter_gains(filter, {frequency}).front();
+}
+
+TEST(FilterResponse, ABiquadHasItsQAtTheCutoff) {
+    // |H| = Q at the cutoff of the cookbook's low-pass and high-pass; single precision: 0.01 dB.
+    for (const double cutoff : {100.0, 1000.0, 10000.0}) {
+        EXPECT_NEAR(gain(filter_at(FILTER_LOWPASS, cutoff, std::sqrt(0.5)), cutoff), -3.01, 0.01);
+        EXPECT_NEAR(gain(filter_at(FILTER_HIGHPASS, cutoff, 4.0, 3), cutoff), 12.04, 0.01);
+        EXPECT_NEAR(gain(filter_at(FILTER_BANDPASS, cutoff, 4.0), cutoff), 0.0, 0.01);
+    }
+    EXPECT_NEAR(gain(filter_at(FILTER_LOWPASS, 8000, std::sqrt(0.5)), 20), 0.0, 0.01);
+    // Two octaves above: 40 log10(4).
+    EXPECT_NEAR(gain(filter_at(FILTER_LOWPASS, 100, std::sqrt(0.5)), 400), -24.1, 0.1);
+    FilterSettings peak = filter_at(FILTER_PEAKING_EQ, 1000, 2.0);
+    peak.gain = 0.25F;
+    EXPECT_NEAR(gain(peak, 1000), 10.0, 0.01); // 20 log10((10^0.25)^2)
+}
+
+TEST(FilterResponse, ADeepNotchStaysFinite) {
+    EXPECT_GE(gain(filter_at(FILTER_NOTCH, 1000, 1.0), 1000), MIN_GAIN_DB);
+    EXPECT_LT(gain(filter_at(FILTER_NOTCH, 1000, 1.0), 1000), -80.0);
+}
+
+TEST(FilterResponse, AWaveshaperAddsItsSlopeForQuietSound) {
+    // 0.93343276 before times 1.1850098 after the sections.
+    const double slope = 20 * std::log10(0.93343276 * 1.1850098);
+    for (const double frequency : {50.0, 1000.0, 5000.0}) {
+        const FilterSettings plain = filter_at(FILTER_LOWPASS, 1000, 3.0, 2);
+        FilterSettings shaped = plain;
+        shaped.type = FilterType(FILTER_LOWPASS + NUM_BASE_FILTER_TYPES);
+        EXPECT_NEAR(gain(shaped, frequency), gain(plain, frequency) + slope, 0.02) << frequency;
+    }
+    EXPECT_NEAR(gain(filter_at(FilterType(9), 1000, 3.0), 3000), slope, 0.02);
+    EXPECT_TRUE(is_filter_on(filter_at(FilterType(9), 1000, 3.0, 0)));
+}
+
+TEST(FilterResponse, TheLadderHasFourPolesWithoutResonance) {
+    const FilterSettings ladder = filter_at(FilterType(21), 1000, 0.0);
+    EXPECT_NEAR(gain(ladder, 1000) - gain(ladder, 20), 4 * -3.01, 0.8); // its tuning is a fit
+    EXPECT_NEAR(gain(ladder, 8000) - gain(ladder, 4000), -24.0, 2.0);
+    EXPECT_FALSE(is_filter_on(filter_at(FILTER_LOWPASS, 1000, 1.0, 0)));
+}
+
+TEST(FilterResponse, TheLaddersGainIsThatOfASine) {
+    // A sine of a hundredth of full scale, measured once the filter has settled.
+    const FilterSettings settings = filter_at(FilterType(24), 700, 5.0);
+    const std::vector<float> cutoff(MAX_NUM_SAMPLES, settings.cutoff_octaves);
+    const std::vector<float> resonance(MAX_NUM_SAMPLES, settings.resonance);
+    for (const unsigned cycles : {20U, 50U, 200U}) { // a block
+        LadderFilter filter;
+        filter.init(settings.type, 0.0F);
+        double energy = 0.0;
+        for (int block = 0; block < 10; block++) {
+            std::vector<float> sine(MAX_NUM_SAMPLES);
+            for (unsigned i = 0; i < MAX_NUM_SAMPLES; i++)
+                sine[i] = float(0.01 * std::sin(2 * M_PI * cycles * i / MAX_NUM_SAMPLES));
+            filter.render(sine.data(), MAX_NUM_SAMPLES, cutoff.data(), resonance.data());
+            energy = 0.0;
+            for (const float sample : sine)
+                energy += double(sample) * double(sample);
+        }
+        const double rms = std::sqrt(energy / MAX_NUM_SAMPLES);
+        EXPECT_NEAR(gain(settings, cycles * 44100.0 / MAX_NUM_SAMPLES),
+                    20 * std::log10(rms / (0.01 * std::sqrt(0.5))), 0.05);
+    }
+}
+
+TEST(FilterResponse, AnInstrumentsFiltersAreItsControllers) {
+    Instrument instrument;
+    instrument.set_controller(CTRL_FILTER1_TYPE, 14);
+    instrument.set_controller(CTRL_FILTER1_DEPTH, 3);
+    instrument.set_controller(CTRL_FILTER1_CUTOFF, 127);
+    instrument.set_controller(CTRL_CHAN_FILTER4_TYPE, 6);
+    instrument.set_controller(CTRL_CHAN_FILTER4_GAIN, 127);
+    const FilterSettings voice = voice_filter_settings(instrument, 69);
+    EXPECT_EQ(voice.type, 14);
+    EXPECT_EQ(voice.depth, 3);
+    EXPECT_FLOAT_EQ(voice.cutoff_octaves, 10.0F);
+    EXPECT_EQ(voice.key_frequency, 0.0F);
+    instrument.set_controller(CTRL_FILTER1_KEY_FOLLOW, 1);
+    EXPECT_EQ(voice_filter_settings(instrument, 69).key_frequency, 440.0F);
+    const FilterSettings last = channel_filter_settings(instrument, 3);
+    EXPECT_EQ(last.type, FILTER_PEAKING_EQ);
+    EXPECT_FLOAT_EQ(last.gain, 0.5F);
+    EXPECT_FALSE(is_filter_on(channel_filter_settings(instrument, 2)));
+}
+
+} // namespace

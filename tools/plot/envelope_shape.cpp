@@ -1,0 +1,48 @@
+// The course of an instrument's envelopes.
+
+#include "tools/plot/envelope_shape.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <set>
+
+#include "softsynth/constants.h"
+#include "softsynth/envelope.h"
+
+namespace {
+
+Envelope make_envelope(const Instrument& instrument, unsigned index) {
+    const auto cubed = [&](unsigned first) {
+        const float value =
+            map_char_to_float(first + index, instrument.get_controller(first + index));
+        return value * value * value;
+    };
+    Envelope envelope;
+    env_init(&envelope, 0, uint32_t(cubed(CTRL_ENV1_ATTACK)), uint32_t(cubed(CTRL_ENV1_DECAY)),
+             cubed(CTRL_ENV1_SUSTAIN), uint32_t(cubed(CTRL_ENV1_RELEASE)), 1.0F);
+    return envelope;
+}
+
+} // namespace
+
+std::vector<PlotPoint> envelope_points(const Instrument& instrument, unsigned index, double hold) {
+    Envelope envelope = make_envelope(instrument, index);
+    env_set_release_time(&envelope, uint32_t(hold * SAMPLE_RATE));
+    const uint32_t length = env_get_done_time(&envelope) + 1;
+    std::vector<float> levels(length);
+    env_render(&envelope, levels.data(), 0, length);
+    // An envelope is straight from corner to corner, and at each it may turn or fall between the
+    // sample before and its own.
+    std::set<uint32_t> times{0};
+    for (const uint32_t corner :
+         {envelope.attack_time, envelope.attack_time + envelope.decay_time,
+          envelope.release_start_time, envelope.release_start_time + envelope.release_time}) {
+        times.insert(std::min(corner, length) - (corner > 0 ? 1 : 0));
+        times.insert(std::min(corner, length - 1));
+    }
+    // The first sample is one step of the attack above silence.
+    std::vector<PlotPoint> points{{0.0, 0.0}};
+    for (const uint32_t time : times)
+        points.push_back({double(time) / SAMPLE_RATE, double(levels[time])});
+    return points;
+}

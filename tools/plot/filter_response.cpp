@@ -1,0 +1,144 @@
+// The gain of filters over frequency.
+
+#include "tools/plot/filter_response.h"
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+#include "softsynth/constants.h"
+#include "softsynth/ladderfilter.h"
+#include "softsynth/note_frequency.h"
+
+namespace {
+
+// The ladder's curve is straight to one part in a million at this amplitude.
+constexpr float IMPULSE = 0.001F;
+
+// 0.74 s: a section of the lowest cutoff (20 Hz) and the highest Q of an instrument (7.5) has died
+// down by 50 dB.
+constexpr unsigned NUM_BLOCKS = 16;
+
+// From a channel filter's controllers to the next filter's.
+constexpr unsigned CHANNEL_FILTER_STEP = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
+
+double decibels(double gain) {
+    return gain > 0.0 ? std::max(MIN_GAIN_DB, 20 * std::log10(gain)) : MIN_GAIN_DB;
+}
+
+double radians_per_sample(double frequency) {
+    return 2 * std::numbers::pi * frequency / SAMPLE_RATE;
+}
+
+bool has_waveshaper(const FilterSettings& filter) {
+    return !is_ladder_filter(filter.type) && get_filter_waveshape(filter.type) != 0;
+}
+
+Filter make_biquad(const FilterSettings& settings) {
+    Filter filter;
+    filter.init(get_base_filter_type(settings.type), get_filter_waveshape(settings.type),
+                settings.depth, settings.key_frequency);
+    filter.set_octaves_cutoff(settings.cutoff_octaves);
+    filter.set_resonance(settings.resonance);
+    filter.set_dbgain_normalized(settings.gain);
+    filter.update();
+    return filter;
+}
+
+template <typename AnyFilter>
+std::vector<float> impulse_response(AnyFilter& filter, const FilterSettings& settings) {
+    const std::vector<float> cutoff(MAX_NUM_SAMPLES, settings.cutoff_octaves);
+    const std::vector<float> resonance(MAX_NUM_SAMPLES, settings.resonance);
+    std::vector<float> samples(size_t(NUM_BLOCKS) * MAX_NUM_SAMPLES);
+    samples[0] = IMPULSE;
+    for (unsigned block = 0; block < NUM_BLOCKS; block++)
+        filter.render(samples.data() + size_t(block) * MAX_NUM_SAMPLES, MAX_NUM_SAMPLES,
+                      cutoff.data(), resonance.data());
+    return samples;
+}
+
+std::vector<float> impulse_response(const FilterSettings& settings) {
+    if (!is_ladder_filter(settings.type)) {
+        Filter filter = make_biquad(settings);
+        return impulse_response(filter, settings);
+    }
+    LadderFilter filter;
+    filter.init(settings.type, settings.key_frequency);
+    return impulse_response(filter, settings);
+}
+
+// The Fourier sum at one frequency, by G. Goertzel's recurrence (1958).
+double gain_at(const std::vector<float>& response, double omega) {
+    const double coefficient = 2 * std::cos(omega);
+    double s1 = 0.0;
+    double s2 = 0.0;
+    for (const float sample : response) {
+        const double s0 = double(sample) + coefficient * s1 - s2;
+        s2 = s1;
+        s1 = s0;
+    }
+    return std::abs(s1 - s2 * std::polar(1.0, -omega)) / double(IMPULSE);
+}
+
+} // namespace
+
+bool is_filter_on(const FilterSettings& filter) {
+    if (is_ladder_filter(filter.type) || has_waveshaper(filter))
+        return true;
+    return filter.type != FILTER_NONE && filter.depth > 0;
+}
+
+FilterSettings voice_filter_settings(const Instrument& instrument, int note) {
+    const auto mapped = [&](unsigned number) {
+        return map_char_to_float(number, instrument.get_controller(number));
+    };
+    FilterSettings filter;
+    filter.type = FilterType(instrument.get_controller(CTRL_FILTER1_TYPE));
+    filter.depth = instrument.get_controller(CTRL_FILTER1_DEPTH);
+    filter.cutoff_octaves = mapped(CTRL_FILTER1_CUTOFF);
+    filter.resonance = mapped(CTRL_FILTER1_RESONANCE);
+    if (instrument.get_controller(CTRL_FILTER1_KEY_FOLLOW) != 0)
+        filter.key_frequency = note_frequency(float(note));
+    return filter;
+}
+
+FilterSettings channel_filter_settings(const Instrument& instrument, unsigned index) {
+    const unsigned step = index * CHANNEL_FILTER_STEP;
+    const auto mapped = [&](unsigned first) {
+        return map_char_to_float(first + step, instrument.get_controller(first + step));
+    };
+    FilterSettings filter;
+    filter.type = FilterType(instrument.get_controller(CTRL_CHAN_FILTER1_TYPE + step));
+    filter.depth = 1;
+    filter.cutoff_octaves = mapped(CTRL_CHAN_FILTER1_CUTOFF);
+    filter.resonance = mapped(CTRL_CHAN_FILTER1_RESONANCE);
+    filter.gain = mapped(CTRL_CHAN_FILTER1_GAIN);
+    return filter;
+}
+
+std::vector<double> filter_gains(const FilterSettings& filter,
+                                 const std::vector<double>& frequencies) {
+    std::vector<double> gains;
+    gains.reserve(frequencies.size());
+    if (is_ladder_filter(filter.type) || has_waveshaper(filter)) {
+        const std::vector<float> response = impulse_response(filter);
+        for (const double frequency : frequencies)
+            gains.push_back(decibels(gain_at(response, radians_per_sample(frequency))));
+        return gains;
+    }
+    const Filter biquad = make_biquad(filter);
+    for (const double frequency : frequencies) {
+        const auto omega = float(radians_per_sample(frequency));
+        gains.push_back(decibels(double(std::abs(biquad.evaluate_transfer_function(omega)))));
+    }
+    return gains;
+}
+
+std::vector<double> spread_frequencies(double first, double last, unsigned count) {
+    std::vector<double> frequencies;
+    frequencies.reserve(count);
+    for (unsigned i = 0; i < count; i++)
+        frequencies.push_back(first * std::pow(last / first, double(i) / (count - 1)));
+    return frequencies;
+}
