@@ -56,14 +56,13 @@ void LadderFilter::init(FilterType new_type, float key_frequency) {
 }
 
 void LadderFilter::clear() {
-    y1 = y2 = y3 = y4 = 0.0F;
-    y4_prev = feedback = 0.0F;
-    t1 = t2 = t3 = t4 = 0.0F;
+    stages = Stages();
     decimate_88khz.init();
     decimate_176khz.init();
 }
 
 bool LadderFilter::is_finite() const {
+    const auto& [y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4] = stages;
     const float memory[] = {y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4};
     return all_finite(memory, uint32_t(std::size(memory))) && decimate_88khz.is_finite() &&
            decimate_176khz.is_finite();
@@ -91,6 +90,8 @@ void LadderFilter::update() {
 }
 
 void LadderFilter::render_chunk(const float* in, float* out, uint32_t n) {
+    // Held in registers: `out` could overlap the members.
+    auto [y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4] = stages;
     for (uint32_t i = 0; i < n; i++) {
         const float x = in[i];
         for (uint32_t step = 0; step < OVERSAMPLING; step++) {
@@ -108,6 +109,7 @@ void LadderFilter::render_chunk(const float* in, float* out, uint32_t n) {
             *out++ = (c0 * u + c1 * t1 + c2 * t2 + c3 * t3 + c4 * t4) * gain;
         }
     }
+    stages = {y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4};
 }
 
 void LadderFilter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,

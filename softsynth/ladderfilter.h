@@ -56,6 +56,20 @@ class LadderFilter {
     float estimate_transfer_function(float omega);
 
   private:
+    // The oversampled ladder's memory: stages, feedback and saturated stages.
+    struct Stages {
+        float y1 = 0.0F;
+        float y2 = 0.0F;
+        float y3 = 0.0F;
+        float y4 = 0.0F;
+        float y4_prev = 0.0F;
+        float feedback = 0.0F;
+        float t1 = 0.0F;
+        float t2 = 0.0F;
+        float t3 = 0.0F;
+        float t4 = 0.0F;
+    };
+
     [[nodiscard]] bool is_finite() const;
     void clear();
 
@@ -76,16 +90,7 @@ class LadderFilter {
     float c4 = 0.0F;
 
     // memory
-    float y1 = 0.0F;
-    float y2 = 0.0F;
-    float y3 = 0.0F;
-    float y4 = 0.0F;
-    float y4_prev = 0.0F;
-    float feedback = 0.0F;
-    float t1 = 0.0F;
-    float t2 = 0.0F;
-    float t3 = 0.0F;
-    float t4 = 0.0F;
+    Stages stages;
     AltDownsampler decimate_88khz;  // to 44100 Hz
     AltDownsampler decimate_176khz; // to 88200 Hz
 };
