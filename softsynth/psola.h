@@ -12,7 +12,7 @@
 
 #include <cstdint>
 
-// `in` holds n samples (at least 1); `out` has room for n + 1.  The result, `out_len` samples, is
+// `in` holds n samples (at least 1); `out` has room for n.  The result, `out_len` samples, is
 // n / |speedup| long to within one grain of 896; a negative speedup plays it backwards, 0 counts as
 // 1, and a factor of 1 copies.
 void psola_time_stretch(const float* in, uint32_t n, int speedup, float* out, uint32_t* out_len);

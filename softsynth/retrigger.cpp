@@ -4,14 +4,19 @@
 
 #include <algorithm>
 
+#include "softsynth/finite.h"
 #include "softsynth/psola.h"
 
 namespace {
 
 constexpr float SAMPLES_PER_MINUTE = 60.0F * SAMPLE_RATE;
 
-uint32_t samples_per_beat(float bpm) {
-    return uint32_t(SAMPLES_PER_MINUTE / bpm);
+// At most `longest`, which also takes the place of what is not a number.
+uint32_t samples_per_beat(float bpm, uint32_t longest) {
+    const float samples = SAMPLES_PER_MINUTE / bpm;
+    if (!(samples < float(longest)))
+        return longest;
+    return samples > 1.0F ? uint32_t(samples) : 1;
 }
 
 } // namespace
@@ -32,7 +37,7 @@ void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
     const float* speedups = speedup_buf.get_first_sample_ptr();
     const float* wets = wet_buf.get_first_sample_ptr();
     const uint32_t size = buf.get_buf_size();
-    uint32_t period = samples_per_beat(bpm);
+    uint32_t period = samples_per_beat(bpm, MASK);
     for (uint32_t i = 0; i < size; i++, frame += 2) {
         const float x = frame[0];
         history[write_pos] = x;
@@ -48,7 +53,7 @@ void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
         if (bpms[i] != bpm || s != speedup) {
             bpm = bpms[i];
             speedup = s;
-            period = samples_per_beat(bpm);
+            period = samples_per_beat(bpm, MASK);
             capture_start = write_pos;
         }
         if (write_pos == ((capture_start + period) & MASK))
@@ -62,6 +67,8 @@ void RetriggerBox::capture(int factor, uint32_t period) {
     for (uint32_t i = 0; i < period; i++)
         beat[i] = history[(capture_start + i) & MASK];
     psola_time_stretch(beat, period, factor, loop, &loop_len);
+    // The loop sounds for a whole beat, however short the fault was that it was made from.
+    scrub_non_finite(loop, loop_len);
     capture_start = write_pos;
     play_pos = 0;
 }

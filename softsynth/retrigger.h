@@ -1,4 +1,11 @@
 // The master bus's beat repeat: each beat is recorded, shortened, and looped through the next.
+//
+// Own design.  A beat is the integer part of 60 * 44100 / bpm samples; per sample
+//
+//   out = (loop - x) wet + x
+//
+// Beats that the history can not hold (below 41 bpm) are cut to its length.  Samples that are not
+// finite never enter the loop.
 
 #pragma once
 
