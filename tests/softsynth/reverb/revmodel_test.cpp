@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "tests/softsynth/noise.h"
+
 namespace {
 
 std::vector<float> impulse(revmodel& model, long frames) {
@@ -63,6 +65,39 @@ TEST(Reverb, NothingComesBackWithoutWetAndTheRoomSetsTheDecay) {
     EXPECT_LT(decay(1), 1);
 }
 
+// The size of the left output once an input of 1 (`sign` 1) or of alternating 1 and -1 (`sign` -1)
+// on both sides has settled.
+float settled(float room, float damp, float sign) {
+    const auto model = make(1, 0.5F, room);
+    model->setdamp(damp);
+    model->update();
+    std::vector<float> in(8192);
+    for (size_t i = 0; i < in.size(); i++)
+        in[i] = i / 2 % 2 == 0 ? 1.0F : sign;
+    std::vector<float> out(in.size());
+    for (int i = 0; i < 60; i++) // 240,000 frames
+        model->processreplace(in.data(), out.data(), 4096);
+    return std::fabs(out[0]);
+}
+
+TEST(Reverb, SteadySoundsMeetTheory) {
+    constexpr double INPUT = 2 * 0.015;
+    constexpr double WET = 0.5 * 3;
+    // At 0 Hz the damping has no effect: eight combs of gain 1 / (1 - feedback), all-passes of 1.
+    for (const float damp : {0.0F, 1.0F}) {
+        EXPECT_NEAR(settled(0, damp, 1), INPUT * WET * 8 / (1 - 0.7), 1e-3);
+        EXPECT_NEAR(settled(0.5F, damp, 1), INPUT * WET * 8 / (1 - 0.84), 1e-3);
+    }
+    // At 22050 Hz the low-pass is (1 - d) / (1 + d); four of the left combs are even and four odd,
+    // and the three odd all-passes have a gain of -5/3.
+    for (const float damp : {0.0F, 0.5F, 1.0F}) {
+        const double d = 0.4 * double(damp);
+        const double loop = 0.84 * (1 - d) / (1 + d);
+        const double combs = 4 / (1 - loop) - 4 / (1 + loop);
+        EXPECT_NEAR(settled(0.5F, damp, -1), INPUT * WET * combs * 125 / 27, 2e-3) << damp;
+    }
+}
+
 TEST(Reverb, RecoversFromWhatIsNotFinite) {
     const auto model = make(1, 1);
     std::vector<float> in(512, INFINITY);
@@ -75,10 +110,18 @@ TEST(Reverb, RecoversFromWhatIsNotFinite) {
         for (const float sample : out)
             ASSERT_TRUE(std::isfinite(sample));
     }
-    // A spoilt delay memory has been cleared, and what sounds afterwards is new.
-    const std::vector<float> again = impulse(*model, 8192);
-    EXPECT_TRUE(std::isfinite(energy(again, 0, 8192)));
-    EXPECT_GT(energy(again, 0, 8192), 0);
+    // The delay memory has been cleared as a whole: what sounds now is what a new reverb plays.
+    EXPECT_EQ(impulse(*model, 8192), impulse(*make(1, 1), 8192));
+}
+
+TEST(Reverb, ReplacesOrAddsTheSameSound) {
+    const std::vector<float> in = noise(8192);
+    std::vector<float> added(in.size());
+    std::vector<float> replaced(in.size(), 5.0F);
+    make(0.3F, 1)->processmix(in.data(), added.data(), 4096);
+    make(0.3F, 1)->processreplace(in.data(), replaced.data(), 4096);
+    EXPECT_EQ(added, replaced);
+    EXPECT_GT(energy(added, 2000, 4096), 0);
 }
 
 } // namespace
