@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <numbers>
+#include <string>
 
 #include "common/number_text.h"
 #include "softsynth/control_segments.h"

@@ -1,7 +1,13 @@
 // Fixed 2:1 converters: symmetric half-band FIR filters of 26 taps.
 //
-// The kernels are tables of this system (own design); the sums of their taps are not 1, which is
-// part of the sound.  A converter keeps a circular history of 32 samples.
+// Polyphase form, x[-j] the input j samples before the newest and h[25 - j] = h[j]:
+//
+//   up:    even = sum h[2j] x[-j];   odd = sum h[2j + 1] x[-j]            j = 0..12
+//   down:  y = sum h[j] (x[-(25 - j)] + x[-j]) after each pair of inputs
+//
+// The kernels are tables of this system (own design).  Their taps add up to 1.394, not to 1, which
+// is part of the sound.  A converter keeps a circular history of 32 samples; without feedback it is
+// always stable.
 
 #pragma once
 

@@ -1,4 +1,10 @@
-// A Schroeder all-pass section with the fixed feedback 0.5.
+// An all-pass section with the fixed feedback 0.5.
+//
+//   output = b - x,  b the oldest sample;   new sample = x + b / 2
+//
+// After M. R. Schroeder, "Natural sounding artificial reverberation" (1962), but with a direct path
+// of -1 instead of -1/2: the gain runs from 1 to 5/3 over frequency.  That is part of the sound.
+// Stable, since the feedback is below 1.
 
 #pragma once
 

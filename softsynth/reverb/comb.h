@@ -1,6 +1,9 @@
 // A comb filter with a one-pole low-pass in its feedback.
 //
 //   s <- s damp1 + y damp2,  y the oldest sample;   new sample = x + s feedback
+//
+// After J. A. Moorer, "About this reverberation business" (1979).  The low-pass has a gain of
+// 1 at 0 Hz and less above (damp1 + damp2 = 1), so every feedback between -1 and 1 is stable.
 
 #pragma once
 
