@@ -24,8 +24,8 @@ class PngPainter : public PlotPainter {
 
   private:
     struct Destroy {
-        void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-        void operator()(cairo_t* context) const { cairo_destroy(context); }
+        void operator()(cairo_surface_t* image) const { cairo_surface_destroy(image); }
+        void operator()(cairo_t* drawing) const { cairo_destroy(drawing); }
     };
 
     void set_color(Color color);
