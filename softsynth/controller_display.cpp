@@ -56,8 +56,8 @@ double controller_quantity(unsigned number, int byte) {
         return value * value * value;
     case ControllerCurve::OCTAVES:
         return LOWEST_OCTAVE_HZ * std::exp2(value);
-    case ControllerCurve::POWER_OF_TEN:
-        return std::pow(10.0, value);
+    case ControllerCurve::SQUARED_POWER_OF_TEN:
+        return std::pow(10.0, 2.0 * value);
     case ControllerCurve::LINEAR_CURVE:
         break;
     }

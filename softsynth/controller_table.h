@@ -21,8 +21,9 @@ enum class ControllerScope {
 enum class ControllerCurve {
     LINEAR_CURVE,
     CUBED,
-    OCTAVES,      // 20 Hz * 2^x
-    POWER_OF_TEN, // 10^x
+    OCTAVES, // 20 Hz * 2^x
+    // 10^2x: what a filter with the gain factor A = 10^x gains at its peak or on its shelf, A^2
+    SQUARED_POWER_OF_TEN,
 };
 
 // mapped float = offset + scale * byte, when `exists`

@@ -14,7 +14,7 @@ TEST(ControllerDisplay, EveryUnitHasItsForm) {
     EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 0), "-inf dB");
     EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 127), "0.0 dB");
     EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 64), "-17.9 dB"); // 60 log10(64 / 127)
-    EXPECT_EQ(controller_display(CTRL_CHAN_FILTER1_GAIN, 0), "-10.0 dB");
+    EXPECT_EQ(controller_display(CTRL_CHAN_FILTER1_GAIN, 0), "-20.0 dB");
     EXPECT_EQ(controller_display(CTRL_FCMPR_PRE_GAIN, 80), "0.0 dB"); // just below 1
     EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 0), "20.0 Hz");
     EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 127), "20.5 kHz"); // ten octaves
