@@ -76,6 +76,14 @@ void Channel::free_voice(const Voice& v) {
     TARQ_ASSERT(used_voices >= 0);
 }
 
+void Channel::move_clock_back(uint32_t frames, uint32_t now) {
+    controllers.move_clock_back(frames);
+    // A silence is never longer than what keeps the difference of two times in 31 bits.
+    if (int32_t(now - last_render_time) > int32_t(FRESH_SILENCE))
+        last_render_time = now - FRESH_SILENCE;
+    last_render_time -= frames;
+}
+
 int Channel::last_int(unsigned controller) const {
     return controllers.get_controller(controller).get_last_int_value();
 }

@@ -38,6 +38,9 @@ class Channel {
     // A voice of this channel has finished.
     void free_voice(const Voice& v);
 
+    // Lets the clock, now at `now`, start `frames` later.
+    void move_clock_back(uint32_t frames, uint32_t now);
+
     // In Hz; negative: no note yet.
     [[nodiscard]] float get_last_note_frequency() const { return last_note_frequency; }
     void set_last_note_frequency(float frequency) { last_note_frequency = frequency; }

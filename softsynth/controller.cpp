@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 
 #include "common/assertion.h"
+#include "softsynth/timeline_memory.h"
 
-Controller::Controller() : events(new ControllerEvent[8]) {}
+Controller::~Controller() {
+    if (events != own_events)
+        give_back_timeline(events);
+}
 
 bool Controller::is_global(unsigned number) {
     const ControllerInfo* info = find_controller(number);
@@ -27,10 +30,12 @@ bool Controller::is_constant(unsigned number) {
 
 void Controller::push_back(const ControllerEvent& event) {
     if (num_events == capacity) {
-        std::unique_ptr<ControllerEvent[]> full = std::move(events);
-        events.reset(new (std::nothrow) ControllerEvent[size_t(capacity) * 2]);
+        ControllerEvent* const full = events;
+        events = take_timeline(2 * capacity);
         TARQ_ASSERT(events);
-        std::copy_n(full.get(), num_events, events.get());
+        std::copy_n(full, num_events, events);
+        if (full != own_events)
+            give_back_timeline(full);
         capacity *= 2;
     }
     events[num_events] = event;
@@ -40,8 +45,18 @@ void Controller::push_back(const ControllerEvent& event) {
 
 void Controller::reset() {
     TARQ_ASSERT(num_events > 0);
-    events[0].value = last_value;
+    own_events[0] = {events[0].time, last_value};
     num_events = 1;
+    if (events != own_events) {
+        give_back_timeline(events);
+        events = own_events;
+        capacity = OWN_EVENTS;
+    }
+}
+
+void Controller::move_clock_back(uint32_t frames) {
+    for (uint32_t i = 0; i < num_events; i++)
+        events[i].time -= std::min(events[i].time, frames);
 }
 
 void Controller::set_mapping(float new_offset, float new_scale) {
@@ -103,4 +118,9 @@ const Controller& ControllerArray::get_controller(unsigned num) const {
 void ControllerArray::reset() {
     for (Controller& controller : controllers)
         controller.reset();
+}
+
+void ControllerArray::move_clock_back(uint32_t frames) {
+    for (Controller& controller : controllers)
+        controller.move_clock_back(frames);
 }

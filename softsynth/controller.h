@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "softsynth/buffer.h"
 #include "softsynth/controller_table.h"
@@ -19,18 +18,25 @@ struct ControllerEvent {
 
 class Controller {
   public:
-    Controller();
+    Controller() = default;
+    ~Controller();
+    Controller(const Controller&) = delete;
+    Controller& operator=(const Controller&) = delete;
 
     static bool is_global(unsigned number);
     static bool is_channel(unsigned number);
     // True when only the last value of a block is ever used.
     static bool is_constant(unsigned number);
 
-    // Appends a change; events come in time order.  The timeline doubles when it is full.
+    // Appends a change; events come in time order.  The timeline doubles when it is full, see
+    // timeline_memory.
     void push_back(const ControllerEvent& event);
 
     // Keeps one event: the last value, at the first event's time.
     void reset();
+
+    // Lets the clock start `frames` later: all times become smaller by that, 0 at least.
+    void move_clock_back(uint32_t frames);
 
     [[nodiscard]] bool has_multiple_values() const { return num_events >= 2; }
     [[nodiscard]] int get_last_int_value() const { return last_value; }
@@ -59,12 +65,15 @@ class Controller {
     template <typename Fill>
     void for_each_step(uint32_t time, uint32_t num_samples, const Fill& fill) const;
 
+    static constexpr uint32_t OWN_EVENTS = 8;
+
     int32_t last_value = 0;
-    std::unique_ptr<ControllerEvent[]> events;
     uint32_t num_events = 1;
-    uint32_t capacity = 8;
+    uint32_t capacity = OWN_EVENTS;
     float offset = 0.0F;
     float scale = 1.0F / 127;
+    ControllerEvent* events = own_events;
+    ControllerEvent own_events[OWN_EVENTS];
 };
 
 // The controllers of one channel, indexed by number.  The global controllers live in channel 0's.
@@ -76,6 +85,7 @@ class ControllerArray {
     [[nodiscard]] const Controller& get_controller(unsigned num) const;
 
     void reset();
+    void move_clock_back(uint32_t frames);
 
   private:
     Controller controllers[NUM_CONTROLLERS];

@@ -13,6 +13,7 @@
 #include "softsynth/finite.h"
 #include "softsynth/flush_to_zero.h"
 #include "softsynth/pitch_bend.h"
+#include "softsynth/timeline_memory.h"
 #include "softsynth/waveform.h"
 
 Tarquil* g_synth = nullptr;
@@ -57,6 +58,7 @@ Tarquil::Tarquil(const char* settings_filename) {
     settings.emit_global_controllers(channels[0].get_controllers(), 0);
     for (int c = 0; c < NUM_CHANNELS; c++)
         settings.get_instrument(unsigned(c)).emit_program_change(channels[c].get_controllers(), 0);
+    prepare_timeline_memory();
     aux_filter.init(FILTER_HIGHPASS, 1);
     compressor.reset();
     retrigger.reset();
@@ -81,6 +83,13 @@ void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events
     scrub_non_finite(pcm_out, 2 * num_samples);
     for (uint32_t i = 0; i < 2 * num_samples; i++)
         pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+}
+
+void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
+    TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
+    for (Channel& channel : channels)
+        channel.move_clock_back(frames, now);
+    voice_pool.move_clock_back(frames);
 }
 
 void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_events) {

@@ -43,6 +43,14 @@ class Tarquil {
     void run(float* pcm_out, uint32_t num_samples, const midi_event* events, uint32_t num_events,
              uint32_t time);
 
+    // Between two runs, the next of which would start at `now`: lets the clock start `frames`
+    // later, so that the next run starts at `now - frames`.  Inaudible when that is still beyond
+    // the longest envelope and portamento (MIN_MOVED_CLOCK).
+    void move_clock_back(uint32_t frames, uint32_t now);
+
+    // The earliest time that a moved clock may show: 6087 s, longer than any slope that a note has.
+    static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
+
     VoicePool& get_voice_pool() { return voice_pool; }
     TarqSettings& get_settings() { return settings; }
     [[nodiscard]] const MultiCompressor& get_compressor() const { return compressor; }

@@ -92,6 +92,14 @@ void env_set_cut_time(Envelope* env, uint32_t time) {
     env->cut_time = time;
 }
 
+void env_move_clock_back(Envelope* env, uint32_t frames) {
+    env->attack_start_time -= std::min(env->attack_start_time, frames);
+    for (uint32_t* time : {&env->release_start_time, &env->cut_time}) {
+        if (*time < TIME_NEVER)
+            *time -= std::min(*time, frames);
+    }
+}
+
 void env_render(Envelope* env, float* buf, uint32_t start_time, uint32_t end_time) {
     TARQ_ASSERT(env->attack_start_time < end_time);
     render_held(env, buf, start_time, end_time);

@@ -30,6 +30,10 @@ void env_init(Envelope* env, uint32_t start, uint32_t attack, uint32_t decay, fl
 void env_set_release_time(Envelope* env, uint32_t time);
 void env_set_cut_time(Envelope* env, uint32_t time);
 
+// Lets the clock start `frames` later.  A time before that becomes 0, which changes nothing when
+// the clock's new time is beyond the longest slope.
+void env_move_clock_back(Envelope* env, uint32_t frames);
+
 // Writes samples [start_time, end_time) into buf[0 .. end_time - start_time).  The range must end
 // after the note-on.
 void env_render(Envelope* env, float* buf, uint32_t start_time, uint32_t end_time);

@@ -305,3 +305,9 @@ void Voice::free() {
     channel->free_voice(*this);
     channel = nullptr;
 }
+
+void Voice::move_clock_back(uint32_t frames, uint32_t new_start_time) {
+    start_time = new_start_time;
+    for (Envelope& envelope : envelopes)
+        env_move_clock_back(&envelope, frames);
+}

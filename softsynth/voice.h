@@ -37,6 +37,9 @@ class Voice {
     void note_cut(uint32_t time);
     void free();
 
+    // Lets the clock start `frames` later; `new_start_time` is the note-on on the new clock.
+    void move_clock_back(uint32_t frames, uint32_t new_start_time);
+
     [[nodiscard]] bool is_active() const { return channel != nullptr; }
     [[nodiscard]] bool is_cut() const;
     [[nodiscard]] bool belongs_to_channel(const Channel& other) const { return channel == &other; }

@@ -18,6 +18,9 @@ class VoicePool {
     // Active voices of all channels.
     [[nodiscard]] int voices_used() const;
 
+    // Lets the clock start `frames` later.  Notes that are older than that stay in their order.
+    void move_clock_back(uint32_t frames);
+
     Voice* begin() { return voices; }
     Voice* end() { return voices + NUM_VOICES; }
     [[nodiscard]] const Voice* begin() const { return voices; }
