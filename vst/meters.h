@@ -1,0 +1,18 @@
+// What the audio thread tells the editor, without locks.
+
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+// Written once a block; who shows a value takes it and starts it anew.
+struct Meters {
+    std::atomic<bool> watched{false}; // nothing is measured for nobody
+
+    // The highest absolute sample since it was taken.
+    std::atomic<float> peak_left{0.0F};
+    std::atomic<float> peak_right{0.0F};
+
+    std::atomic<uint32_t> played_channels{0}; // bit c: channel c had a note-on since it was taken
+    std::atomic<int> voices{0};               // sounding now
+};

@@ -1,0 +1,25 @@
+// The host's parameters: the keyed controllers in table order, then one without a key.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/controller_table.h"
+
+inline constexpr int32_t NUM_VST_PARAMS = int32_t(NUM_KEYED_CONTROLLERS) + 1;
+
+// Index 0 stands for "no parameter": hosts use it where they have none.
+inline constexpr int32_t NO_VST_PARAM = 0;
+
+// The controller of parameter `index`, 0 up to NUM_VST_PARAMS.
+int vst_param_to_controller(int32_t index);
+
+// Its text key; empty for the last.
+const char* vst_param_name(int32_t index);
+
+// NO_VST_PARAM for a controller that has no parameter.
+int32_t controller_to_vst_param(int controller);
+
+// The byte that a parameter's value 0..1 means, and the other way round.
+int vst_value_to_byte(float value);
+float byte_to_vst_value(int byte);

@@ -1,0 +1,318 @@
+// The plug-in object: parameters, programs and saved states.
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+#include "common/assertion.h"
+#include "common/directory_image.h"
+#include "common/file_system.h"
+#include "common/log/log.h"
+#include "common/number_text.h"
+#include "instrument/checked_load.h"
+#include "vst/abi/host_text.h"
+#include "vst/tarq_vst.h"
+
+namespace {
+
+constexpr const char* BANK_OF_IMAGE = "default.tqb";
+
+std::string shown_value(int controller, int byte) {
+    char text[kVstMaxParamStrLen];
+    float2string(map_char_to_float(unsigned(controller), byte), text, sizeof(text));
+    return text;
+}
+
+bool is_image(std::string_view bytes) {
+    return bytes.size() >= 4 && (bytes.substr(0, 4) == "MFIL" || bytes.substr(0, 4) == "MVFS");
+}
+
+bool is_pitch_bend(int controller) {
+    return controller == CTRL_PITCH_BEND_MSB || controller == CTRL_PITCH_BEND_LSB;
+}
+
+void copy_instrument_name(const Instrument& instrument, char* text) {
+    const std::string& name = instrument.get_name();
+    copy_host_text(text, name.empty() ? "(none)" : name, kVstMaxProgNameLen);
+}
+
+} // namespace
+
+void TarqVST::setParameter(int32_t index, float value) {
+    if (index == NO_VST_PARAM)
+        return;
+    const LockHolder holder(synth_lock);
+    const int controller = vst_param_to_controller(index);
+    if (!is_pitch_bend(controller))
+        set_controller(controller, vst_value_to_byte(value));
+}
+
+float TarqVST::getParameter(int32_t index) {
+    return byte_to_vst_value(get_controller(vst_param_to_controller(index)));
+}
+
+void TarqVST::getParameterName(int32_t index, char* text) {
+    copy_host_text(text, vst_param_name(index), kVstMaxParamStrLen);
+}
+
+void TarqVST::getParameterDisplay(int32_t index, char* text) {
+    if (index == NO_VST_PARAM) {
+        copy_host_text(text, "(none)", kVstMaxParamStrLen);
+        return;
+    }
+    const int controller = vst_param_to_controller(index);
+    copy_host_text(text, shown_value(controller, get_controller(controller)), kVstMaxParamStrLen);
+}
+
+void TarqVST::getParameterLabel(int32_t /*index*/, char* text) {
+    copy_host_text(text, " none   ", kVstMaxParamStrLen);
+}
+
+bool TarqVST::canParameterBeAutomated(int32_t index) {
+    return index != NO_VST_PARAM && !is_pitch_bend(vst_param_to_controller(index));
+}
+
+bool TarqVST::string2parameter(int32_t index, const char* text) {
+    if (!canParameterBeAutomated(index))
+        return false;
+    const std::string_view typed = text;
+    const size_t first = typed.find_first_not_of(" \t");
+    if (first == std::string_view::npos ||
+        std::string_view("+-.0123456789").find(typed[first]) == std::string_view::npos)
+        return false;
+    const double wanted = text_to_number(typed);
+    const int controller = vst_param_to_controller(index);
+    int nearest = 0;
+    double smallest = INFINITY;
+    for (int byte = 0; byte < 128; byte++) {
+        const double distance =
+            std::fabs(double(map_char_to_float(unsigned(controller), byte)) - wanted);
+        if (distance < smallest) {
+            smallest = distance;
+            nearest = byte;
+        }
+    }
+    set_controller(controller, nearest);
+    return true;
+}
+
+void TarqVST::set_controller(int index, int value) {
+    TARQ_ASSERT(index != CTRL_PITCH_BEND_MSB);
+    TARQ_ASSERT(index != CTRL_PITCH_BEND_LSB);
+    const LockHolder holder(synth_lock);
+    const auto controller = unsigned(index);
+    value = filter_controller(controller, value);
+    midi_event event;
+    if (Controller::is_global(controller)) {
+        settings.set_global_controller(controller, value);
+        settings.emit_single_global_controller(&event, controller, curr_time);
+        if (!events.push({&event, 1}))
+            globals_wait = true;
+    } else {
+        const Instrument& instrument = current_instrument();
+        current_instrument().set_controller(controller, value);
+        for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+            if (current_instruments[channel] != unsigned(getProgram()))
+                continue;
+            instrument.emit_single_controller(&event, channel, controller, curr_time);
+            if (!events.push({&event, 1}))
+                waiting_channels |= 1U << channel;
+        }
+    }
+    update_editor();
+}
+
+int TarqVST::get_controller(int index) {
+    const LockHolder holder(synth_lock);
+    const auto controller = unsigned(index);
+    return Controller::is_global(controller) ? settings.get_global_controller(controller)
+                                             : current_instrument().get_controller(controller);
+}
+
+void TarqVST::update_editor() {
+    if (tarq_editor != nullptr && tarq_editor->isOpen())
+        tarq_editor->tarq_update();
+}
+
+void TarqVST::setProgram(int32_t program) {
+    logPrintf("program changed to %ul\n", unsigned(program));
+    curProgram = program;
+    update_editor();
+}
+
+void TarqVST::setProgramName(const char* name) {
+    const LockHolder holder(synth_lock);
+    current_instrument().set_name(name);
+    update_editor();
+}
+
+void TarqVST::getProgramName(char* name) {
+    const LockHolder holder(synth_lock);
+    copy_instrument_name(current_instrument(), name);
+}
+
+bool TarqVST::getProgramNameIndexed(int32_t /*category*/, int32_t index, char* text) {
+    const LockHolder holder(synth_lock);
+    TARQ_ASSERT(index >= 0);
+    if (index >= NUM_PROGRAMS)
+        return false;
+    copy_instrument_name(settings.get_instrument(unsigned(index)), text);
+    return true;
+}
+
+bool TarqVST::copyProgram(int32_t destination) {
+    const LockHolder holder(synth_lock);
+    if (destination < 0 || destination >= NUM_PROGRAMS)
+        return false;
+    settings.get_instrument(unsigned(destination)) = Instrument(current_instrument());
+    follow_load();
+    return true;
+}
+
+int TarqVST::get_current_instrument(int channel) {
+    const LockHolder holder(synth_lock);
+    TARQ_ASSERT(channel >= 0 && channel < NUM_CHANNELS);
+    return int(current_instruments[channel]);
+}
+
+int32_t TarqVST::getChunk(void** data, bool isPreset) {
+    const LockHolder holder(synth_lock);
+    logPrintf("getChunk called, data is %p, isPreset is %d\n", static_cast<void*>(data),
+              int(isPreset));
+    chunk.clear();
+    if (isPreset) {
+        const int error = save_curr_instrument(chunk);
+        if (error != 0) {
+            logPrintf("getChunk: save_current_instrument failed with code %d\n", error);
+            return 0;
+        }
+    } else {
+        const int error = save_bank(chunk);
+        if (error != 0) {
+            logPrintf("getChunk: save_bank failed with code %d\n", error);
+            return 0;
+        }
+    }
+    *data = chunk.data();
+    return int32_t(chunk.size());
+}
+
+int32_t TarqVST::setChunk(const void* data, int32_t byteSize, bool isPreset) {
+    const LockHolder holder(synth_lock);
+    logPrintf("setChunk called, data is %p, byteSize is %d, isPreset is %d\n", data, int(byteSize),
+              int(isPreset));
+    const std::string_view bytes(static_cast<const char*>(data), size_t(byteSize));
+    if (is_image(bytes)) {
+        if (!load_image(bytes.data(), byteSize, isPreset))
+            return 0;
+    } else if (isPreset) {
+        const int error = load_curr_instrument_from_string(bytes);
+        if (error != 0) {
+            logPrintf("setChunk: load_curr_instrument_from_string failed with code %d\n", error);
+            return 0;
+        }
+    } else {
+        const int error = load_bank_from_string(bytes);
+        if (error != 0) {
+            logPrintf("setChunk: load_bank_from_string failed with code %d\n", error);
+            return 0;
+        }
+    }
+    logPrintf("setChunk succeeded\n");
+    return 1;
+}
+
+// A damaged image is not unpacked, so that its load fails.
+bool TarqVST::load_image(const char* image, int32_t length, bool isPreset) {
+    const char* made = mktempdir();
+    if (made == nullptr)
+        return false;
+    const std::string directory = made;
+    if (directory_image_is_sound(image, length))
+        memory_to_directory(directory, image, length);
+    int error = 0;
+    if (isPreset) {
+        // The temporary file is not where the instrument lives.
+        const std::string filename = current_instrument().get_filename();
+        error = load_curr_instrument(concat_paths(directory, DEFAULT_INSTRUMENT_FILE));
+        current_instrument().set_filename(filename);
+        if (error != 0)
+            logPrintf("setChunk: load_curr_instrument failed with code %d\n", error);
+    } else {
+        error = load_bank(concat_paths(directory, BANK_OF_IMAGE));
+        if (error != 0)
+            logPrintf("setChunk: load_bank failed with code %d\n", error);
+    }
+    recursive_remove(directory);
+    return error == 0;
+}
+
+void TarqVST::follow_load() {
+    refresh_synth();
+    update_editor();
+}
+
+int TarqVST::load_curr_instrument(const std::string& path) {
+    const LockHolder holder(synth_lock);
+    const int error = load_instrument_checked(current_instrument(), path);
+    if (error == 0)
+        follow_load();
+    return error;
+}
+
+int TarqVST::load_curr_instrument_from_string(std::string_view text) {
+    const LockHolder holder(synth_lock);
+    const int error = load_instrument_checked_from_string(current_instrument(), text);
+    if (error == 0)
+        follow_load();
+    return error;
+}
+
+int TarqVST::save_curr_instrument(std::string& text) {
+    const LockHolder holder(synth_lock);
+    text = current_instrument().save_to_string();
+    return 0;
+}
+
+int TarqVST::load_bank(const std::string& path) {
+    const LockHolder holder(synth_lock);
+    const int error = load_bank_checked(settings, path);
+    if (error == 0)
+        follow_load();
+    return error;
+}
+
+int TarqVST::load_bank_from_string(std::string_view text) {
+    const LockHolder holder(synth_lock);
+    const int error = load_bank_checked_from_string(settings, text);
+    if (error == 0)
+        follow_load();
+    return error;
+}
+
+int TarqVST::save_bank(std::string& text) {
+    const LockHolder holder(synth_lock);
+    return settings.text_save_to_string(text);
+}
+
+void TarqVST::set_bank(const TarqSettings& bank) {
+    const LockHolder holder(synth_lock);
+    settings = bank;
+    follow_load();
+}
+
+TarqSettings TarqVST::get_bank() {
+    const LockHolder holder(synth_lock);
+    return settings;
+}
+
+void TarqVST::set_instrument(int number, const Instrument& instrument) {
+    const LockHolder holder(synth_lock);
+    settings.get_instrument(unsigned(number)) = instrument;
+    follow_load();
+}
+
+Instrument TarqVST::get_instrument(int number) {
+    const LockHolder holder(synth_lock);
+    return settings.get_instrument(unsigned(number));
+}
