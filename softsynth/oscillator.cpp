@@ -3,7 +3,6 @@
 #include "softsynth/oscillator.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/assertion.h"
 
@@ -13,10 +12,6 @@ constexpr uint32_t FRACTION_MASK = 0xFFFFF; // of a phase whose upper 12 bits in
 constexpr float FRACTION_SCALE = 1.0F / (1U << 20U);
 
 } // namespace
-
-uint32_t phase_increment(float pitch, float increment_scale) {
-    return uint32_t(int64_t(std::lrint(pitch * increment_scale)));
-}
 
 void Oscillator::init(OscType new_type, float frequency, float start_phase) {
     type = new_type;

@@ -5,13 +5,11 @@
 #include <cstdint>
 
 #include "softsynth/buffer.h"
+#include "softsynth/kernels/phase_increment.h"
 #include "softsynth/waveform.h"
 
 // Phase increment per sample of 1 Hz: 2^32 / 44100.
 inline constexpr double PHASE_INCREMENT_PER_HZ = 97391.54866213152;
-
-// The increment for a pitch ratio; the phase wraps at 2^32, so the low 32 bits count.
-uint32_t phase_increment(float pitch, float increment_scale);
 
 inline float linear_interpolate(float a, float b, float t) {
     return (b - a) * t + a;

@@ -2,14 +2,14 @@
 
 #include "softsynth/oscillator_group.h"
 
-#include <algorithm>
-
 #include "common/assertion.h"
+#include "softsynth/kernels/kernels.h"
 #include "softsynth/oscillator.h"
 
 void OscillatorGroup::init(OscType new_type) {
     type = new_type;
     count = 0;
+    runs = 0;
 }
 
 void OscillatorGroup::add_copy(float frequency, float start_phase) {
@@ -17,6 +17,8 @@ void OscillatorGroup::add_copy(float frequency, float start_phase) {
     if (type != OSC_NONE) {
         Wavetable_ret wavetable;
         WaveformStore::instance().getWavetable(type, frequency, &wavetable);
+        if (count == 0 || wavetable.data != table[count - 1])
+            runs++;
         table[count] = wavetable.data;
         table_shift = wavetable.shift; // the same for all tables of a waveform
         increment_scale[count] = float(PHASE_INCREMENT_PER_HZ * double(frequency));
@@ -30,24 +32,9 @@ void OscillatorGroup::render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t 
         out.nullify();
         return;
     }
-    float* samples = out.get_first_sample_ptr();
-    const float* pitches = pitch.get_first_sample_ptr();
-    const uint32_t size = out.get_buf_size();
-    for (uint32_t t = offset; t < size; t += CONTROL_PERIOD) {
-        const uint32_t length = std::min(CONTROL_PERIOD, size - t);
-        float sums[CONTROL_PERIOD];
-        for (uint32_t copy = 0; copy < count; copy++) {
-            const uint32_t increment = phase_increment(pitches[t], increment_scale[copy]);
-            const float* data = table[copy];
-            uint32_t p = phase[copy];
-            // The sum starts with the first copy's samples, not with 0: 0 + -0 is 0.
-            for (uint32_t i = 0; i < length; i++) {
-                const float sample = data[p >> table_shift];
-                sums[i] = copy == 0 ? sample : sums[i] + sample;
-                p += increment;
-            }
-            phase[copy] = p;
-        }
-        std::copy_n(sums, length, samples + t);
-    }
+    if (offset >= out.get_buf_size())
+        return;
+    const OscillatorCopies copies = {phase, increment_scale, table, count, runs, table_shift};
+    kernels().oscillator_copies(copies, out.get_first_sample_ptr() + offset,
+                                pitch.get_first_sample_ptr() + offset, out.get_buf_size() - offset);
 }

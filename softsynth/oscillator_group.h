@@ -30,6 +30,7 @@ class OscillatorGroup {
 
     OscType type = OSC_NONE;
     uint32_t count = 0;
+    uint32_t runs = 0; // of neighbouring copies with the same table
     uint32_t table_shift = 0;
     alignas(16) uint32_t phase[PADDED_WIDTH] = {};
     alignas(16) float increment_scale[PADDED_WIDTH] = {};

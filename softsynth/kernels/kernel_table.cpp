@@ -1,0 +1,9 @@
+// The table of one level's kernels.
+
+#include "softsynth/kernels/kernel_functions.h"
+
+const Kernels KERNEL_NAMESPACE::TABLE = {
+#define KERNEL(name, arguments) KERNEL_NAMESPACE::name,
+#include "softsynth/kernels/kernels.def"
+#undef KERNEL
+};

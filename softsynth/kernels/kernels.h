@@ -1,0 +1,19 @@
+// The hot loops as a table of functions, chosen once at start for the machine's instruction set.
+//
+// Every table gives the same bits.  The scalar one is the definition of the sound (scalar/), the
+// others are written once with Lanes (lanes/) and compiled once per instruction set.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/kernels/oscillator_copies.h"
+
+struct Kernels {
+#define KERNEL(name, arguments) void(*name) arguments;
+#include "softsynth/kernels/kernels.def"
+#undef KERNEL
+};
+
+// The table in use.
+const Kernels& kernels();
