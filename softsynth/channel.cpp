@@ -115,7 +115,7 @@ void Channel::render_voices(uint32_t start, uint32_t size) {
     tmp_buf.nullify();
     for (Voice& voice : *pool) {
         if (voice.belongs_to_channel(*this)) {
-            voice.render(tmp_buf, start);
+            voice.add_output(tmp_buf, start);
             last_render_time = start + size;
         }
     }

@@ -31,8 +31,9 @@ class Channel {
     // Releases the note of that pitch, if there is one.
     void note_off(uint32_t time, int midi_pitch);
 
-    // Renders the block that starts at `start` and adds it to the three buses, whose size is the
-    // block's.  `tap`, if given, receives what is added to the main bus.
+    // Renders the block that starts at `start`, for which the voices have been rendered, and adds
+    // it to the three buses, whose size is the block's.  `tap`, if given, receives what is added to
+    // the main bus.
     void render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap = nullptr);
 
     // A voice of this channel has finished.

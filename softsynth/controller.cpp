@@ -89,6 +89,15 @@ void Controller::render(MonoBuffer& buf, uint32_t time, bool cubed) const {
     });
 }
 
+void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool cubed) const {
+    float* samples = buf.get_first_sample_ptr();
+    uint32_t i = first;
+    for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t /*first*/, uint32_t end) {
+        for (; i < end; i += CONTROL_PERIOD)
+            samples[i] = cubed ? value * value * value : value;
+    });
+}
+
 void Controller::render_sqr(MonoBuffer& buf, MonoBuffer& buf2, uint32_t time) const {
     float* falling = buf.get_first_sample_ptr();
     float* rising = buf2.get_first_sample_ptr();

@@ -54,6 +54,9 @@ class Controller {
     void render(MonoBuffer& buf, uint32_t time, bool cubed) const;
     void render_cubed(MonoBuffer& buf, uint32_t time) const { render(buf, time, true); }
 
+    // As render, but only at every CONTROL_PERIOD samples from the buffer's sample `first` on.
+    void render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool cubed) const;
+
     // Constant-power gains of the mapped value x: `buf` gets sqrt(1 - x), `buf2` sqrt(x).
     void render_sqr(MonoBuffer& buf, MonoBuffer& buf2, uint32_t time) const;
 

@@ -20,6 +20,7 @@
 #include "softsynth/stereo_effect.h"
 #include "softsynth/stereo_filter.h"
 #include "softsynth/voice_pool.h"
+#include "softsynth/voice_renderer.h"
 
 inline constexpr size_t TARQUIL_ALIGN = 16;
 inline constexpr intptr_t TARQUIL_ALIGN_MASK = TARQUIL_ALIGN - 1;
@@ -82,6 +83,7 @@ class Tarquil {
 
     Channel channels[NUM_CHANNELS];
     VoicePool voice_pool;
+    VoiceRenderer voice_renderer;
     revmodel reverb;
     StereoEffect delay;
     RetriggerBox retrigger;

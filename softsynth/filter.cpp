@@ -182,13 +182,13 @@ void Filter::clear_if_not_finite() {
 }
 
 void Filter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
-                    const float* resonance_signal) {
+                    const float* resonance_signal, uint32_t control_step) {
     TARQ_ASSERT(buf_size % 4 == 0);
     if (depth == 0 && waveshape == 0)
         return;
     if (waveshape == 1)
         std::transform(buf, buf + buf_size, buf, shape_before);
-    for_each_control_segment(buf_size, cutoff_octaves, resonance_signal,
+    for_each_control_segment(buf_size, cutoff_octaves, resonance_signal, control_step,
                              [&](uint32_t first, uint32_t end, float octaves, float q) {
                                  set_octaves_cutoff(octaves);
                                  set_resonance(q);

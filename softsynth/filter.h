@@ -82,9 +82,10 @@ class Filter {
 
     // Waveshaper and sections in place over buf_size samples (a multiple of 4), with cutoff
     // (octaves above 20 Hz) and resonance per sample; they are read at multiples of 32 only, and
-    // coefficients are computed only where they change.
+    // coefficients are computed only where they change.  The values that are read lie
+    // `control_step` floats apart.
     void render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
-                const float* resonance_signal);
+                const float* resonance_signal, uint32_t control_step = CONTROL_PERIOD);
 
     // The response of all sections at omega radians per sample.
     [[nodiscard]] std::complex<float> evaluate_transfer_function(float omega) const;

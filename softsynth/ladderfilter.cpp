@@ -113,9 +113,9 @@ void LadderFilter::render_chunk(const float* in, float* out, uint32_t n) {
 }
 
 void LadderFilter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
-                          const float* resonance_signal) {
+                          const float* resonance_signal, uint32_t control_step) {
     TARQ_ASSERT(buf_size <= MAX_NUM_SAMPLES);
-    for_each_control_segment(buf_size, cutoff_octaves, resonance_signal,
+    for_each_control_segment(buf_size, cutoff_octaves, resonance_signal, control_step,
                              [&](uint32_t first, uint32_t end, float octaves, float q) {
                                  set_octaves_cutoff(octaves);
                                  set_resonance(q);

@@ -47,9 +47,10 @@ class LadderFilter {
     void render_chunk(const float* in, float* out, uint32_t n);
 
     // In place over buf_size samples (at most MAX_NUM_SAMPLES), with cutoff (octaves above 20 Hz)
-    // and resonance per sample, read at multiples of 32 only.
+    // and resonance per sample, read at multiples of 32 only; the values that are read lie
+    // `control_step` floats apart.
     void render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
-                const float* resonance_signal);
+                const float* resonance_signal, uint32_t control_step = CONTROL_PERIOD);
 
     // Estimates the gain at omega radians per sample from a sine of 1024 samples; changes the
     // memory.

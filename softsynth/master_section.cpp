@@ -61,6 +61,7 @@ void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     for (MonoBuffer* buffer :
          {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
         buffer->init(num_samples);
+    voice_renderer.render(voice_pool, time, num_samples);
     for (int c = 0; c < NUM_CHANNELS; c++) {
         channels[c].render(aux_buffers, time, channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();

@@ -24,7 +24,21 @@ constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
 
 } // namespace
 
-MonoBuffer Voice::buffers[NUM_BUFFERS];
+struct Voice::Grid {
+    template <typename Act> void for_each(const Act& act) const {
+        if (step == 1) { // by itself, since vectors need a known step
+            for (uint32_t t = first; t < size; t++)
+                act(t);
+        } else {
+            for (uint32_t t = first; t < size; t += step)
+                act(t);
+        }
+    }
+
+    uint32_t first;
+    uint32_t step;
+    uint32_t size;
+};
 
 void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t time) {
     start_time = time;
@@ -103,69 +117,69 @@ void Voice::init_filter(float frequency) {
                     controller_values_int[CTRL_FILTER1_DEPTH], key_frequency);
 }
 
-void Voice::render(MonoBuffer& out, uint32_t start) {
+void Voice::render_signals(VoiceScratch& scratch, uint32_t start, uint32_t size) {
     TARQ_ASSERT(channel);
-    const uint32_t size = out.get_buf_size();
-    const uint32_t end = start + size;
     const uint32_t active_start = std::max(start, start_time);
     const uint32_t offset = active_start - start;
-    for (MonoBuffer& buffer : buffers)
-        buffer.init(size);
-
-    render_envelopes(start, end);
-    render_lfos(start, offset);
-    render_pitch_buffer(buffers[BUF_PITCH], start, active_start);
+    render_envelopes(scratch, start, start + size);
+    render_lfos(scratch, start, offset);
+    render_pitch_buffer(scratch.pitch, start, active_start);
     for (int i = 0; i < NUM_GROUPS; i++)
-        render_group(i, offset);
-    mix_groups(start);
-    render_filter_controls(start);
-    std::fill_n(buffers[BUF_OUTPUT].get_first_sample_ptr(), offset, 0.0F);
-
-    render_filter();
-
+        render_group(scratch, i, offset);
+    mix_groups(scratch, start, offset);
+    render_filter_controls(scratch, start);
     TARQ_ASSERT(source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) <= INFL_RESONANCE);
-    possibly_influence(INFL_ENV1, CTRL_AMPLITUDE_INFLUENCE_SOURCE, velocity_scale);
-    Buffer::multiply(buffers[BUF_OUTPUT], buffers[INFL_ENV1], buffers[BUF_OUTPUT]);
-    out += buffers[BUF_OUTPUT];
+    possibly_influence(signals.amplitude, {0, 1, size}, scratch, CTRL_AMPLITUDE_INFLUENCE_SOURCE,
+                       velocity_scale);
+}
 
-    if (env_get_done_time(&envelopes[0]) <= end)
+void Voice::add_output(MonoBuffer& out, uint32_t start) {
+    float* sum = out.get_first_sample_ptr();
+    const uint32_t size = out.get_buf_size();
+    for (uint32_t i = 0; i < size; i++)
+        sum[i] += signals.signal[i] * signals.amplitude[i];
+    if (env_get_done_time(&envelopes[0]) <= start + size)
         free();
 }
 
-void Voice::render_envelopes(uint32_t start, uint32_t end) {
-    for (unsigned i = 0; i < NUM_ENVELOPES; i++) {
-        if (i == 0 || is_influence_in_use(Influence(INFL_ENV1 + i)))
-            env_render(&envelopes[i], buffers[INFL_ENV1 + i].get_first_sample_ptr(), start, end);
+void Voice::render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end) {
+    env_render(&envelopes[0], signals.amplitude, start, end);
+    for (unsigned i = 1; i < NUM_ENVELOPES; i++) {
+        if (is_influence_in_use(Influence(INFL_ENV1 + i)))
+            env_render(&envelopes[i], scratch.sources[INFL_ENV1 + i].get_first_sample_ptr(), start,
+                       end);
     }
 }
 
-void Voice::render_lfos(uint32_t start, uint32_t offset) {
+void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
     for (unsigned k = 0; k < NUM_LFOS; k++) {
         if (!is_influence_in_use(Influence(INFL_LFO1 + k)))
             continue;
-        MonoBuffer& speed = buffers[BUF_PITCH];
-        channel->get_controllers().get_controller(CTRL_LFO1_SPEED + k).render_cubed(speed, start);
+        MonoBuffer& speed = scratch.pitch;
+        const ControllerArray& controllers = channel->get_controllers();
+        controllers.get_controller(CTRL_LFO1_SPEED + k).render_controls(speed, start, offset, true);
         // What lies before the note is another voice's leftover.
-        std::fill_n(buffers[INFL_LFO1 + k].get_first_sample_ptr(), offset, 0.0F);
-        lfos[k].render_interpolated(buffers[INFL_LFO1 + k], speed, offset);
+        MonoBuffer& out = scratch.sources[INFL_LFO1 + k];
+        std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
+        lfos[k].render_interpolated(out, speed, offset);
     }
 }
 
-void Voice::render_group(int index, uint32_t offset) {
+void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {
     const auto i = unsigned(index);
     const unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE + i;
     const auto influence = Influence(source_of(slot));
-    const MonoBuffer* pitch = &buffers[BUF_PITCH];
+    MonoBuffer& out = scratch.sources[INFL_OSC1 + i];
+    const MonoBuffer* pitch = &scratch.pitch;
     if (influence != INFL_NONE) {
         TARQ_ASSERT(influence < Influence(INFL_OSC1 + i));
-        if (multiplies(slot))
-            Buffer::multiply(buffers[BUF_PITCH], buffers[influence], buffers[BUF_MODULATED]);
-        else
-            Buffer::add_scaled(buffers[BUF_PITCH], buffers[influence], amount_of(slot),
-                               buffers[BUF_MODULATED]);
-        pitch = &buffers[BUF_MODULATED];
+        const Grid grid = {offset, CONTROL_PERIOD, out.get_buf_size()};
+        const float* unmodulated = scratch.pitch.get_first_sample_ptr();
+        float* modulated = scratch.modulated_pitch.get_first_sample_ptr();
+        grid.for_each([&](uint32_t t) { modulated[t] = unmodulated[t]; });
+        possibly_influence(modulated, grid, scratch, slot, 1.0F);
+        pitch = &scratch.modulated_pitch;
     }
-    MonoBuffer& out = buffers[INFL_OSC1 + i];
     std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
     OscillatorGroup& group = oscillators[i];
     group.render(out, *pitch, offset);
@@ -177,56 +191,74 @@ void Voice::render_group(int index, uint32_t offset) {
     }
 }
 
-void Voice::mix_groups(uint32_t start) {
+void Voice::mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
     const ControllerArray& controllers = channel->get_controllers();
-    MonoBuffer& gain = buffers[BUF_MODULATED];
-    MonoBuffer& out = buffers[BUF_OUTPUT];
+    const float* osc1 = scratch.sources[INFL_OSC1].get_first_sample_ptr();
+    const float* osc2 = scratch.sources[INFL_OSC2].get_first_sample_ptr();
+    const float* osc3 = scratch.sources[INFL_OSC3].get_first_sample_ptr();
+    const uint32_t size = scratch.volume.get_buf_size();
+    controllers.get_controller(CTRL_OSC3_VOLUME).render_cubed(scratch.volume, start);
+    const float* volume = scratch.volume.get_first_sample_ptr();
+    float* out = signals.signal;
     if (controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] == 0) {
-        controllers.get_controller(CTRL_OSC1_OSC2_MIX).render(gain, start, false);
-        Buffer::mix(buffers[INFL_OSC1], buffers[INFL_OSC2], gain, out);
+        controllers.get_controller(CTRL_OSC1_OSC2_MIX).render(scratch.mix, start, false);
+        const float* mix = scratch.mix.get_first_sample_ptr();
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] + (osc2[i] - osc1[i]) * mix[i] + volume[i] * osc3[i];
     } else {
-        Buffer::multiply(buffers[INFL_OSC1], buffers[INFL_OSC2], out);
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] * osc2[i] + volume[i] * osc3[i];
     }
-    controllers.get_controller(CTRL_OSC3_VOLUME).render_cubed(gain, start);
-    Buffer::multiply(gain, buffers[INFL_OSC3], gain);
-    out += gain;
+    std::fill_n(out, offset, 0.0F);
 }
 
-void Voice::render_filter_controls(uint32_t start) {
+void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
     const ControllerArray& controllers = channel->get_controllers();
-    controllers.get_controller(CTRL_FILTER1_RESONANCE)
-        .render(buffers[INFL_RESONANCE], start, false);
-    TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
-    possibly_influence(INFL_RESONANCE, CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+    const uint32_t size = scratch.cutoff.get_buf_size();
+    const Grid grid = {0, CONTROL_PERIOD, size};
 
-    controllers.get_controller(CTRL_FILTER1_CUTOFF).render(buffers[BUF_MODULATED], start, false);
+    MonoBuffer& resonance = scratch.sources[INFL_RESONANCE];
+    const Controller& resonance_controller = controllers.get_controller(CTRL_FILTER1_RESONANCE);
+    TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
+    if (source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) == INFL_RESONANCE) {
+        resonance_controller.render(resonance, start, false);
+        possibly_influence(resonance.get_first_sample_ptr(), {0, 1, size}, scratch,
+                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+    } else {
+        resonance_controller.render_controls(resonance, start, 0, false);
+        possibly_influence(resonance.get_first_sample_ptr(), grid, scratch,
+                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+    }
+
+    controllers.get_controller(CTRL_FILTER1_CUTOFF)
+        .render_controls(scratch.cutoff, start, 0, false);
     for (const unsigned slot : {CTRL_CUTOFF1_INFLUENCE1_SOURCE, CTRL_CUTOFF1_INFLUENCE2_SOURCE,
                                 CTRL_CUTOFF1_INFLUENCE3_SOURCE}) {
         TARQ_ASSERT(source_of(slot) < INFL_END_MARKER);
-        possibly_influence(BUF_MODULATED, slot, 1.0F);
+        possibly_influence(scratch.cutoff.get_first_sample_ptr(), grid, scratch, slot, 1.0F);
     }
+    grid.for_each([&](uint32_t t) {
+        signals.cutoff[t / CONTROL_PERIOD] = scratch.cutoff.get_first_sample_ptr()[t];
+        signals.resonance[t / CONTROL_PERIOD] = resonance.get_first_sample_ptr()[t];
+    });
 }
 
-void Voice::render_filter() {
-    float* samples = buffers[BUF_OUTPUT].get_first_sample_ptr();
-    const uint32_t size = buffers[BUF_OUTPUT].get_buf_size();
-    const float* cutoff = buffers[BUF_MODULATED].get_first_sample_ptr();
-    const float* resonance = buffers[INFL_RESONANCE].get_first_sample_ptr();
-    if (use_ladder)
-        ladder_filter.render(samples, size, cutoff, resonance);
-    else
-        filter.render(samples, size, cutoff, resonance);
+const float* Voice::signal_of(const VoiceScratch& scratch, unsigned source) const {
+    return source == INFL_ENV1 ? signals.amplitude : scratch.sources[source].get_first_sample_ptr();
 }
 
-void Voice::possibly_influence(unsigned dest_buffer, unsigned source_controller, float scale) {
+void Voice::possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                               unsigned source_controller, float scale) const {
     const unsigned source = source_of(source_controller);
     if (source == INFL_NONE)
         return;
-    MonoBuffer& dest = buffers[dest_buffer];
-    if (multiplies(source_controller))
-        Buffer::multiply(dest, buffers[source], dest);
-    else
-        Buffer::add_scaled(dest, buffers[source], amount_of(source_controller) * scale, dest);
+    const float* signal = signal_of(scratch, source);
+    if (multiplies(source_controller)) {
+        grid.for_each([&](uint32_t t) { dest[t] *= signal[t]; });
+    } else {
+        const float factor = amount_of(source_controller) * scale;
+        grid.for_each([&](uint32_t t) { dest[t] += signal[t] * factor; });
+    }
 }
 
 unsigned Voice::source_of(unsigned source_controller) const {

@@ -2,14 +2,14 @@
 //
 // At note-on a voice takes a snapshot of all the channel's controllers, so that later changes do
 // not reach it; only pitch bend, LFO speed, oscillator mix and volume, cutoff and resonance are
-// read from the channel's timelines in every block.  A block is rendered in three steps: control
-// signals and oscillators, the filter, amplitude and sum.
+// read from the channel's timelines in every block.  A block is rendered in three steps, each for
+// many voices before the next one: control signals and oscillators (here), the filter
+// (voice_filters), amplitude and sum (here again).
 
 #pragma once
 
 #include <cstdint>
 
-#include "softsynth/buffer.h"
 #include "softsynth/controller_number.h"
 #include "softsynth/envelope.h"
 #include "softsynth/filter.h"
@@ -17,6 +17,8 @@
 #include "softsynth/ladderfilter.h"
 #include "softsynth/oscillator.h"
 #include "softsynth/oscillator_group.h"
+#include "softsynth/voice_scratch.h"
+#include "softsynth/voice_signals.h"
 
 class Channel;
 
@@ -25,9 +27,17 @@ class Voice {
     // Starts the note (0..127) with velocity 1..127 at the absolute sample time `time`.
     void note_on(Channel& new_channel, int new_note, int velocity, uint32_t time);
 
-    // Adds the block that starts at `start` to `out`; the voice frees itself in the block in which
-    // it ends.
-    void render(MonoBuffer& out, uint32_t start);
+    // Renders the block's signals, up to the filter: `size` samples from the time `start` on.
+    void render_signals(VoiceScratch& scratch, uint32_t start, uint32_t size);
+
+    [[nodiscard]] VoiceSignals& get_signals() { return signals; }
+    // Null when the voice has biquads instead.
+    [[nodiscard]] LadderFilter* get_ladder() { return use_ladder ? &ladder_filter : nullptr; }
+    [[nodiscard]] Filter& get_biquads() { return filter; }
+
+    // Adds the filtered signal of the block that starts at `start`, times the amplitude, to `out`;
+    // the voice frees itself in the block in which it ends.
+    void add_output(MonoBuffer& out, uint32_t start);
 
     // Writes the pitch ratio (portamento and bend) at every 32nd sample from `active_start` on.
     void render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const;
@@ -53,38 +63,34 @@ class Voice {
     static constexpr int NUM_ENVELOPES = 3;
     static constexpr int NUM_LFOS = 2;
 
-    // Scratch buffers by index: pitch ratio, then the sources of modulation (the resonance's
-    // doubles as scratch), modulated pitch (later gains, then cutoff) and the voice's output.
-    static constexpr unsigned BUF_PITCH = 0;
-    static constexpr unsigned BUF_MODULATED = 10;
-    static constexpr unsigned BUF_OUTPUT = 11;
-    static constexpr unsigned NUM_BUFFERS = 12;
+    // The samples of a block at which a signal has a value: from `first` on, one every `step`.
+    struct Grid;
 
     void init_oscillators();
     void init_envelopes(uint32_t time, int velocity);
     void init_portamento(float frequency);
     void init_filter(float frequency);
 
-    void render_envelopes(uint32_t start, uint32_t end);
-    void render_lfos(uint32_t start, uint32_t offset);
-    void render_group(int group, uint32_t offset);
-    void mix_groups(uint32_t start);
-    void render_filter_controls(uint32_t start);
-    void render_filter();
+    // Each leaves its signals in the scratch and the voice's rows; the note's first sample within
+    // the block is `offset`.
+    void render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end);
+    void render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    void render_group(VoiceScratch& scratch, int group, uint32_t offset);
+    void mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    void render_filter_controls(VoiceScratch& scratch, uint32_t start);
 
-    // Adds the slot's source to a scratch buffer, scaled by its amounts; an amount at its top value
+    // Adds the slot's source to a signal, scaled by its amounts; an amount at its top value
     // multiplies instead.
-    void possibly_influence(unsigned dest_buffer, unsigned source_controller, float scale);
+    void possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                            unsigned source_controller, float scale) const;
 
+    [[nodiscard]] const float* signal_of(const VoiceScratch& scratch, unsigned source) const;
     void add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start, uint32_t end) const;
 
     [[nodiscard]] unsigned source_of(unsigned source_controller) const;
     // The mapped amount plus the fine amount of a slot.
     [[nodiscard]] float amount_of(unsigned source_controller) const;
     [[nodiscard]] bool multiplies(unsigned source_controller) const;
-
-    // Shared by all voices: rendering is not reentrant.
-    static MonoBuffer buffers[NUM_BUFFERS];
 
     Channel* channel = nullptr; // null: the voice is free
     uint32_t start_time = 0;
@@ -102,4 +108,6 @@ class Voice {
     int controller_values_int[NUM_CONTROLLERS] = {};
     float controller_values[NUM_CONTROLLERS] = {};
     float cubed_controller_values[NUM_CONTROLLERS] = {};
+
+    VoiceSignals signals;
 };
