@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "instrument/names.h"
+
 void clamp_choices(Instrument& instrument) {
     for (const ControllerInfo& info : channel_controller_rows())
         instrument.set_controller(
@@ -18,6 +20,7 @@ void clamp_choices(TarqSettings& bank) {
             info.number, filter_controller(info.number, bank.get_global_controller(info.number)));
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
         clamp_choices(bank.get_instrument(i));
+    remove_lone_blanks(bank);
 }
 
 // The copy keeps the names that the loaded text does not mention.

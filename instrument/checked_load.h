@@ -2,7 +2,8 @@
 //
 // What the engine, the renderer and the plug-in load goes through here.  After a load that
 // succeeded every controller that picks one of a list has a byte within it; after one that failed
-// the caller's object is as it was.  The error codes are those of Instrument and TarqSettings.
+// the caller's object is as it was.  An empty title stays empty.  The error codes are those of
+// Instrument and TarqSettings.
 
 #pragma once
 

@@ -6,6 +6,7 @@
 
 #include "common/load_string.h"
 #include "common/white_space.h"
+#include "instrument/names.h"
 #include "instrument/text_file_reader.h"
 #include "tools/failure.h"
 #include "tools/text_error.h"
@@ -84,24 +85,6 @@ std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
     const int error = bank->text_load(path);
     if (error != 0)
         throw BadInput(explain_bank_error(path, error));
-    bank->set_song_title(without_lone_blanks(bank->get_song_title()));
-    bank->set_song_author(without_lone_blanks(bank->get_song_author()));
+    remove_lone_blanks(*bank);
     return bank;
-}
-
-std::string without_lone_blanks(const std::string& text) {
-    for (const char c : text) {
-        if (!is_white_space(c))
-            return text;
-    }
-    return "";
-}
-
-std::string default_instrument_name(unsigned number) {
-    return "instrument_" + std::to_string(number);
-}
-
-void set_default_names(TarqSettings& bank) {
-    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
-        bank.get_instrument(i).set_name(default_instrument_name(i));
 }

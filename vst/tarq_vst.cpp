@@ -12,6 +12,7 @@
 
 #include "common/assertion.h"
 #include "common/log/log.h"
+#include "instrument/names.h"
 #include "util/midifilter.h"
 #include "vst/abi/host_text.h"
 
@@ -73,11 +74,9 @@ TarqVST::TarqVST(audioMasterCallback host)
         setVersion(getVendorVersion());
     }
     settings.load_default();
-    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
-        Instrument& instrument = settings.get_instrument(i);
-        instrument.set_name("instrument " + std::to_string(i));
-        instrument.set_filename("instr_" + std::to_string(i) + ".tqi");
-    }
+    set_default_names(settings);
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
+        settings.get_instrument(i).set_filename("instr_" + std::to_string(i) + ".tqi");
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
         current_instruments[channel] = channel;
     tarq_editor = make_editor(*this);

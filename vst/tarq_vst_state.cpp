@@ -10,6 +10,7 @@
 #include "common/log/log.h"
 #include "common/number_text.h"
 #include "instrument/checked_load.h"
+#include "instrument/names.h"
 #include "vst/abi/host_text.h"
 #include "vst/tarq_vst.h"
 
@@ -142,7 +143,9 @@ void TarqVST::setProgram(int32_t program) {
 
 void TarqVST::setProgramName(const char* name) {
     const LockHolder holder(synth_lock);
-    current_instrument().set_name(name);
+    const std::string text = storable_text(name);
+    if (!text.empty())
+        current_instrument().set_name(text);
     update_editor();
 }
 

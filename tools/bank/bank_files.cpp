@@ -8,6 +8,7 @@
 
 #include "common/load_string.h"
 #include "instrument/controller_bytes.h"
+#include "instrument/names.h"
 #include "tools/bank_error.h"
 #include "tools/failure.h"
 #include "tools/text_error.h"

@@ -2,6 +2,7 @@
 
 #include "tools/bank/bank_list.h"
 
+#include "instrument/names.h"
 #include "tools/bank/json_text.h"
 #include "tools/bank_error.h"
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <system_error>
 
+#include "instrument/names.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
 #include "tools/failure.h"

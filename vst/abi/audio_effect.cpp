@@ -147,7 +147,7 @@ intptr_t AudioEffect::dispatcher(int32_t opcode, int32_t index, intptr_t value, 
     case effGetChunk:
         return ptr == nullptr ? 0 : getChunk(static_cast<void**>(ptr), index != 0);
     case effSetChunk:
-        if (ptr == nullptr || value < 0 || value > INT32_MAX)
+        if (ptr == nullptr || value <= 0 || value > INT32_MAX) // nothing is no state
             return 0;
         return setChunk(ptr, int32_t(value), index != 0);
     default:

@@ -1,0 +1,374 @@
+// The built module as hosts see it: the C interface, states, and sound under any treatment.
+
+#include <cmath>
+#include <filesystem>
+#include <random>
+#include <set>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/engine_host.h"
+#include "tests/vst/plugin_host.h"
+
+namespace {
+
+constexpr int32_t NUM_PARAMS = 173;
+constexpr int32_t FIRST_PITCH_BEND_PARAM = 110;
+constexpr int32_t KEYLESS_PARAM = 172; // belongs to no controller of a file
+
+bool is_settable(int32_t index) {
+    return index != 0 && index != FIRST_PITCH_BEND_PARAM && index != FIRST_PITCH_BEND_PARAM + 1;
+}
+
+// Unison, ladder filter, LFO, effects and sends, so that a difference anywhere is heard.
+void make_rich(PluginHost& host) {
+    for (int32_t i = 0; i < NUM_PARAMS; i++) {
+        const std::string name = host.text(effGetParamName, i);
+        for (const auto& [key, value] : std::initializer_list<std::pair<const char*, float>>{
+                 {"aux1_level", 0.8F},
+                 {"aux2_level", 0.8F},
+                 {"osc1_type", 3 / 127.0F},
+                 {"osc1_multi_count", 9 / 127.0F},
+                 {"osc1_spread", 0.3F},
+                 {"filter1_type", 18 / 127.0F},
+                 {"filter1_cutoff", 0.6F},
+                 {"cutoff1_influence1_source", 0.03F},
+                 {"cutoff1_influence1_amount", 0.7F},
+                 {"chanfx2_type", 2 / 127.0F},
+                 {"portamento_time", 0.4F}}) {
+            if (name == key)
+                host.set(i, value);
+        }
+    }
+}
+
+TEST(Plugin, TellsHostsWhatItIs) {
+    PluginHost host;
+    EXPECT_EQ(host.text(effGetEffectName), "Tarquil");
+    EXPECT_EQ(host.text(effGetProductString), "Tarquil");
+    EXPECT_EQ(host.text(effGetVendorString), "Hollowmere/Lanternfolk");
+    EXPECT_EQ(host.call(effGetVstVersion), 2400);
+    EXPECT_EQ(host.call(effGetVendorVersion), 1);
+    EXPECT_EQ(host.call(effGetPlugCategory), kPlugCategSynth);
+    EXPECT_EQ(host.effect->numPrograms, 128);
+    EXPECT_EQ(host.effect->numParams, NUM_PARAMS);
+    EXPECT_EQ(host.effect->numInputs, 0);
+    EXPECT_EQ(host.effect->numOutputs, 2);
+    EXPECT_EQ(host.effect->initialDelay, 0);
+    EXPECT_EQ(host.effect->flags & ~effFlagsHasEditor,
+              effFlagsCanReplacing | effFlagsProgramChunks | effFlagsIsSynth);
+    EXPECT_EQ(host.effect->uniqueID, 0x54714C78);
+    char ability[] = "receiveVstMidiEvent";
+    EXPECT_EQ(host.call(effCanDo, 0, 0, ability), 1);
+    ability[0] = 'x';
+    EXPECT_EQ(host.call(effCanDo, 0, 0, ability), -1);
+
+    struct {
+        VstPinProperties pin;
+        char guard = 'g';
+    } right;
+    EXPECT_EQ(host.call(effGetOutputProperties, 1, 0, &right), 1);
+    EXPECT_STREQ(right.pin.label, "Tarquil 2");
+    EXPECT_EQ(right.pin.flags, kVstPinIsActive | kVstPinIsStereo);
+    EXPECT_EQ(right.guard, 'g');
+    EXPECT_EQ(host.call(effGetOutputProperties, 2, 0, &right), 0);
+}
+
+TEST(Plugin, SurvivesEveryOpcodeWithNonsense) {
+    PluginHost host(64, false);
+    const std::string before = host.save(false);
+    for (int32_t opcode = -2; opcode < 100; opcode++) {
+        if (opcode == effClose || opcode == effEditOpen)
+            continue;
+        for (const int32_t index : {-1, 173, 128, INT32_MAX, INT32_MIN})
+            host.call(opcode, index, -1, nullptr, NAN);
+    }
+    for (const int32_t index : {-1, 173, INT32_MAX}) {
+        host.set(index, 1.0F);
+        EXPECT_EQ(host.get(index), 0.0F);
+    }
+    host.set(1, NAN);
+    EXPECT_EQ(host.save(false), before);
+    host.set(1, INFINITY);
+    EXPECT_EQ(host.get(1), 1.0F);
+    host.set(1, -3.0F);
+    EXPECT_EQ(host.get(1), 0.0F);
+}
+
+TEST(Plugin, ShowsParametersAsTextThatItReads) {
+    PluginHost host;
+    EXPECT_EQ(host.text(effGetParamDisplay, 0), "(none)");
+    EXPECT_EQ(host.text(effGetParamLabel, 5), " none   ");
+    std::set<std::string> names;
+    for (int32_t i = 0; i < NUM_PARAMS; i++) {
+        names.insert(host.text(effGetParamName, i));
+        EXPECT_EQ(host.call(effCanBeAutomated, i), is_settable(i) ? 1 : 0);
+        if (!is_settable(i))
+            continue;
+        for (const float value : {0.0F, 0.3F, 0.5F, 1.0F}) {
+            host.set(i, value);
+            std::string shown = host.text(effGetParamDisplay, i);
+            const float stored = host.get(i);
+            host.set(i, 0.7F);
+            EXPECT_EQ(host.call(effString2Parameter, i, 0, shown.data()), 1);
+            EXPECT_EQ(host.get(i), stored) << host.text(effGetParamName, i) << " " << shown;
+        }
+        char nonsense[] = " loud";
+        EXPECT_EQ(host.call(effString2Parameter, i, 0, nonsense), 0);
+    }
+    EXPECT_EQ(int32_t(names.size()), NUM_PARAMS);
+}
+
+TEST(Plugin, ProgramsAreTheBanksInstruments) {
+    PluginHost host;
+    EXPECT_EQ(host.text(effGetProgramName), "instrument_0");
+    EXPECT_EQ(host.text(effGetProgramNameIndexed, 127), "instrument_127");
+    host.call(effSetProgram, 0, 3);
+    host.set(1, 0.25F);
+    char name[] = "a name that is much longer than any host's field";
+    host.call(effSetProgramName, 0, 0, name);
+    EXPECT_EQ(host.text(effGetProgramName), "a_name_that_is_much_lon");
+    EXPECT_EQ(host.call(effCopyProgram, 9), 1);
+    host.call(effSetProgram, 0, 128);
+    EXPECT_EQ(host.call(effGetProgram), 3);
+    host.call(effSetProgram, 0, 9);
+    EXPECT_EQ(host.text(effGetProgramName), "a_name_that_is_much_lon");
+    EXPECT_EQ(host.get(1), 31 / 127.0F);
+}
+
+TEST(Plugin, StatesComeBackExactly) {
+    const unsigned seed = std::random_device()();
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> any(0.0F, 1.0F);
+    PluginHost saved;
+    for (int32_t program = 0; program < 128; program++) {
+        saved.call(effSetProgram, 0, program);
+        // A controller without a key has no place in a file.
+        for (int32_t i = 0; i < KEYLESS_PARAM; i++)
+            saved.set(i, any(random));
+        char name[] = "sound  #1\t%d";
+        saved.call(effSetProgramName, 0, 0, name);
+    }
+    const std::string bank = saved.save(false);
+    PluginHost loaded;
+    ASSERT_TRUE(loaded.load(bank, false));
+    EXPECT_EQ(loaded.save(false), bank) << "seed " << seed;
+    for (int32_t program = 0; program < 128; program++) {
+        saved.call(effSetProgram, 0, program);
+        loaded.call(effSetProgram, 0, program);
+        ASSERT_EQ(loaded.text(effGetProgramName), saved.text(effGetProgramName));
+        for (int32_t i = 0; i < KEYLESS_PARAM; i++)
+            ASSERT_EQ(loaded.get(i), saved.get(i)) << "parameter " << i << ", seed " << seed;
+    }
+    PluginHost other;
+    other.call(effSetProgram, 0, 77);
+    const std::string program = saved.save(true);
+    ASSERT_TRUE(other.load(program, true));
+    EXPECT_EQ(other.save(true), program);
+}
+
+TEST(Plugin, RefusesDamagedStatesAndKeepsTheSound) {
+    PluginHost host;
+    make_rich(host);
+    const std::string bank = host.save(false);
+    const std::string program = host.save(true);
+    std::mt19937 random(5);
+    const auto temporary_directories = [] {
+        int count = 0;
+        for (const auto& entry : std::filesystem::directory_iterator("/tmp"))
+            count += entry.path().filename().string().rfind("TqL", 0) == 0 ? 1 : 0;
+        return count;
+    };
+    const int directories = temporary_directories();
+
+    for (int i = 0; i < 3; i++) {
+        std::string noise(1 << 20, '\0');
+        for (char& byte : noise)
+            byte = char(random());
+        EXPECT_FALSE(host.load(noise, false));
+        EXPECT_FALSE(host.load(noise, true));
+        EXPECT_FALSE(host.load("MVFS" + noise, false));
+        EXPECT_FALSE(host.load("MFIL" + noise, true));
+    }
+    std::string image = "MVFSMFIL" + std::string("default.tqi") + std::string(245, '\0') +
+                        std::string("\0\0\0\x04", 4) + "abcd";
+    EXPECT_FALSE(host.load(image.substr(0, image.size() - 1), true));
+    for (const char* path : {"/tmp/escaped.tqi", "../escaped.tqi"}) {
+        std::string escaping = image;
+        escaping.replace(8, std::strlen(path), path);
+        EXPECT_FALSE(host.load(escaping, true));
+    }
+    EXPECT_EQ(temporary_directories(), directories);
+    EXPECT_FALSE(std::filesystem::exists("/tmp/escaped.tqi"));
+    EXPECT_EQ(host.save(false), bank);
+
+    // Text that is cut or damaged either loads, as text with defaults, or changes nothing.
+    const auto check = [&](const std::string& chunk, bool is_program) {
+        const std::string before = host.save(false);
+        const bool refused = !host.load(chunk, is_program);
+        ASSERT_TRUE(!refused || host.save(false) == before);
+    };
+    for (size_t length = 0; length < program.size(); length += 7)
+        check(program.substr(0, length), true);
+    for (size_t length = 0; length < bank.size(); length += bank.size() / 23)
+        check(bank.substr(0, length), false);
+    for (int i = 0; i < 40; i++) {
+        std::string flipped = i < 20 ? bank : program;
+        flipped[random() % flipped.size()] ^= char(1U << random() % 8);
+        check(flipped, i >= 20);
+    }
+    ASSERT_TRUE(host.load(bank, false));
+    EXPECT_EQ(host.save(false), bank);
+    host.midi(0x90, 60, 100);
+    EXPECT_TRUE(is_sound(host.render(4096)));
+}
+
+TEST(Plugin, PlaysAnImageOfABank) {
+    PluginHost host;
+    host.set(1, 0.2F);
+    const std::string bank = host.save(false);
+    PluginHost loaded;
+    std::string header = "default.tqb";
+    header.resize(256, '\0');
+    std::string image = "MVFSMFIL" + header;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        image.push_back(char(bank.size() >> shift));
+    EXPECT_TRUE(loaded.load(image + bank, false));
+    EXPECT_EQ(loaded.save(false), bank);
+    EXPECT_FALSE(loaded.load("MFIL" + header, false));
+}
+
+TEST(Plugin, OnsetsAreExactAtEveryPlaceOfABlock) {
+    for (const int32_t block : {64, 61, 5}) {
+        for (int32_t delay = 0; delay < block; delay += block == 64 ? 7 : 3) {
+            PluginHost host(block);
+            host.render(3 * block, block);
+            // Rendered already when the event comes, to fill a granule of four.
+            const int32_t spare = (4 - 3 * block % 4) % 4;
+            host.midi(0x90, 69, 127, delay);
+            host.midi(0x80, 69, 0, delay + 1);
+            const std::vector<float> sound = host.block(block);
+            const auto onset = std::find_if(sound.begin(), sound.begin() + block,
+                                            [](float sample) { return sample != 0.0F; });
+            // The first sample of an attack has moved, that of the default waveform is not 0.
+            ASSERT_EQ(onset - sound.begin(), std::max(delay, spare)) << "block " << block;
+        }
+    }
+}
+
+TEST(Plugin, BlocksOfAnySizeBringTheSameSound) {
+    const auto play = [](int32_t block) {
+        PluginHost host(block);
+        host.midi(0x90, 57, 100);
+        host.midi(0x90, 64, 100);
+        return host.render(16384, block);
+    };
+    // Controls are read once per block, so that only a sound without changing ones is the same.
+    const std::vector<float> usual = play(64);
+    for (const int32_t block : {4, 256, 1024, 1536, 2048, 4096, 16384})
+        ASSERT_EQ(play(block), usual) << block;
+    // A block that ends within a granule of four leaves its rest to the next one.
+    for (const int32_t block : {1, 10, 17, 2027}) {
+        const std::vector<float> odd = play(block);
+        double error = 0;
+        double power = 0;
+        for (size_t i = 0; i < usual.size(); i++) {
+            error += std::pow(double(odd[i]) - double(usual[i]), 2);
+            power += std::pow(double(usual[i]), 2);
+        }
+        EXPECT_LT(10 * std::log10(error / power + 1e-20), -60) << block;
+    }
+}
+
+TEST(Plugin, AnyParametersAndAnyMidiGiveFiniteSoundThatEnds) {
+    const unsigned seed = std::random_device()();
+    std::mt19937 random(seed);
+    PluginHost host(512);
+    const std::string bank = host.save(false);
+    for (int round = 0; round < 40; round++) {
+        for (int32_t i = 0; i < NUM_PARAMS; i++)
+            host.set(i, round % 2 == 0 ? float(random() % 1001) / 1000 : float(random() % 2));
+        for (int i = 0; i < 60; i++)
+            host.midi(unsigned(0x80 + random() % 0x80), unsigned(random() % 140),
+                      unsigned(random() % 140), int32_t(random() % 700) - 100);
+        ASSERT_TRUE(is_sound(host.render(5 * 512, 512))) << "seed " << seed;
+    }
+    host.load(bank, false);
+    for (unsigned channel = 0; channel < 16; channel++) {
+        host.midi(0xC0 + channel, channel);
+        host.midi(0xB0 + channel, 123);
+        host.midi(0xE0 + channel, 0, 64);
+    }
+    // The default reverb and what effects still hold die away to nothing at all.
+    int seconds = 0;
+    while (seconds < 120 && peak(host.render(44100, 2048)) > 0.0F)
+        seconds++;
+    EXPECT_LT(seconds, 120) << "seed " << seed;
+}
+
+TEST(Plugin, ADropOfAFullQueueIsToldAndTheBankStaysHeard) {
+    PluginHost host(64);
+    host.render(64);
+    for (int i = 0; i < 17000; i++)
+        host.midi(0xB0, 7, unsigned(i % 128), 100000);
+    EXPECT_EQ(host.send_events(), 0);
+    host.set(1, 0.0F); // panning of every channel's own program would go to the left
+    host.midi(0x90, 60, 100);
+    EXPECT_EQ(host.send_events(), 0);
+    host.render(100352);
+    host.midi(0x90, 60, 100);
+    const std::vector<float> sound = host.render(4096);
+    EXPECT_GT(peak(side(sound, 0)), 0.01F);
+    EXPECT_EQ(peak(side(sound, 1)), 0.0F) << "the change that found no room has arrived";
+}
+
+TEST(Plugin, InstancesOnThreadsSoundAsIfAlone) {
+    const auto play = [](int32_t block) {
+        PluginHost host(block);
+        make_rich(host);
+        std::vector<float> sound;
+        for (unsigned i = 0; i < 6; i++) {
+            host.midi(0x90, 40 + 5 * i, 100);
+            const std::vector<float> part = host.render(1024, block);
+            sound.insert(sound.end(), part.begin(), part.end());
+        }
+        return sound;
+    };
+    const std::vector<float> alone[] = {play(64), play(128), play(1024)};
+    std::vector<float> together[3];
+    {
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 3; i++)
+            threads.emplace_back([&, i] {
+                for (int repeat = 0; repeat < 4; repeat++)
+                    together[i] = play(i == 0 ? 64 : i == 1 ? 128 : 1024);
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+    }
+    for (int i = 0; i < 3; i++) {
+        EXPECT_GT(peak(alone[i]), 0.01F);
+        EXPECT_EQ(together[i], alone[i]);
+    }
+}
+
+TEST(Plugin, ComesAndGoesAThousandTimes) {
+    const auto descriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                             std::filesystem::directory_iterator());
+    };
+    const auto before = descriptors();
+    for (int i = 0; i < 1000; i++)
+        PluginHost host(64, false);
+    for (int i = 0; i < 5; i++) {
+        PluginHost first;
+        auto second = std::make_unique<PluginHost>();
+        PluginHost third;
+        second.reset();
+        third.render(64);
+    }
+    EXPECT_EQ(descriptors(), before);
+}
+
+} // namespace

@@ -1,0 +1,168 @@
+// The audio callback: whatever was asked of it, it computes and does nothing else.
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <functional>
+#include <mutex>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/engine_host.h"
+#include "tests/vst/callback_watch.h"
+#include "tests/vst/plugin_host.h"
+
+namespace {
+
+void set_by_name(PluginHost& host, const std::string& name, int byte) {
+    for (int32_t i = 0; i < 173; i++) {
+        if (host.text(effGetParamName, i) == name)
+            host.set(i, float(byte) / 127);
+    }
+}
+
+// A different heavy sound in each of the first programs.
+void make_sounds(PluginHost& host) {
+    for (int32_t program = 0; program < 32; program++) {
+        host.call(effSetProgram, 0, program);
+        set_by_name(host, "filter1_type", program % 25);
+        set_by_name(host, "filter1_depth", program % 5);
+        set_by_name(host, "osc1_type", program % 6);
+        set_by_name(host, "osc2_type", 5);
+        set_by_name(host, "osc1_multi_count", program * 4);
+        set_by_name(host, "chanfx1_type", program % 6);
+        set_by_name(host, "chanfx1b_type", (program + 1) % 6);
+        set_by_name(host, "chanfx2_type", program % 4);
+        set_by_name(host, "chan_filter1_type", program % 9);
+        set_by_name(host, "cutoff1_influence1_source", program % 10);
+        set_by_name(host, "osc2_influence_source", program % 6);
+        set_by_name(host, "aux1_level", 90);
+        set_by_name(host, "aux2_level", 90);
+    }
+}
+
+struct Phase {
+    const char* name;
+    std::function<void(PluginHost&)> prepare;
+};
+
+const Phase PHASES[] = {
+    {"silence", [](PluginHost&) {}},
+    {"notes",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 96; i++)
+             host.midi(0x90 + i % 16, 20 + i, 100, int32_t(i % 64));
+     }},
+    {"program changes",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 16; i++)
+             host.midi(0xC0 + i, 16 + i, 0, int32_t(i));
+     }},
+    {"bends and controllers",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 2000; i++) {
+             host.midi(0xE0 + i % 16, i % 128, i % 128, int32_t(i % 64));
+             host.midi(0xB0 + i % 16, i % 206, i % 128, int32_t(i % 64));
+         }
+     }},
+    {"a full queue",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 17000; i++)
+             host.midi(0xB0 + i % 2, 62 + i % 2, i % 128, int32_t((i * 7) % 64));
+     }},
+    {"a full queue on one controller",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 17000; i++)
+             host.midi(0xB0, 7, i % 128, int32_t(i % 64));
+     }},
+    {"the retrigger",
+     [](PluginHost& host) {
+         host.midi(0xB0, 55, 65);
+         host.midi(0xB0, 54, 20);
+     }},
+    {"automation", [](PluginHost&) {}},
+    {"the end of all notes",
+     [](PluginHost& host) {
+         for (unsigned i = 0; i < 16; i++)
+             host.midi(0xB0 + i, 123, 0);
+     }},
+};
+
+#if defined(__has_feature)
+#if __has_feature(realtime_sanitizer)
+#define CALLED_IN_REAL_TIME [[clang::nonblocking]]
+#endif
+#endif
+#ifndef CALLED_IN_REAL_TIME
+#define CALLED_IN_REAL_TIME
+#endif
+
+void call_audio(AEffect* effect, VstEvents* events, float** outputs, int32_t frames,
+                bool automate) noexcept CALLED_IN_REAL_TIME {
+    effect->dispatcher(effect, effProcessEvents, 0, 0, events, 0.0F);
+    for (int32_t i = 0; automate && i < 173; i++)
+        effect->setParameter(effect, i, float(i % 16) / 16);
+    effect->processReplacing(effect, nullptr, outputs, frames);
+}
+
+TEST(Realtime, TheCallbackOnlyComputes) {
+    PluginHost host(4096);
+    make_sounds(host);
+    std::vector<float> left(4096);
+    std::vector<float> right(4096);
+    float* outputs[] = {left.data(), right.data()};
+    struct Call {
+        size_t phase = 0;
+        PluginHost::Batch batch;
+        int32_t frames = 0;
+    };
+    std::vector<Call> calls;
+    for (size_t phase = 0; phase < std::size(PHASES); phase++) {
+        for (const int32_t frames : {64, 61, 4096, 5}) {
+            PHASES[phase].prepare(host);
+            calls.push_back({phase, host.take_events(), frames});
+        }
+    }
+    CallbackCounts counts[std::size(PHASES)];
+    const auto play = [&](bool counted) {
+        for (const Call& call : calls) {
+            const bool automate = std::string_view(PHASES[call.phase].name) == "automation";
+            CallbackCounts uncounted;
+            const CallbackWatch watch(counted ? counts[call.phase] : uncounted);
+            call_audio(host.effect, call.batch.events, outputs, call.frames, automate);
+        }
+    };
+    play(false); // warm
+    ASSERT_TRUE(host.load(host.save(false), false));
+    if (!run_without_system_calls([&] { play(true); }))
+        play(true);
+    for (size_t phase = 0; phase < std::size(PHASES); phase++) {
+        EXPECT_EQ(counts[phase].allocations, 0) << PHASES[phase].name;
+        EXPECT_EQ(counts[phase].locks, 0) << PHASES[phase].name;
+        EXPECT_EQ(counts[phase].system_calls, 0)
+            << PHASES[phase].name << ": " << counts[phase].last_system_call;
+    }
+}
+
+TEST(Realtime, TheWatchSeesWhatItIsFor) {
+    CallbackCounts counts;
+    const auto misbehave = [&] {
+        static std::mutex first;
+        static std::mutex second;
+        const CallbackWatch watch(counts);
+        std::free(std::malloc(100)); // NOLINT
+        void* volatile kept = std::calloc(3, 5);
+        std::free(kept);
+        const std::lock_guard hold_first(first);
+        const std::lock_guard hold_second(second);
+        getppid();
+    };
+    const bool is_trapped = run_without_system_calls(misbehave);
+    if (!is_trapped)
+        misbehave();
+    EXPECT_GE(counts.allocations, 2);
+    EXPECT_EQ(counts.locks, 1);
+    EXPECT_EQ(counts.system_calls, is_trapped ? 1 : 0);
+}
+
+} // namespace

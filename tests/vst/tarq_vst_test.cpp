@@ -1,0 +1,174 @@
+// The plug-in object: its clock, its programs on the channels, and its warnings.
+
+#include "vst/tarq_vst.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/engine_host.h"
+
+namespace {
+
+class ClockedVST : public TarqVST {
+  public:
+    ClockedVST() : TarqVST(nullptr) {
+        setBlockSize(64);
+        resume();
+    }
+    void set_clock(uint32_t time) { curr_time = time; }
+    static constexpr uint32_t limit() { return CLOCK_LIMIT; }
+
+    void midi(unsigned status, unsigned data1, unsigned data2, int32_t delay = 0) {
+        VstMidiEvent event;
+        event.deltaFrames = delay;
+        event.midiData[0] = char(status);
+        event.midiData[1] = char(data1);
+        event.midiData[2] = char(data2);
+        VstEvents batch;
+        batch.numEvents = 1;
+        batch.events[0] = reinterpret_cast<VstEvent*>(&event);
+        processEvents(&batch);
+    }
+
+    std::vector<float> render(int32_t frames) {
+        std::vector<float> left(static_cast<size_t>(frames));
+        std::vector<float> right(static_cast<size_t>(frames));
+        float* outputs[] = {left.data(), right.data()};
+        processReplacing(nullptr, outputs, frames);
+        left.insert(left.end(), right.begin(), right.end());
+        return left;
+    }
+
+    // Slow envelopes, portamento, delays and sends, on the first program.
+    void make_slow() {
+        for (const auto& [controller, value] :
+             std::initializer_list<std::pair<int, int>>{{CTRL_ENV1_ATTACK, 60},
+                                                        {CTRL_ENV1_RELEASE, 50},
+                                                        {CTRL_PORTAMENTO_TIME, 60},
+                                                        {CTRL_FILTER1_TYPE, 21},
+                                                        {CTRL_CUTOFF1_INFLUENCE1_SOURCE, 2},
+                                                        {CTRL_CUTOFF1_INFLUENCE1_AMOUNT, 90},
+                                                        {CTRL_CHANFX2_TYPE, 1},
+                                                        {CTRL_AUX1_LEVEL, 90},
+                                                        {CTRL_AUX2_LEVEL, 90}})
+            set_controller(controller, value);
+    }
+};
+
+// Everything that knows the time goes on around sample 3000: slopes, glides, delays, automation
+// and events that were queued before and are played after.
+std::vector<float> play_around(uint32_t start) {
+    ClockedVST vst;
+    vst.set_clock(start);
+    vst.make_slow();
+    std::vector<float> sound;
+    vst.midi(0x90, 50, 100);
+    vst.midi(0x90, 62, 100, 500);
+    vst.midi(0x80, 50, 0, 3500);
+    vst.midi(0x80, 62, 0, 5000);
+    vst.midi(0x90, 57, 100, 2990);
+    vst.midi(0xE0, 0, 80, 3010);
+    for (int block = 0; block < 40; block++) {
+        vst.set_controller(CTRL_FILTER1_CUTOFF, block * 3);
+        vst.set_controller(CTRL_MAIN_VOLUME, 127 - block);
+        const std::vector<float> part = vst.render(block % 2 == 0 ? 157 : 256);
+        sound.insert(sound.end(), part.begin(), part.end());
+    }
+    EXPECT_LT(vst.get_time(), ClockedVST::limit());
+    return sound;
+}
+
+TEST(TarqVST, TheClockMovesBackInaudibly) {
+    const std::vector<float> at_zero = play_around(0);
+    EXPECT_GT(peak(at_zero), 0.001F);
+    for (const uint32_t before : {0U, 3U, 500U, 2990U, 3000U, 3011U, 3600U, 5001U, 6000U})
+        ASSERT_EQ(play_around(ClockedVST::limit() - before), at_zero) << before;
+}
+
+TEST(TarqVST, NotesHeldForHoursStayAndKeepTheirOrder) {
+    const auto play = [](bool hours) {
+        ClockedVST vst;
+        vst.set_controller(CTRL_CHAN_MAX_VOICES, 2);
+        std::vector<float> sound;
+        for (const unsigned note : {64U, 57U}) {
+            vst.midi(0x90, note, 100);
+            vst.render(44100);
+        }
+        for (int move = 0; move < 3; move++) {
+            if (hours)
+                vst.set_clock(ClockedVST::limit() - 100);
+            vst.render(256);
+        }
+        vst.midi(0x90, 45, 100); // steals the first note's voice
+        return vst.render(8192);
+    };
+    const std::vector<float> sound = play(true);
+    EXPECT_GT(peak(sound), 0.001F);
+    EXPECT_EQ(sound, play(false));
+}
+
+TEST(TarqVST, AnEditedProgramChangesInEveryChannelThatPlaysIt) {
+    ClockedVST vst;
+    vst.midi(0xC4, 7, 0);
+    vst.midi(0xC5, 7, 0);
+    EXPECT_EQ(vst.get_current_instrument(5), 7);
+    vst.render(64);
+    EXPECT_EQ(vst.num_queued_events(), 0U);
+    vst.setProgram(7);
+    EXPECT_EQ(vst.num_queued_events(), 0U);
+    vst.set_controller(CTRL_PANNING, 0);
+    EXPECT_EQ(vst.num_queued_events(), 3U); // channels 4, 5 and 7
+    vst.set_controller(CTRL_REVERB_WET, 0);
+    EXPECT_EQ(vst.num_queued_events(), 4U);
+    vst.midi(0x95, 60, 100);
+    const std::vector<float> sound = vst.render(4096);
+    EXPECT_GT(peak({sound.begin(), sound.begin() + 4096}), 0.01F);
+    EXPECT_EQ(peak({sound.begin() + 4096, sound.end()}), 0.0F);
+    vst.set_controller(CTRL_OSC1_TYPE, 77);
+    EXPECT_EQ(vst.get_controller(CTRL_OSC1_TYPE), 5);
+    vst.setParameter(110, 1.0F);
+    EXPECT_EQ(vst.get_controller(CTRL_PITCH_BEND_MSB), 64);
+}
+
+TEST(TarqVST, AddsOrReplacesAndWaitsForTheBlockSize) {
+    TarqVST vst(nullptr);
+    float left[8];
+    float right[8];
+    float* outputs[] = {left, right};
+    std::fill_n(left, 8, 3.0F);
+    std::fill_n(right, 8, 3.0F);
+    vst.resume();
+    vst.process(nullptr, outputs, 8);
+    EXPECT_EQ(left[7], 3.0F);
+    vst.processReplacing(nullptr, outputs, 8);
+    EXPECT_EQ(left[7], 0.0F);
+
+    vst.setBlockSize(8);
+    TarqVST other(nullptr);
+    other.setBlockSize(8);
+    other.resume();
+    for (TarqVST* each : {&vst, &other})
+        each->changeInstrument(0, 0, 0);
+    std::fill_n(left, 8, 3.0F);
+    vst.process(nullptr, outputs, 8);
+    float replaced[16] = {};
+    float* replaced_outputs[] = {replaced, replaced + 8};
+    other.processReplacing(nullptr, replaced_outputs, 8);
+    for (int i = 0; i < 8; i++)
+        EXPECT_EQ(left[i], 3.0F + replaced[i]);
+}
+
+TEST(TarqVST, WarnsOnceOfAnotherSampleRate) {
+    TarqVST vst(nullptr);
+    testing::internal::CaptureStderr();
+    vst.setSampleRate(44100.0F);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    vst.setSampleRate(48000.0F);
+    vst.setSampleRate(96000.0F);
+    vst.setSampleRate(NAN);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Tarquil: Sample rate was set to 48000, but sample rates other than 44100 is not "
+              "supported.\nYou are on your own.\n");
+}
+
+} // namespace
