@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "softsynth/buffer.h"
+#include "softsynth/kernels/oscillator_copies.h"
 #include "softsynth/waveform.h"
 
 inline constexpr int MAX_MULTI_OSC_WIDTH = 255;
@@ -26,7 +27,8 @@ class OscillatorGroup {
     void render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
 
   private:
-    static constexpr int PADDED_WIDTH = MAX_MULTI_OSC_WIDTH + 1;
+    static constexpr uint32_t PADDED_WIDTH = MAX_OSCILLATOR_COPIES;
+    static_assert(PADDED_WIDTH >= MAX_MULTI_OSC_WIDTH);
 
     OscType type = OSC_NONE;
     uint32_t count = 0;

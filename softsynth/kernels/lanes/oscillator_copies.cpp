@@ -21,6 +21,9 @@ constexpr unsigned WIDEST = 32;
 constexpr unsigned WIDEST = 16;
 #endif
 
+// As many for few copies, where the samples' way into the registers and back counts.
+constexpr unsigned FEW = 16;
+
 // Below this many copies a run, walking by runs costs more than the cache saves.
 constexpr uint32_t SHORT_RUN = 8;
 
@@ -29,10 +32,10 @@ constexpr uint32_t WAVE_SHIFT = 20;
 
 // Adds N samples of one copy to the sums, or starts them.  SHIFT 0: the copies' own.
 template <unsigned N, uint32_t SHIFT, bool START>
-inline void add_copy(const OscillatorCopies& copies, uint32_t copy, float pitch, float* sums) {
+inline void add_copy(const OscillatorCopies& copies, uint32_t copy, uint32_t increment,
+                     float* sums) {
     constexpr unsigned CHAINS = N < PHASES ? 1 : PHASES;
     const uint32_t shift = SHIFT == 0 ? copies.table_shift : SHIFT;
-    const uint32_t increment = phase_increment(pitch, copies.increment_scale[copy]);
     const float* table = copies.table[copy];
     uint32_t phase[CHAINS];
     for (unsigned k = 0; k < CHAINS; k++)
@@ -47,37 +50,51 @@ inline void add_copy(const OscillatorCopies& copies, uint32_t copy, float pitch,
     copies.phase[copy] = phase[0];
 }
 
-// N samples of the copies from `first` up to `end`, and the rest up to `length` in smaller steps.
+// A run of copies: those from `first` up to `end`, with their increments (by copy).
+struct Run {
+    const OscillatorCopies& copies;
+    uint32_t first;
+    uint32_t end;
+    const uint32_t* increments;
+};
+
+// N samples of the run's copies, and the rest up to `length` in smaller steps.
 template <unsigned N, uint32_t SHIFT>
-void add_copies(const OscillatorCopies& copies, uint32_t first, uint32_t end, float pitch,
-                float* samples, uint32_t length) {
+void add_copies(const Run& run, float* samples, uint32_t length) {
     for (; length >= N; length -= N, samples += N) {
         float sums[N];
-        uint32_t copy = first;
-        if (first == 0) {
+        uint32_t copy = run.first;
+        if (copy == 0) {
             // The sum starts with the first copy's samples, not with 0: 0 + -0 is 0.
-            add_copy<N, SHIFT, true>(copies, copy++, pitch, sums);
+            add_copy<N, SHIFT, true>(run.copies, copy, run.increments[copy], sums);
+            copy++;
         } else {
             for (unsigned i = 0; i < N; i++)
                 sums[i] = samples[i];
         }
-        for (; copy < end; copy++)
-            add_copy<N, SHIFT, false>(copies, copy, pitch, sums);
+        for (; copy < run.end; copy++)
+            add_copy<N, SHIFT, false>(run.copies, copy, run.increments[copy], sums);
         for (unsigned i = 0; i < N; i++)
             samples[i] = sums[i];
     }
     if constexpr (N > 1) {
         if (length > 0)
-            add_copies<(N > PHASES ? N / 2 : 1), SHIFT>(copies, first, end, pitch, samples, length);
+            add_copies<(N > PHASES ? N / 2 : 1), SHIFT>(run, samples, length);
     }
 }
 
-template <uint32_t SHIFT>
+template <unsigned N, uint32_t SHIFT>
 void render(const OscillatorCopies& copies, uint32_t first, uint32_t end, float* samples,
             const float* pitches, uint32_t size) {
+    // Known before the sums need every register.
+    uint32_t increments[MAX_OSCILLATOR_COPIES];
     for (uint32_t t = 0; t < size; t += CONTROL_PERIOD) {
         const uint32_t length = size - t < CONTROL_PERIOD ? size - t : CONTROL_PERIOD;
-        add_copies<WIDEST, SHIFT>(copies, first, end, pitches[t], samples + t, length);
+        if (t == 0 || pitches[t] != pitches[t - CONTROL_PERIOD]) {
+            for (uint32_t copy = first; copy < end; copy++)
+                increments[copy] = phase_increment(pitches[t], copies.increment_scale[copy]);
+        }
+        add_copies<N, SHIFT>({copies, first, end, increments}, samples + t, length);
     }
 }
 
@@ -89,21 +106,48 @@ void render_runs(const OscillatorCopies& copies, float* samples, const float* pi
         uint32_t end = first + 1;
         while (end < copies.count && copies.table[end] == copies.table[first])
             end++;
-        render<SHIFT>(copies, first, end, samples, pitches, size);
+        render<WIDEST, SHIFT>(copies, first, end, samples, pitches, size);
         first = end;
     }
+}
+
+// A copy alone needs no sums.
+void render_single(const OscillatorCopies& copies, float* samples, const float* pitches,
+                   uint32_t size) {
+    const float* table = copies.table[0];
+    const uint32_t shift = copies.table_shift;
+    uint32_t start = copies.phase[0];
+    for (uint32_t t = 0; t < size; t += CONTROL_PERIOD) {
+        const uint32_t end = size - t < CONTROL_PERIOD ? size : t + CONTROL_PERIOD;
+        const uint32_t increment = phase_increment(pitches[t], copies.increment_scale[0]);
+        uint32_t i = t;
+        for (; end - i >= PHASES; i += PHASES) {
+            for (unsigned k = 0; k < PHASES; k++)
+                samples[i + k] = table[(start + k * increment) >> shift];
+            start += PHASES * increment;
+        }
+        for (; i < end; i++) {
+            samples[i] = table[start >> shift];
+            start += increment;
+        }
+    }
+    copies.phase[0] = start;
 }
 
 } // namespace
 
 void oscillator_copies(const OscillatorCopies& copies, float* samples, const float* pitches,
                        uint32_t size) {
-    if (copies.table_shift != WAVE_SHIFT)
-        render<0>(copies, 0, copies.count, samples, pitches, size);
+    if (copies.count == 1)
+        render_single(copies, samples, pitches, size);
+    else if (copies.table_shift != WAVE_SHIFT)
+        render<FEW, 0>(copies, 0, copies.count, samples, pitches, size);
+    else if (copies.count < SHORT_RUN)
+        render<FEW, WAVE_SHIFT>(copies, 0, copies.count, samples, pitches, size);
     else if (copies.runs > 1 && copies.count >= SHORT_RUN * copies.runs)
         render_runs<WAVE_SHIFT>(copies, samples, pitches, size);
     else
-        render<WAVE_SHIFT>(copies, 0, copies.count, samples, pitches, size);
+        render<WIDEST, WAVE_SHIFT>(copies, 0, copies.count, samples, pitches, size);
 }
 
 } // namespace KERNEL_NAMESPACE
