@@ -20,6 +20,8 @@ Tarquil* g_synth = nullptr;
 
 std::atomic<bool> band_muted[MC_N_BANDS];
 
+static_assert(alignof(Tarquil) <= TARQUIL_ALIGN);
+
 void* Tarquil::operator new(size_t size) {
     // The raw block's pointer lies just before the object.
     void* ptr = std::malloc(size + TARQUIL_ALIGN - 1 + sizeof(void*));

@@ -22,7 +22,7 @@
 #include "softsynth/voice_pool.h"
 #include "softsynth/voice_renderer.h"
 
-inline constexpr size_t TARQUIL_ALIGN = 16;
+inline constexpr size_t TARQUIL_ALIGN = 64; // a cache line, and the widest lanes
 inline constexpr intptr_t TARQUIL_ALIGN_MASK = TARQUIL_ALIGN - 1;
 
 class Tarquil {
