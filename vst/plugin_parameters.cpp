@@ -15,6 +15,12 @@ const char* vst_param_name(int32_t index) {
     return index < int32_t(NUM_KEYED_CONTROLLERS) ? controller_rows()[size_t(index)].key : "";
 }
 
+bool is_automatable_vst_param(int32_t index) {
+    const int controller = vst_param_to_controller(index);
+    return index != NO_VST_PARAM && controller != CTRL_PITCH_BEND_MSB &&
+           controller != CTRL_PITCH_BEND_LSB;
+}
+
 int32_t controller_to_vst_param(int controller) {
     for (int32_t index = 1; index < NUM_VST_PARAMS; index++) {
         if (vst_param_to_controller(index) == controller)

@@ -5,6 +5,10 @@
 #include <cstdint>
 
 #include "softsynth/controller_table.h"
+#include "vst/abi/vst2.h"
+
+// How hosts and their sessions know the plug-in.
+inline constexpr int32_t TARQUIL_UNIQUE_ID = four_characters("TqLx");
 
 inline constexpr int32_t NUM_VST_PARAMS = int32_t(NUM_KEYED_CONTROLLERS) + 1;
 
@@ -16,6 +20,9 @@ int vst_param_to_controller(int32_t index);
 
 // Its text key; empty for the last.
 const char* vst_param_name(int32_t index);
+
+// The first stands for none, and a pitch bend lives in the events.
+bool is_automatable_vst_param(int32_t index);
 
 // NO_VST_PARAM for a controller that has no parameter.
 int32_t controller_to_vst_param(int controller);

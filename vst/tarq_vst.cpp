@@ -70,7 +70,7 @@ TarqVST::TarqVST(audioMasterCallback host)
         setNumOutputs(2);
         canProcessReplacing(true);
         isSynth(true);
-        setUniqueID(four_characters("TqLx"));
+        setUniqueID(TARQUIL_UNIQUE_ID);
         setVersion(getVendorVersion());
     }
     settings.load_default();

@@ -28,10 +28,6 @@ bool is_image(std::string_view bytes) {
     return bytes.size() >= 4 && (bytes.substr(0, 4) == "MFIL" || bytes.substr(0, 4) == "MVFS");
 }
 
-bool is_pitch_bend(int controller) {
-    return controller == CTRL_PITCH_BEND_MSB || controller == CTRL_PITCH_BEND_LSB;
-}
-
 void copy_instrument_name(const Instrument& instrument, char* text) {
     const std::string& name = instrument.get_name();
     copy_host_text(text, name.empty() ? "(none)" : name, kVstMaxProgNameLen);
@@ -40,12 +36,8 @@ void copy_instrument_name(const Instrument& instrument, char* text) {
 } // namespace
 
 void TarqVST::setParameter(int32_t index, float value) {
-    if (index == NO_VST_PARAM)
-        return;
-    const LockHolder holder(synth_lock);
-    const int controller = vst_param_to_controller(index);
-    if (!is_pitch_bend(controller))
-        set_controller(controller, vst_value_to_byte(value));
+    if (is_automatable_vst_param(index))
+        set_controller(vst_param_to_controller(index), vst_value_to_byte(value));
 }
 
 float TarqVST::getParameter(int32_t index) {
@@ -70,7 +62,7 @@ void TarqVST::getParameterLabel(int32_t /*index*/, char* text) {
 }
 
 bool TarqVST::canParameterBeAutomated(int32_t index) {
-    return index != NO_VST_PARAM && !is_pitch_bend(vst_param_to_controller(index));
+    return is_automatable_vst_param(index);
 }
 
 bool TarqVST::string2parameter(int32_t index, const char* text) {

@@ -1,8 +1,8 @@
-// An engine that plays a song, block by block.
+// An engine that plays a song.
 //
 // It does what a host does with the plug-in: every channel c starts with instrument c of the bank,
 // raw messages go through the MIDI filter, a program change becomes the controllers of that
-// instrument at its time.  At the song's end every key is released.
+// instrument at its time.
 
 #pragma once
 
@@ -16,8 +16,7 @@
 #include "instrument/settings.h"
 #include "softsynth/buffer.h"
 #include "softsynth/core.h"
-#include "tools/midi/smf_reader.h"
-#include "tools/render/render_options.h"
+#include "tools/render/song_driver.h"
 
 // What the sixteen channels play.
 struct Orchestra {
@@ -30,7 +29,8 @@ struct Orchestra {
 // The channels with a note that sounds.
 ChannelSet find_used_channels(const Song& song, const ChannelSet& channels);
 
-class EngineDriver {
+// Renders within -1..1.
+class EngineDriver : public SongDriver {
   public:
     // Both stay where they are as long as the driver.
     EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed);
@@ -43,23 +43,16 @@ class EngineDriver {
         return taps[channel];
     }
 
-    // Renders the next `num_samples` frames, interleaved, within -1..1.  BadInput when the song has
-    // more events in a block than any instrument makes of it.
-    void render(float* pcm, uint32_t num_samples);
+  protected:
+    size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
+    void run(float* pcm, uint32_t num_samples, uint32_t block_start) override;
 
   private:
     void queue_first_instruments();
-    void queue_message(const SongMessage& message);
-    void queue_filtered(uint32_t time, const uint8_t* bytes);
     void queue_instrument(const Instrument& instrument, unsigned channel, uint32_t time);
-    void queue_releases();
 
-    const Song& song;
     const Orchestra& orchestra;
     std::unique_ptr<Tarquil> synth;
     std::vector<StereoBuffer> taps;
     std::vector<midi_event> events; // of the current block
-    size_t next_message = 0;
-    uint32_t curr_time = 0;
-    bool keys_released = false;
 };

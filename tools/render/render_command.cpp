@@ -106,6 +106,17 @@ void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& 
         ->type_name("N");
 }
 
+// What only the engine linked in can do.
+void add_plugin_option(CLI::App& command, RenderOptions& options) {
+    command
+        .add_option("--plugin", options.plugin_path,
+                    "Play this VST 2 instrument; Tarquil's own gives the same sound as without")
+        ->type_name("FILE.so")
+        ->excludes("--instrument")
+        ->excludes("--stems")
+        ->excludes("--seed");
+}
+
 void add_file_options(CLI::App& command, const std::shared_ptr<RenderOptions>& options) {
     command
         .add_option("--format", options->audio.format,
@@ -145,6 +156,7 @@ void add_render_command(CLI::App& app, int results) {
         ->required();
     add_sound_options(*command, options);
     add_file_options(*command, options);
+    add_plugin_option(*command, *options);
     command->add_flag("--quiet", options->quiet, "Print nothing but errors");
     command->add_flag("--json", options->json, "Print the summary as JSON on standard output");
     command->footer("Exit status: 0 done; 1 cannot be done; 2 an option, an input file or the\n"

@@ -24,13 +24,14 @@ struct RenderOptions {
     std::string song_path; // "-": standard input
     AudioRequest audio;
     int standard_output = -1; // its descriptor, for the path "-"
+    std::string plugin_path;  // empty: the engine linked in
     std::string bank_path;    // empty: the built-in bank
     std::array<std::string, NUM_CHANNELS> instrument_paths;
     ChannelSet channels = ChannelSet().set(); // that sound
     std::string stem_folder;                  // empty: no stems
     std::optional<uint32_t> tail;             // samples after the song's end; none: until silence
     std::optional<double> normalize_dbfs;     // the peak
-    uint32_t block = DEFAULT_BLOCK;           // samples of one run of the engine
+    uint32_t block = DEFAULT_BLOCK;           // samples that are rendered at once
     uint32_t seed = 1;                        // of the oscillators' start phases
     bool quiet = false;
     bool json = false;

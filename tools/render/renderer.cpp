@@ -4,17 +4,19 @@
 
 #include <chrono>
 #include <memory>
+#include <utility>
 
 #include "tools/render/interruption.h"
 #include "tools/render/main_output.h"
+#include "tools/render/plugin_driver.h"
 #include "tools/render/progress_bar.h"
 #include "tools/render/stem_outputs.h"
 #include "tools/render/tail.h"
 
 namespace {
 
-// Drives the engine until the tail ends.
-void play(const RenderOptions& options, const Song& song, EngineDriver& driver, MainOutput& output,
+// Drives the instrument until the tail ends.
+void play(const RenderOptions& options, const Song& song, SongDriver& driver, MainOutput& output,
           StemOutputs* stems) {
     Tail tail(song.end_time, options.tail);
     ProgressBar progress(!options.quiet, song.end_time);
@@ -26,7 +28,7 @@ void play(const RenderOptions& options, const Song& song, EngineDriver& driver, 
         const uint32_t num_frames = tail.add(pcm, options.block, time);
         output.write(pcm, num_frames);
         if (stems != nullptr)
-            stems->write(driver, num_frames);
+            stems->write(num_frames);
         time += num_frames;
         progress.advance_to(time);
     }
@@ -42,15 +44,23 @@ RenderResult render_song(const RenderOptions& options, const Song& song,
     const uint32_t max_frames = Tail(song.end_time, options.tail).get_end();
     MainOutput output({.path = options.audio.path, .standard_output = options.standard_output},
                       format, max_frames, options.normalize_dbfs);
+    std::unique_ptr<SongDriver> driver;
     std::unique_ptr<StemOutputs> stems;
-    if (!options.stem_folder.empty())
-        stems = std::make_unique<StemOutputs>(
-            options.stem_folder, format, find_used_channels(song, orchestra.channels), max_frames);
-    EngineDriver driver(song, orchestra, options.seed);
-    if (stems)
-        driver.keep_channels();
+    if (!options.plugin_path.empty()) {
+        driver = std::make_unique<PluginDriver>(
+            song, options, options.bank_path.empty() ? nullptr : &orchestra.bank);
+    } else {
+        auto engine = std::make_unique<EngineDriver>(song, orchestra, options.seed);
+        if (!options.stem_folder.empty()) {
+            engine->keep_channels();
+            stems = std::make_unique<StemOutputs>(*engine, options.stem_folder, format,
+                                                  find_used_channels(song, orchestra.channels),
+                                                  max_frames);
+        }
+        driver = std::move(engine);
+    }
 
-    play(options, song, driver, output, stems.get());
+    play(options, song, *driver, output, stems.get());
     output.finish();
     if (stems)
         stems->finish();

@@ -32,9 +32,9 @@ StemOutputs::Stem::Stem(unsigned stem_channel, const std::string& path, const Au
           writer.write(frames, num_frames);
       }) {}
 
-StemOutputs::StemOutputs(std::string folder_path, const AudioFormat& format,
-                         const ChannelSet& channels, uint64_t max_frames)
-    : folder(std::move(folder_path)) {
+StemOutputs::StemOutputs(const EngineDriver& engine, std::string folder_path,
+                         const AudioFormat& format, const ChannelSet& channels, uint64_t max_frames)
+    : driver(engine), folder(std::move(folder_path)) {
     if (mkdir(folder.c_str(), NEW_FOLDER_MODE) == 0)
         remove_folder = true;
     else if (errno != EEXIST)
@@ -58,7 +58,7 @@ StemOutputs::~StemOutputs() {
         rmdir(folder.c_str());
 }
 
-void StemOutputs::write(const EngineDriver& driver, uint64_t num_frames) {
+void StemOutputs::write(uint64_t num_frames) {
     for (const std::unique_ptr<Stem>& stem : stems)
         stem->converter.write(driver.channel_sound(stem->channel).get_first_left_sample_ptr(),
                               num_frames);

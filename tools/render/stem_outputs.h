@@ -19,15 +19,15 @@
 class StemOutputs {
   public:
     // Files "channel-01.wav" to "channel-16.wav" (or the format's ending) in `folder`, which is
-    // made when it does not exist.  `max_frames` at SAMPLE_RATE.
-    StemOutputs(std::string folder_path, const AudioFormat& format, const ChannelSet& channels,
-                uint64_t max_frames);
+    // made when it does not exist.  `max_frames` at SAMPLE_RATE.  The engine keeps its channels.
+    StemOutputs(const EngineDriver& engine, std::string folder_path, const AudioFormat& format,
+                const ChannelSet& channels, uint64_t max_frames);
     ~StemOutputs();
     StemOutputs(const StemOutputs&) = delete;
     StemOutputs& operator=(const StemOutputs&) = delete;
 
-    // The first `num_frames` of the driver's last block.
-    void write(const EngineDriver& driver, uint64_t num_frames);
+    // The first `num_frames` of the engine's last block.
+    void write(uint64_t num_frames);
     void finish();
     void commit();
 
@@ -41,6 +41,7 @@ class StemOutputs {
         RateConverter converter;
     };
 
+    const EngineDriver& driver;
     std::string folder;
     bool remove_folder = false; // made here, and not complete yet
     std::vector<std::unique_ptr<Stem>> stems;

@@ -121,6 +121,27 @@ struct VstPinProperties {
     char shortLabel[8] = {};
 };
 
+// Where the host is, for audioMasterGetTime.
+struct VstTimeInfo {
+    double samplePos = 0.0;  // since the start, in samples
+    double sampleRate = 0.0; // Hz
+    double nanoSeconds = 0.0;
+    double ppqPos = 0.0; // quarter notes
+    double tempo = 0.0;  // quarter notes per minute
+    double barStartPos = 0.0;
+    double cycleStartPos = 0.0;
+    double cycleEndPos = 0.0;
+    int32_t timeSigNumerator = 0;
+    int32_t timeSigDenominator = 0;
+    int32_t smpteOffset = 0;
+    int32_t smpteFrameRate = 0;
+    int32_t samplesToNextClock = 0;
+    int32_t flags = 0; // the position and the rate always hold, the rest when a flag says so
+};
+
+// VstTimeInfo::flags
+inline constexpr int32_t kVstTransportPlaying = 1 << 1;
+
 // VstPinProperties::flags
 inline constexpr int32_t kVstPinIsActive = 1 << 0;
 inline constexpr int32_t kVstPinIsStereo = 1 << 1;
@@ -129,6 +150,7 @@ static_assert(sizeof(VstEvent) == 32);
 static_assert(sizeof(VstMidiEvent) == 32 && offsetof(VstMidiEvent, midiData) == 24);
 static_assert(sizeof(VstPinProperties) == 80 && offsetof(VstPinProperties, flags) == 64);
 static_assert(sizeof(ERect) == 8);
+static_assert(sizeof(VstTimeInfo) == 88 && offsetof(VstTimeInfo, flags) == 84);
 static_assert(sizeof(void*) != 8 || sizeof(AEffect) == 192);
 static_assert(sizeof(void*) != 8 || offsetof(AEffect, dispatcher) == 8);
 static_assert(sizeof(void*) != 8 || offsetof(AEffect, numPrograms) == 40);
@@ -189,10 +211,15 @@ enum EffectOpcode : int32_t {
     effGetVstVersion = 58,
     effBeginSetProgram = 67,         // unverified
     effEndSetProgram = 68,           // unverified
+    effStartProcess = 71,            // unverified
+    effStopProcess = 72,             // unverified
     effGetNumMidiInputChannels = 78, // unverified
 };
 
 inline constexpr intptr_t kPlugCategSynth = 2;
+
+// What audioMasterGetCurrentProcessLevel answers when the sound need not keep up with anything.
+inline constexpr intptr_t kVstProcessLevelOffline = 4;
 
 // What a plug-in asks of a host.
 enum HostOpcode : int32_t {

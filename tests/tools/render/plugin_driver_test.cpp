@@ -1,0 +1,121 @@
+// Tests of renders with a plug-in.
+
+#include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <sndfile.h>
+
+#include <cstdlib>
+
+#include "common/load_string.h"
+#include "instrument/settings.h"
+#include "tests/tools/audio/read_sound.h"
+#include "tests/tools/command_run.h"
+#include "tests/tools/midi/smf_builder.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+// Two channels with a program change, bends, controllers and keys that are left down; a tick is a
+// millisecond.
+SmfBytes busy_song() {
+    return make_smf(0, 0xE728, // 25 frames a second of 40 ticks each
+                    {{0x00, 0xC0, 0x05, 0x00, 0x90, 0x3C, 0x64, 0x03, 0xE0, 0x11, 0x50, 0x05, 0xB0,
+                      0x4A, 0x50, 0x07, 0x91, 0x30, 0x7F, 0x13, 0xC1, 0x06, 0x02, 0x91, 0x40, 0x33,
+                      0x21, 0xB1, 0x0A, 0x10, 0x09, 0xE1, 0x7F, 0x7F, 0x40, 0x80, 0x3C, 0x00, 0x51,
+                      0xB0, 0x4D, 0x7F, 0x00, 0x90, 0x48, 0x50, 0x82, 0x00, 0xFF, 0x2F, 0x00}});
+}
+
+class PluginRender : public testing::Test {
+  protected:
+    void SetUp() override {
+        const SmfBytes bytes = busy_song();
+        ASSERT_EQ(
+            save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}),
+            0);
+        TarqSettings bank;
+        bank.get_instrument(5).set_controller(CTRL_OSC1_COARSE_TUNE, 100);
+        bank.get_instrument(6).set_controller(CTRL_AUX1_LEVEL, 100);
+        bank.set_global_controller(CTRL_GLOBAL_FILTER1_TYPE, 1);
+        ASSERT_EQ(bank.text_save(bank_path), 0);
+    }
+
+    CommandRun render(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"render", "--quiet", "--bits", "float"});
+        arguments.insert(arguments.end(), {song, out});
+        return run_command(arguments);
+    }
+
+    std::string rendered(const std::vector<std::string>& arguments) {
+        const CommandRun run = render(arguments);
+        EXPECT_EQ(run.status, 0) << run.errors;
+        std::string content;
+        EXPECT_EQ(load_file_to_string(out, content), 0);
+        return content;
+    }
+
+    TempDirectory directory;
+    std::string song = directory.path("song.mid");
+    std::string bank_path = directory.path("bank.tqb");
+    std::string out = directory.path("out.wav");
+};
+
+TEST_F(PluginRender, TarquilSoundsAsWhenLinkedIn) {
+    const std::string plain = rendered({});
+    const std::string banked = rendered({"--bank", bank_path});
+    EXPECT_NE(plain, banked);
+    EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN}) == plain);
+    EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN, "--bank", bank_path}) == banked);
+    EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN, "--bank", bank_path, "--block", "12"}) ==
+                rendered({"--bank", bank_path, "--block", "12"}));
+    EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN, "--channels", "2"}) ==
+                rendered({"--channels", "2"}));
+}
+
+TEST_F(PluginRender, OneOutputIsHeardOnBothSides) {
+    const SmfBytes bytes =
+        make_smf(0, 0xE728, {{0x0A, 0x90, 0x3C, 0x64, 0x0A, 0x90, 0x3C, 0x00, 0x0A, 0x90,
+                              0x3C, 0x64, 0x0A, 0x90, 0x3C, 0x00, 0x00, 0xFF, 0x2F, 0x00}});
+    ASSERT_EQ(
+        save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 0);
+    rendered({"--plugin", TOY_PLUGIN});
+    const Sound sound = read_sound(out);
+    ASSERT_EQ(sound.info.frames, 1764 + 22050); // ends with half a second of silence
+    for (size_t i = 0; i < 1764; i++) {
+        const float expected = i / 441 % 2 == 1 ? 0.25F : 0.0F;
+        ASSERT_EQ(sound.samples[2 * i], expected) << i;
+        ASSERT_EQ(sound.samples[2 * i + 1], expected) << i;
+    }
+}
+
+TEST_F(PluginRender, WhatCanNotBePlayedIsOneLine) {
+    const auto refuses = [this](const std::vector<std::string>& arguments, const char* reason) {
+        const CommandRun run = render(arguments);
+        EXPECT_EQ(run.status, 2) << reason;
+        EXPECT_THAT(run.errors, HasSubstr(reason));
+        EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+        EXPECT_NE(access(out.c_str(), F_OK), 0);
+    };
+    // The same module for a processor of 32 bits: the fifth byte tells.
+    std::string module;
+    ASSERT_EQ(load_file_to_string(TOY_PLUGIN, module), 0);
+    module[4] = 1;
+    const std::string narrow = directory.path("narrow.so");
+    ASSERT_EQ(save_file_to_string(narrow, module), 0);
+    refuses({"--plugin", narrow}, "narrow.so: wrong ELF class");
+    refuses({"--plugin", directory.path("none.so")}, "none.so: cannot open");
+    refuses({"--plugin", "/dev/zero"}, "/dev/zero: is no file");
+    refuses({"--plugin", bank_path}, "bank.tqb: invalid ELF header");
+    Dl_info library{};
+    ASSERT_NE(dladdr(reinterpret_cast<const void*>(&sf_open), &library), 0);
+    refuses({"--plugin", library.dli_fname}, "is no VST 2 plug-in");
+    refuses({"--plugin", TOY_PLUGIN, "--bank", bank_path}, "only Tarquil takes banks");
+    refuses({"--plugin", TARQUIL_PLUGIN, "--seed", "1"}, "--seed excludes --plugin");
+    refuses({"--plugin", TARQUIL_PLUGIN, "--stems", "s"}, "--stems excludes --plugin");
+    refuses({"--plugin", TARQUIL_PLUGIN, "--instrument", "1=a.tqi"}, "excludes --plugin");
+    setenv("TOY_EFFECT", "1", 1);
+    refuses({"--plugin", TOY_PLUGIN}, "is no instrument");
+    unsetenv("TOY_EFFECT");
+}
+
+} // namespace

@@ -1,0 +1,37 @@
+// A plug-in that plays a song: a host without a clock.
+
+#include "tools/render/plugin_driver.h"
+
+#include <cstring>
+#include <string>
+
+#include "tools/failure.h"
+
+PluginDriver::PluginDriver(const Song& played_song, const RenderOptions& options,
+                           const TarqSettings* bank)
+    : SongDriver(played_song, options.channels), plugin(options.plugin_path, options.block) {
+    if (bank != nullptr) {
+        if (!plugin.is_tarquil())
+            throw BadInput("--bank " + options.bank_path + ": only Tarquil takes banks, not " +
+                           plugin.get_name());
+        std::string chunk;
+        if (bank->text_save_to_string(chunk) != 0 || !plugin.set_state(chunk))
+            throw Failure(STATUS_CANNOT, options.plugin_path + ": refuses the bank");
+    }
+    plugin.start();
+}
+
+size_t PluginDriver::queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) {
+    VstMidiEvent message;
+    message.deltaFrames = int32_t(time - block_start);
+    std::memcpy(message.midiData, bytes, 3);
+    messages.push_back(message);
+    return messages.size();
+}
+
+void PluginDriver::run(float* pcm, uint32_t num_samples, uint32_t block_start) {
+    if (!messages.empty())
+        plugin.send(messages);
+    plugin.render(pcm, num_samples, block_start);
+    messages.clear();
+}

@@ -1,0 +1,50 @@
+// Whatever plays a song, block by block.
+
+#include "tools/render/song_driver.h"
+
+#include "tools/failure.h"
+
+namespace {
+
+constexpr unsigned KIND = 0xF0;
+constexpr unsigned CHANNEL = 0x0F;
+constexpr unsigned NOTE_OFF = 0x80;
+constexpr unsigned NOTE_ON = 0x90;
+constexpr unsigned CONTROL_CHANGE = 0xB0;
+constexpr uint8_t ALL_NOTES_OFF = 123;
+
+} // namespace
+
+void SongDriver::render(float* pcm, uint32_t num_samples) {
+    const uint32_t block_end = curr_time + num_samples;
+    queue_song(block_end);
+    if (!keys_released && song.end_time < block_end)
+        queue_releases();
+    run(pcm, num_samples, curr_time);
+    curr_time = block_end;
+}
+
+void SongDriver::queue_song(uint32_t block_end) {
+    // A file made to fill the memory with events at one time stops here.
+    constexpr size_t MAX_EVENTS = 16 * USUAL_EVENTS;
+    for (; next_message < song.messages.size(); next_message++) {
+        const SongMessage& message = song.messages[next_message];
+        if (message.time >= block_end)
+            break;
+        const unsigned kind = message.bytes[0] & KIND;
+        const bool is_note = kind == NOTE_ON || kind == NOTE_OFF;
+        if (is_note && !channels[message.bytes[0] & CHANNEL])
+            continue;
+        if (queue_message(message.time, curr_time, message.bytes) > MAX_EVENTS)
+            throw BadInput("sample " + std::to_string(message.time) + ": more than " +
+                           std::to_string(MAX_EVENTS) + " events at once");
+    }
+}
+
+void SongDriver::queue_releases() {
+    keys_released = true;
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        const uint8_t message[] = {uint8_t(CONTROL_CHANGE | channel), ALL_NOTES_OFF, 0};
+        queue_message(song.end_time, curr_time, message);
+    }
+}

@@ -1,0 +1,47 @@
+// Whatever plays a song, block by block.
+//
+// It is given raw messages at their times; the notes of channels that are left out are kept from
+// it.  At the song's end every key is released.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "tools/midi/smf_reader.h"
+#include "tools/render/render_options.h"
+
+class SongDriver {
+  public:
+    // The song stays where it is as long as the driver.
+    SongDriver(const Song& played_song, const ChannelSet& sounding_channels)
+        : song(played_song), channels(sounding_channels) {}
+    SongDriver(const SongDriver&) = delete;
+    SongDriver& operator=(const SongDriver&) = delete;
+    virtual ~SongDriver() = default;
+
+    // Renders the next `num_samples` frames, interleaved.  BadInput when the song has more events
+    // in a block than any instrument makes of it.
+    void render(float* pcm, uint32_t num_samples);
+
+  protected:
+    // What a full event queue of the plug-in holds; a block of a real song needs a few hundred.
+    static constexpr size_t USUAL_EVENTS = 16384;
+
+    // Takes a message of three bytes that sounds at `time`, in the block that begins at
+    // `block_start`, and returns how many events wait for the block.
+    virtual size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
+
+    // Plays what was queued.
+    virtual void run(float* pcm, uint32_t num_samples, uint32_t block_start) = 0;
+
+  private:
+    void queue_song(uint32_t block_end);
+    void queue_releases();
+
+    const Song& song;
+    const ChannelSet channels;
+    size_t next_message = 0;
+    uint32_t curr_time = 0;
+    bool keys_released = false;
+};
