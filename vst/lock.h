@@ -21,7 +21,7 @@ class Lock {
     void unlock();
 
   private:
-    pthread_mutex_t mutex;
+    pthread_mutex_t mutex{};
 };
 
 // Holds a lock for the length of a scope.

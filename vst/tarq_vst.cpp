@@ -64,14 +64,14 @@ uint32_t whole_granules(uint32_t missing) {
 TarqVST::TarqVST(audioMasterCallback host)
     : AudioEffectX(host, NUM_PROGRAMS, NUM_VST_PARAMS), last_rate_warning(NO_WARNING_YET) {
     programsAreChunks(true);
-    setProgram(0);
+    TarqVST::setProgram(0);
     if (has_host()) {
         setNumInputs(0);
         setNumOutputs(2);
         canProcessReplacing(true);
         isSynth(true);
         setUniqueID(TARQUIL_UNIQUE_ID);
-        setVersion(getVendorVersion());
+        setVersion(TarqVST::getVendorVersion());
     }
     settings.load_default();
     set_default_names(settings);
@@ -81,7 +81,7 @@ TarqVST::TarqVST(audioMasterCallback host)
         current_instruments[channel] = channel;
     tarq_editor = make_editor(*this);
     setEditor(tarq_editor.get());
-    suspend();
+    TarqVST::suspend();
 }
 
 TarqVST::~TarqVST() {
