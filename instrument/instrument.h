@@ -45,6 +45,8 @@ class Instrument {
     // `controller` 0..205, `val` 0..127.
     [[nodiscard]] int get_controller(unsigned controller) const;
     void set_controller(unsigned controller, int val);
+    // Those of global controllers mean nothing.
+    [[nodiscard]] const ControllerBytes& get_bytes() const { return bytes; }
 
     // Changes every channel controller to this sound at the absolute sample time `time`, in number
     // order: in `controllers`; or as control changes of `channel` (0..15) in `out`, which returns

@@ -8,23 +8,10 @@
 
 #include "common/assertion.h"
 #include "softsynth/distortion.h"
-#include "softsynth/effect_parameter.h"
+#include "softsynth/mono_effect_quantities.h"
 
 namespace {
 
-// Distortion and compressor: cube root of 1.5, the highest threshold.
-constexpr float CUBE_ROOT_MAX_THRESHOLD = 1.145F;
-constexpr float MIN_DISTORTION_THRESHOLD = 0.001F; // its square is a divisor
-
-constexpr float CUBE_ROOT_DRIVE_RANGE = 1.7144F; // (1 + it)^3 = 20
-constexpr float CUBE_ROOT_MAX_POST_GAIN = 2.0F;
-
-constexpr float CUBE_ROOT_RATIO_RANGE = 3.0F;       // (1 + it)^3 = 64
-constexpr float CUBE_ROOT_20_MS = 0.27144F;         // in seconds
-constexpr float CUBE_ROOT_RELEASE_RANGE = 0.72856F; // up to 1 s
-constexpr float CUBE_ROOT_MAX_MAKEUP = 2.715F;      // 20
-
-constexpr int MAX_BITS_OFF = 24;
 constexpr float LOFI_SCALE = 16777216.0F; // 2^24
 constexpr float LOFI_STEP = 1.0F / LOFI_SCALE;
 
@@ -82,11 +69,10 @@ void MonoEffect::render(effect_type new_type, MonoBuffer& buf, uint32_t start_ti
 }
 
 void MonoEffect::render_distortion(MonoBuffer& buf, int p1, int p2, int p3, int p4) {
-    const float threshold =
-        std::max(cubed(part_of(CUBE_ROOT_MAX_THRESHOLD, p1)), MIN_DISTORTION_THRESHOLD);
-    const float drive = cubed(1.0F + part_of(CUBE_ROOT_DRIVE_RANGE, p2));
-    const float post_gain = cubed(part_of(CUBE_ROOT_MAX_POST_GAIN, p3));
-    const float asymmetry = part_of(1.0F, p4);
+    const float threshold = distortion_threshold(p1);
+    const float drive = distortion_drive(p2);
+    const float post_gain = distortion_post_gain(p3);
+    const float asymmetry = distortion_asymmetry(p4);
     float slope = 0.0F;
     float dc_offset = 0.0F;
     float knee_a = 0.0F;
@@ -101,12 +87,11 @@ void MonoEffect::render_distortion(MonoBuffer& buf, int p1, int p2, int p3, int 
 }
 
 void MonoEffect::render_compression(MonoBuffer& buf, int p1, int p2, int p3, int p4, int p5) {
-    const float threshold = cubed(part_of(CUBE_ROOT_MAX_THRESHOLD, p1));
-    const float ratio = cubed(1.0F + part_of(CUBE_ROOT_RATIO_RANGE, p2));
-    const float attack_factor = compressor_attack_factor(cubed(part_of(CUBE_ROOT_20_MS, p3)));
-    const float release_factor =
-        compressor_release_factor(cubed(CUBE_ROOT_20_MS + part_of(CUBE_ROOT_RELEASE_RANGE, p4)));
-    const float makeup_gain = cubed(part_of(CUBE_ROOT_MAX_MAKEUP, p5));
+    const float threshold = mono_effect_threshold(p1);
+    const float ratio = mono_compressor_ratio(p2);
+    const float attack_factor = compressor_attack_factor(mono_compressor_attack(p3));
+    const float release_factor = compressor_release_factor(mono_compressor_release(p4));
+    const float makeup_gain = mono_compressor_makeup(p5);
     const float inv_ratio_minus_one = compressor_inv_ratio_minus_one(ratio);
     const float inv_threshold = 1.0F / threshold;
 
@@ -130,9 +115,9 @@ void MonoEffect::render_compression(MonoBuffer& buf, int p1, int p2, int p3, int
 }
 
 void MonoEffect::render_lofi(MonoBuffer& buf, int p1, int p2) {
-    const int bits_off = p1 * MAX_BITS_OFF / 127;
+    const int bits_off = lofi_bits_off(p1);
     const auto kept_bits = int32_t(~0U << unsigned(bits_off));
-    const int period = p2 + 1;
+    const int period = lofi_period(p2);
     int remaining = 0; // a block always starts with a new sample
     float held = 0.0F;
     float* samples = buf.get_first_sample_ptr();
@@ -157,8 +142,8 @@ void MonoEffect::render_filter(MonoBuffer& buf, uint32_t start_time, int p3, int
     cutoff_controller.render(cutoff_buf, start_time, false);
     resonance_controller.render(reso_buf, start_time, false);
 
-    const auto filter_type = FilterType(p3 % FILTER_LADDER_END_MARKER);
-    const int depth = p4 % (Filter::MAX_DEPTH + 1);
+    const auto filter_type = mono_filter_type(p3);
+    const int depth = mono_filter_depth(p4);
     const bool is_new_type = int(filter_type) != last_filter_type;
     if (is_ladder_filter(filter_type)) {
         if (is_new_type)
@@ -178,7 +163,7 @@ void MonoEffect::render_filter(MonoBuffer& buf, uint32_t start_time, int p3, int
 }
 
 void MonoEffect::render_exciter(MonoBuffer& buf, int p1) {
-    const float amount = cubed(float(p1) / 64.0F - 1.0F);
+    const float amount = exciter_amount(p1);
     float* samples = buf.get_first_sample_ptr();
     for (uint32_t i = 0; i < buf.get_buf_size(); i++)
         samples[i] += std::fabs(samples[i]) * amount;

@@ -7,25 +7,11 @@
 
 #include "common/assertion.h"
 #include "softsynth/constants.h"
-#include "softsynth/effect_parameter.h"
+#include "softsynth/stereo_effect_quantities.h"
 
 namespace {
 
 constexpr auto RATE = float(SAMPLE_RATE);
-
-constexpr float MAX_FEEDBACK = 0.9F;
-
-constexpr float MIN_DELAY_SECONDS = 0.01F;
-constexpr float DELAY_RANGE_SECONDS = 0.99F;
-
-constexpr float MIN_CHORUS_SECONDS = 0.02F;
-constexpr float CHORUS_RANGE_SECONDS = 0.01F;
-
-constexpr float MIN_FLANGER_SAMPLES = 25.0F;
-constexpr float FLANGER_RANGE_SECONDS = 0.005F;
-
-constexpr float CUBE_ROOT_MAX_LFO_HZ = 1.8171206F;       // 6 Hz
-constexpr float CUBE_ROOT_MAX_LFO_SECONDS = 0.18171206F; // 6 ms
 
 // How far the right side's LFO runs ahead, in cycles.
 constexpr float RIGHT_LFO_LEAD = 0.25F;
@@ -50,24 +36,23 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
         lfo_phase = 0.0F;
         type = new_type;
     }
-    const float lfo_speed_hz = cubed(part_of(CUBE_ROOT_MAX_LFO_HZ, p2));
-    const float lfo_amount = cubed(part_of(CUBE_ROOT_MAX_LFO_SECONDS, p3)) * RATE;
+    const float lfo_speed_hz = stereo_lfo_hz(p2);
+    const float lfo_amount = stereo_lfo_samples(p3);
 
     switch (type) {
     case STEREO_EFFECT_OFF:
         return;
     case STEREO_EFFECT_DELAY:
-        render_delay(in, out, part_of(DELAY_RANGE_SECONDS, p1) + MIN_DELAY_SECONDS,
-                     part_of(DELAY_RANGE_SECONDS, p2) + MIN_DELAY_SECONDS,
-                     part_of(MAX_FEEDBACK, p3), wet);
+        render_delay(in, out, stereo_delay_seconds(p1), stereo_delay_seconds(p2),
+                     stereo_effect_feedback(p3), wet);
         return;
     case STEREO_EFFECT_CHORUS:
-        render_lfoed_delay(in, out, (part_of(CHORUS_RANGE_SECONDS, p1) + MIN_CHORUS_SECONDS) * RATE,
-                           0.0F, wet, lfo_speed_hz, lfo_amount, OscType(p4));
+        render_lfoed_delay(in, out, chorus_delay_samples(p1), 0.0F, wet, lfo_speed_hz, lfo_amount,
+                           OscType(p4));
         return;
     case STEREO_EFFECT_FLANGER:
-        render_lfoed_delay(in, out, part_of(FLANGER_RANGE_SECONDS, p1) * RATE + MIN_FLANGER_SAMPLES,
-                           part_of(MAX_FEEDBACK, p5), wet, lfo_speed_hz, lfo_amount, OscType(p4));
+        render_lfoed_delay(in, out, flanger_delay_samples(p1), stereo_effect_feedback(p5), wet,
+                           lfo_speed_hz, lfo_amount, OscType(p4));
         return;
     default:
         TARQ_ASSERT(0);

@@ -1,5 +1,6 @@
 // What is said about a damaged bank.
 
+#include "instrument/load_error.h"
 #include "tools/bank_error.h"
 
 #include <gtest/gtest.h>

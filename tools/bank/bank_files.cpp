@@ -9,9 +9,9 @@
 #include "common/load_string.h"
 #include "instrument/controller_bytes.h"
 #include "instrument/names.h"
+#include "instrument/text_error.h"
 #include "tools/bank_error.h"
 #include "tools/failure.h"
-#include "tools/text_error.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include "tools/midi/song_file.h"
 
 #include "common/load_string.h"
+#include "instrument/text_error.h"
 #include "tools/failure.h"
-#include "tools/text_error.h"
 
 Song load_song(const std::string& path) {
     const bool is_standard_input = path == "-";

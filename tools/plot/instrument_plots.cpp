@@ -7,10 +7,10 @@
 #include <functional>
 
 #include "common/number_text.h"
+#include "curves/wave_shape.h"
 #include "softsynth/constants.h"
 #include "softsynth/controller_display.h"
 #include "softsynth/note_frequency.h"
-#include "tools/plot/wave_shape.h"
 
 namespace {
 
@@ -104,10 +104,10 @@ Plot plot_filter(const FilterSettings& filter) {
 }
 
 Plot plot_instrument_filters(const Instrument& instrument, int note) {
-    const FilterSettings voice = voice_filter_settings(instrument, note);
+    const FilterSettings voice = voice_filter_settings(instrument.get_bytes(), note);
     std::vector<FilterSettings> filters{voice};
     for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++)
-        filters.push_back(channel_filter_settings(instrument, i));
+        filters.push_back(channel_filter_settings(instrument.get_bytes(), i));
     const std::vector<double> frequencies = plot_frequencies(filters);
     const std::vector<double> voice_gains = filter_gains(voice, frequencies);
     PlotCurve voice_curve{
@@ -140,8 +140,8 @@ Plot plot_instrument_filters(const Instrument& instrument, int note) {
 
 Plot plot_wave(const Instrument& instrument, int note, int periods) {
     const double length = periods / double(note_frequency(float(note))); // seconds
-    const WaveShape shape =
-        render_wave_shape(instrument, note, uint32_t(std::ceil(length * SAMPLE_RATE)) + 1);
+    const WaveShape shape = render_wave_shape(instrument.get_bytes(), note,
+                                              uint32_t(std::ceil(length * SAMPLE_RATE)) + 1);
     const bool ring = instrument.get_controller(CTRL_OSC1_OSC2_RING_MODULATOR) != 0;
     std::vector<PlotCurve> curves{{"Mix", {}, wave_points(shape.mix), true}};
     if (ring)
@@ -177,7 +177,7 @@ Plot plot_envelopes(const Instrument& instrument, double hold) {
                              display(instrument, CTRL_ENV1_DECAY + i),
                          "sustain " + display(instrument, CTRL_ENV1_SUSTAIN + i) + ", release " +
                              display(instrument, CTRL_ENV1_RELEASE + i)},
-                        envelope_points(instrument, i, hold)};
+                        envelope_points(instrument.get_bytes(), i, hold)};
         end = std::max(end, curve.points.back().x);
         curves.push_back(std::move(curve));
     }

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "instrument/instrument.h"
-#include "tools/plot/envelope_shape.h"
-#include "tools/plot/filter_response.h"
+#include "curves/envelope_shape.h"
+#include "curves/filter_response.h"
 #include "tools/plot/plot.h"
 
 // The voice filter at `note` (0..127), the channel filters together and the sum of both.

@@ -5,12 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "curves/plot_point.h"
 #include "tools/plot/plot_axis.h"
-
-struct PlotPoint {
-    double x = 0.0;
-    double y = 0.0;
-};
 
 // A line through `points`.  The legend shows `name` and, below it, one line for each of `details`.
 struct PlotCurve {

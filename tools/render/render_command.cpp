@@ -8,6 +8,8 @@
 
 #include "common/load_string.h"
 #include "instrument/checked_load.h"
+#include "instrument/load_error.h"
+#include "instrument/text_error.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
@@ -16,7 +18,6 @@
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
 #include "tools/silent_messages.h"
-#include "tools/text_error.h"
 #include "tools/write_result.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/plot/wave_shape.h"
+#include "curves/wave_shape.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using testing::ElementsAre;
 TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
     Instrument instrument; // mix 0: oscillator 1 alone
     instrument.set_controller(CTRL_OSC1_TYPE, 1);
-    const WaveShape alone = render_wave_shape(instrument, 69, 3000);
+    const WaveShape alone = render_wave_shape(instrument.get_bytes(), 69, 3000);
     EXPECT_TRUE(alone.parts[1].empty());
     EXPECT_TRUE(alone.parts[2].empty());
     EXPECT_EQ(alone.mix, alone.parts[0]);
@@ -32,7 +32,7 @@ TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
     instrument.set_controller(CTRL_OSC1_OSC2_MIX, 127);
     instrument.set_controller(CTRL_OSC3_VOLUME, 127); // 3 times
     instrument.set_controller(CTRL_OSC3_TYPE, instrument.get_controller(CTRL_OSC2_TYPE));
-    const WaveShape mixed = render_wave_shape(instrument, 69, 100);
+    const WaveShape mixed = render_wave_shape(instrument.get_bytes(), 69, 100);
     EXPECT_TRUE(mixed.parts[0].empty());
     for (unsigned i = 0; i < 100; i++)
         EXPECT_FLOAT_EQ(mixed.mix[i], mixed.parts[1][i] + mixed.parts[2][i]);
@@ -40,7 +40,7 @@ TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
 
     instrument.set_controller(CTRL_OSC1_OSC2_RING_MODULATOR, 1);
     instrument.set_controller(CTRL_OSC3_VOLUME, 0);
-    const WaveShape ring = render_wave_shape(instrument, 69, 100);
+    const WaveShape ring = render_wave_shape(instrument.get_bytes(), 69, 100);
     for (unsigned i = 0; i < 100; i++)
         EXPECT_FLOAT_EQ(ring.mix[i], ring.parts[0][i] * ring.parts[1][i]);
 }
@@ -71,7 +71,7 @@ TEST(EnvelopeShape, CornersLieWhereTheControllersPutThem) {
     instrument.set_controller(CTRL_ENV1_RELEASE, 127);
     const double two_seconds = std::floor(std::pow(1 + 0.342624187 * 127, 3)) / 44100;
     const double sustain = std::pow(64.0 / 127, 3);
-    const std::vector<PlotPoint> points = envelope_points(instrument, 0, 5.0);
+    const std::vector<PlotPoint> points = envelope_points(instrument.get_bytes(), 0, 5.0);
     EXPECT_EQ(points.front().y, 0.0);
     EXPECT_NEAR(level_at(points, two_seconds / 2), 0.5, 0.001);
     EXPECT_NEAR(level_at(points, two_seconds), 1.0, 0.0001);
@@ -79,7 +79,8 @@ TEST(EnvelopeShape, CornersLieWhereTheControllersPutThem) {
     EXPECT_NEAR(level_at(points, 5.0), sustain, 0.0001);
     EXPECT_NEAR(level_at(points, 5.0 + two_seconds / 2), sustain / 2, 0.0001);
     // Released half way up the attack, it falls from there.
-    const std::vector<PlotPoint> early = envelope_points(instrument, 0, two_seconds / 2);
+    const std::vector<PlotPoint> early =
+        envelope_points(instrument.get_bytes(), 0, two_seconds / 2);
     EXPECT_NEAR(level_at(early, two_seconds / 2), 0.5, 0.001);
     EXPECT_NEAR(level_at(early, two_seconds), 0.25, 0.001);
     EXPECT_NEAR(points.back().x, 5.0 + two_seconds, 0.0001);

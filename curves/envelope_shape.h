@@ -4,13 +4,13 @@
 
 #include <vector>
 
-#include "instrument/instrument.h"
-#include "tools/plot/plot.h"
+#include "curves/plot_point.h"
+#include "instrument/controller_bytes.h"
 
 inline constexpr unsigned NUM_ENVELOPES = 3;
 
 // Level over time in seconds after the note-on, from 0 to the end of the release.
 // `index` 0..2; the note is held for `hold` seconds (0 to MAX_HOLD) and its velocity is 127.
-std::vector<PlotPoint> envelope_points(const Instrument& instrument, unsigned index, double hold);
+std::vector<PlotPoint> envelope_points(const ControllerBytes& bytes, unsigned index, double hold);
 
 inline constexpr double MAX_HOLD = 60.0;

@@ -1,6 +1,6 @@
 // The course of an instrument's envelopes.
 
-#include "tools/plot/envelope_shape.h"
+#include "curves/envelope_shape.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,10 +11,9 @@
 
 namespace {
 
-Envelope make_envelope(const Instrument& instrument, unsigned index) {
+Envelope make_envelope(const ControllerBytes& bytes, unsigned index) {
     const auto cubed = [&](unsigned first) {
-        const float value =
-            map_char_to_float(first + index, instrument.get_controller(first + index));
+        const float value = map_char_to_float(first + index, bytes[first + index]);
         return value * value * value;
     };
     Envelope envelope;
@@ -25,8 +24,8 @@ Envelope make_envelope(const Instrument& instrument, unsigned index) {
 
 } // namespace
 
-std::vector<PlotPoint> envelope_points(const Instrument& instrument, unsigned index, double hold) {
-    Envelope envelope = make_envelope(instrument, index);
+std::vector<PlotPoint> envelope_points(const ControllerBytes& bytes, unsigned index, double hold) {
+    Envelope envelope = make_envelope(bytes, index);
     env_set_release_time(&envelope, uint32_t(hold * SAMPLE_RATE));
     const uint32_t length = env_get_done_time(&envelope) + 1;
     std::vector<float> levels(length);

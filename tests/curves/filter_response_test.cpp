@@ -1,12 +1,13 @@
 // Tests of filter responses at points that theory gives, and of an instrument's settings.
 
-#include "tools/plot/filter_response.h"
+#include "curves/filter_response.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <vector>
 
+#include "instrument/instrument.h"
 #include "softsynth/constants.h"
 #include "softsynth/ladderfilter.h"
 
@@ -97,17 +98,17 @@ TEST(FilterResponse, AnInstrumentsFiltersAreItsControllers) {
     instrument.set_controller(CTRL_FILTER1_CUTOFF, 127);
     instrument.set_controller(CTRL_CHAN_FILTER4_TYPE, 6);
     instrument.set_controller(CTRL_CHAN_FILTER4_GAIN, 127);
-    const FilterSettings voice = voice_filter_settings(instrument, 69);
+    const FilterSettings voice = voice_filter_settings(instrument.get_bytes(), 69);
     EXPECT_EQ(voice.type, 14);
     EXPECT_EQ(voice.depth, 3);
     EXPECT_FLOAT_EQ(voice.cutoff_octaves, 10.0F);
     EXPECT_EQ(voice.key_frequency, 0.0F);
     instrument.set_controller(CTRL_FILTER1_KEY_FOLLOW, 1);
-    EXPECT_EQ(voice_filter_settings(instrument, 69).key_frequency, 440.0F);
-    const FilterSettings last = channel_filter_settings(instrument, 3);
+    EXPECT_EQ(voice_filter_settings(instrument.get_bytes(), 69).key_frequency, 440.0F);
+    const FilterSettings last = channel_filter_settings(instrument.get_bytes(), 3);
     EXPECT_EQ(last.type, FILTER_PEAKING_EQ);
     EXPECT_FLOAT_EQ(last.gain, 0.5F);
-    EXPECT_FALSE(is_filter_on(channel_filter_settings(instrument, 2)));
+    EXPECT_FALSE(is_filter_on(channel_filter_settings(instrument.get_bytes(), 2)));
 }
 
 } // namespace

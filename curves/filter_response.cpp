@@ -1,6 +1,6 @@
 // The gain of filters over frequency.
 
-#include "tools/plot/filter_response.h"
+#include "curves/filter_response.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,8 +20,8 @@ constexpr float IMPULSE = 0.001F;
 // down by 50 dB.
 constexpr unsigned NUM_BLOCKS = 16;
 
-// From a channel filter's controllers to the next filter's.
-constexpr unsigned CHANNEL_FILTER_STEP = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
+// From an equaliser filter's controllers to the next filter's, in a channel and globally.
+constexpr unsigned EQUALISER_STEP = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
 
 double decibels(double gain) {
     return gain > 0.0 ? std::max(MIN_GAIN_DB, 20 * std::log10(gain)) : MIN_GAIN_DB;
@@ -46,26 +46,40 @@ Filter make_biquad(const FilterSettings& settings) {
     return filter;
 }
 
-template <typename AnyFilter>
-std::vector<float> impulse_response(AnyFilter& filter, const FilterSettings& settings) {
-    const std::vector<float> cutoff(MAX_NUM_SAMPLES, settings.cutoff_octaves);
-    const std::vector<float> resonance(MAX_NUM_SAMPLES, settings.resonance);
+// Calls render(samples, count) for each block of an impulse.
+template <typename Render> std::vector<float> impulse_through(const Render& render) {
     std::vector<float> samples(size_t(NUM_BLOCKS) * MAX_NUM_SAMPLES);
     samples[0] = IMPULSE;
     for (unsigned block = 0; block < NUM_BLOCKS; block++)
-        filter.render(samples.data() + size_t(block) * MAX_NUM_SAMPLES, MAX_NUM_SAMPLES,
-                      cutoff.data(), resonance.data());
+        render(samples.data() + size_t(block) * MAX_NUM_SAMPLES, MAX_NUM_SAMPLES);
     return samples;
 }
 
-std::vector<float> impulse_response(const FilterSettings& settings) {
-    if (!is_ladder_filter(settings.type)) {
-        Filter filter = make_biquad(settings);
-        return impulse_response(filter, settings);
-    }
+// With scratch of its own: an editor asks while the audio thread renders with other ladders.
+std::vector<float> ladder_impulse_response(const FilterSettings& settings) {
+    constexpr size_t OVERSAMPLING = 4;
     LadderFilter filter;
     filter.init(settings.type, settings.key_frequency);
-    return impulse_response(filter, settings);
+    filter.set_octaves_cutoff(settings.cutoff_octaves);
+    filter.set_resonance(settings.resonance);
+    filter.update();
+    std::vector<float> oversampled(OVERSAMPLING * MAX_NUM_SAMPLES);
+    AltDownsampler decimate_176khz;
+    AltDownsampler decimate_88khz;
+    return impulse_through([&](float* samples, uint32_t count) {
+        filter.render_chunk(samples, oversampled.data(), count);
+        decimate_176khz.resample(oversampled.data(), oversampled.data(), 2 * count);
+        decimate_88khz.resample(oversampled.data(), samples, count);
+    });
+}
+
+std::vector<float> biquad_impulse_response(const FilterSettings& settings) {
+    const std::vector<float> cutoff(MAX_NUM_SAMPLES, settings.cutoff_octaves);
+    const std::vector<float> resonance(MAX_NUM_SAMPLES, settings.resonance);
+    Filter filter = make_biquad(settings);
+    return impulse_through([&](float* samples, uint32_t count) {
+        filter.render(samples, count, cutoff.data(), resonance.data());
+    });
 }
 
 // The Fourier sum at one frequency, by G. Goertzel's recurrence (1958).
@@ -89,32 +103,37 @@ bool is_filter_on(const FilterSettings& filter) {
     return filter.type != FILTER_NONE && filter.depth > 0;
 }
 
-FilterSettings voice_filter_settings(const Instrument& instrument, int note) {
-    const auto mapped = [&](unsigned number) {
-        return map_char_to_float(number, instrument.get_controller(number));
-    };
+FilterSettings voice_filter_settings(const ControllerBytes& bytes, int note) {
+    const auto mapped = [&](unsigned number) { return map_char_to_float(number, bytes[number]); };
     FilterSettings filter;
-    filter.type = FilterType(instrument.get_controller(CTRL_FILTER1_TYPE));
-    filter.depth = instrument.get_controller(CTRL_FILTER1_DEPTH);
+    filter.type = FilterType(bytes[CTRL_FILTER1_TYPE]);
+    filter.depth = bytes[CTRL_FILTER1_DEPTH];
     filter.cutoff_octaves = mapped(CTRL_FILTER1_CUTOFF);
     filter.resonance = mapped(CTRL_FILTER1_RESONANCE);
-    if (instrument.get_controller(CTRL_FILTER1_KEY_FOLLOW) != 0)
+    if (bytes[CTRL_FILTER1_KEY_FOLLOW] != 0)
         filter.key_frequency = note_frequency(float(note));
     return filter;
 }
 
-FilterSettings channel_filter_settings(const Instrument& instrument, unsigned index) {
-    const unsigned step = index * CHANNEL_FILTER_STEP;
-    const auto mapped = [&](unsigned first) {
-        return map_char_to_float(first + step, instrument.get_controller(first + step));
+FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, unsigned type_number) {
+    const auto mapped = [&](unsigned offset) {
+        return map_char_to_float(type_number + offset, bytes[type_number + offset]);
     };
     FilterSettings filter;
-    filter.type = FilterType(instrument.get_controller(CTRL_CHAN_FILTER1_TYPE + step));
+    filter.type = FilterType(bytes[type_number]);
     filter.depth = 1;
-    filter.cutoff_octaves = mapped(CTRL_CHAN_FILTER1_CUTOFF);
-    filter.resonance = mapped(CTRL_CHAN_FILTER1_RESONANCE);
-    filter.gain = mapped(CTRL_CHAN_FILTER1_GAIN);
+    filter.cutoff_octaves = mapped(CTRL_CHAN_FILTER1_CUTOFF - CTRL_CHAN_FILTER1_TYPE);
+    filter.resonance = mapped(CTRL_CHAN_FILTER1_RESONANCE - CTRL_CHAN_FILTER1_TYPE);
+    filter.gain = mapped(CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE);
     return filter;
+}
+
+FilterSettings channel_filter_settings(const ControllerBytes& bytes, unsigned index) {
+    return equaliser_filter_settings(bytes, CTRL_CHAN_FILTER1_TYPE + index * EQUALISER_STEP);
+}
+
+FilterSettings global_filter_settings(const ControllerBytes& bytes, unsigned index) {
+    return equaliser_filter_settings(bytes, CTRL_GLOBAL_FILTER1_TYPE + index * EQUALISER_STEP);
 }
 
 std::vector<double> filter_gains(const FilterSettings& filter,
@@ -122,7 +141,9 @@ std::vector<double> filter_gains(const FilterSettings& filter,
     std::vector<double> gains;
     gains.reserve(frequencies.size());
     if (is_ladder_filter(filter.type) || has_waveshaper(filter)) {
-        const std::vector<float> response = impulse_response(filter);
+        const std::vector<float> response = is_ladder_filter(filter.type)
+                                                ? ladder_impulse_response(filter)
+                                                : biquad_impulse_response(filter);
         for (const double frequency : frequencies)
             gains.push_back(decibels(gain_at(response, radians_per_sample(frequency))));
         return gains;

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "instrument/instrument.h"
+#include "instrument/controller_bytes.h"
 
 inline constexpr unsigned NUM_OSCILLATORS = 3;
 
@@ -18,5 +18,10 @@ struct WaveShape {
     std::vector<float> mix;
 };
 
-// `note` 0..127.  One copy of each oscillator, in tune, phase 0, without modulation.
-WaveShape render_wave_shape(const Instrument& instrument, int note, uint32_t num_samples);
+// One copy of each oscillator, in tune and at phase 0; or all its copies, as detuned and as spread
+// in phase as those of a voice, by random numbers that are the same on every call.
+enum class WaveCopies { ONE, ALL };
+
+// `note` 0..127.  Without modulation.
+WaveShape render_wave_shape(const ControllerBytes& bytes, int note, uint32_t num_samples,
+                            WaveCopies copies = WaveCopies::ONE);

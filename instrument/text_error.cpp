@@ -1,6 +1,6 @@
 // What is wrong with a file in the key/value text.
 
-#include "tools/text_error.h"
+#include "instrument/text_error.h"
 
 #include "instrument/text_file_reader.h"
 

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-#include "instrument/instrument.h"
+#include "instrument/controller_bytes.h"
 #include "softsynth/filter.h"
 
 struct FilterSettings {
@@ -24,11 +24,18 @@ struct FilterSettings {
 bool is_filter_on(const FilterSettings& filter);
 
 // The filter of a voice that plays `note`; its resonance and cutoff without modulation.
-FilterSettings voice_filter_settings(const Instrument& instrument, int note);
+FilterSettings voice_filter_settings(const ControllerBytes& bytes, int note);
+
+// A filter of an equaliser, whose type is controller `type_number`; the others follow it.
+FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, unsigned type_number);
 
 inline constexpr unsigned NUM_CHANNEL_FILTERS = 4;
 // `index` 0..3
-FilterSettings channel_filter_settings(const Instrument& instrument, unsigned index);
+FilterSettings channel_filter_settings(const ControllerBytes& bytes, unsigned index);
+
+inline constexpr unsigned NUM_MASTER_FILTERS = 6;
+// `index` 0..5
+FilterSettings global_filter_settings(const ControllerBytes& bytes, unsigned index);
 
 // The gain in dB at each of `frequencies` (Hz, up to 22050), not below MIN_GAIN_DB.
 std::vector<double> filter_gains(const FilterSettings& filter,

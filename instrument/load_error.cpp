@@ -1,0 +1,83 @@
+// Why a bank or an instrument cannot be loaded.
+
+#include "instrument/load_error.h"
+
+#include <string_view>
+
+#include "common/load_string.h"
+#include "instrument/settings.h"
+#include "instrument/text_error.h"
+#include "instrument/text_file_reader.h"
+
+namespace {
+
+// Position of the first pair of digits in `hex`, counted from 1, that is none.
+size_t bad_hex_position(std::string_view hex) {
+    std::string ignored;
+    size_t position = 0;
+    while (position + 1 < hex.size() && hex2str(hex.substr(position, 2), ignored) == 0)
+        position += 2;
+    return position + 1;
+}
+
+std::string explain_embedded(std::string_view hex) {
+    std::string text;
+    switch (hex2str(hex, text)) {
+    case 0:
+        return explain_broken_line(text);
+    case ODD_HEX_LENGTH:
+        return "an odd number of hex digits";
+    default:
+        return "not a hex digit at character " + std::to_string(bad_hex_position(hex));
+    }
+}
+
+std::string explain_linked(const std::string& filename) {
+    std::string text;
+    const int error = load_regular_file_to_string(filename, text);
+    const std::string reason = error != 0 ? explain_file_error(error) : explain_broken_line(text);
+    return reason.empty() ? reason : filename + ": " + reason;
+}
+
+// Empty when nothing is wrong with the instrument.
+std::string explain_instrument(const TextFileReader& bank, const std::string& key) {
+    std::string filename;
+    if (!bank.get_str(key, filename)) {
+        const std::string reason = explain_linked(DEFAULT_INSTRUMENT_FILE);
+        return reason.empty() ? reason : "not in the bank, and " + reason;
+    }
+    if (filename.starts_with(EMBEDDED_PREFIX))
+        return explain_embedded(std::string_view(filename).substr(EMBEDDED_PREFIX.size()));
+    Instrument instrument;
+    instrument.set_filename(filename);
+    return explain_linked(instrument.get_filename());
+}
+
+std::string explain_bank_text(std::string_view text) {
+    std::string broken = explain_broken_line(text);
+    if (!broken.empty())
+        return broken;
+    TextFileReader bank;
+    bank.load_from_string(text);
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const std::string key = "instrument" + std::to_string(i);
+        const std::string reason = explain_instrument(bank, key);
+        if (!reason.empty())
+            return std::string(key).append(": ").append(reason);
+    }
+    return "";
+}
+
+} // namespace
+
+std::string explain_bank_error(const std::string& path, int code) {
+    std::string text;
+    const int error = load_file_to_string(path, text);
+    const std::string reason = error != 0 ? explain_file_error(error) : explain_bank_text(text);
+    return path + ": " + (reason.empty() ? "error " + std::to_string(code) : reason);
+}
+
+std::string explain_instrument_error(const std::string& path, int code) {
+    const std::string reason = explain_linked(path);
+    return reason.empty() ? path + ": error " + std::to_string(code) : reason;
+}
