@@ -21,24 +21,33 @@ void MultiCompressor::reset() {
 void MultiCompressor::process(StereoBuffer& buf, const float* crossover_hz, const float* threshold,
                               const float* ratio, const float* attack_seconds,
                               const float* release_seconds, const float* makeup_gain) {
-    static StereoBuffer sum;
-    static StereoBuffer low;
+    static StereoBuffer low[MC_N_BANDS - 1];
+    StereoBuffer* bands[MC_N_BANDS];
+    StereoCompressor::Settings settings[MC_N_BANDS];
     const uint32_t frames = buf.get_buf_size();
-    sum.init(frames);
-    low.init(frames);
-    sum.nullify();
-    for (unsigned b = 0; b < MC_N_BANDS - 1; b++) {
-        Buffer::copy(buf, low);
-        splits[b].render(low.get_first_left_sample_ptr(), buf.get_first_left_sample_ptr(), frames,
-                         crossover_hz[b] * RADIANS_PER_HZ, SPLIT_RESONANCE);
-        compressors[b].process(low, threshold[b], ratio[b], attack_seconds[b], release_seconds[b],
-                               makeup_gain[b]);
-        sum += low;
+    for (unsigned b = 0; b < MC_N_BANDS; b++) {
+        settings[b] = {threshold[b], ratio[b], attack_seconds[b], release_seconds[b],
+                       makeup_gain[b]};
+        bands[b] = b == MC_N_BANDS - 1 ? &buf : &low[b];
     }
-    constexpr unsigned TOP = MC_N_BANDS - 1;
-    compressors[TOP].process(buf, threshold[TOP], ratio[TOP], attack_seconds[TOP],
-                             release_seconds[TOP], makeup_gain[TOP]);
-    buf += sum;
+    for (unsigned b = 0; b < MC_N_BANDS - 1; b++) {
+        low[b].init(frames);
+        Buffer::copy(buf, low[b]);
+        splits[b].render(low[b].get_first_left_sample_ptr(), buf.get_first_left_sample_ptr(),
+                         frames, crossover_hz[b] * RADIANS_PER_HZ, SPLIT_RESONANCE);
+    }
+    StereoCompressor::process(compressors, bands, settings, MC_N_BANDS);
+
+    const float* lows[MC_N_BANDS - 1];
+    for (unsigned b = 0; b < MC_N_BANDS - 1; b++)
+        lows[b] = low[b].get_first_left_sample_ptr();
+    float* out = buf.get_first_left_sample_ptr();
+    for (uint32_t i = 0; i < 2 * frames; i++) {
+        float sum = 0.0F; // which turns -0 into 0
+        for (const float* samples : lows)
+            sum += samples[i];
+        out[i] += sum;
+    }
 }
 
 float MultiCompressor::get_attenuation(unsigned band) const {

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "softsynth/filter.h"
+#include "softsynth/kernels/crossover.h"
 
 class SplittingStereoFilter {
   public:
@@ -21,21 +22,12 @@ class SplittingStereoFilter {
     void render(float* low_out, float* in_out, uint32_t frames, float omega, float resonance);
 
   private:
-    // The four signals that run through a section side by side.
-    static constexpr int LANES = 4; // low left, low right, high left, high right
-
-    struct Section {
-        alignas(16) float z1[LANES] = {};
-        alignas(16) float z2[LANES] = {};
-    };
-
     void clear_history();
 
     // settings
     Filter low_pass;
     Filter high_pass;
-    int num_stages = 0;
 
-    // memory
-    Section sections[Filter::MAX_DEPTH];
+    // coefficients and memory
+    Crossover crossover;
 };

@@ -11,17 +11,28 @@
 
 class StereoCompressor {
   public:
+    // Threshold and makeup gain linear, ratio at least 1, times in seconds (0 and up; an attack of
+    // 0 is instant).
+    struct Settings {
+        float threshold;
+        float ratio;
+        float attack_seconds;
+        float release_seconds;
+        float makeup_gain;
+    };
+
     void reset();
 
-    // In place.  Threshold and makeup gain linear, ratio at least 1, times in seconds (0 and up; an
-    // attack of 0 is instant).
-    void process(StereoBuffer& buf, float threshold, float ratio, float attack_seconds,
-                 float release_seconds, float makeup_gain);
+    // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
+    static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
+                        const Settings* settings, unsigned count);
 
     // The gain of the last frame without makeup, linear.
     [[nodiscard]] float get_attenuation() const { return attenuation; }
 
   private:
+    void apply(StereoBuffer& buf, const Settings& settings, const float* levels);
+
     // memory
     float peak = COMPRESSOR_START_LEVEL;
     float level = COMPRESSOR_START_LEVEL;

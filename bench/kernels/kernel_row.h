@@ -17,3 +17,4 @@ struct KernelRow {
 };
 
 std::vector<KernelRow> oscillator_rows();
+std::vector<KernelRow> master_rows();

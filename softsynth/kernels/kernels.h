@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+#include "softsynth/kernels/crossover.h"
+#include "softsynth/kernels/level_detectors.h"
 #include "softsynth/kernels/oscillator_copies.h"
 
 struct Kernels {

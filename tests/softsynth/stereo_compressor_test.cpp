@@ -21,7 +21,9 @@ class StereoCompressorTest : public testing::Test {
                 *buf.get_left_sample_ptr(i) = left;
                 *buf.get_right_sample_ptr(i) = right;
             }
-            compressor.process(buf, threshold, ratio, attack, release, makeup);
+            StereoBuffer* const bufs[] = {&buf};
+            const StereoCompressor::Settings settings = {threshold, ratio, attack, release, makeup};
+            StereoCompressor::process(&compressor, bufs, &settings, 1);
         }
         return *buf.get_left_sample_ptr(BLOCK - 1) / left;
     }

@@ -70,6 +70,30 @@ template <int W> struct Lanes {
     friend Lanes select(LaneMask<W> mask, Lanes a, Lanes b) { return {mask.v ? a.v : b.v}; }
 };
 
+// Lanes 0 and 2, or 1 and 3, of either.
+inline Lanes<4> evens(const Lanes<4>& a, const Lanes<4>& b) {
+    return {__builtin_shufflevector(a.v, b.v, 0, 2, 4, 6)};
+}
+inline Lanes<4> odds(const Lanes<4>& a, const Lanes<4>& b) {
+    return {__builtin_shufflevector(a.v, b.v, 1, 3, 5, 7)};
+}
+
+// Two lanes at either place.
+inline Lanes<4> load_halves(const float* first, const float* second) {
+    typedef double Halves __attribute__((vector_size(4 * sizeof(float))));
+    double lower = 0.0;
+    double upper = 0.0;
+    __builtin_memcpy(&lower, first, sizeof lower);
+    __builtin_memcpy(&upper, second, sizeof upper);
+    const Halves halves = {lower, upper};
+    return {reinterpret_cast<Lanes<4>::Vector>(halves)};
+}
+inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
+    __builtin_memcpy(first, &lanes.v, 2 * sizeof(float));
+    __builtin_memcpy(second, reinterpret_cast<const char*>(&lanes.v) + 2 * sizeof(float),
+                     2 * sizeof(float));
+}
+
 #else
 
 template <int W> struct LaneMask { bool v[W]; };
@@ -142,7 +166,31 @@ template <int W> struct Lanes {
     }
 };
 
+inline Lanes<4> evens(const Lanes<4>& a, const Lanes<4>& b) {
+    return {{a.v[0], a.v[2], b.v[0], b.v[2]}};
+}
+inline Lanes<4> odds(const Lanes<4>& a, const Lanes<4>& b) {
+    return {{a.v[1], a.v[3], b.v[1], b.v[3]}};
+}
+inline Lanes<4> load_halves(const float* first, const float* second) {
+    return {{first[0], first[1], second[0], second[1]}};
+}
+inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
+    for (int i = 0; i < 2; i++) {
+        first[i] = lanes.v[i];
+        second[i] = lanes.v[2 + i];
+    }
+}
+
 #endif
+
+// std::max and std::min, lane by lane: the first where neither is larger.
+template <int W> inline Lanes<W> max(const Lanes<W>& a, const Lanes<W>& b) {
+    return select(a < b, b, a);
+}
+template <int W> inline Lanes<W> min(const Lanes<W>& a, const Lanes<W>& b) {
+    return select(b < a, b, a);
+}
 
 template <int W> inline Lanes<W>& operator+=(Lanes<W>& a, const Lanes<W>& b) {
     return a = a + b;

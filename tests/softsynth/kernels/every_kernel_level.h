@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "softsynth/flush_to_zero.h"
 #include "softsynth/kernels/kernel_levels.h"
@@ -29,6 +30,6 @@ template <typename Body> void for_every_kernel_level(const Body& body) {
 }
 
 // Compares bits, so that -0 is not 0 and a NaN equals itself.
-inline bool same_bits(const void* a, const void* b, size_t size) {
-    return std::memcmp(a, b, size) == 0;
+inline bool same_bits(const std::vector<float>& a, const std::vector<float>& b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }

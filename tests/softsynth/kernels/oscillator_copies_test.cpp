@@ -1,9 +1,11 @@
 // The sum of oscillator copies: every kernel gives the scalar one's bits.
 
+#include <cmath>
 #include <random>
 #include <vector>
 
 #include "tests/softsynth/kernels/every_kernel_level.h"
+#include "tests/softsynth/kernels/test_signal.h"
 
 namespace {
 
@@ -13,15 +15,6 @@ struct Case {
     uint32_t shift;
     float highest_pitch;
 };
-
-// Random noise with denormals and both zeros among it.
-std::vector<float> make_table(std::mt19937& random, uint32_t size) {
-    std::uniform_real_distribution<float> level(-1.0F, 1.0F);
-    std::vector<float> table(size);
-    for (uint32_t i = 0; i < size; i++)
-        table[i] = i % 5 == 0 ? -0.0F : i % 7 == 0 ? 0x1p-140F : level(random);
-    return table;
-}
 
 TEST(OscillatorCopies, EveryKernelGivesTheSameBits) {
     std::mt19937 random(1);
@@ -38,7 +31,7 @@ TEST(OscillatorCopies, EveryKernelGivesTheSameBits) {
                           {7, 7, 20, NAN}}) {
         std::vector<std::vector<float>> tables;
         for (uint32_t i = 0; i * c.run < c.count; i++)
-            tables.push_back(make_table(random, 1U << (32 - c.shift)));
+            tables.push_back(test_signal(1U << (32 - c.shift), i));
         const float* table[MAX_COPIES];
         float scale[MAX_COPIES];
         uint32_t start[MAX_COPIES];
@@ -66,8 +59,7 @@ TEST(OscillatorCopies, EveryKernelGivesTheSameBits) {
                 std::vector<uint32_t> expected_phase;
                 render(kernels, samples, phase);
                 render(scalar, expected, expected_phase);
-                EXPECT_TRUE(
-                    same_bits(samples.data(), expected.data(), samples.size() * sizeof(float)))
+                EXPECT_TRUE(same_bits(samples, expected))
                     << c.count << " copies, " << size << " samples";
                 EXPECT_EQ(phase, expected_phase);
             });

@@ -1,0 +1,65 @@
+// The stages of the master section.
+
+#include <memory>
+
+#include "bench/kernels/kernel_row.h"
+#include "bench/signals.h"
+#include "softsynth/multi_compressor.h"
+#include "softsynth/reverb/revmodel.h"
+
+namespace {
+
+constexpr uint32_t BLOCK = 256;
+
+StereoBuffer noise;
+StereoBuffer bus;
+
+void fill_bus() {
+    Buffer::copy(noise, bus);
+}
+
+KernelRow crossover_row() {
+    const auto split = std::make_shared<SplittingStereoFilter>();
+    split->init(Crossover::MAX_STAGES);
+    return {"crossover of 4 sections, frame", KernelRow::CYCLES, BLOCK, [split] {
+                static StereoBuffer low;
+                low.init(BLOCK);
+                fill_bus();
+                Buffer::copy(noise, low);
+                split->render(low.get_first_left_sample_ptr(), bus.get_first_left_sample_ptr(),
+                              BLOCK, 0.1F, 0.25F);
+            }};
+}
+
+// Below the thresholds, so that the gain's power does not hide the rest.
+KernelRow compressor_row() {
+    const auto multi = std::make_shared<MultiCompressor>();
+    return {"4 bands split and compressed, frame", KernelRow::CYCLES, BLOCK, [multi] {
+                constexpr float CROSSOVERS[] = {300, 1000, 5000};
+                constexpr float ONES[] = {1, 1, 1, 1};
+                constexpr float RATIOS[] = {4, 4, 4, 4};
+                constexpr float ATTACKS[] = {0.01F, 0.01F, 0.01F, 0.01F};
+                constexpr float RELEASES[] = {0.1F, 0.1F, 0.1F, 0.1F};
+                fill_bus();
+                multi->process(bus, CROSSOVERS, ONES, RATIOS, ATTACKS, RELEASES, ONES);
+            }};
+}
+
+KernelRow reverb_row() {
+    const auto model = std::make_shared<revmodel>();
+    model->update();
+    return {"reverb, frame", KernelRow::CYCLES, BLOCK, [model] {
+                fill_bus();
+                model->processmix(noise.get_first_left_sample_ptr(),
+                                  bus.get_first_left_sample_ptr(), BLOCK);
+            }};
+}
+
+} // namespace
+
+std::vector<KernelRow> master_rows() {
+    noise.init(BLOCK);
+    bus.init(BLOCK);
+    fill_noise(noise.get_first_left_sample_ptr(), 2 * BLOCK);
+    return {crossover_row(), compressor_row(), reverb_row()};
+}
