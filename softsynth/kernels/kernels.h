@@ -10,6 +10,7 @@
 #include "softsynth/kernels/crossover.h"
 #include "softsynth/kernels/level_detectors.h"
 #include "softsynth/kernels/oscillator_copies.h"
+#include "softsynth/kernels/reverb_tank.h"
 
 struct Kernels {
 #define KERNEL(name, arguments) void(*name) arguments;

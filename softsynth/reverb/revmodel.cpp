@@ -6,10 +6,10 @@
 
 #include "common/assertion.h"
 #include "softsynth/finite.h"
+#include "softsynth/kernels/kernels.h"
 
 namespace {
 
-constexpr float INPUT_GAIN = 0.015F;
 constexpr float SCALE_WET = 3.0F;
 constexpr float SCALE_DAMP = 0.4F;
 constexpr float SCALE_ROOM = 0.28F;
@@ -24,17 +24,16 @@ constexpr int STEREO_SPREAD = 23;
 
 revmodel::revmodel() {
     float* next = memory;
-    const auto assign = [&next](auto& filter, int size) {
-        filter.setbuffer(next, size);
+    const auto assign = [&next](ReverbTank::Line& line, int size) {
+        line = {next, uint32_t(size), 0};
         next += size;
     };
-    for (int i = 0; i < NUM_COMBS; i++) {
-        assign(combL[i], COMB_TUNING[i]);
-        assign(combR[i], COMB_TUNING[i] + STEREO_SPREAD);
-    }
-    for (int i = 0; i < NUM_ALLPASSES; i++) {
-        assign(allpassL[i], ALLPASS_TUNING[i]);
-        assign(allpassR[i], ALLPASS_TUNING[i] + STEREO_SPREAD);
+    for (int s = 0; s < 2; s++) {
+        const int spread = s * STEREO_SPREAD;
+        for (unsigned i = 0; i < ReverbTank::NUM_COMBS; i++)
+            assign(tank.sides[s].combs[i], COMB_TUNING[i] + spread);
+        for (unsigned i = 0; i < ReverbTank::NUM_ALLPASSES; i++)
+            assign(tank.sides[s].allpasses[i], ALLPASS_TUNING[i] + spread);
     }
     TARQ_ASSERT(next == memory + MEMORY_LENGTH);
     setwet(1.0F / 3.0F);
@@ -62,58 +61,49 @@ void revmodel::setwidth(float value) {
 void revmodel::update() {
     wet1 = wet * (width / 2.0F + 0.5F);
     wet2 = wet * (0.5F - width / 2.0F);
-    for (comb* side : {combL, combR}) {
-        for (int i = 0; i < NUM_COMBS; i++) {
-            side[i].setfeedback(roomsize);
-            side[i].setdamp(damp);
-        }
-    }
+    tank.feedback = roomsize;
+    tank.damp1 = damp;
+    tank.damp2 = 1.0F - damp;
 }
 
-revmodel::Frame revmodel::process(float left, float right) {
-    const float input = (left + right) * INPUT_GAIN;
-    Frame out = {0.0F, 0.0F};
-    for (int i = 0; i < NUM_COMBS; i++) {
-        out.left += combL[i].process(input);
-        out.right += combR[i].process(input);
+template <typename Store>
+void revmodel::process(const float* in, float* out, long frames, const Store& store) {
+    constexpr long CHUNK = 64;
+    for (long start = 0; start < frames; start += CHUNK) {
+        const long count = std::min(CHUNK, frames - start);
+        float tank_out[2 * CHUNK];
+        kernels().reverb(tank, in + 2 * start, tank_out, uint32_t(count));
+        for (long i = 0; i < count; i++) {
+            const float left = tank_out[2 * i];
+            const float right = tank_out[2 * i + 1];
+            store(out[2 * (start + i)], left * wet1 + right * wet2);
+            store(out[2 * (start + i) + 1], right * wet1 + left * wet2);
+        }
     }
-    for (int i = 0; i < NUM_ALLPASSES; i++) {
-        out.left = allpassL[i].process(out.left);
-        out.right = allpassR[i].process(out.right);
-    }
-    return {out.left * wet1 + out.right * wet2, out.right * wet1 + out.left * wet2};
+    mute_if_not_finite(out, frames);
 }
 
 void revmodel::processmix(const float* in, float* out, long frames) {
-    for (long i = 0; i < frames; i++) {
-        const Frame frame = process(in[2 * i], in[2 * i + 1]);
-        out[2 * i] += frame.left;
-        out[2 * i + 1] += frame.right;
-    }
-    mute_if_not_finite(out, frames);
+    process(in, out, frames, [](float& sample, float wet_sample) { sample += wet_sample; });
 }
 
 void revmodel::processreplace(const float* in, float* out, long frames) {
-    for (long i = 0; i < frames; i++) {
-        const Frame frame = process(in[2 * i], in[2 * i + 1]);
-        out[2 * i] = frame.left;
-        out[2 * i + 1] = frame.right;
-    }
-    mute_if_not_finite(out, frames);
+    process(in, out, frames, [](float& sample, float wet_sample) { sample = wet_sample; });
 }
 
 void revmodel::mute() {
     std::fill_n(memory, MEMORY_LENGTH, 0.0F);
-    for (comb* side : {combL, combR})
-        std::for_each(side, side + NUM_COMBS, [](comb& filter) { filter.mute(); });
+    for (ReverbTank::Side& side : tank.sides)
+        std::fill_n(side.stores, ReverbTank::NUM_COMBS, 0.0F);
 }
 
 void revmodel::mute_if_not_finite(float* out, long frames) {
-    const auto is_finite = [](const comb* side) {
-        return std::all_of(side, side + NUM_COMBS, [](const comb& c) { return c.is_finite(); });
+    const auto is_finite = [](const ReverbTank::Side& side) {
+        return all_finite(side.stores, ReverbTank::NUM_COMBS);
     };
     // Whatever is spoilt in the delay memory comes out at the latest one delay later.
-    if (!scrub_non_finite(out, uint32_t(2 * frames)) && is_finite(combL) && is_finite(combR))
+    if (!scrub_non_finite(out, uint32_t(2 * frames)) && is_finite(tank.sides[0]) &&
+        is_finite(tank.sides[1]))
         return;
     mute();
 }

@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-#include "softsynth/reverb/allpass.h"
-#include "softsynth/reverb/comb.h"
+#include "softsynth/constants.h"
+#include "softsynth/kernels/reverb_tank.h"
 
 class revmodel {
   public:
@@ -33,16 +33,11 @@ class revmodel {
     void mute();
 
   private:
-    static constexpr int NUM_COMBS = 8;
-    static constexpr int NUM_ALLPASSES = 4;
     static constexpr int MEMORY_LENGTH = 25450; // floats, the sum of all delays
 
-    struct Frame {
-        float left;
-        float right;
-    };
-    // The wet signal of one frame.
-    Frame process(float left, float right);
+    // Calls store(sample, wet sample) for each sample of `out`.
+    template <typename Store>
+    void process(const float* in, float* out, long frames, const Store& store);
     void mute_if_not_finite(float* out, long frames);
 
     // settings
@@ -53,10 +48,7 @@ class revmodel {
     float wet2 = 0.0F; // other side
     float width = 0.0F;
 
-    // filters and their memory
-    comb combL[NUM_COMBS];
-    comb combR[NUM_COMBS];
-    allpass allpassL[NUM_ALLPASSES];
-    allpass allpassR[NUM_ALLPASSES];
+    // memory
+    ReverbTank tank;
     float memory[MEMORY_LENGTH] = {};
 };

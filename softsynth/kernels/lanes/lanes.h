@@ -94,6 +94,18 @@ inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
                      2 * sizeof(float));
 }
 
+// Lane j of vector i becomes lane i of vector j.
+inline void transpose(Lanes<4> (&rows)[4]) {
+    const auto low01 = __builtin_shufflevector(rows[0].v, rows[1].v, 0, 4, 1, 5);
+    const auto high01 = __builtin_shufflevector(rows[0].v, rows[1].v, 2, 6, 3, 7);
+    const auto low23 = __builtin_shufflevector(rows[2].v, rows[3].v, 0, 4, 1, 5);
+    const auto high23 = __builtin_shufflevector(rows[2].v, rows[3].v, 2, 6, 3, 7);
+    rows[0].v = __builtin_shufflevector(low01, low23, 0, 1, 4, 5);
+    rows[1].v = __builtin_shufflevector(low01, low23, 2, 3, 6, 7);
+    rows[2].v = __builtin_shufflevector(high01, high23, 0, 1, 4, 5);
+    rows[3].v = __builtin_shufflevector(high01, high23, 2, 3, 6, 7);
+}
+
 #else
 
 template <int W> struct LaneMask { bool v[W]; };
@@ -181,6 +193,15 @@ inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
         second[i] = lanes.v[2 + i];
     }
 }
+inline void transpose(Lanes<4> (&rows)[4]) {
+    for (int i = 0; i < 4; i++) {
+        for (int j = 0; j < i; j++) {
+            const float upper = rows[j].v[i];
+            rows[j].v[i] = rows[i].v[j];
+            rows[i].v[j] = upper;
+        }
+    }
+}
 
 #endif
 
@@ -200,6 +221,16 @@ template <int W> inline Lanes<W>& operator-=(Lanes<W>& a, const Lanes<W>& b) {
 }
 template <int W> inline Lanes<W>& operator*=(Lanes<W>& a, const Lanes<W>& b) {
     return a = a * b;
+}
+
+// Calls step.operator()<W>(i) for the W samples from i on, for all of 0..count - 1 in order; W is
+// NATIVE_LANES, at the end 1.
+template <typename Step> inline void for_each_lanes(uint32_t count, const Step& step) {
+    uint32_t i = 0;
+    for (; count - i >= NATIVE_LANES; i += NATIVE_LANES)
+        step.template operator()<NATIVE_LANES>(i);
+    for (; i < count; i++)
+        step.template operator()<1>(i);
 }
 
 } // namespace KERNEL_NAMESPACE
