@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Plays the plug-in in hosts without a screen: a line per step, exit status 1 at the first failure.
+#
+#     run.sh PLUGIN.so
+#
+# Nothing outside a temporary folder is read or written but the plug-in itself.
+set -euo pipefail
+here=$(dirname "$(readlink -f "$0")")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# Hosts look beside their settings; a module as new as what a scan leaves counts as changed.
+plugin=$work/plug-ins/tarquil.so
+install -D -m 755 "$1" "$plugin"
+touch -d 2020-01-01 "$plugin"
+unset DISPLAY WAYLAND_DISPLAY
+export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_CACHE_HOME=$work/home/.cache
+export XDG_DATA_HOME=$work/home/.local/share XDG_RUNTIME_DIR=$work/run LXVST_PATH=$work/plug-ins
+mkdir -m 700 "$HOME" "$XDG_RUNTIME_DIR"
+
+seen=
+ok() { printf 'ok %s\n' "$*"; }
+failed() { # STEP WHAT-WAS-SEEN
+    printf 'FAILED %s; seen: %s\n' "$1" "$(tr '\n' ' ' <<<"$2")"
+    exit 1
+}
+run() { seen=$("$@" 2>&1) || true; } # what it writes is kept for a failure
+expect() {                           # STEP COMMAND ...
+    local step=$1 result
+    shift
+    result=$("$@" 2>&1) || failed "$step" "${result:-$seen}"
+    ok "$step"
+}
+
+. "$here/ardour.sh"
+. "$here/qtractor.sh"
