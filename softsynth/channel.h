@@ -48,6 +48,7 @@ class Channel {
 
     ControllerArray& get_controllers() { return controllers; }
     PhaseRandom& get_phase_random() { return *phase_random; }
+    CopyTuningCache& get_copy_tunings() { return pool->get_copy_tunings(); }
 
   private:
     static constexpr unsigned NUM_FILTERS = 4;

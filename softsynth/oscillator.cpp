@@ -21,8 +21,8 @@ void Oscillator::init(OscType new_type, float frequency, float start_phase) {
     WaveformStore::instance().getWavetable(type, frequency, &wavetable);
     table = wavetable.data;
     table_shift = wavetable.shift;
-    increment_scale = float(PHASE_INCREMENT_PER_HZ * double(frequency));
-    phase = uint32_t(int64_t(start_phase * 65536.0F * 65536.0F));
+    increment_scale = oscillator_increment_scale(frequency);
+    phase = oscillator_phase(start_phase);
 }
 
 template <typename Read>

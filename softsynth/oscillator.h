@@ -11,6 +11,16 @@
 // Phase increment per sample of 1 Hz: 2^32 / 44100.
 inline constexpr double PHASE_INCREMENT_PER_HZ = 97391.54866213152;
 
+// Phase increment per sample at a pitch ratio of 1, for a base frequency in Hz.
+inline float oscillator_increment_scale(float frequency) {
+    return float(PHASE_INCREMENT_PER_HZ * double(frequency));
+}
+
+// A phase in cycles (0 to 127) as an oscillator counts it: a cycle is 2^32.
+inline uint32_t oscillator_phase(float cycles) {
+    return uint32_t(int64_t(cycles * 65536.0F * 65536.0F));
+}
+
 inline float linear_interpolate(float a, float b, float t) {
     return (b - a) * t + a;
 }

@@ -19,12 +19,3 @@ void PhaseRandom::seed(uint32_t start) {
     for (unsigned i = 0; i < WARM_UP; i++)
         next();
 }
-
-uint32_t PhaseRandom::next() {
-    // The oldest entry, r[i - 31], makes room for the newest.
-    const unsigned recent = (position + DEGREE - SEPARATION) % DEGREE;
-    const uint32_t sum = state[position] + state[recent];
-    state[position] = sum;
-    position = (position + 1) % DEGREE;
-    return sum >> 1U;
-}

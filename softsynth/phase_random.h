@@ -18,7 +18,15 @@ class PhaseRandom {
     void seed(uint32_t start);
 
     // 0 .. 2^31 - 1
-    uint32_t next();
+    uint32_t next() {
+        // The oldest entry, r[i - 31], makes room for the newest.
+        const unsigned recent =
+            position >= SEPARATION ? position - SEPARATION : position + DEGREE - SEPARATION;
+        const uint32_t sum = state[position] + state[recent];
+        state[position] = sum;
+        position = position + 1 == DEGREE ? 0 : position + 1;
+        return sum >> 1U;
+    }
 
   private:
     static constexpr unsigned DEGREE = 31;

@@ -72,13 +72,14 @@ void Voice::init_oscillators() {
             half == 0 ? 0.0F : cubed_controller_values[CTRL_OSC1_SPREAD + i] / float(half);
         // One control governs the phases of all three groups.
         const auto randomness = unsigned(controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE]);
-        OscillatorGroup& group = oscillators[i];
-        group.init(OscType(controller_values_int[CTRL_OSC1_TYPE + i]));
+        uint32_t phases[MAX_MULTI_OSC_WIDTH];
         for (int j = 0; j < osc_count; j++) {
             const double random = channel->get_phase_random().next() * RANDOM_TO_CYCLES;
-            group.add_copy(note_frequency(step * float(j - half) + base),
-                           float(random * randomness));
+            phases[j] = oscillator_phase(float(random * randomness));
         }
+        const CopyTuning tuning = {OscType(controller_values_int[CTRL_OSC1_TYPE + i]),
+                                   uint32_t(osc_count), base, step};
+        oscillators[i].init(channel->get_copy_tunings().get(tuning), phases);
     }
     for (unsigned k = 0; k < NUM_LFOS; k++)
         lfos[k].init(OscType(controller_values_int[CTRL_LFO1_TYPE + k]), 1.0F,

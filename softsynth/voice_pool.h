@@ -21,6 +21,9 @@ class VoicePool {
     // Lets the clock start `frames` later.  Notes that are older than that stay in their order.
     void move_clock_back(uint32_t frames);
 
+    // Of all notes that the voices play.
+    CopyTuningCache& get_copy_tunings() { return copy_tunings; }
+
     Voice* begin() { return voices; }
     Voice* end() { return voices + NUM_VOICES; }
     [[nodiscard]] const Voice* begin() const { return voices; }
@@ -28,4 +31,5 @@ class VoicePool {
 
   private:
     Voice voices[NUM_VOICES];
+    CopyTuningCache copy_tunings;
 };

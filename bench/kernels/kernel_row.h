@@ -18,3 +18,4 @@ struct KernelRow {
 
 std::vector<KernelRow> oscillator_rows();
 std::vector<KernelRow> master_rows();
+std::vector<KernelRow> note_rows();

@@ -8,6 +8,7 @@
 #include <numbers>
 #include <random>
 
+#include "softsynth/note_frequency.h"
 #include "softsynth/oscillator_group.h"
 #include "softsynth/phase_random.h"
 
@@ -100,6 +101,26 @@ TEST(OscillatorGroup, IsTheOrderedSumOfItsCopies) {
                     ASSERT_EQ(out.get_first_sample_ptr()[i], sum.get_first_sample_ptr()[i])
                         << "type " << type << ", copies " << count << ", seed " << seed;
             }
+        }
+    }
+}
+
+TEST(CopyTuningCache, GivesEveryTuningItsOwnCopies) {
+    static CopyTuningCache cache;
+    constexpr uint32_t COUNT = 15;
+    // More tunings than it holds, twice.
+    for (int i = 0; i < 200; i++) {
+        const CopyTuning tuning = {i % 3 == 0 ? OSC_SAW : OSC_SQUARE, COUNT,
+                                   float(30 + i % 100) + 0.25F, 0.01F};
+        uint32_t phases[COUNT] = {};
+        const OscillatorCopies found = cache.get(tuning).with_phases(phases);
+        ASSERT_EQ(found.count, COUNT);
+        for (uint32_t j = 0; j < COUNT; j++) {
+            const float f = note_frequency(tuning.step * (float(j) - 7.0F) + tuning.base);
+            Wavetable_ret wavetable;
+            WaveformStore::instance().getWavetable(tuning.type, f, &wavetable);
+            ASSERT_EQ(found.increment_scale[j], oscillator_increment_scale(f)) << i << " " << j;
+            ASSERT_EQ(found.table[j], wavetable.data) << i << " " << j;
         }
     }
 }
