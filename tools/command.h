@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 void add_bank_command(CLI::App& app, int results);
+void add_parameters_command(CLI::App& app, int results);
 void add_plot_command(CLI::App& app, int results);
 void add_render_command(CLI::App& app, int results);
 

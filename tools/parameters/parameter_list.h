@@ -1,0 +1,8 @@
+// The plug-in's parameters as a document.
+
+#pragma once
+
+#include <string>
+
+// Markdown: a table with a row for each, then the lists that some choose from.
+std::string parameter_list();
