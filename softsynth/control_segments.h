@@ -1,4 +1,4 @@
-// Cuts a block where its filter controls change.
+// Cuts a block where its filter controls change, for one signal and for many at once.
 
 #pragma once
 
@@ -26,4 +26,37 @@ void for_each_control_segment(uint32_t size, const float* cutoff, const float* r
         first = i;
     }
     render(first, size, current_cutoff, current_resonance);
+}
+
+// For `count` signals at once, whose controls are arrays with a value per CONTROL_PERIOD: calls
+// apply(signal, cutoff, resonance) for every signal at the block's start and wherever its controls
+// change, with the values that hold from there on, and render(first, end) for each run of samples
+// in which no signal's controls change.
+template <uint32_t MAX_COUNT, typename Apply, typename Render>
+void for_each_common_segment(uint32_t size, uint32_t count, const float* const* cutoff,
+                             const float* const* resonance, const Apply& apply,
+                             const Render& render) {
+    float current_cutoff[MAX_COUNT];
+    float current_resonance[MAX_COUNT];
+    const auto take = [&](uint32_t signal, uint32_t control) {
+        current_cutoff[signal] = cutoff[signal][control];
+        current_resonance[signal] = resonance[signal][control];
+        apply(signal, current_cutoff[signal], current_resonance[signal]);
+    };
+    for (uint32_t signal = 0; signal < count; signal++)
+        take(signal, 0);
+    uint32_t first = 0;
+    for (uint32_t i = CONTROL_PERIOD; i < size; i += CONTROL_PERIOD) {
+        const uint32_t control = i / CONTROL_PERIOD;
+        for (uint32_t signal = 0; signal < count; signal++) {
+            if (cutoff[signal][control] == current_cutoff[signal] &&
+                resonance[signal][control] == current_resonance[signal])
+                continue;
+            if (first < i)
+                render(first, i);
+            first = i;
+            take(signal, control);
+        }
+    }
+    render(first, size);
 }

@@ -10,6 +10,7 @@
 #include "common/number_text.h"
 #include "softsynth/control_segments.h"
 #include "softsynth/finite.h"
+#include "softsynth/kernels/kernels.h"
 
 namespace {
 
@@ -157,18 +158,11 @@ void Filter::update() {
 
 void Filter::render_chunk(float* buf, uint32_t n_samples) {
     TARQ_ASSERT((n_samples & 3) == 0);
-    for (unsigned k = 0; k < depth; k++) {
-        float z1 = state[k].z1;
-        float z2 = state[k].z2;
-        for (uint32_t i = 0; i < n_samples; i++) {
-            const float x = buf[i];
-            const float y = b0 * x + z1;
-            z1 = b1 * x - a1 * y + z2;
-            z2 = b2 * x - a2 * y;
-            buf[i] = y;
-        }
-        state[k] = {z1, z2};
-    }
+    if (depth == 0)
+        return;
+    BiquadState* memory = state;
+    const BiquadCoefficients* coefficients = this;
+    kernels().biquad_lanes({&buf, &memory, &coefficients, 1, depth}, 0, n_samples);
     clear_if_not_finite();
 }
 
@@ -181,13 +175,21 @@ void Filter::clear_if_not_finite() {
     }
 }
 
+void Filter::shape_before_sections(float* buf, uint32_t n_samples) {
+    std::transform(buf, buf + n_samples, buf, shape_before);
+}
+
+void Filter::shape_after_sections(float* buf, uint32_t n_samples) {
+    std::transform(buf, buf + n_samples, buf, shape_after);
+}
+
 void Filter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
                     const float* resonance_signal, uint32_t control_step) {
     TARQ_ASSERT(buf_size % 4 == 0);
     if (depth == 0 && waveshape == 0)
         return;
-    if (waveshape == 1)
-        std::transform(buf, buf + buf_size, buf, shape_before);
+    if (has_waveshaper())
+        shape_before_sections(buf, buf_size);
     for_each_control_segment(buf_size, cutoff_octaves, resonance_signal, control_step,
                              [&](uint32_t first, uint32_t end, float octaves, float q) {
                                  set_octaves_cutoff(octaves);
@@ -195,8 +197,8 @@ void Filter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
                                  update();
                                  render_chunk(buf + first, end - first);
                              });
-    if (waveshape == 1)
-        std::transform(buf, buf + buf_size, buf, shape_after);
+    if (has_waveshaper())
+        shape_after_sections(buf, buf_size);
 }
 
 std::complex<float> Filter::evaluate_transfer_function(float omega) const {

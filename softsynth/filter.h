@@ -19,6 +19,7 @@
 
 #include "common/assertion.h"
 #include "softsynth/constants.h"
+#include "softsynth/kernels/biquad_lanes.h"
 
 enum FilterType : int {
     FILTER_NONE = 0,
@@ -52,9 +53,9 @@ inline bool is_ladder_filter(FilterType ftype) {
     return ftype >= FILTER_LADDER_START_MARKER && ftype < FILTER_LADDER_END_MARKER;
 }
 
-class Filter {
+class Filter : BiquadCoefficients {
   public:
-    static constexpr int MAX_DEPTH = 4;
+    static constexpr int MAX_DEPTH = BiquadLanes::MAX_DEPTH;
 
     Filter();
 
@@ -65,6 +66,7 @@ class Filter {
 
     [[nodiscard]] FilterType get_type() const { return type; }
     [[nodiscard]] int get_depth() const { return int(depth); }
+    [[nodiscard]] bool has_waveshaper() const { return waveshape == 1; }
 
     // Octaves above 20 Hz.
     void set_octaves_cutoff(float octaves);
@@ -87,6 +89,15 @@ class Filter {
     void render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
                 const float* resonance_signal, uint32_t control_step = CONTROL_PERIOD);
 
+    // What the kernel needs, with the settings applied, and the state as it is.
+    [[nodiscard]] const BiquadCoefficients& get_coefficients() const { return *this; }
+    [[nodiscard]] BiquadState* get_state() { return state; }
+    void clear_if_not_finite();
+
+    // The two halves of the waveshaper, in place.
+    static void shape_before_sections(float* buf, uint32_t n_samples);
+    static void shape_after_sections(float* buf, uint32_t n_samples);
+
     // The response of all sections at omega radians per sample.
     [[nodiscard]] std::complex<float> evaluate_transfer_function(float omega) const;
 
@@ -97,13 +108,9 @@ class Filter {
     friend class StereoFilter;
     friend class SplittingStereoFilter;
 
-    struct State {
-        float z1 = 0.0F;
-        float z2 = 0.0F;
-    };
+    using State = BiquadState;
 
     [[nodiscard]] float section_q() const;
-    void clear_if_not_finite();
 
     // settings
     FilterType type = FILTER_NONE;
@@ -114,13 +121,6 @@ class Filter {
     unsigned depth = 0;
     float key_follow = 0.0F;
 
-    // coefficients, a0 = 1
-    float b0 = 1.0F;
-    float b1 = 0.0F;
-    float b2 = 0.0F;
-    float a1 = 0.0F;
-    float a2 = 0.0F;
-
-    // memory
+    // memory (the coefficients are the base)
     State state[MAX_DEPTH];
 };

@@ -7,10 +7,11 @@
 
 #include "softsynth/control_segments.h"
 #include "softsynth/finite.h"
+#include "softsynth/kernels/kernels.h"
 
 namespace {
 
-constexpr uint32_t OVERSAMPLING = 4;
+constexpr uint32_t OVERSAMPLING = LadderLanes::OVERSAMPLING;
 
 constexpr float PI = 3.1415927F;
 constexpr float MIN_OMEGA = 0.001F;
@@ -30,10 +31,6 @@ constexpr float WEIGHTS[][5] = {
     {1, -2, 4, -4, 0}, // notch
 };
 
-// Shared by all ladder filters: rendering is not reentrant.
-alignas(16) float samples_176khz[OVERSAMPLING * MAX_NUM_SAMPLES];
-alignas(16) float samples_88khz[2 * MAX_NUM_SAMPLES];
-
 } // namespace
 
 LadderFilter::LadderFilter() {
@@ -46,26 +43,16 @@ void LadderFilter::init(FilterType new_type, float key_frequency) {
         TARQ_ASSERT(0);
     type = new_type;
     key_follow = key_frequency * RADIANS_PER_HZ;
-    const float* weights = WEIGHTS[type - FILTER_LADDER_START_MARKER];
-    c0 = weights[0];
-    c1 = weights[1];
-    c2 = weights[2];
-    c3 = weights[3];
-    c4 = weights[4];
-    clear();
+    std::copy_n(WEIGHTS[type - FILTER_LADDER_START_MARKER], 5, coefficients.c);
+    memory = LadderMemory();
 }
 
-void LadderFilter::clear() {
-    stages = Stages();
-    decimate_88khz.init();
-    decimate_176khz.init();
-}
-
-bool LadderFilter::is_finite() const {
-    const auto& [y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4] = stages;
-    const float memory[] = {y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4};
-    return all_finite(memory, uint32_t(std::size(memory))) && decimate_88khz.is_finite() &&
-           decimate_176khz.is_finite();
+void LadderFilter::clear_if_not_finite() {
+    const bool finite = all_finite(memory.y, 4) && all_finite(memory.t, 4) &&
+                        std::isfinite(memory.y4_prev) && std::isfinite(memory.feedback) &&
+                        memory.decimate_88khz.is_finite() && memory.decimate_176khz.is_finite();
+    if (!finite)
+        memory = LadderMemory();
 }
 
 void LadderFilter::set_octaves_cutoff(float octaves) {
@@ -83,50 +70,32 @@ void LadderFilter::update() {
     w = w < PI ? w : PI;
     w = w > MIN_OMEGA ? w : MIN_OMEGA;
     const float w2 = w * w;
-    k = resonance * (0.9968F + 0.58597666F * w - 0.3988407F * w2);
-    gain = 1.0F + 1.25F * resonance;
-    g = 1.0F - std::exp(-2.0F * w *
+    coefficients.k = resonance * (0.9968F + 0.58597666F * w - 0.3988407F * w2);
+    coefficients.gain = 1.0F + 1.25F * resonance;
+    coefficients.g =
+        1.0F - std::exp(-2.0F * w *
                         (0.9988F - 0.20658311F * w + 0.050204646F * w2 + 0.060407124F * w2 * w));
 }
 
 void LadderFilter::render_chunk(const float* in, float* out, uint32_t n) {
-    // Held in registers: `out` could overlap the members.
-    auto [y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4] = stages;
-    for (uint32_t i = 0; i < n; i++) {
-        const float x = in[i];
-        for (uint32_t step = 0; step < OVERSAMPLING; step++) {
-            const float u = x - k * feedback;
-            y1 += (tanh_approx(u) - t1) * g;
-            t1 = tanh_approx(y1);
-            y2 += (t1 - t2) * g;
-            t2 = tanh_approx(y2);
-            y3 += (t2 - t3) * g;
-            t3 = tanh_approx(y3);
-            y4 += (t3 - t4) * g;
-            t4 = tanh_approx(y4);
-            feedback = (y4 + y4_prev) * 0.5F;
-            y4_prev = y4;
-            *out++ = (c0 * u + c1 * t1 + c2 * t2 + c3 * t3 + c4 * t4) * gain;
-        }
-    }
-    stages = {y1, y2, y3, y4, y4_prev, feedback, t1, t2, t3, t4};
+    run_ladder(coefficients, memory, in, out, n);
 }
 
 void LadderFilter::render(float* buf, uint32_t buf_size, const float* cutoff_octaves,
                           const float* resonance_signal, uint32_t control_step) {
     TARQ_ASSERT(buf_size <= MAX_NUM_SAMPLES);
+    alignas(64) float scratch[LadderLanes::SCRATCH_OF_ONE];
+    LadderMemory* memories[] = {&memory};
+    const LadderCoefficients* all_coefficients[] = {&coefficients};
+    const LadderLanes lanes = {&buf, memories, all_coefficients, 1, scratch};
     for_each_control_segment(buf_size, cutoff_octaves, resonance_signal, control_step,
                              [&](uint32_t first, uint32_t end, float octaves, float q) {
                                  set_octaves_cutoff(octaves);
                                  set_resonance(q);
                                  update();
-                                 render_chunk(buf + first, samples_176khz + first * OVERSAMPLING,
-                                              end - first);
+                                 kernels().ladder_lanes(lanes, first, end - first);
                              });
-    decimate_176khz.resample(samples_176khz, samples_88khz, 2 * buf_size);
-    decimate_88khz.resample(samples_88khz, buf, buf_size);
-    if (!is_finite())
-        clear();
+    clear_if_not_finite();
 }
 
 float LadderFilter::estimate_transfer_function(float omega) {
@@ -146,8 +115,8 @@ float LadderFilter::estimate_transfer_function(float omega) {
     // Its own scratch: a display may ask while the audio thread renders with other filters.
     float out[OVERSAMPLING * ESTIMATE_LENGTH];
     render_chunk(sine, out, ESTIMATE_LENGTH);
-    decimate_176khz.resample(out, out, 2 * ESTIMATE_LENGTH);
-    decimate_88khz.resample(out, out, ESTIMATE_LENGTH);
+    memory.decimate_176khz.resample(out, out, 2 * ESTIMATE_LENGTH);
+    memory.decimate_88khz.resample(out, out, ESTIMATE_LENGTH);
     float product = 0.0F;
     for (uint32_t i = 0; i < ESTIMATE_LENGTH; i++)
         product += sine[i] * out[i];

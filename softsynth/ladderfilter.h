@@ -19,14 +19,12 @@
 #include <cstdint>
 
 #include "softsynth/filter.h"
-#include "softsynth/resampler.h"
+#include "softsynth/kernels/ladder_lanes.h"
+#include "softsynth/kernels/ladder_step.h"
 
-// The saturation: a rational approximation of tanh(x / 2), odd, with slope 1/2 at 0.  That it is
-// not tanh(x) halves the level in the stages and is part of the sound.
+// The saturation T.
 inline float tanh_approx(float x) {
-    const float a = x < 0.0F ? -x : x;
-    const float p = 12.0F + (6.0F + (3.0F + a) * a) * a;
-    return x * p / (24.0F + a * p);
+    return ladder_saturation(x);
 }
 
 class LadderFilter {
@@ -46,6 +44,11 @@ class LadderFilter {
     // n samples at 44100 Hz in, 4n at 176400 Hz out.
     void render_chunk(const float* in, float* out, uint32_t n);
 
+    // What the kernel needs, with the settings applied and the memory as it is.
+    [[nodiscard]] const LadderCoefficients& get_coefficients() const { return coefficients; }
+    [[nodiscard]] LadderMemory& get_memory() { return memory; }
+    void clear_if_not_finite();
+
     // In place over buf_size samples (at most MAX_NUM_SAMPLES), with cutoff (octaves above 20 Hz)
     // and resonance per sample, read at multiples of 32 only; the values that are read lie
     // `control_step` floats apart.
@@ -57,41 +60,12 @@ class LadderFilter {
     float estimate_transfer_function(float omega);
 
   private:
-    // The oversampled ladder's memory: stages, feedback and saturated stages.
-    struct Stages {
-        float y1 = 0.0F;
-        float y2 = 0.0F;
-        float y3 = 0.0F;
-        float y4 = 0.0F;
-        float y4_prev = 0.0F;
-        float feedback = 0.0F;
-        float t1 = 0.0F;
-        float t2 = 0.0F;
-        float t3 = 0.0F;
-        float t4 = 0.0F;
-    };
-
-    [[nodiscard]] bool is_finite() const;
-    void clear();
-
     // settings
     FilterType type = FILTER_LADDER_START_MARKER;
     float key_follow = 0.0F; // radians per sample at 44100 Hz
     float cutoff = 3.1415927F;
     float resonance = 0.01F;
 
-    // coefficients
-    float k = 0.0F;
-    float gain = 1.0F;
-    float g = 0.0F;
-    float c0 = 0.0F;
-    float c1 = 0.0F;
-    float c2 = 0.0F;
-    float c3 = 0.0F;
-    float c4 = 0.0F;
-
-    // memory
-    Stages stages;
-    AltDownsampler decimate_88khz;  // to 44100 Hz
-    AltDownsampler decimate_176khz; // to 88200 Hz
+    LadderCoefficients coefficients;
+    LadderMemory memory;
 };

@@ -2,7 +2,10 @@
 
 #include "softsynth/resampler.h"
 
+#include <algorithm>
+
 #include "softsynth/finite.h"
+#include "softsynth/kernels/half_band_sum.h"
 
 const float resample_kernel[RESAMPLE_HALF_TAPS] = {
     -0.0053439266F, -0.0115177454F, -0.00050373096F, 0.018825721F,  0.00552462041F,
@@ -20,24 +23,16 @@ namespace {
 
 constexpr uint32_t LAST_TAP = 2 * RESAMPLE_HALF_TAPS - 1;
 
-void downsample(ResampleHistory& history, const float* kernel, const float* in, float* out,
-                uint32_t n) {
-    for (uint32_t i = 0; i < n; i++) {
-        history.push(in[2 * i]);
-        history.push(in[2 * i + 1]);
-        float sum = 0.0F;
-        for (uint32_t j = 0; j < RESAMPLE_HALF_TAPS; j++)
-            sum += (history.at(LAST_TAP - j) + history.at(j)) * kernel[j];
-        out[i] = sum;
-    }
-}
-
 // Tap j of the whole kernel.
 float tap(const float* kernel, uint32_t j) {
     return kernel[j < RESAMPLE_HALF_TAPS ? j : LAST_TAP - j];
 }
 
 } // namespace
+
+bool AltDownsampler::is_finite() const {
+    return all_finite(history, ResampleHistory::SIZE);
+}
 
 bool ResampleHistory::is_finite() const {
     return all_finite(samples, SIZE);
@@ -58,9 +53,27 @@ void Upsampler::resample(const float* in, float* out, uint32_t n) {
 }
 
 void Downsampler::resample(const float* in, float* out, uint32_t n) {
-    downsample(history, resample_kernel, in, out, n);
+    for (uint32_t i = 0; i < n; i++) {
+        history.push(in[2 * i]);
+        history.push(in[2 * i + 1]);
+        float sum = 0.0F;
+        for (uint32_t j = 0; j < RESAMPLE_HALF_TAPS; j++)
+            sum += (history.at(LAST_TAP - j) + history.at(j)) * resample_kernel[j];
+        out[i] = sum;
+    }
 }
 
 void AltDownsampler::resample(const float* in, float* out, uint32_t n) {
-    downsample(history, alt_resample_kernel, in, out, n);
+    constexpr uint32_t PIECE = 32;
+    float window[ResampleHistory::SIZE + 2 * PIECE];
+    std::copy_n(history, ResampleHistory::SIZE, window);
+    for (uint32_t done = 0; done < n; done += PIECE) {
+        const uint32_t length = std::min(PIECE, n - done);
+        std::copy_n(in + size_t(2) * done, 2 * length, window + ResampleHistory::SIZE);
+        const float* newest = window + ResampleHistory::SIZE + 1;
+        for (uint32_t i = 0; i < length; i++)
+            out[done + i] = half_band_sum(newest + size_t(2) * i, 1, alt_resample_kernel);
+        std::copy_n(window + size_t(2) * length, ResampleHistory::SIZE, window);
+    }
+    std::copy_n(window, ResampleHistory::SIZE, history);
 }

@@ -6,8 +6,8 @@
 //   down:  y = sum h[j] (x[-(25 - j)] + x[-j]) after each pair of inputs
 //
 // The kernels are tables of this system (own design).  Their taps add up to 1.394, not to 1, which
-// is part of the sound.  A converter keeps a circular history of 32 samples; without feedback it is
-// always stable.
+// is part of the sound.  A converter keeps a history of 32 samples; without feedback it is always
+// stable.
 
 #pragma once
 
@@ -58,11 +58,12 @@ class Downsampler {
 class AltDownsampler {
   public:
     // Clears the history.
-    void init() { history.clear(); }
+    void init() { *this = AltDownsampler(); }
     // 2n samples in, n out.  `out` may be `in`.
     void resample(const float* in, float* out, uint32_t n);
-    [[nodiscard]] bool is_finite() const { return history.is_finite(); }
+    [[nodiscard]] bool is_finite() const;
 
   private:
-    ResampleHistory history;
+    // Oldest first, and nothing else: the ladder's kernel reads it as a row.
+    float history[ResampleHistory::SIZE] = {};
 };

@@ -7,7 +7,9 @@
 
 #include <cstdint>
 
+#include "softsynth/kernels/biquad_lanes.h"
 #include "softsynth/kernels/crossover.h"
+#include "softsynth/kernels/ladder_lanes.h"
 #include "softsynth/kernels/level_detectors.h"
 #include "softsynth/kernels/oscillator_copies.h"
 #include "softsynth/kernels/reverb_tank.h"

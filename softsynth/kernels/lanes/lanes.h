@@ -1,9 +1,10 @@
 // Vectors of floats whose lanes are independent signals; the only place with compiler vector types.
 //
-// Every operation acts lane by lane exactly like the scalar one: no lane ever sees another but in
-// transpose.  Kernels use NATIVE_LANES at a time (an array of several where one is too little):
-// wider vectors than the instruction set's live in memory.  Only kernel sources include this file;
-// everything is in the namespace of their instruction set (kernel_functions.h).
+// Every operation acts lane by lane exactly like the scalar one: no lane ever sees another. Kernels
+// use NATIVE_LANES at a time (an array of several where one is too little): wider vectors than the
+// instruction set's live in memory.  Only kernel sources include this file; everything is in the
+// namespace of their instruction set (kernel_functions.h).  columns.h moves signals that lie in
+// rows of their own in and out of lanes.
 
 #pragma once
 
@@ -54,6 +55,8 @@ template <int W> struct Lanes {
     friend Lanes operator*(Lanes a, Lanes b) { return {a.v * b.v}; }
     friend Lanes operator/(Lanes a, Lanes b) { return {a.v / b.v}; }
     friend Lanes operator-(Lanes a) { return {-a.v}; }
+    friend Lanes operator+(float a, Lanes b) { return {a + b.v}; }
+    friend Lanes operator*(Lanes a, float b) { return {a.v * b}; }
 
     friend LaneMask<W> operator<(Lanes a, Lanes b) { return {a.v < b.v}; }
     friend LaneMask<W> operator<=(Lanes a, Lanes b) { return {a.v <= b.v}; }
@@ -138,6 +141,12 @@ template <int W> struct Lanes {
     }
     friend Lanes operator-(const Lanes& a) {
         return each([&](int i) { return -a.v[i]; });
+    }
+    friend Lanes operator+(float a, const Lanes& b) {
+        return each([&](int i) { return a + b.v[i]; });
+    }
+    friend Lanes operator*(const Lanes& a, float b) {
+        return each([&](int i) { return a.v[i] * b; });
     }
 
     friend LaneMask<W> operator<(const Lanes& a, const Lanes& b) {
