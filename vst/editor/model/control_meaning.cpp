@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "curves/filter_response.h"
 #include "softsynth/constants.h"
@@ -33,7 +34,7 @@ double filter_depth_index(int p) {
     return mono_filter_depth(p);
 }
 
-const ControlMeaning UNUSED{"\u2013", nullptr, "", {}, false};
+const ControlMeaning UNUSED{"", nullptr, "", {}, false};
 
 ControlMeaning mono_effect_meaning(int type, unsigned parameter) {
     static const ControlMeaning DISTORTION[NUM_PARAMETERS] = {
@@ -297,15 +298,29 @@ std::optional<double> unit_factor(const std::string& unit, std::string_view own)
     }
     if (unit.empty() || own.empty())
         return unit.empty() ? std::optional(1.0) : std::nullopt;
-    // "semitone" for "semitones", "cop" for "copies"
+    if (unit == "st" && own == "semitones")
+        return 1.0;
+    // "semitone" for "semitones", "oct" for "octaves"
     return trimmed_lower(own).starts_with(unit.substr(0, 3)) ? std::optional(1.0) : std::nullopt;
 }
+
+// Long units do not fit below a knob.
+constexpr std::pair<std::string_view, std::string_view> SHORT_UNITS[] = {
+    {" semitones", " st"}, {" semitone", " st"}, {" octaves", " oct"}, {" octave", " oct"}};
 
 double distance(double a, double b) {
     return a == b ? 0.0 : std::abs(a - b);
 }
 
 } // namespace
+
+std::string with_short_unit(std::string text) {
+    for (const auto& [long_unit, short_unit] : SHORT_UNITS) {
+        if (text.ends_with(long_unit))
+            return text.replace(text.size() - long_unit.size(), std::string::npos, short_unit);
+    }
+    return text;
+}
 
 ControlMeaning meaning_of(unsigned number, const ControllerBytes& bytes) {
     unsigned parameter = 0;
@@ -336,7 +351,7 @@ std::string control_text(unsigned number, int byte, const ControllerBytes& bytes
             return meaning.choices[size_t(choice)];
     }
     if (meaning.quantity == nullptr)
-        return controller_display(number, byte);
+        return with_short_unit(controller_display(number, byte));
     const std::string_view unit = meaning.unit;
     if (unit == "samples") // counted, not a time
         return std::to_string(int(meaning.quantity(byte))) + (byte == 0 ? " sample" : " samples");

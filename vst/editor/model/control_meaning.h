@@ -26,6 +26,9 @@ std::string control_label(unsigned number, const ControllerBytes& bytes, const c
 // A value as it is shown; of list choices the label.
 std::string control_text(unsigned number, int byte, const ControllerBytes& bytes);
 
+// The text with the short form of its unit: "0.5 st" for "0.5 semitones".
+std::string with_short_unit(std::string text);
+
 // The value that `text` means, in the unit in which `bytes` shows it now or in the one that it
 // names ("1.2 k", "80 ms", "-inf"), or a label or its start; nothing when it means none.
 std::optional<int> parse_control(unsigned number, std::string_view text,

@@ -1,0 +1,184 @@
+// Tests of the editor as a whole: its pages, and what the pointer and the keys do.
+
+#include "vst/editor/view/editor_view.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "common/load_string.h"
+#include "tests/temp_directory.h"
+#include "vst/editor/model/bank_synth.h"
+#include "vst/editor/pictures/picture.h"
+
+namespace {
+
+class EditorViewTest : public testing::Test {
+  protected:
+    // The widget that sets exactly that controller, and the page with it in front.
+    Point find(unsigned number) {
+        for (unsigned page = 0; page < view.get_pages().size(); page++) {
+            for (const auto& widget : view.get_pages()[page].widgets) {
+                if (widget->controllers() == std::vector<unsigned>{number}) {
+                    view.show_page(page);
+                    return widget->get_area().center();
+                }
+            }
+        }
+        ADD_FAILURE() << "no widget for " << number;
+        return {};
+    }
+
+    void press(Point at, bool right = false) {
+        view.press({at, right ? Pointer::Button::RIGHT : Pointer::Button::LEFT});
+    }
+    void click(Point at) {
+        press(at);
+        view.release({at, Pointer::Button::LEFT});
+        view.idle(1.0);
+    }
+    void type(const std::string& text) {
+        for (const char c : text)
+            view.press_key({Key::CHARACTER, uint32_t(c)});
+        view.press_key({Key::ENTER});
+    }
+    int value(unsigned number) { return view.get_model().value(number); }
+    void draw() { view.draw(picture.context(), 1.0); }
+
+    TempDirectory directory;
+    BankSynth synth;
+    EditorView view{synth, directory.path("editor.conf")};
+    Picture picture{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+};
+
+TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
+    std::set<unsigned> shown;
+    const Rect window{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT};
+    for (const Page& page : view.get_pages()) {
+        for (const auto& widget : page.widgets) {
+            const Rect area = widget->get_area();
+            EXPECT_TRUE(window.contains({area.x, area.y}) &&
+                        window.contains({area.right(), area.bottom()}))
+                << page.title;
+            if (widget->controllers().size() == 1)
+                shown.insert(widget->controllers()[0]);
+            for (const auto& other : page.widgets) {
+                const Rect& b = other->get_area();
+                const bool is_apart = area.right() <= b.x + 0.5 || b.right() <= area.x + 0.5 ||
+                                      area.bottom() <= b.y + 0.5 || b.bottom() <= area.y + 0.5;
+                const bool is_text = widget->controllers().empty() || other->controllers().empty();
+                EXPECT_TRUE(widget == other || is_text || is_apart)
+                    << page.title << " " << area.x << "," << area.y << " " << b.x << "," << b.y;
+            }
+        }
+    }
+    for (const ControllerInfo& info : controller_rows())
+        EXPECT_TRUE(shown.contains(info.number)) << info.key;
+}
+
+TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
+    const Point knob = find(CTRL_FILTER1_CUTOFF);
+    const int start = value(CTRL_FILTER1_CUTOFF);
+    press(knob);
+    view.move({{knob.x, knob.y - 60}});
+    const int dragged = value(CTRL_FILTER1_CUTOFF);
+    EXPECT_NEAR(dragged, start + 42, 2);
+    Pointer fine{{knob.x, knob.y - 120}};
+    fine.shift = true;
+    view.move(fine);
+    EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 4, 2);
+    view.release({knob, Pointer::Button::LEFT});
+    view.idle(1.0);
+    view.wheel({knob}, 1.0);
+    EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 6, 2);
+    press(knob);
+    view.release({knob, Pointer::Button::LEFT});
+    press(knob);
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+    view.get_model().undo();
+    view.get_model().undo();
+    view.get_model().undo();
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+    EXPECT_EQ(view.get_model().undo_name(), "");
+}
+
+TEST_F(EditorViewTest, AValueIsTypedAndNonsenseRefused) {
+    const Point knob = find(CTRL_OSC1_COARSE_TUNE);
+    const Point number{knob.x, knob.y + 30};
+    EXPECT_FALSE(view.press_key({Key::CHARACTER, 'a'})) << "keys belong to the host";
+    click(number);
+    ASSERT_TRUE(view.takes_text());
+    type("-12");
+    EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
+    EXPECT_FALSE(view.takes_text());
+    click(number);
+    type("twelve");
+    EXPECT_TRUE(view.takes_text()) << "the field stays";
+    draw();
+    view.press_key({Key::ESCAPE});
+    EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
+    EXPECT_FALSE(view.takes_text());
+}
+
+TEST_F(EditorViewTest, CopyAndPasteGoByTheRightButton) {
+    view.get_model().set_value(CTRL_OSC1_SPREAD, 99);
+    press(find(CTRL_OSC1_SPREAD), true);
+    for (const Key key : {Key::DOWN, Key::DOWN, Key::ENTER})
+        view.press_key({key});
+    press(find(CTRL_OSC2_SPREAD), true);
+    draw();
+    for (const Key key : {Key::DOWN, Key::DOWN, Key::DOWN, Key::ENTER})
+        view.press_key({key});
+    EXPECT_EQ(value(CTRL_OSC2_SPREAD), 99);
+}
+
+TEST_F(EditorViewTest, TheKeyboardReachesEveryControl) {
+    view.set_keyboard_navigation(true);
+    view.show_page(0);
+    bool is_reached = false;
+    const int start = value(CTRL_PORTAMENTO_TIME);
+    for (int i = 0; i < 100 && !is_reached; i++) {
+        view.press_key({Key::TAB});
+        view.press_key({Key::UP});
+        is_reached = value(CTRL_PORTAMENTO_TIME) != start;
+    }
+    EXPECT_TRUE(is_reached);
+    view.press_key({Key::CHARACTER, 'z', false, true});
+    EXPECT_EQ(value(CTRL_PORTAMENTO_TIME), start);
+}
+
+TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) {
+    const std::string path = directory.path("sound.tqi");
+    view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
+                          view.show_message(view.get_model().export_instrument(chosen, 0));
+                      }});
+    view.press_key({Key::ENTER});
+    std::string text;
+    ASSERT_EQ(load_file_to_string(path, text), 0);
+    ASSERT_EQ(save_file_to_string(path, "broken"), 0);
+    for (const bool is_yes : {false, true}) {
+        view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
+                              view.show_message(view.get_model().export_instrument(chosen, 0));
+                          }});
+        view.press_key({Key::ENTER});
+        draw();
+        view.press_key({is_yes ? Key::ENTER : Key::ESCAPE});
+        std::string now;
+        load_file_to_string(path, now);
+        EXPECT_EQ(now, is_yes ? text : "broken");
+    }
+}
+
+TEST_F(EditorViewTest, TheScaleIsRemembered) {
+    double told = 0.0;
+    view.on_scale = [&](double scale) { told = scale; };
+    click({WINDOW_WIDTH - 40, 20});
+    draw();
+    view.press_key({Key::END});
+    for (const Key key : {Key::DOWN, Key::ENTER})
+        view.press_key({key});
+    EXPECT_EQ(told, 1.25);
+    EXPECT_EQ(EditorView(synth, directory.path("editor.conf")).get_scale(), 1.25);
+}
+
+} // namespace

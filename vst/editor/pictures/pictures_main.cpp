@@ -1,0 +1,144 @@
+// Draws every page of the editor into PNG files, without a display, and compares them with stored
+// ones.
+//
+//     tarquil_editor_pictures write FOLDER BANK.tqb            all pages, for looking at
+//     tarquil_editor_pictures check STORED BANK.tqb OUT        differences beyond the tolerance
+//     tarquil_editor_pictures update STORED BANK.tqb           new stored pictures
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "instrument/checked_load.h"
+#include "vst/editor/model/bank_synth.h"
+#include "vst/editor/pictures/picture.h"
+#include "vst/editor/view/editor_view.h"
+
+namespace {
+
+// A page with the demo bank's program or the built-in sound behind it.
+struct Scene {
+    std::string name;
+    unsigned page = 0;
+    bool is_demo = false;
+    double scale = 1.0;
+};
+
+void set_meters(BankSynth& synth) {
+    synth.meters.voices = 12;
+    synth.meters.active_channels = 0x000B;
+    synth.meters.peaks = {0.6F, 0.35F};
+    synth.meters.band_levels = {0.5F, 0.2F, 0.1F, 0.02F};
+    synth.meters.band_gains = {0.5F, 0.8F, 1.0F, 1.0F};
+}
+
+std::string file_name(const std::string& title) {
+    std::string name;
+    for (const char c : title) {
+        if (c >= 'A' && c <= 'Z')
+            name.push_back(char(c - 'A' + 'a'));
+        else
+            name.push_back(c >= 'a' && c <= 'z' ? c : '-');
+    }
+    return name;
+}
+
+std::vector<Scene> make_scenes(bool all_scales) {
+    std::vector<Scene> scenes;
+    BankSynth synth;
+    const EditorView view(synth, "");
+    for (unsigned page = 0; page < view.get_pages().size(); page++) {
+        const std::string name = file_name(view.get_pages()[page].title);
+        scenes.push_back({"demo-" + name, page, true, 1.0});
+        scenes.push_back({"default-" + name, page, false, 1.0});
+        if (all_scales)
+            scenes.push_back({"double-" + name, page, true, 2.0});
+    }
+    return scenes;
+}
+
+// The program that has most switched on, so that every plot has something to show.
+unsigned busiest_program(const TarqSettings& bank) {
+    constexpr unsigned SWITCHES[] = {CTRL_CHANFX1_TYPE,
+                                     CTRL_CHANFX1B_TYPE,
+                                     CTRL_CHANFX2_TYPE,
+                                     CTRL_FILTER1_TYPE,
+                                     CTRL_CHAN_FILTER1_TYPE,
+                                     CTRL_CHAN_FILTER2_TYPE,
+                                     CTRL_OSC1_INFLUENCE_SOURCE,
+                                     CTRL_CUTOFF1_INFLUENCE1_SOURCE,
+                                     CTRL_CUTOFF1_INFLUENCE2_SOURCE,
+                                     CTRL_OSC2_INFLUENCE_SOURCE};
+    unsigned busiest = 0;
+    long most = -1;
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const ControllerBytes& bytes = bank.get_instrument(i).get_bytes();
+        const long num_on = std::count_if(std::begin(SWITCHES), std::end(SWITCHES),
+                                          [&](unsigned number) { return bytes[number] != 0; });
+        if (num_on > most) {
+            busiest = i;
+            most = num_on;
+        }
+    }
+    return busiest;
+}
+
+Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
+    BankSynth synth;
+    if (scene.is_demo) {
+        synth.bank = demo;
+        synth.program = busiest_program(demo);
+        set_meters(synth);
+    }
+    EditorView view(synth, "");
+    view.show_page(scene.page);
+    view.idle(0.0);
+    Picture picture(int(WINDOW_WIDTH * scene.scale), int(WINDOW_HEIGHT * scene.scale));
+    view.draw(picture.context(), scene.scale); // asks for the responses
+    view.wait_for_responses();
+    view.draw(picture.context(), scene.scale);
+    return picture;
+}
+
+int fail(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.size() < 3)
+        return fail("usage: tarquil_editor_pictures write|check|update FOLDER BANK.tqb [OUT]");
+    const std::string& mode = arguments[0];
+    const std::string& folder = arguments[1];
+    const auto demo = std::make_unique<TarqSettings>();
+    if (load_bank_checked(*demo, arguments[2]) != 0)
+        return fail(arguments[2] + ": cannot be loaded");
+    std::error_code error;
+    std::filesystem::create_directories(
+        mode == "check" && arguments.size() > 3 ? arguments[3] : folder, error);
+    int num_different = 0;
+    for (const Scene& scene : make_scenes(mode == "write")) {
+        const Picture picture = draw_scene(scene, *demo);
+        const std::string path = folder + "/" + scene.name + ".png";
+        if (mode != "check") {
+            if (!(mode == "update" ? picture.halved().save(path) : picture.save(path)))
+                return fail(path + ": cannot be written");
+            continue;
+        }
+        const Picture small = picture.halved();
+        const std::string difference = small.compare(Picture::load(path));
+        if (difference.empty())
+            continue;
+        num_different++;
+        std::fprintf(stderr, "%s: %s\n", scene.name.c_str(), difference.c_str());
+        if (arguments.size() > 3 && !small.save(arguments[3] + "/" + scene.name + ".png"))
+            return fail(arguments[3] + ": cannot be written into");
+    }
+    return num_different == 0 ? 0 : 1;
+}

@@ -1,0 +1,290 @@
+// The whole editor as a picture that takes input.
+
+#include "vst/editor/view/editor_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "vst/editor/pages/pages.h"
+#include "vst/editor/view/header.h"
+#include "vst/editor/view/tabs.h"
+#include "vst/editor/view/tooltip.h"
+#include "vst/editor/widgets/file_browser.h"
+
+namespace {
+
+constexpr double TOOLTIP_DELAY = 0.6;      // seconds
+constexpr double DOUBLE_CLICK = 0.35;      // seconds
+constexpr double DOUBLE_CLICK_REACH = 5.0; // units
+constexpr double LIGHT_SECONDS = 0.25;
+constexpr double STATUS_HEIGHT = 24.0;
+
+constexpr const char* HELP =
+    "Drag or wheel to change, Shift for fine steps, double click for the default, "
+    "right click for more, click a number to type it";
+
+bool is_widget_of(const Page& page, const Widget* wanted) {
+    return std::any_of(page.widgets.begin(), page.widgets.end(),
+                       [&](const auto& widget) { return widget.get() == wanted; });
+}
+
+} // namespace
+
+EditorView::EditorView(EditorSynth& synth, std::string path)
+    : model(synth), settings_path(std::move(path)), settings(load_editor_settings(settings_path)),
+      pages(make_pages()) {
+    view_state.selected_slot = model.get_state().program;
+    HeaderControls controls;
+    controls.meter = &level_meter;
+    controls.clear_clip = [this] { level_meter.clear_clip(); };
+    controls.channel_lights = channel_lights.data();
+    controls.get_scale = [this] { return settings.scale; };
+    controls.set_scale = [this](double scale) { set_scale(scale); };
+    header = make_header(controls);
+    add_tabs(
+        header, pages, [this] { return current_page; },
+        [this](unsigned index) { show_page(index); });
+}
+
+EditorView::~EditorView() {
+    model.end_gesture();
+}
+
+void EditorView::show_page(unsigned index) {
+    if (index >= pages.size())
+        return;
+    model.end_gesture();
+    current_page = index;
+    hovered = nullptr;
+    pressed = nullptr;
+    if (!is_widget_of(header, focused))
+        focused = nullptr;
+    is_changed = true;
+}
+
+void EditorView::wait_for_responses() {
+    responses.wait();
+    responses.refresh();
+}
+
+void EditorView::open_overlay(std::unique_ptr<Overlay> overlay) {
+    overlays.push_back(std::move(overlay));
+}
+
+void EditorView::choose_file(FileRequest request) {
+    open_overlay(std::make_unique<FileBrowser>(*this, std::move(request), settings.folder,
+                                               [this](const std::string& folder) {
+                                                   settings.folder = folder;
+                                                   save_settings();
+                                               }));
+}
+
+void EditorView::save_settings() {
+    if (!settings_path.empty() && !save_editor_settings(settings_path, settings))
+        show_message(settings_path + ": cannot be written");
+}
+
+void EditorView::set_scale(double scale) {
+    settings.scale = scale;
+    save_settings();
+    if (on_scale)
+        on_scale(scale);
+}
+
+Widget* EditorView::widget_at(Point at) {
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->get_area().contains(at))
+                return widget.get();
+        }
+    }
+    return nullptr;
+}
+
+WidgetState EditorView::state_of(const Widget* widget) const {
+    const bool is_free = overlays.empty();
+    return {is_free && widget == hovered && (pressed == nullptr || pressed == widget),
+            widget == pressed, is_free && has_keyboard && widget == focused};
+}
+
+void EditorView::draw_page(Canvas& canvas) {
+    canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND);
+    canvas.fill({0, 0, WINDOW_WIDTH, HEADER_HEIGHT}, theme::HEADER);
+    for (const Panel& panel : pages[current_page].panels) {
+        canvas.fill(panel.area, theme::PANEL, 6);
+        canvas.text({panel.area.x + 12, panel.area.y + 6, panel.area.w - 24, 20}, panel.title,
+                    {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
+    }
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets)
+            widget->draw(canvas, *this, state_of(widget.get()));
+    }
+}
+
+void EditorView::draw_tooltip(Canvas& canvas) {
+    if (still_for < TOOLTIP_DELAY || hovered == nullptr || pressed != nullptr || !overlays.empty())
+        return;
+    const std::string text = hovered->tooltip(*this);
+    if (!text.empty())
+        draw_tooltip_box(canvas, pointer_at, text);
+}
+
+void EditorView::draw(cairo_t* context, double scale) {
+    Canvas canvas(context, scale);
+    draw_page(canvas);
+    const Rect status{14, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - 28, STATUS_HEIGHT};
+    canvas.text(status, message.empty() ? HELP : message,
+                {theme::SMALL, message.empty() ? theme::TEXT_DIM : theme::WARM});
+    for (const auto& overlay : overlays)
+        overlay->draw(canvas);
+    draw_tooltip(canvas);
+    is_changed = false;
+}
+
+bool EditorView::update_meters(double seconds) {
+    const EditorMeters now = model.get_synth().read_meters();
+    bool is_new = now.voices != meters.voices || now.band_levels != meters.band_levels ||
+                  now.band_gains != meters.band_gains;
+    meters = now;
+    const LevelMeter before = level_meter;
+    level_meter.update(now.peaks, seconds);
+    for (unsigned side = 0; side < 2; side++)
+        is_new = is_new || before.get_level(side) != level_meter.get_level(side) ||
+                 before.get_hold(side) != level_meter.get_hold(side);
+    for (unsigned channel = 0; channel < channel_lights.size(); channel++) {
+        double& light = channel_lights[channel];
+        const double last = light;
+        const bool has_note = (now.active_channels >> channel & 1U) != 0;
+        light = has_note ? 1.0 : std::max(0.0, light - seconds / LIGHT_SECONDS);
+        is_new = is_new || light != last;
+    }
+    return is_new;
+}
+
+bool EditorView::idle(double seconds) {
+    since_press += seconds;
+    const bool had_tooltip = still_for >= TOOLTIP_DELAY;
+    still_for += seconds;
+    const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
+    const bool is_model_new = model.refresh();
+    const bool is_response_new = responses.refresh();
+    const bool is_meter_new = update_meters(seconds);
+    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_meter_new;
+    return is_changed;
+}
+
+void EditorView::drop_finished_overlays() {
+    std::erase_if(overlays, [](const auto& overlay) { return overlay->is_done(); });
+}
+
+void EditorView::press(Pointer pointer) {
+    is_changed = true;
+    still_for = 0.0;
+    pointer_at = pointer.at;
+    message.clear();
+    const double way = std::hypot(pointer.at.x - last_press.x, pointer.at.y - last_press.y);
+    pointer.is_double = pointer.button == Pointer::Button::LEFT && since_press < DOUBLE_CLICK &&
+                        way < DOUBLE_CLICK_REACH;
+    since_press = pointer.is_double ? DOUBLE_CLICK : 0.0;
+    last_press = pointer.at;
+    if (!overlays.empty()) {
+        overlays.back()->press(pointer);
+        drop_finished_overlays();
+        return;
+    }
+    if (pressed != nullptr)
+        return;
+    Widget* widget = widget_at(pointer.at);
+    hovered = widget;
+    if (widget == nullptr)
+        return;
+    if (widget->takes_focus())
+        focused = widget;
+    if (widget->press(*this, pointer))
+        pressed = widget;
+}
+
+void EditorView::move(const Pointer& pointer) {
+    is_changed = true;
+    still_for = 0.0;
+    pointer_at = pointer.at;
+    if (!overlays.empty()) {
+        overlays.back()->move(pointer);
+        return;
+    }
+    if (pressed != nullptr) {
+        pressed->drag(*this, pointer);
+        return;
+    }
+    hovered = widget_at(pointer.at);
+    if (hovered != nullptr)
+        hovered->hover(*this, pointer.at);
+}
+
+void EditorView::release(const Pointer& pointer) {
+    if (pressed == nullptr || pointer.button != Pointer::Button::LEFT)
+        return;
+    is_changed = true;
+    pressed->release(*this);
+    pressed = nullptr;
+    hovered = widget_at(pointer.at);
+}
+
+void EditorView::wheel(const Pointer& pointer, double steps) {
+    is_changed = true;
+    if (!overlays.empty()) {
+        overlays.back()->wheel(pointer, steps);
+        return;
+    }
+    Widget* widget = widget_at(pointer.at);
+    if (widget != nullptr && pressed == nullptr)
+        widget->wheel(*this, pointer, steps);
+}
+
+void EditorView::leave() {
+    if (pressed == nullptr)
+        hovered = nullptr;
+    is_changed = true;
+}
+
+void EditorView::move_focus(int steps) {
+    std::vector<Widget*> order;
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->takes_focus())
+                order.push_back(widget.get());
+        }
+    }
+    const auto found = std::find(order.begin(), order.end(), focused);
+    const auto size = int(order.size());
+    int index = int(found - order.begin());
+    if (found == order.end())
+        index = steps > 0 ? -1 : 0;
+    focused = order[size_t((index + steps + size) % size)];
+}
+
+bool EditorView::press_key(const KeyPress& key) {
+    if (!overlays.empty()) {
+        is_changed = true;
+        overlays.back()->press_key(key);
+        drop_finished_overlays();
+        return true;
+    }
+    if (!has_keyboard)
+        return false;
+    is_changed = true;
+    message.clear();
+    if (key.key == Key::TAB) {
+        move_focus(key.shift ? -1 : 1);
+        return true;
+    }
+    const bool is_z = key.character == 'z' || key.character == 'Z';
+    if (key.key == Key::CHARACTER && key.control && is_z) {
+        if (key.shift)
+            model.redo();
+        else
+            model.undo();
+        return true;
+    }
+    return focused != nullptr && focused->press_key(*this, key);
+}

@@ -1,0 +1,23 @@
+// The output's level with its peak hold and clip light.
+
+#pragma once
+
+#include <functional>
+
+#include "vst/editor/ui/level_meter.h"
+#include "vst/editor/ui/widget.h"
+
+class OutputMeter : public Widget {
+  public:
+    OutputMeter(const Rect& widget_area, const LevelMeter& shown, std::function<void()> on_clear)
+        : Widget(widget_area), meter(shown), clear(std::move(on_clear)) {}
+
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
+    bool press(UiHost& host, const Pointer& pointer) override;
+    std::string tooltip(UiHost& host) override;
+    [[nodiscard]] bool takes_focus() const override { return false; }
+
+  private:
+    const LevelMeter& meter;
+    const std::function<void()> clear;
+};
