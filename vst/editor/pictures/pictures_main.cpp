@@ -15,7 +15,7 @@
 #include "instrument/checked_load.h"
 #include "vst/editor/model/bank_synth.h"
 #include "vst/editor/pictures/picture.h"
-#include "vst/editor/view/editor_view.h"
+#include "vst/editor/ui/editor_view.h"
 
 namespace {
 
@@ -49,7 +49,9 @@ std::string file_name(const std::string& title) {
 std::vector<Scene> make_scenes(bool all_scales) {
     std::vector<Scene> scenes;
     BankSynth synth;
-    const EditorView view(synth, "");
+    EditorModel model(synth);
+    EditorSettings settings;
+    const EditorView view(model, settings, false);
     for (unsigned page = 0; page < view.get_pages().size(); page++) {
         const std::string name = file_name(view.get_pages()[page].title);
         scenes.push_back({"demo-" + name, page, true, 1.0});
@@ -93,13 +95,17 @@ Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
         synth.program = busiest_program(demo);
         set_meters(synth);
     }
-    EditorView view(synth, "");
+    EditorModel model(synth);
+    EditorSettings settings;
+    settings.scale = scene.scale;
+    EditorView view(model, settings, false);
     view.show_page(scene.page);
-    view.idle(0.0);
+    view.tick(0.0);
     Picture picture(int(WINDOW_WIDTH * scene.scale), int(WINDOW_HEIGHT * scene.scale));
-    view.draw(picture.context(), scene.scale); // asks for the responses
+    cairo_scale(picture.context(), scene.scale, scene.scale);
+    view.draw(picture.context()); // asks for the responses
     view.wait_for_responses();
-    view.draw(picture.context(), scene.scale);
+    view.draw(picture.context());
     return picture;
 }
 

@@ -27,9 +27,8 @@ void pop_character(std::string& text) {
         text.pop_back();
 }
 
-Canvas::Canvas(cairo_t* context, double scale) : cr(context) {
+Canvas::Canvas(cairo_t* context) : cr(context) {
     cairo_save(cr);
-    cairo_scale(cr, scale, scale);
     cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
     cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
     cairo_font_options_t* options = cairo_font_options_create();

@@ -24,8 +24,8 @@ struct TextStyle {
 
 class Canvas {
   public:
-    // Everything is drawn `scale` times larger.  The context is left as it was.
-    Canvas(cairo_t* context, double scale);
+    // The context is scaled to the editor's units, and left as it was.
+    explicit Canvas(cairo_t* context);
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
     ~Canvas();

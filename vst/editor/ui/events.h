@@ -3,15 +3,18 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "vst/editor/ui/geometry.h"
 
-struct Pointer {
-    Point at;
-    enum class Button { NONE, LEFT, RIGHT } button = Button::NONE;
+// A pointer event, in the editor's own units.
+struct PointerEvent {
+    double x = 0.0;
+    double y = 0.0;
+    int button = 1; // 1 left, 2 middle, 3 right
     bool shift = false;
     bool control = false;
-    bool is_double = false; // the second press of a double click
+    uint32_t time_ms = 0; // of any clock
 };
 
 enum class Key {
@@ -20,7 +23,7 @@ enum class Key {
     ESCAPE,
     TAB,
     BACKSPACE,
-    DELETE,
+    DEL,
     LEFT,
     RIGHT,
     UP,
@@ -31,9 +34,18 @@ enum class Key {
     END,
 };
 
-struct KeyPress {
+struct KeyEvent {
     Key key = Key::CHARACTER;
-    uint32_t character = 0; // Unicode, of CHARACTER
+    std::string text; // UTF-8, of CHARACTER
     bool shift = false;
     bool control = false;
+};
+
+// What widgets get of a pointer event.
+struct Pointer {
+    Point at;
+    enum class Button { NONE, LEFT, MIDDLE, RIGHT } button = Button::NONE;
+    bool shift = false;
+    bool control = false;
+    bool is_double = false; // the second press of a double click
 };

@@ -16,7 +16,7 @@ class Overlay {
     virtual void press(const Pointer& pointer) = 0;
     virtual void move(const Pointer& /*pointer*/) {}
     virtual void wheel(const Pointer& /*pointer*/, double /*steps*/) {}
-    virtual void press_key(const KeyPress& key) = 0;
+    virtual void press_key(const KeyEvent& key) = 0;
 
     // True while it wants characters typed by the user.
     [[nodiscard]] virtual bool takes_text() const { return false; }

@@ -10,24 +10,8 @@ bool is_continuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-std::string utf8(uint32_t c) {
-    std::string bytes;
-    if (c < 0x80) {
-        bytes.push_back(char(c));
-    } else if (c < 0x800) {
-        bytes.push_back(char(0xC0U | c >> 6U));
-        bytes.push_back(char(0x80U | (c & 0x3FU)));
-    } else if (c < 0x10000) {
-        bytes.push_back(char(0xE0U | c >> 12U));
-        bytes.push_back(char(0x80U | (c >> 6U & 0x3FU)));
-        bytes.push_back(char(0x80U | (c & 0x3FU)));
-    } else if (c < 0x110000) {
-        bytes.push_back(char(0xF0U | c >> 18U));
-        bytes.push_back(char(0x80U | (c >> 12U & 0x3FU)));
-        bytes.push_back(char(0x80U | (c >> 6U & 0x3FU)));
-        bytes.push_back(char(0x80U | (c & 0x3FU)));
-    }
-    return bytes;
+bool is_control(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
 }
 
 size_t before(const std::string& text, size_t position) {
@@ -56,8 +40,7 @@ void TextEdit::replace_selection() {
     all_selected = false;
 }
 
-void TextEdit::insert(uint32_t character) {
-    const std::string bytes = utf8(character);
+void TextEdit::insert(const std::string& bytes) {
     replace_selection();
     if (text.size() + bytes.size() > MAX_LENGTH)
         return;
@@ -65,16 +48,16 @@ void TextEdit::insert(uint32_t character) {
     cursor += bytes.size();
 }
 
-bool TextEdit::press_key(const KeyPress& key) {
+bool TextEdit::press_key(const KeyEvent& key) {
     switch (key.key) {
     case Key::CHARACTER:
-        if (key.control && (key.character == 'a' || key.character == 'A')) {
+        if (key.control && (key.text == "a" || key.text == "A")) {
             all_selected = true;
             return true;
         }
-        if (key.control || key.character < ' ' || key.character == 0x7F)
+        if (key.control || key.text.empty() || is_control(key.text.front()))
             return false;
-        insert(key.character);
+        insert(key.text);
         return true;
     case Key::BACKSPACE:
         if (!all_selected) {
@@ -84,7 +67,7 @@ bool TextEdit::press_key(const KeyPress& key) {
         }
         replace_selection();
         return true;
-    case Key::DELETE:
+    case Key::DEL:
         if (!all_selected)
             text.erase(cursor, behind(text, cursor) - cursor);
         replace_selection();

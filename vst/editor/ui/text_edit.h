@@ -15,14 +15,14 @@ class TextEdit {
     [[nodiscard]] const std::string& get_text() const { return text; }
 
     // False for a key that means nothing here.
-    bool press_key(const KeyPress& key);
+    bool press_key(const KeyEvent& key);
 
     void draw(Canvas& canvas, const Rect& area, bool is_active) const;
 
     static constexpr size_t MAX_LENGTH = 1000; // bytes
 
   private:
-    void insert(uint32_t character);
+    void insert(const std::string& bytes);
     void replace_selection();
 
     std::string text; // UTF-8

@@ -32,7 +32,7 @@ class Widget {
     virtual void hover(UiHost& /*host*/, Point /*at*/) {}
     virtual void wheel(UiHost& /*host*/, const Pointer& /*pointer*/, double /*steps*/) {}
     // False for a key that means nothing here.
-    virtual bool press_key(UiHost& /*host*/, const KeyPress& /*key*/) { return false; }
+    virtual bool press_key(UiHost& /*host*/, const KeyEvent& /*key*/) { return false; }
 
     // Empty for none.
     virtual std::string tooltip(UiHost& /*host*/) { return ""; }

@@ -37,7 +37,7 @@ bool ChannelBox::press(UiHost& host, const Pointer& /*pointer*/) {
     return false;
 }
 
-bool ChannelBox::press_key(UiHost& host, const KeyPress& key) {
+bool ChannelBox::press_key(UiHost& host, const KeyEvent& key) {
     if (key.key != Key::ENTER)
         return false;
     open(host);

@@ -34,9 +34,9 @@ class Tab : public Widget {
         return false;
     }
 
-    bool press_key(UiHost& /*host*/, const KeyPress& key) override {
+    bool press_key(UiHost& /*host*/, const KeyEvent& key) override {
         const bool is_press =
-            key.key == Key::ENTER || (key.key == Key::CHARACTER && key.character == ' ');
+            key.key == Key::ENTER || (key.key == Key::CHARACTER && key.text == " ");
         if (is_press)
             show(index);
         return is_press;

@@ -22,9 +22,8 @@ bool Button::press(UiHost& host, const Pointer& pointer) {
     return false;
 }
 
-bool Button::press_key(UiHost& host, const KeyPress& key) {
-    const bool is_press =
-        key.key == Key::ENTER || (key.key == Key::CHARACTER && key.character == ' ');
+bool Button::press_key(UiHost& host, const KeyEvent& key) {
+    const bool is_press = key.key == Key::ENTER || (key.key == Key::CHARACTER && key.text == " ");
     if (is_press && look(host).is_enabled)
         action(host);
     return is_press;

@@ -76,9 +76,8 @@ bool SwitchBox::press(UiHost& host, const Pointer& pointer) {
     return ControlWidget::press(host, pointer);
 }
 
-bool SwitchBox::press_key(UiHost& host, const KeyPress& key) {
-    const bool is_press =
-        key.key == Key::ENTER || (key.key == Key::CHARACTER && key.character == ' ');
+bool SwitchBox::press_key(UiHost& host, const KeyEvent& key) {
+    const bool is_press = key.key == Key::ENTER || (key.key == Key::CHARACTER && key.text == " ");
     if (is_press)
         toggle(host);
     return is_press || ControlWidget::press_key(host, key);

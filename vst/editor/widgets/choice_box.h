@@ -21,7 +21,7 @@ class SwitchBox : public ControlWidget {
     using ControlWidget::ControlWidget;
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
-    bool press_key(UiHost& host, const KeyPress& key) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
 
   private:
     void toggle(UiHost& host);

@@ -81,7 +81,7 @@ void ControlWidget::wheel(UiHost& host, const Pointer& pointer, double steps) {
     step(host, int(std::lround(steps * size)));
 }
 
-bool ControlWidget::press_key(UiHost& host, const KeyPress& key) {
+bool ControlWidget::press_key(UiHost& host, const KeyEvent& key) {
     switch (key.key) {
     case Key::UP:
     case Key::RIGHT:
@@ -103,7 +103,7 @@ bool ControlWidget::press_key(UiHost& host, const KeyPress& key) {
     case Key::END:
         step(host, 127);
         return true;
-    case Key::DELETE:
+    case Key::DEL:
         reset_control(host.get_model(), number);
         return true;
     case Key::ENTER:

@@ -14,7 +14,7 @@ class ControlWidget : public Widget {
     void drag(UiHost& host, const Pointer& pointer) override;
     void release(UiHost& host) override;
     void wheel(UiHost& host, const Pointer& pointer, double steps) override;
-    bool press_key(UiHost& host, const KeyPress& key) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] std::vector<unsigned> controllers() const override { return {number}; }
 

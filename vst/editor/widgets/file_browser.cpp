@@ -172,7 +172,7 @@ void FileBrowser::wheel(const Pointer& /*pointer*/, double steps) {
     first = size_t(std::clamp(double(first) - steps * ROWS_PER_STEP, 0.0, double(last)));
 }
 
-void FileBrowser::press_key(const KeyPress& key) {
+void FileBrowser::press_key(const KeyEvent& key) {
     switch (key.key) {
     case Key::ESCAPE:
         finish();

@@ -19,7 +19,7 @@ class FileBrowser : public Overlay {
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;
     void wheel(const Pointer& pointer, double steps) override;
-    void press_key(const KeyPress& key) override;
+    void press_key(const KeyEvent& key) override;
     [[nodiscard]] bool takes_text() const override { return true; }
 
   private:

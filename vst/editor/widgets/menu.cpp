@@ -123,7 +123,7 @@ void Menu::move(const Pointer& pointer) {
         current = row;
 }
 
-void Menu::press_key(const KeyPress& key) {
+void Menu::press_key(const KeyEvent& key) {
     const auto step = [&](size_t rows_on, bool forward) {
         if (rows.empty())
             return;

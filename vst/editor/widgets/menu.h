@@ -24,7 +24,7 @@ class Menu : public Overlay {
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;
     void move(const Pointer& pointer) override;
-    void press_key(const KeyPress& key) override;
+    void press_key(const KeyEvent& key) override;
     [[nodiscard]] bool takes_text() const override { return has_search_field; }
 
   private:

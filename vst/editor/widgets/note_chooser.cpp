@@ -52,7 +52,7 @@ void NoteChooser::wheel(UiHost& host, const Pointer& pointer, double steps) {
     step(host, int(std::lround(steps)) * (pointer.shift ? NOTES_IN_OCTAVE : 1));
 }
 
-bool NoteChooser::press_key(UiHost& host, const KeyPress& key) {
+bool NoteChooser::press_key(UiHost& host, const KeyEvent& key) {
     const bool is_up = key.key == Key::UP || key.key == Key::RIGHT;
     if (!is_up && key.key != Key::DOWN && key.key != Key::LEFT)
         return false;

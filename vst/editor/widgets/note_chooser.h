@@ -11,7 +11,7 @@ class NoteChooser : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     void drag(UiHost& host, const Pointer& pointer) override;
     void wheel(UiHost& host, const Pointer& pointer, double steps) override;
-    bool press_key(UiHost& host, const KeyPress& key) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& /*host*/) override {
         return "The note that is drawn; it does not change the sound\nDrag, or use the wheel";
     }

@@ -37,7 +37,7 @@ void Question::press(const Pointer& pointer) {
         yes();
 }
 
-void Question::press_key(const KeyPress& key) {
+void Question::press_key(const KeyEvent& key) {
     if (key.key == Key::ENTER || key.key == Key::ESCAPE)
         finish();
     if (key.key == Key::ENTER)

@@ -14,7 +14,7 @@ class Question : public Overlay {
 
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;
-    void press_key(const KeyPress& key) override;
+    void press_key(const KeyEvent& key) override;
 
   private:
     const std::string text;

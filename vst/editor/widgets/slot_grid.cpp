@@ -81,7 +81,7 @@ void SlotGrid::hover(UiHost& /*host*/, Point at) {
     hovered = slot_at(at);
 }
 
-bool SlotGrid::press_key(UiHost& host, const KeyPress& key) {
+bool SlotGrid::press_key(UiHost& host, const KeyEvent& key) {
     unsigned& selected = host.get_view_state().selected_slot;
     int moved = int(selected);
     switch (key.key) {

@@ -13,7 +13,7 @@ class SlotGrid : public Widget {
     void drag(UiHost& host, const Pointer& pointer) override;
     void release(UiHost& host) override;
     void hover(UiHost& host, Point at) override;
-    bool press_key(UiHost& host, const KeyPress& key) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
 
   private:

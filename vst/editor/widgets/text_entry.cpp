@@ -20,7 +20,7 @@ void TextEntry::press(const Pointer& pointer) {
         take(edit.get_text());
 }
 
-void TextEntry::press_key(const KeyPress& key) {
+void TextEntry::press_key(const KeyEvent& key) {
     if (key.key == Key::ESCAPE) {
         finish();
     } else if (key.key == Key::ENTER || key.key == Key::TAB) {

@@ -17,7 +17,7 @@ class TextEntry : public Overlay {
 
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;
-    void press_key(const KeyPress& key) override;
+    void press_key(const KeyEvent& key) override;
     [[nodiscard]] bool takes_text() const override { return true; }
 
   private:

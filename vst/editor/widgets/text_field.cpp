@@ -29,7 +29,7 @@ bool TextField::press(UiHost& host, const Pointer& pointer) {
     return false;
 }
 
-bool TextField::press_key(UiHost& host, const KeyPress& key) {
+bool TextField::press_key(UiHost& host, const KeyEvent& key) {
     if (key.key != Key::ENTER)
         return false;
     open(host);

@@ -16,7 +16,7 @@ class TextField : public Widget {
 
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
-    bool press_key(UiHost& host, const KeyPress& key) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& /*host*/) override { return "Click to type"; }
 
   private:

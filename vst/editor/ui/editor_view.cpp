@@ -1,6 +1,6 @@
 // The whole editor as a picture that takes input.
 
-#include "vst/editor/view/editor_view.h"
+#include "vst/editor/ui/editor_view.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr double TOOLTIP_DELAY = 0.6;      // seconds
-constexpr double DOUBLE_CLICK = 0.35;      // seconds
+constexpr double TOOLTIP_DELAY = 0.6; // seconds
+constexpr uint32_t DOUBLE_CLICK_MS = 350;
 constexpr double DOUBLE_CLICK_REACH = 5.0; // units
 constexpr double LIGHT_SECONDS = 0.25;
 constexpr double STATUS_HEIGHT = 24.0;
@@ -23,6 +23,27 @@ constexpr const char* HELP =
     "Drag or wheel to change, Shift for fine steps, double click for the default, "
     "right click for more, click a number to type it";
 
+Pointer pointer_of(const PointerEvent& event) {
+    Pointer pointer;
+    pointer.at = {event.x, event.y};
+    switch (event.button) {
+    case 1:
+        pointer.button = Pointer::Button::LEFT;
+        break;
+    case 2:
+        pointer.button = Pointer::Button::MIDDLE;
+        break;
+    case 3:
+        pointer.button = Pointer::Button::RIGHT;
+        break;
+    default:
+        break;
+    }
+    pointer.shift = event.shift;
+    pointer.control = event.control;
+    return pointer;
+}
+
 bool is_widget_of(const Page& page, const Widget* wanted) {
     return std::any_of(page.widgets.begin(), page.widgets.end(),
                        [&](const auto& widget) { return widget.get() == wanted; });
@@ -30,16 +51,15 @@ bool is_widget_of(const Page& page, const Widget* wanted) {
 
 } // namespace
 
-EditorView::EditorView(EditorSynth& synth, std::string path)
-    : model(synth), settings_path(std::move(path)), settings(load_editor_settings(settings_path)),
-      pages(make_pages()) {
+EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard)
+    : model(shown_model), settings(shown_settings), pages(make_pages()), has_keyboard(keyboard) {
     view_state.selected_slot = model.get_state().program;
     HeaderControls controls;
     controls.meter = &level_meter;
     controls.clear_clip = [this] { level_meter.clear_clip(); };
     controls.channel_lights = channel_lights.data();
     controls.get_scale = [this] { return settings.scale; };
-    controls.set_scale = [this](double scale) { set_scale(scale); };
+    controls.set_scale = [this](double scale) { settings.scale = scale; };
     header = make_header(controls);
     add_tabs(
         header, pages, [this] { return current_page; },
@@ -72,23 +92,9 @@ void EditorView::open_overlay(std::unique_ptr<Overlay> overlay) {
 }
 
 void EditorView::choose_file(FileRequest request) {
-    open_overlay(std::make_unique<FileBrowser>(*this, std::move(request), settings.folder,
-                                               [this](const std::string& folder) {
-                                                   settings.folder = folder;
-                                                   save_settings();
-                                               }));
-}
-
-void EditorView::save_settings() {
-    if (!settings_path.empty() && !save_editor_settings(settings_path, settings))
-        show_message(settings_path + ": cannot be written");
-}
-
-void EditorView::set_scale(double scale) {
-    settings.scale = scale;
-    save_settings();
-    if (on_scale)
-        on_scale(scale);
+    open_overlay(std::make_unique<FileBrowser>(
+        *this, std::move(request), settings.folder,
+        [this](const std::string& folder) { settings.folder = folder; }));
 }
 
 Widget* EditorView::widget_at(Point at) {
@@ -129,8 +135,8 @@ void EditorView::draw_tooltip(Canvas& canvas) {
         draw_tooltip_box(canvas, pointer_at, text);
 }
 
-void EditorView::draw(cairo_t* context, double scale) {
-    Canvas canvas(context, scale);
+void EditorView::draw(cairo_t* context) {
+    Canvas canvas(context);
     draw_page(canvas);
     const Rect status{14, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - 28, STATUS_HEIGHT};
     canvas.text(status, message.empty() ? HELP : message,
@@ -161,12 +167,11 @@ bool EditorView::update_meters(double seconds) {
     return is_new;
 }
 
-bool EditorView::idle(double seconds) {
-    since_press += seconds;
+bool EditorView::tick(double seconds) {
     const bool had_tooltip = still_for >= TOOLTIP_DELAY;
     still_for += seconds;
     const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
-    const bool is_model_new = model.refresh();
+    const bool is_model_new = may_have_changed.exchange(false) && model.refresh();
     const bool is_response_new = responses.refresh();
     const bool is_meter_new = update_meters(seconds);
     is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_meter_new;
@@ -177,16 +182,23 @@ void EditorView::drop_finished_overlays() {
     std::erase_if(overlays, [](const auto& overlay) { return overlay->is_done(); });
 }
 
-void EditorView::press(Pointer pointer) {
+bool EditorView::is_double_click(const PointerEvent& event) {
+    const double way = std::hypot(event.x - press_at.x, event.y - press_at.y);
+    const bool is_second = was_pressed && event.button == 1 && way < DOUBLE_CLICK_REACH &&
+                           event.time_ms - press_time < DOUBLE_CLICK_MS;
+    was_pressed = !is_second;
+    press_time = event.time_ms;
+    press_at = {event.x, event.y};
+    return is_second;
+}
+
+void EditorView::press(const PointerEvent& event) {
+    Pointer pointer = pointer_of(event);
+    pointer.is_double = is_double_click(event);
     is_changed = true;
     still_for = 0.0;
     pointer_at = pointer.at;
     message.clear();
-    const double way = std::hypot(pointer.at.x - last_press.x, pointer.at.y - last_press.y);
-    pointer.is_double = pointer.button == Pointer::Button::LEFT && since_press < DOUBLE_CLICK &&
-                        way < DOUBLE_CLICK_REACH;
-    since_press = pointer.is_double ? DOUBLE_CLICK : 0.0;
-    last_press = pointer.at;
     if (!overlays.empty()) {
         overlays.back()->press(pointer);
         drop_finished_overlays();
@@ -204,7 +216,8 @@ void EditorView::press(Pointer pointer) {
         pressed = widget;
 }
 
-void EditorView::move(const Pointer& pointer) {
+void EditorView::move(const PointerEvent& event) {
+    const Pointer pointer = pointer_of(event);
     is_changed = true;
     still_for = 0.0;
     pointer_at = pointer.at;
@@ -221,7 +234,8 @@ void EditorView::move(const Pointer& pointer) {
         hovered->hover(*this, pointer.at);
 }
 
-void EditorView::release(const Pointer& pointer) {
+void EditorView::release(const PointerEvent& event) {
+    const Pointer pointer = pointer_of(event);
     if (pressed == nullptr || pointer.button != Pointer::Button::LEFT)
         return;
     is_changed = true;
@@ -230,7 +244,8 @@ void EditorView::release(const Pointer& pointer) {
     hovered = widget_at(pointer.at);
 }
 
-void EditorView::wheel(const Pointer& pointer, double steps) {
+void EditorView::wheel(const PointerEvent& event, double steps) {
+    const Pointer pointer = pointer_of(event);
     is_changed = true;
     if (!overlays.empty()) {
         overlays.back()->wheel(pointer, steps);
@@ -263,10 +278,10 @@ void EditorView::move_focus(int steps) {
     focused = order[size_t((index + steps + size) % size)];
 }
 
-bool EditorView::press_key(const KeyPress& key) {
+bool EditorView::key(const KeyEvent& event) {
     if (!overlays.empty()) {
         is_changed = true;
-        overlays.back()->press_key(key);
+        overlays.back()->press_key(event);
         drop_finished_overlays();
         return true;
     }
@@ -274,17 +289,17 @@ bool EditorView::press_key(const KeyPress& key) {
         return false;
     is_changed = true;
     message.clear();
-    if (key.key == Key::TAB) {
-        move_focus(key.shift ? -1 : 1);
+    if (event.key == Key::TAB) {
+        move_focus(event.shift ? -1 : 1);
         return true;
     }
-    const bool is_z = key.character == 'z' || key.character == 'Z';
-    if (key.key == Key::CHARACTER && key.control && is_z) {
-        if (key.shift)
+    const bool is_z = event.text == "z" || event.text == "Z";
+    if (event.key == Key::CHARACTER && event.control && is_z) {
+        if (event.shift)
             model.redo();
         else
             model.undo();
         return true;
     }
-    return focused != nullptr && focused->press_key(*this, key);
+    return focused != nullptr && focused->press_key(*this, event);
 }

@@ -1,6 +1,6 @@
 // Tests of the editor as a whole: its pages, and what the pointer and the keys do.
 
-#include "vst/editor/view/editor_view.h"
+#include "vst/editor/ui/editor_view.h"
 
 #include <gmock/gmock.h>
 
@@ -29,25 +29,30 @@ class EditorViewTest : public testing::Test {
         return {};
     }
 
-    void press(Point at, bool right = false) {
-        view.press({at, right ? Pointer::Button::RIGHT : Pointer::Button::LEFT});
+    PointerEvent at(Point point, int button = 1) const {
+        return {point.x, point.y, button, false, false, now};
     }
-    void click(Point at) {
-        press(at);
-        view.release({at, Pointer::Button::LEFT});
-        view.idle(1.0);
+    void press(Point point, int button = 1) { view.press(at(point, button)); }
+    void click(Point point) {
+        now += 1000;
+        press(point);
+        view.release(at(point));
     }
+    void press_key(Key key) { view.key({key, "", false, false}); }
     void type(const std::string& text) {
         for (const char c : text)
-            view.press_key({Key::CHARACTER, uint32_t(c)});
-        view.press_key({Key::ENTER});
+            view.key({Key::CHARACTER, std::string(1, c), false, false});
+        press_key(Key::ENTER);
     }
     int value(unsigned number) { return view.get_model().value(number); }
-    void draw() { view.draw(picture.context(), 1.0); }
+    void draw() { view.draw(picture.context()); }
 
     TempDirectory directory;
     BankSynth synth;
-    EditorView view{synth, directory.path("editor.conf")};
+    EditorModel model{synth};
+    EditorSettings settings;
+    EditorView view{model, settings, true};
+    uint32_t now = 0; // ms
     Picture picture{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
 };
 
@@ -80,19 +85,18 @@ TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
     const Point knob = find(CTRL_FILTER1_CUTOFF);
     const int start = value(CTRL_FILTER1_CUTOFF);
     press(knob);
-    view.move({{knob.x, knob.y - 60}});
+    view.move(at({knob.x, knob.y - 60}));
     const int dragged = value(CTRL_FILTER1_CUTOFF);
     EXPECT_NEAR(dragged, start + 42, 2);
-    Pointer fine{{knob.x, knob.y - 120}};
+    PointerEvent fine = at({knob.x, knob.y - 120});
     fine.shift = true;
     view.move(fine);
     EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 4, 2);
-    view.release({knob, Pointer::Button::LEFT});
-    view.idle(1.0);
-    view.wheel({knob}, 1.0);
+    view.release(at(knob));
+    view.wheel(at(knob), 1.0);
     EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 6, 2);
-    press(knob);
-    view.release({knob, Pointer::Button::LEFT});
+    click(knob);
+    now += 100;
     press(knob);
     EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
     view.get_model().undo();
@@ -105,45 +109,45 @@ TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
 TEST_F(EditorViewTest, AValueIsTypedAndNonsenseRefused) {
     const Point knob = find(CTRL_OSC1_COARSE_TUNE);
     const Point number{knob.x, knob.y + 30};
-    EXPECT_FALSE(view.press_key({Key::CHARACTER, 'a'})) << "keys belong to the host";
+    EditorView in_host(model, settings, false);
+    EXPECT_FALSE(in_host.key({Key::CHARACTER, "a", false, false})) << "keys belong to the host";
     click(number);
-    ASSERT_TRUE(view.takes_text());
+    ASSERT_TRUE(view.wants_keys());
     type("-12");
     EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
-    EXPECT_FALSE(view.takes_text());
+    EXPECT_FALSE(view.wants_keys());
     click(number);
     type("twelve");
-    EXPECT_TRUE(view.takes_text()) << "the field stays";
+    EXPECT_TRUE(view.wants_keys()) << "the field stays";
     draw();
-    view.press_key({Key::ESCAPE});
+    press_key(Key::ESCAPE);
     EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
-    EXPECT_FALSE(view.takes_text());
+    EXPECT_FALSE(view.wants_keys());
 }
 
 TEST_F(EditorViewTest, CopyAndPasteGoByTheRightButton) {
     view.get_model().set_value(CTRL_OSC1_SPREAD, 99);
-    press(find(CTRL_OSC1_SPREAD), true);
+    press(find(CTRL_OSC1_SPREAD), 3);
     for (const Key key : {Key::DOWN, Key::DOWN, Key::ENTER})
-        view.press_key({key});
-    press(find(CTRL_OSC2_SPREAD), true);
+        press_key(key);
+    press(find(CTRL_OSC2_SPREAD), 3);
     draw();
     for (const Key key : {Key::DOWN, Key::DOWN, Key::DOWN, Key::ENTER})
-        view.press_key({key});
+        press_key(key);
     EXPECT_EQ(value(CTRL_OSC2_SPREAD), 99);
 }
 
 TEST_F(EditorViewTest, TheKeyboardReachesEveryControl) {
-    view.set_keyboard_navigation(true);
     view.show_page(0);
     bool is_reached = false;
     const int start = value(CTRL_PORTAMENTO_TIME);
     for (int i = 0; i < 100 && !is_reached; i++) {
-        view.press_key({Key::TAB});
-        view.press_key({Key::UP});
+        press_key(Key::TAB);
+        press_key(Key::UP);
         is_reached = value(CTRL_PORTAMENTO_TIME) != start;
     }
     EXPECT_TRUE(is_reached);
-    view.press_key({Key::CHARACTER, 'z', false, true});
+    view.key({Key::CHARACTER, "z", false, true});
     EXPECT_EQ(value(CTRL_PORTAMENTO_TIME), start);
 }
 
@@ -152,7 +156,7 @@ TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) 
     view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
                           view.show_message(view.get_model().export_instrument(chosen, 0));
                       }});
-    view.press_key({Key::ENTER});
+    press_key(Key::ENTER);
     std::string text;
     ASSERT_EQ(load_file_to_string(path, text), 0);
     ASSERT_EQ(save_file_to_string(path, "broken"), 0);
@@ -160,25 +164,22 @@ TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) 
         view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
                               view.show_message(view.get_model().export_instrument(chosen, 0));
                           }});
-        view.press_key({Key::ENTER});
+        press_key(Key::ENTER);
         draw();
-        view.press_key({is_yes ? Key::ENTER : Key::ESCAPE});
-        std::string now;
-        load_file_to_string(path, now);
-        EXPECT_EQ(now, is_yes ? text : "broken");
+        press_key(is_yes ? Key::ENTER : Key::ESCAPE);
+        std::string written;
+        load_file_to_string(path, written);
+        EXPECT_EQ(written, is_yes ? text : "broken");
     }
 }
 
-TEST_F(EditorViewTest, TheScaleIsRemembered) {
-    double told = 0.0;
-    view.on_scale = [&](double scale) { told = scale; };
+TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
     click({WINDOW_WIDTH - 40, 20});
     draw();
-    view.press_key({Key::END});
+    press_key(Key::END);
     for (const Key key : {Key::DOWN, Key::ENTER})
-        view.press_key({key});
-    EXPECT_EQ(told, 1.25);
-    EXPECT_EQ(EditorView(synth, directory.path("editor.conf")).get_scale(), 1.25);
+        press_key(key);
+    EXPECT_EQ(view.scale(), 1.25);
 }
 
 } // namespace

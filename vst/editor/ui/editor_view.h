@@ -6,7 +6,7 @@
 #pragma once
 
 #include <array>
-#include <functional>
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,38 +20,41 @@
 
 class EditorView : public UiHost {
   public:
-    // Reads the settings file at `path`, and writes it when the user changes something in it; none
-    // when it is empty.
-    EditorView(EditorSynth& synth, std::string path);
+    static constexpr int WIDTH = int(WINDOW_WIDTH); // units
+    static constexpr int HEIGHT = int(WINDOW_HEIGHT);
+
+    // Both outlive the view.  The window saves the settings.  `keyboard`: keys reach the controls,
+    // Tab moves between them, for a window that is no host's.
+    EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard);
     // A gesture ends.
     ~EditorView() override;
 
-    // `scale`: pixels of the context per unit.
-    void draw(cairo_t* context, double scale);
+    // The context is scaled to the editor's units.
+    void draw(cairo_t* context);
 
-    // `seconds` have passed.  True when there is something new to draw.
-    bool idle(double seconds);
+    // Reads what has changed.  True when there is something new to draw.
+    bool tick(double seconds_since_last);
 
-    void press(Pointer pointer);
-    void move(const Pointer& pointer);
-    void release(const Pointer& pointer);
-    // Steps upwards are positive.
-    void wheel(const Pointer& pointer, double steps);
+    // Values may have changed; from any thread.
+    void host_changed() { may_have_changed.store(true, std::memory_order_relaxed); }
+
+    void press(const PointerEvent& event);
+    void release(const PointerEvent& event);
+    // Over the window, or a drag between press and release.
+    void move(const PointerEvent& event);
     void leave();
+    // Steps upwards are positive.
+    void wheel(const PointerEvent& event, double steps);
     // False for a key that is left to the host.
-    bool press_key(const KeyPress& key);
+    bool key(const KeyEvent& event);
 
     // True while a text field is open.
-    [[nodiscard]] bool takes_text() const {
+    [[nodiscard]] bool wants_keys() const {
         return !overlays.empty() && overlays.back()->takes_text();
     }
 
-    // Keys reach the controls, Tab moves between them: for a window that is no host's.
-    void set_keyboard_navigation(bool on) { has_keyboard = on; }
-
-    [[nodiscard]] double get_scale() const { return settings.scale; }
-    // Called when the user chooses another.
-    std::function<void(double scale)> on_scale;
+    // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
+    [[nodiscard]] double scale() const { return settings.scale; }
 
     void show_page(unsigned index);
     [[nodiscard]] const std::vector<Page>& get_pages() const { return pages; }
@@ -73,12 +76,11 @@ class EditorView : public UiHost {
     bool update_meters(double seconds);
     void drop_finished_overlays();
     void move_focus(int steps);
-    void set_scale(double scale);
-    void save_settings();
+    [[nodiscard]] bool is_double_click(const PointerEvent& event);
 
-    EditorModel model;
-    const std::string settings_path;
-    EditorSettings settings;
+    EditorModel& model;
+    EditorSettings& settings;
+    std::atomic<bool> may_have_changed{true};
     ViewState view_state;
     ResponseWorker responses;
     EditorMeters meters;
@@ -93,11 +95,13 @@ class EditorView : public UiHost {
     Widget* hovered = nullptr;
     Widget* pressed = nullptr;
     Widget* focused = nullptr;
-    bool has_keyboard = false;
+    const bool has_keyboard;
     Point pointer_at;
     double still_for = 0.0; // seconds that the pointer has not moved
     std::string message;
     bool is_changed = true;
-    double since_press = 1e9; // seconds
-    Point last_press;
+    // of the last press that was no second one of a double click
+    uint32_t press_time = 0;
+    Point press_at;
+    bool was_pressed = false;
 };
