@@ -1,4 +1,4 @@
-// Oscillator groups, envelopes and wavetable building.
+// Oscillator groups and envelopes.
 
 #include <cstdlib>
 
@@ -52,22 +52,5 @@ void envelope(benchmark::State& state) {
     hash.label(state);
 }
 BENCHMARK(envelope);
-
-// All tables of a waveform, without the cache.
-void build_tables(benchmark::State& state) {
-    AudioHash hash;
-    static float cache[WAVETABLE_SIZE];
-    for (auto _ : state) {
-        unsigned harmonics = 1;
-        for (unsigned k = 0; k < NUM_WAVETABLES; k++) {
-            Wavetable table;
-            table.init(WAVETABLE_SIZE, harmonics, Waveform::sawWaveAmplitude, cache, false);
-            harmonics += harmonics < 32 ? 1 : harmonics < 64 ? 2 : 4;
-        }
-    }
-    hash.add(cache, WAVETABLE_SIZE);
-    hash.label(state);
-}
-BENCHMARK(build_tables)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "common/assertion.h"
+#include "softsynth/kernels/kernels.h"
 
 namespace {
 
@@ -13,23 +14,6 @@ constexpr int OVERLAP = 128;
 constexpr int MIN_GRAIN = 768;
 constexpr int SEARCH = 256; // largest shift of a grain either way
 constexpr int FADE = 32;    // at both ends of the result
-
-// The place in [lo, hi) of `in` that matches the overlap at the end of the output best.
-int find_best_match(const float* tail, const float* in, int lo, int hi) {
-    int best_match_start = -1;
-    float best = 0.0F;
-    for (int s = lo; s < hi; s++) {
-        float correlation = 0.0F;
-        for (int j = 0; j < OVERLAP; j++)
-            correlation += tail[j] * in[s + j];
-        if (best_match_start == -1 || correlation > best) {
-            best = correlation;
-            best_match_start = s;
-        }
-    }
-    TARQ_ASSERT(best_match_start != -1);
-    return best_match_start;
-}
 
 void fade_ends(float* out, int length) {
     for (int j = 0; j < std::min(FADE, length); j++) {
@@ -51,7 +35,9 @@ int shorten(const float* in, int n, int factor, float* out) {
         const int lo = std::max(0, centre - SEARCH);
         const int hi = std::min(n - length, centre + SEARCH);
         float* tail = out + (out_len - OVERLAP);
-        const float* match = in + find_best_match(tail, in, lo, hi);
+        TARQ_ASSERT(lo < hi);
+        const float* match =
+            in + kernels().best_match({tail, OVERLAP, in, uint32_t(lo), uint32_t(hi)});
         for (int j = 0; j < OVERLAP; j++) {
             const float weight = float(j + 1) / float(OVERLAP + 2);
             tail[j] += (match[j] - tail[j]) * weight;

@@ -9,33 +9,11 @@
 #include "common/assertion.h"
 #include "common/log/log.h"
 #include "softsynth/waveform_cache.h"
+#include "softsynth/wavetable_builder.h"
 
 namespace {
 
 constexpr double PI = std::numbers::pi;
-
-// Adds amplitude * sin(step * (i + 0.5)) to every sample i of the table.  Four phasors half a
-// sample, one and a half, ... into the cycle advance by four samples per turn.
-void add_harmonic(float* table, unsigned size, double step, float amplitude) {
-    float sine[4];
-    float cosine[4];
-    for (int k = 0; k < 4; k++) {
-        sine[k] = float(std::sin(step * (k + 0.5)));
-        cosine[k] = float(std::cos(step * (k + 0.5)));
-    }
-    const auto turn_sine = float(std::sin(4 * step));
-    const auto turn_cosine = float(std::cos(4 * step));
-    for (unsigned i = 0; i < size; i += 4) {
-        for (unsigned k = 0; k < 4; k++) {
-            table[i + k] += amplitude * sine[k];
-            const float turned = sine[k] * turn_cosine + cosine[k] * turn_sine;
-            cosine[k] = cosine[k] * turn_cosine - sine[k] * turn_sine;
-            sine[k] = turned;
-        }
-    }
-}
-
-using AmplitudeFunction = float (*)(unsigned);
 
 AmplitudeFunction amplitude_of(OscType type) {
     switch (type) {
@@ -51,6 +29,43 @@ AmplitudeFunction amplitude_of(OscType type) {
         return Waveform::noAmplitude;
     }
 }
+
+// Park & Miller's minimal standard generator (1988), x' = 16807 x mod (2^31 - 1), in chains that
+// take turns: each makes a step of all at once, so that they need not wait for each other.
+class NoiseChains {
+  public:
+    static constexpr unsigned COUNT = 8;
+
+    NoiseChains() {
+        for (unsigned k = 0; k < COUNT; k++) {
+            x[k] = times(k == 0 ? SEED : x[k - 1], MULTIPLIER);
+            leap = times(leap, MULTIPLIER);
+        }
+    }
+
+    // Writes the next COUNT samples, within -1..1.
+    void next(float* samples) {
+        constexpr float TO_UNIT = 1.0F / (1U << 30U);
+        for (unsigned k = 0; k < COUNT; k++) {
+            samples[k] = float(int32_t(x[k])) * TO_UNIT - 1.0F;
+            x[k] = times(x[k], leap);
+        }
+    }
+
+  private:
+    static constexpr uint64_t SEED = 123459876;
+    static constexpr uint64_t MULTIPLIER = 16807;
+    static constexpr uint64_t MODULUS = 2147483647; // 2^31 - 1, so that 2^31 counts as 1
+
+    static uint64_t times(uint64_t a, uint64_t b) {
+        const uint64_t product = a * b;
+        const uint64_t folded = (product & MODULUS) + (product >> 31U);
+        return folded >= MODULUS ? folded - MODULUS : folded;
+    }
+
+    uint64_t leap = 1; // MULTIPLIER to the power of COUNT
+    uint64_t x[COUNT];
+};
 
 // Harmonics of the table after one of n: every number up to 32, every second up to 64, then every
 // fourth.
@@ -74,32 +89,20 @@ void Wavetable::init(unsigned tableSize, unsigned harmonics, float (*amplitude)(
     nHarmonies = harmonics;
     allocate(tableSize);
     if (cache_loaded) {
-        std::copy_n(cache, tableSize, data);
+        if (cache != data)
+            std::copy_n(cache, tableSize, data);
     } else {
-        for (unsigned h = 1; h <= harmonics; h++) {
-            float a = amplitude(h);
-            if (a == 0.0F)
-                continue;
-            const double taper = std::cos(PI / 2 / harmonics * (h - 1));
-            a *= float(taper * taper);
-            add_harmonic(data, tableSize, 2 * PI * h / tableSize, a);
-        }
+        build_wavetables(data, tableSize, tableSize, {harmonics}, amplitude);
         std::copy_n(data, tableSize, cache);
     }
     data[tableSize] = data[0];
 }
 
 void Wavetable::init_noise(unsigned size) {
-    // Park & Miller's minimal standard generator (1988), x' = 16807 x mod (2^31 - 1).
-    constexpr uint64_t MULTIPLIER = 16807;
-    constexpr uint64_t MODULUS = 2147483647;
-    constexpr float TO_UNIT = 1.0F / (1U << 30U);
     allocate(size);
-    uint64_t x = 123459876;
-    for (unsigned i = 0; i < size; i++) {
-        x = x * MULTIPLIER % MODULUS;
-        data[i] = float(x) * TO_UNIT - 1.0F;
-    }
+    NoiseChains chains;
+    for (unsigned i = 0; i < size; i += NoiseChains::COUNT)
+        chains.next(data + i);
     data[size] = data[0];
 }
 
@@ -138,27 +141,27 @@ Waveform::Waveform(OscType type) {
         return;
     }
 
-    const size_t num_floats = size_t(size()) * WAVETABLE_SIZE;
-    const CachedTables cached(size(), type, num_floats);
-    const bool loaded = cached.get() != nullptr;
-    std::vector<float> built(loaded ? 0 : num_floats);
-    float* cache = loaded ? cached.get() : built.data();
     constexpr size_t STRIDE = WAVETABLE_SIZE + WAVETABLE_GUARD;
     memory = make_large_float_array(size() * STRIDE);
-    unsigned harmonics = 1;
+    std::vector<unsigned> harmonics = {1};
+    while (harmonics.size() < size())
+        harmonics.push_back(next_harmonics(harmonics.back()));
+    const CachedTables layout = {memory.get(), WAVETABLE_SIZE, STRIDE, size()};
+    const bool loaded = read_waveform_cache(type, layout);
+    if (!loaded)
+        build_wavetables(memory.get(), STRIDE, WAVETABLE_SIZE, harmonics, amplitude_of(type));
     unsigned limit = 0;
     for (unsigned k = 0; k < size(); k++) {
-        tables[k].use_memory(memory.get() + k * STRIDE);
-        tables[k].init(WAVETABLE_SIZE, harmonics, amplitude_of(type),
-                       cache + size_t(k) * WAVETABLE_SIZE, loaded);
+        float* samples = memory.get() + k * STRIDE;
+        tables[k].use_memory(samples);
+        tables[k].init(WAVETABLE_SIZE, harmonics[k], amplitude_of(type), samples, true);
         const bool last = k + 1 == size();
-        harmonics = next_harmonics(harmonics);
-        while (limit <= MAX_HARMONICS && (last || limit < harmonics))
+        while (limit <= MAX_HARMONICS && (last || limit < harmonics[k + 1]))
             table_of_limit[limit++] = uint8_t(k);
     }
-    logPrintf("maximum nHarmonies is %i, ", int(harmonics - 4));
+    logPrintf("maximum nHarmonies is %i, ", int(harmonics.back()));
     if (!loaded)
-        write_waveform_cache(size(), type, built);
+        write_waveform_cache(type, layout);
     logPrintf("done\n");
 }
 

@@ -3,31 +3,25 @@
 #include "softsynth/waveform_cache.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cmath>
+#include <bit>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "common/atomic_file.h"
-#include "softsynth/finite.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 constexpr float LARGEST_SAMPLE = 2.0F;
-
-#if defined(MAP_POPULATE)
-constexpr int MAP_FILE_PREFAULT = MAP_POPULATE;
-#else
-constexpr int MAP_FILE_PREFAULT = 0;
-#endif
 
 // Empty when the user has no home.
 fs::path cache_directory() {
@@ -53,9 +47,22 @@ bool has_size(const fs::path& path, size_t bytes) {
 }
 
 bool is_plausible(const float* samples, size_t count) {
-    return all_finite(samples, uint32_t(count)) &&
-           std::all_of(samples, samples + count,
-                       [](float sample) { return std::fabs(sample) <= LARGEST_SAMPLE; });
+    // Magnitudes compare like their bits; those of infinity and NaN are the largest.
+    uint32_t found = 0;
+    for (size_t i = 0; i < count; i++) {
+        const uint32_t magnitude = std::bit_cast<uint32_t>(samples[i]) & 0x7FFFFFFFU;
+        found |= uint32_t(magnitude > std::bit_cast<uint32_t>(LARGEST_SAMPLE));
+    }
+    return found == 0;
+}
+
+// Straight to where the tables are used, in one call: a pass over them costs more than the file.
+bool read_tables(int descriptor, const CachedTables& tables) {
+    std::vector<iovec> rows(tables.count);
+    for (unsigned k = 0; k < tables.count; k++)
+        rows[k] = {tables.samples + k * tables.stride, tables.size * sizeof(float)};
+    const auto bytes = ssize_t(tables.count * tables.size * sizeof(float));
+    return readv(descriptor, rows.data(), int(rows.size())) == bytes;
 }
 
 // A second process never reads half a file: it gets its name only when it is complete.
@@ -69,40 +76,32 @@ void write_file(const fs::path& path, std::string_view bytes) {
 
 } // namespace
 
-CachedTables::CachedTables(unsigned count, OscType type, size_t num_floats)
-    : num_bytes(num_floats * sizeof(float)) {
-    const fs::path path = cache_file(count, type);
-    if (path.empty() || !has_size(path, num_bytes))
-        return;
+bool read_waveform_cache(OscType type, const CachedTables& tables) {
+    const fs::path path = cache_file(tables.count, type);
+    if (path.empty() || !has_size(path, tables.count * tables.size * sizeof(float)))
+        return false;
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
-        return;
-    // Read in one go; a fault per page would cost more than the reading.
-    void* memory = mmap(nullptr, num_bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_FILE_PREFAULT,
-                        descriptor, 0);
+        return false;
+    const bool complete = read_tables(descriptor, tables);
     close(descriptor);
-    if (memory == MAP_FAILED)
+    for (unsigned k = 0; complete && k < tables.count; k++) {
+        if (!is_plausible(tables.samples + k * tables.stride, tables.size))
+            return false;
+    }
+    return complete;
+}
+
+void write_waveform_cache(OscType type, const CachedTables& tables) {
+    const fs::path path = cache_file(tables.count, type);
+    if (path.empty())
         return;
-    floats = static_cast<float*>(memory);
-    if (!is_plausible(floats, num_floats))
-        unmap();
-}
-
-CachedTables::~CachedTables() {
-    unmap();
-}
-
-void CachedTables::unmap() {
-    if (floats != nullptr)
-        munmap(floats, num_bytes);
-    floats = nullptr;
-}
-
-void write_waveform_cache(unsigned count, OscType type, const std::vector<float>& block) {
-    const fs::path path = cache_file(count, type);
-    if (!path.empty())
-        write_file(path,
-                   {reinterpret_cast<const char*>(block.data()), block.size() * sizeof(float)});
+    std::string bytes;
+    bytes.reserve(tables.count * tables.size * sizeof(float));
+    for (unsigned k = 0; k < tables.count; k++)
+        bytes.append(reinterpret_cast<const char*>(tables.samples + k * tables.stride),
+                     tables.size * sizeof(float));
+    write_file(path, bytes);
 }
 
 void keep_empty_waveform_cache(unsigned count, OscType type, unsigned num_floats) {

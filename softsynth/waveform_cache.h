@@ -6,31 +6,23 @@
 
 #pragma once
 
-#include <vector>
+#include <cstddef>
 
 #include "softsynth/waveform.h"
 
-// The floats of a cache file, mapped into memory; changes stay in this process.
-class CachedTables {
-  public:
-    // Holds nothing when there is no file of `num_floats`, or when a value in it is not finite or
-    // beyond +-2.
-    CachedTables(unsigned count, OscType type, size_t num_floats);
-    ~CachedTables();
-    CachedTables(const CachedTables&) = delete;
-    CachedTables& operator=(const CachedTables&) = delete;
-
-    // Null when there is nothing.
-    [[nodiscard]] float* get() const { return floats; }
-
-  private:
-    void unmap();
-
-    float* floats = nullptr;
-    size_t num_bytes;
+// Where the tables of a file lie in memory: the k-th from k * `stride` on, `size` samples each.
+struct CachedTables {
+    float* samples;
+    size_t size;
+    size_t stride;
+    unsigned count;
 };
 
-void write_waveform_cache(unsigned count, OscType type, const std::vector<float>& block);
+// False when there is no file of that size, or when a value in it is not finite or beyond +-2; the
+// samples are of no meaning then.
+bool read_waveform_cache(OscType type, const CachedTables& tables);
+
+void write_waveform_cache(OscType type, const CachedTables& tables);
 
 // Makes sure that a file of `num_floats` zeros exists.
 void keep_empty_waveform_cache(unsigned count, OscType type, unsigned num_floats);

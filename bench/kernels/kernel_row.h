@@ -19,3 +19,4 @@ struct KernelRow {
 std::vector<KernelRow> oscillator_rows();
 std::vector<KernelRow> master_rows();
 std::vector<KernelRow> note_rows();
+std::vector<KernelRow> table_rows();

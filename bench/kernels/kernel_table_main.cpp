@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
     for (size_t i = 0; markdown && i < kernel_levels().size(); i++)
         std::printf("|---:");
     std::printf(markdown ? "|\n" : "");
-    for (const auto& rows : {oscillator_rows, note_rows, master_rows}) {
+    for (const auto& rows : {oscillator_rows, note_rows, table_rows, master_rows}) {
         for (const KernelRow& row : rows()) {
             if (row.name.find(part) != std::string::npos)
                 print_row(row, markdown);

@@ -5,6 +5,7 @@
 #include "bench/kernels/kernel_row.h"
 #include "bench/signals.h"
 #include "softsynth/multi_compressor.h"
+#include "softsynth/psola.h"
 #include "softsynth/reverb/revmodel.h"
 
 namespace {
@@ -55,11 +56,23 @@ KernelRow reverb_row() {
             }};
 }
 
+// A beat of 60 bpm.
+KernelRow capture_row() {
+    constexpr uint32_t PERIOD = 44100;
+    const auto beat = std::make_shared<std::vector<float>>(PERIOD);
+    const auto loop = std::make_shared<std::vector<float>>(PERIOD);
+    fill_noise(beat->data(), PERIOD);
+    return {"retrigger's capture at 60 bpm, x 2", KernelRow::MICROSECONDS, 1, [beat, loop] {
+                uint32_t length = 0;
+                psola_time_stretch(beat->data(), PERIOD, 2, loop->data(), &length);
+            }};
+}
+
 } // namespace
 
 std::vector<KernelRow> master_rows() {
     noise.init(BLOCK);
     bus.init(BLOCK);
     fill_noise(noise.get_first_left_sample_ptr(), 2 * BLOCK);
-    return {crossover_row(), compressor_row(), reverb_row()};
+    return {crossover_row(), compressor_row(), reverb_row(), capture_row()};
 }

@@ -11,7 +11,7 @@
 
 namespace KERNEL_NAMESPACE {
 
-#define KERNEL(name, arguments) void name arguments;
+#define KERNEL(result, name, arguments) result name arguments;
 #include "softsynth/kernels/kernels.def"
 #undef KERNEL
 

@@ -3,7 +3,7 @@
 #include "softsynth/kernels/kernel_functions.h"
 
 const Kernels KERNEL_NAMESPACE::TABLE = {
-#define KERNEL(name, arguments) KERNEL_NAMESPACE::name,
+#define KERNEL(result, name, arguments) KERNEL_NAMESPACE::name,
 #include "softsynth/kernels/kernels.def"
 #undef KERNEL
 };

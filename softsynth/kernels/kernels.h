@@ -7,15 +7,17 @@
 
 #include <cstdint>
 
+#include "softsynth/kernels/best_match.h"
 #include "softsynth/kernels/biquad_lanes.h"
 #include "softsynth/kernels/crossover.h"
+#include "softsynth/kernels/harmonic_tables.h"
 #include "softsynth/kernels/ladder_lanes.h"
 #include "softsynth/kernels/level_detectors.h"
 #include "softsynth/kernels/oscillator_copies.h"
 #include "softsynth/kernels/reverb_tank.h"
 
 struct Kernels {
-#define KERNEL(name, arguments) void(*name) arguments;
+#define KERNEL(result, name, arguments) result(*name) arguments;
 #include "softsynth/kernels/kernels.def"
 #undef KERNEL
 };
