@@ -14,7 +14,7 @@ TEST(BestMatch, EveryKernelFindsTheSamePlace) {
     for (uint32_t seed = 2; seed < 12; seed++) {
         std::vector<float> sound = test_signal(PLACES + LENGTH, seed);
         // A sound that repeats itself has several best places.
-        for (uint32_t i = seed % 2 == 0 ? 150 : sound.size(); i < sound.size(); i++)
+        for (size_t i = seed % 2 == 0 ? 150 : sound.size(); i < sound.size(); i++)
             sound[i] = sound[i - 150];
         if (seed == 3)
             sound[200] = NAN;
