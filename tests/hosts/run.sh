@@ -7,7 +7,8 @@
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+started=() # processes to end
+trap 'kill "${started[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
 
 # Hosts look beside their settings; a module as new as what a scan leaves counts as changed.
 plugin=$work/plug-ins/tarquil.so
