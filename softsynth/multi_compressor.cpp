@@ -50,6 +50,11 @@ void MultiCompressor::process(StereoBuffer& buf, const float* crossover_hz, cons
     }
 }
 
+float MultiCompressor::get_level(unsigned band) const {
+    TARQ_ASSERT(band < MC_N_BANDS);
+    return compressors[band].get_level();
+}
+
 float MultiCompressor::get_attenuation(unsigned band) const {
     TARQ_ASSERT(band < MC_N_BANDS);
     return compressors[band].get_attenuation();

@@ -24,7 +24,8 @@ class MultiCompressor {
                  const float* ratio, const float* attack_seconds, const float* release_seconds,
                  const float* makeup_gain);
 
-    // The gain of a band's last frame without makeup, linear.
+    // The level of a band's follower at its last frame, and its gain there without makeup, linear.
+    [[nodiscard]] float get_level(unsigned band) const;
     [[nodiscard]] float get_attenuation(unsigned band) const;
 
   private:

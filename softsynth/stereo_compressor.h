@@ -28,6 +28,7 @@ class StereoCompressor {
                         const Settings* settings, unsigned count);
 
     // The gain of the last frame without makeup, linear.
+    [[nodiscard]] float get_level() const { return level; }
     [[nodiscard]] float get_attenuation() const { return attenuation; }
 
   private:

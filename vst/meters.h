@@ -5,6 +5,8 @@
 #include <atomic>
 #include <cstdint>
 
+#include "softsynth/multi_compressor.h"
+
 // Written once a block; who shows a value takes it and starts it anew.
 struct Meters {
     std::atomic<bool> watched{false}; // nothing is measured for nobody
@@ -15,4 +17,9 @@ struct Meters {
 
     std::atomic<uint32_t> played_channels{0}; // bit c: channel c had a note-on since it was taken
     std::atomic<int> voices{0};               // sounding now
+
+    // Of the master compressor's bands, linear, at the block's end: the follower's level and the
+    // gain without makeup.
+    std::atomic<float> band_levels[MC_N_BANDS]{};
+    std::atomic<float> band_gains[MC_N_BANDS]{};
 };

@@ -283,6 +283,11 @@ void TarqVST::measure(const float* frames, uint32_t num_frames) {
         meters.peak_left.store(left, std::memory_order_relaxed);
     if (right > meters.peak_right.load(std::memory_order_relaxed))
         meters.peak_right.store(right, std::memory_order_relaxed);
+    const MultiCompressor& compressor = synth->get_compressor();
+    for (unsigned band = 0; band < MC_N_BANDS; band++) {
+        meters.band_levels[band].store(compressor.get_level(band), std::memory_order_relaxed);
+        meters.band_gains[band].store(compressor.get_attenuation(band), std::memory_order_relaxed);
+    }
     meters.voices.store(synth->get_voice_pool().voices_used(), std::memory_order_relaxed);
 }
 

@@ -71,6 +71,10 @@ class TarqVST : public AudioEffectX {
     void set_controller(int index, int value);
     int get_controller(int index);
 
+    // As set_controller, for the pitch bend of the current program as well: what its channels start
+    // with when they get the program.
+    void set_program_controller(int index, int value);
+
     // `channel` 0..15 plays `instrument` 0..127 from the absolute sample time `time` on.
     void changeInstrument(int channel, int instrument, uint32_t time);
     int get_current_instrument(int channel);
@@ -83,11 +87,15 @@ class TarqVST : public AudioEffectX {
     int load_bank_from_string(std::string_view text);
     int save_bank(std::string& text);
 
+    // The bank; only with synth_lock held.
+    [[nodiscard]] const TarqSettings& bank() const { return settings; }
+
     // Replace and read whole pieces of the bank, for the editor.
     void set_bank(const TarqSettings& bank);
     TarqSettings get_bank();
     void set_instrument(int number, const Instrument& instrument);
     Instrument get_instrument(int number);
+    void set_song(const std::string& title, const std::string& author);
 
     // Sends every channel its instrument, and the engine the global controllers.
     void refresh_synth();

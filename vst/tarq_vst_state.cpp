@@ -115,6 +115,26 @@ void TarqVST::set_controller(int index, int value) {
     update_editor();
 }
 
+void TarqVST::set_program_controller(int index, int value) {
+    if (index != CTRL_PITCH_BEND_MSB && index != CTRL_PITCH_BEND_LSB) {
+        set_controller(index, value);
+        return;
+    }
+    const LockHolder holder(synth_lock);
+    Instrument& instrument = current_instrument();
+    instrument.set_controller(unsigned(index), value);
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        if (current_instruments[channel] != unsigned(getProgram()))
+            continue;
+        midi_event halves[2];
+        instrument.emit_single_controller(&halves[0], channel, CTRL_PITCH_BEND_MSB, curr_time);
+        instrument.emit_single_controller(&halves[1], channel, CTRL_PITCH_BEND_LSB, curr_time);
+        if (!events.push(halves))
+            waiting_channels |= 1U << channel;
+    }
+    update_editor();
+}
+
 int TarqVST::get_controller(int index) {
     const LockHolder holder(synth_lock);
     const auto controller = unsigned(index);
@@ -305,6 +325,13 @@ void TarqVST::set_instrument(int number, const Instrument& instrument) {
     const LockHolder holder(synth_lock);
     settings.get_instrument(unsigned(number)) = instrument;
     follow_load();
+}
+
+void TarqVST::set_song(const std::string& title, const std::string& author) {
+    const LockHolder holder(synth_lock);
+    settings.set_song_title(storable_text(title));
+    settings.set_song_author(storable_text(author));
+    update_editor();
 }
 
 Instrument TarqVST::get_instrument(int number) {

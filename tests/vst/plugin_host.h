@@ -16,12 +16,13 @@
 
 class PluginHost {
   public:
-    explicit PluginHost(int32_t block_size = 256, bool start = true) {
+    explicit PluginHost(int32_t block_size = 256, bool start = true,
+                        audioMasterCallback host = answer) {
         static void* const module = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
         if (module == nullptr)
             throw std::runtime_error(dlerror());
         using Entry = AEffect* (*)(audioMasterCallback);
-        effect = reinterpret_cast<Entry>(dlsym(module, "VSTPluginMain"))(answer);
+        effect = reinterpret_cast<Entry>(dlsym(module, "VSTPluginMain"))(host);
         call(effOpen);
         if (!start)
             return;

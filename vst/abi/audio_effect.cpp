@@ -45,11 +45,6 @@ intptr_t AudioEffect::call_host(int32_t opcode, int32_t index, intptr_t value, v
     return audioMaster == nullptr ? 0 : audioMaster(&cEffect, opcode, index, value, ptr, opt);
 }
 
-void AudioEffect::setParameterAutomated(int32_t index, float value) {
-    setParameter(index, value);
-    call_host(audioMasterAutomate, index, 0, nullptr, value);
-}
-
 intptr_t AudioEffect::call_dispatcher(AEffect* effect, int32_t opcode, int32_t index,
                                       intptr_t value, void* ptr, float opt) {
     AudioEffect* object = object_of(effect);

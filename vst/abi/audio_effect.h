@@ -55,8 +55,10 @@ class AudioEffect {
     // 1 on success.
     virtual int32_t setChunk(const void* data, int32_t byteSize, bool isPreset) = 0;
 
-    // Tells the host that the user moves a parameter.
-    void setParameterAutomated(int32_t index, float value);
+    // Tells the host that the user has moved a parameter.
+    void automate(int32_t index, float value) {
+        call_host(audioMasterAutomate, index, 0, nullptr, value);
+    }
 
   protected:
     virtual intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void* ptr,

@@ -1,0 +1,219 @@
+// A host with windows: opens the plug-in's editor in windows of its own, plays and automates
+// meanwhile, and counts what is left behind.
+//
+//   window_host cycles N       opens and closes the editor N times
+//   window_host three          three instances with audio running, a parent window destroyed first
+//   window_host play SECONDS   one editor for a user (or xdotool); prints what the host was told
+
+#include <X11/Xlib.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <thread>
+
+#include "tests/vst/plugin_host.h"
+
+namespace {
+
+std::atomic<int> begun{0};
+std::atomic<int> automated{0};
+std::atomic<int> ended{0};
+
+int fail(const char* what) {
+    std::fprintf(stderr, "FAILED %s\n", what);
+    return 1;
+}
+
+long count_entries(const char* folder) {
+    return std::distance(std::filesystem::directory_iterator(folder),
+                         std::filesystem::directory_iterator());
+}
+
+intptr_t answer(AEffect*, int32_t opcode, int32_t, intptr_t, void*, float) {
+    switch (opcode) {
+    case audioMasterVersion:
+        return kVstVersion;
+    case audioMasterBeginEdit:
+        begun++;
+        return 1;
+    case audioMasterAutomate:
+        automated++;
+        return 1;
+    case audioMasterEndEdit:
+        ended++;
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+void pause() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(15));
+}
+
+class Screen {
+  public:
+    Screen() : display(XOpenDisplay(nullptr)) {}
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+    ~Screen() { XCloseDisplay(display); }
+
+    Window make_window(int x, int width, int height) {
+        const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), x, 0,
+                                                  unsigned(width), unsigned(height), 0, 0, 0);
+        XMapWindow(display, window);
+        XSync(display, False);
+        return window;
+    }
+
+    unsigned count_children(Window window) {
+        Window root = 0;
+        Window parent = 0;
+        Window* children = nullptr;
+        unsigned count = 0;
+        XSync(display, False);
+        if (XQueryTree(display, window, &root, &parent, &children, &count) != 0 &&
+            children != nullptr)
+            XFree(children);
+        return count;
+    }
+
+    void destroy(Window window) {
+        XDestroyWindow(display, window);
+        XSync(display, False);
+    }
+
+    Display* display;
+};
+
+class EditedPlugin {
+  public:
+    EditedPlugin(Screen& shown_on, int x) : screen(shown_on), host(256, true, answer) {
+        ERect* rect = nullptr;
+        host.call(effEditGetRect, 0, 0, &rect);
+        parent = screen.make_window(x, rect->right, rect->bottom);
+    }
+    EditedPlugin(const EditedPlugin&) = delete;
+    EditedPlugin& operator=(const EditedPlugin&) = delete;
+    ~EditedPlugin() {
+        if (parent != 0)
+            screen.destroy(parent);
+    }
+
+    bool open() { return host.call(effEditOpen, 0, 0, reinterpret_cast<void*>(parent)) != 0; }
+    void close() { host.call(effEditClose); }
+    void idle(int times) {
+        for (int i = 0; i < times; i++) {
+            host.call(effEditIdle);
+            pause();
+        }
+    }
+
+    Screen& screen;
+    PluginHost host;
+    Window parent = 0;
+};
+
+int run_cycles(int cycles) {
+    Screen screen;
+    EditedPlugin plugin(screen, 0);
+    long descriptors = 0;
+    long threads = 0;
+    for (int i = 0; i < cycles; i++) {
+        if (!plugin.open())
+            return fail("the editor does not open");
+        if (screen.count_children(plugin.parent) != 1)
+            return fail("the editor's window is not in the host's");
+        plugin.idle(2);
+        plugin.close();
+        if (screen.count_children(plugin.parent) != 0)
+            return fail("a window is left");
+        // The first opening loads fonts, which stay.
+        if (i == 0) {
+            descriptors = count_entries("/proc/self/fd");
+            threads = count_entries("/proc/self/task");
+        }
+    }
+    if (count_entries("/proc/self/fd") != descriptors)
+        return fail("file descriptors are left open");
+    if (count_entries("/proc/self/task") != threads)
+        return fail("a thread is left");
+    std::printf("ok %d openings and closings, no window, thread or descriptor left\n", cycles);
+    return 0;
+}
+
+int run_three() {
+    Screen screen;
+    {
+        std::unique_ptr<EditedPlugin> plugins[3];
+        for (int i = 0; i < 3; i++) {
+            plugins[i] = std::make_unique<EditedPlugin>(screen, 100 * i);
+            if (!plugins[i]->open())
+                return fail("an editor does not open");
+        }
+        std::atomic<bool> playing{true};
+        std::thread audio([&] {
+            for (unsigned block = 0; playing; block++) {
+                for (auto& plugin : plugins) {
+                    plugin->host.midi(0x90, 40 + block % 40, 100);
+                    plugin->host.midi(0x80, 40 + (block + 20) % 40);
+                    plugin->host.block(256);
+                }
+            }
+        });
+        for (int round = 0; round < 200; round++) {
+            for (auto& plugin : plugins) {
+                for (int32_t i = 0; i < 5; i++)
+                    plugin->host.set(1 + (round * 5 + i) % 172, float(round % 10) / 9);
+                plugin->host.call(effSetProgram, 0, round % 4);
+                plugin->host.call(effEditIdle);
+            }
+            if (round == 100) {
+                // Some hosts destroy their window first.
+                screen.destroy(plugins[0]->parent);
+                plugins[0]->parent = 0;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        for (auto& plugin : plugins)
+            plugin->close();
+        playing = false;
+        audio.join();
+    }
+    std::puts("ok three editors with audio, 1000 automated values, a parent that went first");
+    return 0;
+}
+
+int run_for_a_user(int seconds) {
+    Screen screen;
+    EditedPlugin plugin(screen, 0);
+    if (!plugin.open())
+        return fail("the editor does not open");
+    std::printf("window %lu\n", plugin.parent);
+    std::fflush(stdout);
+    const std::string before = plugin.host.save(false);
+    plugin.idle(seconds * 1000 / 15);
+    plugin.close();
+    std::printf("begun %d automated %d ended %d, bank %s\n", begun.load(), automated.load(),
+                ended.load(), plugin.host.save(false) == before ? "as before" : "changed");
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::string mode = argc > 1 ? argv[1] : "";
+    if (mode == "cycles" && argc == 3)
+        return run_cycles(std::atoi(argv[2]));
+    if (mode == "three")
+        return run_three();
+    if (mode == "play" && argc == 3)
+        return run_for_a_user(std::atoi(argv[2]));
+    return fail("usage: window_host cycles N | three | play SECONDS");
+}
