@@ -5,7 +5,6 @@
 //     tarquil_editor_pictures check STORED BANK.tqb OUT        differences beyond the tolerance
 //     tarquil_editor_pictures update STORED BANK.tqb           new stored pictures
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -13,6 +12,9 @@
 #include <vector>
 
 #include "instrument/checked_load.h"
+#include "softsynth/filter.h"
+#include "softsynth/influence.h"
+#include "softsynth/mono_effect.h"
 #include "vst/editor/model/bank_synth.h"
 #include "vst/editor/pictures/picture.h"
 #include "vst/editor/ui/editor_view.h"
@@ -22,6 +24,7 @@ namespace {
 // A page with the demo bank's program or the built-in sound behind it.
 struct Scene {
     std::string name;
+    std::string title; // of the page
     unsigned page = 0;
     bool is_demo = false;
     double scale = 1.0;
@@ -53,46 +56,43 @@ std::vector<Scene> make_scenes(bool all_scales) {
     EditorSettings settings;
     const EditorView view(model, settings, false);
     for (unsigned page = 0; page < view.get_pages().size(); page++) {
-        const std::string name = file_name(view.get_pages()[page].title);
-        scenes.push_back({"demo-" + name, page, true, 1.0});
-        scenes.push_back({"default-" + name, page, false, 1.0});
+        const std::string& title = view.get_pages()[page].title;
+        const std::string name = file_name(title);
+        scenes.push_back({"demo-" + name, title, page, true, 1.0});
+        scenes.push_back({"default-" + name, title, page, false, 1.0});
         if (all_scales)
-            scenes.push_back({"double-" + name, page, true, 2.0});
+            scenes.push_back({"double-" + name, title, page, true, 2.0});
     }
     return scenes;
 }
 
-// The program that has most switched on, so that every plot has something to show.
-unsigned busiest_program(const TarqSettings& bank) {
-    constexpr unsigned SWITCHES[] = {CTRL_CHANFX1_TYPE,
-                                     CTRL_CHANFX1B_TYPE,
-                                     CTRL_CHANFX2_TYPE,
-                                     CTRL_FILTER1_TYPE,
-                                     CTRL_CHAN_FILTER1_TYPE,
-                                     CTRL_CHAN_FILTER2_TYPE,
-                                     CTRL_OSC1_INFLUENCE_SOURCE,
-                                     CTRL_CUTOFF1_INFLUENCE1_SOURCE,
-                                     CTRL_CUTOFF1_INFLUENCE2_SOURCE,
-                                     CTRL_OSC2_INFLUENCE_SOURCE};
-    unsigned busiest = 0;
-    long most = -1;
+// The first program whose controller `number` is at least `least`, else program 0.
+unsigned program_with(const TarqSettings& bank, unsigned number, int least) {
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
-        const ControllerBytes& bytes = bank.get_instrument(i).get_bytes();
-        const long num_on = std::count_if(std::begin(SWITCHES), std::end(SWITCHES),
-                                          [&](unsigned number) { return bytes[number] != 0; });
-        if (num_on > most) {
-            busiest = i;
-            most = num_on;
-        }
+        if (bank.get_instrument(i).get_controller(number) >= least)
+            return i;
     }
-    return busiest;
+    return 0;
+}
+
+// One whose plot on the page has something to show.
+unsigned program_for(const TarqSettings& bank, const std::string& page) {
+    if (page == "Filter" || page == "Envelopes")
+        return program_with(bank, CTRL_FILTER1_TYPE, FILTER_LADDER_START_MARKER);
+    if (page == "Mono effects")
+        return program_with(bank, CTRL_CHANFX1_TYPE, MonoEffect::MONO_EFFECT_DISTORTION);
+    if (page == "Equaliser")
+        return program_with(bank, CTRL_CHAN_FILTER2_TYPE, FILTER_LOWPASS);
+    if (page == "Modulation")
+        return program_with(bank, CTRL_OSC2_INFLUENCE_SOURCE, INFL_ENV1);
+    return 0;
 }
 
 Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
     BankSynth synth;
     if (scene.is_demo) {
         synth.bank = demo;
-        synth.program = busiest_program(demo);
+        synth.program = program_for(demo, scene.title);
         set_meters(synth);
     }
     EditorModel model(synth);

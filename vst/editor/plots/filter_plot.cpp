@@ -36,6 +36,11 @@ void FilterPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     }
     canvas.polyline(points, color, 2);
     canvas.unclip();
+    if (!is_filter_on(filter))
+        canvas.text({area.x, area.y, area.w, area.h / 2},
+                    filter.type == FILTER_NONE ? "Choose a type and a depth to switch the filter on"
+                                               : "Choose a depth to switch the filter on",
+                    {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
     if (state.is_pressed)
         canvas.frame(area, theme::ACCENT_DIM, 4);
 }

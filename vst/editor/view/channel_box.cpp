@@ -2,7 +2,17 @@
 
 #include "vst/editor/view/channel_box.h"
 
+#include "instrument/names.h"
 #include "vst/editor/widgets/program_menu.h"
+
+namespace {
+
+// What nobody has named fits into a box.
+std::string short_name(const std::string& name, unsigned program) {
+    return name == default_instrument_name(program) ? "inst_" + std::to_string(program) : name;
+}
+
+} // namespace
 
 void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const EditorModel& model = host.get_model();
@@ -19,7 +29,8 @@ void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
                 {theme::SMALL, theme::TEXT, Align::LEFT, Weight::BOLD});
     canvas.text({area.x + 32, area.y + 2, area.w - 37, 16}, std::to_string(program),
                 {9.5, theme::TEXT_MUTED, Align::RIGHT});
-    canvas.text({area.x + 5, area.y + 16, area.w - 8, 15}, model.get_state().names[program],
+    canvas.text({area.x + 5, area.y + 16, area.w - 8, 15},
+                short_name(model.get_state().names[program], program),
                 {9.5, is_current ? theme::TEXT : theme::TEXT_MUTED});
     if (state.is_focused)
         canvas.frame(area, theme::FOCUS, 4);
