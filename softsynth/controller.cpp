@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "common/assertion.h"
 #include "softsynth/timeline_memory.h"
@@ -41,6 +42,8 @@ void Controller::push_back(const ControllerEvent& event) {
     events[num_events] = event;
     num_events++;
     last_value = event.value;
+    if (changed_flag != nullptr)
+        *changed_flag = true;
 }
 
 void Controller::reset() {
@@ -112,6 +115,8 @@ ControllerArray::ControllerArray() {
         if (info.mapping.exists)
             controllers[info.number].set_mapping(info.mapping.offset, info.mapping.scale);
     }
+    for (unsigned c = 0; c < NUM_CONTROLLERS; c++)
+        controllers[c].set_changed_flag(&changed[c]);
 }
 
 Controller& ControllerArray::get_controller(unsigned num) {
@@ -125,8 +130,12 @@ const Controller& ControllerArray::get_controller(unsigned num) const {
 }
 
 void ControllerArray::reset() {
-    for (Controller& controller : controllers)
-        controller.reset();
+    // Few change in a block: looking at the flags alone keeps the timelines out of the caches.
+    for (bool* flag = changed;
+         (flag = std::find(flag, std::end(changed), true)) != std::end(changed); flag++) {
+        controllers[flag - changed].reset();
+        *flag = false;
+    }
 }
 
 void ControllerArray::move_clock_back(uint32_t frames) {

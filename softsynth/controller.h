@@ -35,6 +35,9 @@ class Controller {
     // Keeps one event: the last value, at the first event's time.
     void reset();
 
+    // A flag that is set with every change, or none.
+    void set_changed_flag(bool* flag) { changed_flag = flag; }
+
     // Lets the clock start `frames` later: all times become smaller by that, 0 at least.
     void move_clock_back(uint32_t frames);
 
@@ -75,6 +78,7 @@ class Controller {
     uint32_t capacity = OWN_EVENTS;
     float offset = 0.0F;
     float scale = 1.0F / 127;
+    bool* changed_flag = nullptr;
     ControllerEvent* events = own_events;
     ControllerEvent own_events[OWN_EVENTS];
 };
@@ -83,13 +87,17 @@ class Controller {
 class ControllerArray {
   public:
     ControllerArray();
+    ControllerArray(const ControllerArray&) = delete;
+    ControllerArray& operator=(const ControllerArray&) = delete;
 
     Controller& get_controller(unsigned num);
     [[nodiscard]] const Controller& get_controller(unsigned num) const;
 
+    // Resets those that have changed; to the others it would do nothing.
     void reset();
     void move_clock_back(uint32_t frames);
 
   private:
     Controller controllers[NUM_CONTROLLERS];
+    bool changed[NUM_CONTROLLERS] = {};
 };

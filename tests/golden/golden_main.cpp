@@ -1,10 +1,13 @@
 // Compares the golden renders with their stored references, or writes new ones.
 //
 //   tarquil_golden [--update] [--data DIR] [--song SONG.mid --bank BANK.tqb] [NAME ...]
+//   tarquil_golden --levels [NAME ...]
 //
 // Without names all scenes are rendered, and the song if it is given.  A row per sound: signal-to-
 // noise ratio over the stored frames, peak difference, and RMS and peak of the whole against the
-// stored numbers.  Exit status 0: all agree; 1: one differs or is missing; 2: usage.
+// stored numbers.  --levels renders the scenes with every level of the kernels instead, which must
+// agree with the scalar one in every bit.  Exit status 0: all agree; 1: one differs or is missing;
+// 2: usage.
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "softsynth/kernels/kernel_levels.h"
 #include "tests/golden/golden_song.h"
 #include "tests/golden/golden_store.h"
 #include "tests/golden/scenes.h"
@@ -32,6 +36,7 @@ constexpr unsigned SONG_STRIDE = 61;
 
 struct Options {
     bool update = false;
+    bool levels = false;
     std::string data = GOLDEN_DATA_DIRECTORY;
     std::string song;
     std::string bank;
@@ -70,12 +75,34 @@ bool compare(const GoldenStore& store, const std::string& name, const std::vecto
     return agrees;
 }
 
+// Renders with each level; the first one is the scalar one.
+bool levels_agree(const Scene& scene) {
+    std::vector<float> scalar;
+    bool agree = true;
+    std::printf("%-24s", scene.name.c_str());
+    for (const KernelLevel& level : kernel_levels()) {
+        use_kernel_level(level);
+        const std::vector<float> sound = render_scene(scene);
+        if (scalar.empty())
+            scalar = sound;
+        const bool same =
+            sound.size() == scalar.size() &&
+            std::memcmp(sound.data(), scalar.data(), sound.size() * sizeof(float)) == 0;
+        std::printf(" %s%s", level.name, same ? "" : " DIFFERS");
+        agree = agree && same;
+    }
+    std::printf("\n");
+    return agree;
+}
+
 bool parse(int argc, char** argv, Options& options) {
     for (int i = 1; i < argc; i++) {
         const std::string argument = argv[i];
         const bool has_value = i + 1 < argc;
         if (argument == "--update")
             options.update = true;
+        else if (argument == "--levels")
+            options.levels = true;
         else if (argument == "--data" && has_value)
             options.data = argv[++i];
         else if (argument == "--song" && has_value)
@@ -97,7 +124,8 @@ int main(int argc, char** argv) {
     if (!parse(argc, argv, options)) {
         std::fprintf(stderr,
                      "usage: tarquil_golden [--update] [--data DIR] [--song SONG.mid --bank "
-                     "BANK.tqb] [NAME ...]\n");
+                     "BANK.tqb] [NAME ...]\n"
+                     "       tarquil_golden --levels [NAME ...]\n");
         return 2;
     }
     const GoldenStore store(options.data);
@@ -113,7 +141,11 @@ int main(int argc, char** argv) {
         failures += int(!good);
     };
     for (const Scene& scene : golden_scenes()) {
-        if (wanted(scene.name))
+        if (!wanted(scene.name))
+            continue;
+        if (options.levels)
+            failures += int(!levels_agree(scene));
+        else
             check(scene.name, render_scene(scene), SCENE_STRIDE);
     }
     if (!options.song.empty() && wanted("demo-song"))
