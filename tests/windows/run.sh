@@ -4,7 +4,7 @@ set -euo pipefail
 readonly HOST=$1
 readonly NUMBER=$((90 + RANDOM % 400))
 work=$(mktemp -d)
-Xvfb ":$NUMBER" -screen 0 1600x1000x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+Xvfb ":$NUMBER" -screen 0 1600x1000x24 -noreset -nolisten tcp >"$work/xvfb.log" 2>&1 &
 readonly SERVER=$!
 trap 'kill $SERVER 2>/dev/null || true; rm -rf "$work"' EXIT
 export DISPLAY=":$NUMBER" XDG_CONFIG_HOME=$work XDG_CACHE_HOME=${XDG_CACHE_HOME:-$work}

@@ -59,7 +59,10 @@ void pause() {
 
 class Screen {
   public:
-    Screen() : display(XOpenDisplay(nullptr)) {}
+    Screen() : display(XOpenDisplay(nullptr)) {
+        if (display == nullptr)
+            std::exit(fail("no X server can be reached"));
+    }
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
     ~Screen() { XCloseDisplay(display); }
