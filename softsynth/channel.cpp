@@ -140,6 +140,8 @@ void Channel::render_filters() {
         const auto type = FilterType(last_int(type_controller));
         if (type != filter.get_type())
             filter.init(type, 0, 1, 0.0F);
+        if (type == FILTER_NONE)
+            continue;
         filter.set_octaves_cutoff(setting(FILTER_CUTOFF));
         filter.set_resonance(setting(FILTER_RESONANCE));
         filter.set_dbgain_normalized(setting(FILTER_GAIN));

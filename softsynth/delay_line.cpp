@@ -48,9 +48,6 @@ void DelayLine::render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf,
     const uint32_t size = delay.get_buf_size();
     int32_t pos = circbuf_pos;
     for (uint32_t i = 0; i < size; i++, inptr += 2, outptr += 2, delayptr++) {
-        TARQ_ASSERT(inbuf.is_valid(inptr));
-        TARQ_ASSERT(outbuf.is_valid(outptr));
-        TARQ_ASSERT(delay.is_valid(delayptr));
         const float d = *delayptr;
         TARQ_ASSERT(d >= 0.0f);
         const auto d1 = int32_t(d);

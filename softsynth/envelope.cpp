@@ -15,8 +15,11 @@ void render_held(const Envelope* env, float* buf, uint32_t start, uint32_t end) 
     const uint32_t decay_end = std::min(attack_end + env->decay_time, end);
     uint32_t t = start;
 
-    for (; t < std::min(env->attack_start_time, end); t++)
-        *buf++ = 0.0F;
+    if (t < env->attack_start_time) {
+        const uint32_t silent_end = std::min(env->attack_start_time, end);
+        buf = std::fill_n(buf, silent_end - t, 0.0F);
+        t = silent_end;
+    }
 
     // Attack and decay step before they write, so that the first sample of a slope has moved and
     // its last one is the target.
@@ -36,8 +39,7 @@ void render_held(const Envelope* env, float* buf, uint32_t start, uint32_t end) 
             *buf++ = value;
         }
     }
-    for (; t < end; t++)
-        *buf++ = env->sustain_level;
+    std::fill_n(buf, end - t, env->sustain_level);
 }
 
 void apply_release(Envelope* env, float* buf, uint32_t start, uint32_t end) {
@@ -55,8 +57,7 @@ void apply_release(Envelope* env, float* buf, uint32_t start, uint32_t end) {
         buf[t - start] = value;
         value -= step;
     }
-    for (; t < end; t++)
-        buf[t - start] = 0.0F;
+    std::fill(buf + (t - start), buf + (end - start), 0.0F);
 }
 
 void apply_cut(const Envelope* env, float* buf, uint32_t start, uint32_t end) {

@@ -27,18 +27,26 @@ void Oscillator::init(OscType new_type, float frequency, float start_phase) {
 
 template <typename Read>
 void Oscillator::render_with(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset,
-                             const Read& read) {
+                             uint32_t length, const Read& read) {
     float* samples = out.get_first_sample_ptr();
     const float* pitches = pitch.get_first_sample_ptr();
     const uint32_t size = out.get_buf_size();
     for (uint32_t t = offset; t < size; t += CONTROL_PERIOD) {
         const uint32_t increment = phase_increment(pitches[t], increment_scale);
-        const uint32_t end = std::min(t + CONTROL_PERIOD, size);
-        for (uint32_t i = t; i < end; i++) {
-            samples[i] = read(phase);
-            phase += increment;
+        const uint32_t written = std::min(length, size - t);
+        uint32_t p = phase;
+        for (uint32_t i = t; i < t + written; i++) {
+            samples[i] = read(p);
+            p += increment;
         }
+        phase += increment * std::min(CONTROL_PERIOD, size - t);
     }
+}
+
+float Oscillator::read_interpolated(uint32_t at_phase) const {
+    const uint32_t i = at_phase >> 20U;
+    return linear_interpolate(table[i], table[i + 1],
+                              float(at_phase & FRACTION_MASK) * FRACTION_SCALE);
 }
 
 void Oscillator::render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset) {
@@ -46,7 +54,8 @@ void Oscillator::render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offse
         out.nullify();
         return;
     }
-    render_with(out, pitch, offset, [this](uint32_t p) { return table[p >> table_shift]; });
+    render_with(out, pitch, offset, CONTROL_PERIOD,
+                [this](uint32_t p) { return table[p >> table_shift]; });
 }
 
 void Oscillator::render_interpolated(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset) {
@@ -55,9 +64,15 @@ void Oscillator::render_interpolated(MonoBuffer& out, const MonoBuffer& pitch, u
         return;
     }
     TARQ_ASSERT(table_shift == 20);
-    render_with(out, pitch, offset, [this](uint32_t p) {
-        const uint32_t i = p >> 20U;
-        return linear_interpolate(table[i], table[i + 1],
-                                  float(p & FRACTION_MASK) * FRACTION_SCALE);
-    });
+    render_with(out, pitch, offset, CONTROL_PERIOD,
+                [this](uint32_t p) { return read_interpolated(p); });
+}
+
+void Oscillator::render_controls(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset) {
+    if (type == OSC_NONE)
+        out.nullify();
+    else if (type == OSC_NOISE)
+        render_with(out, pitch, offset, 1, [this](uint32_t p) { return table[p >> table_shift]; });
+    else
+        render_with(out, pitch, offset, 1, [this](uint32_t p) { return read_interpolated(p); });
 }

@@ -38,9 +38,15 @@ class Oscillator {
     // The same with linear interpolation between table samples (noise: without).
     void render_interpolated(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
 
+    // As render_interpolated, but writes only the samples at which `pitch` is read.
+    void render_controls(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
+
   private:
+    // Writes the first `length` of every CONTROL_PERIOD samples.
     template <typename Read>
-    void render_with(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset, const Read& read);
+    void render_with(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset, uint32_t length,
+                     const Read& read);
+    [[nodiscard]] float read_interpolated(uint32_t at_phase) const;
 
     OscType type = OSC_NONE;
     const float* table = nullptr;

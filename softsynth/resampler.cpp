@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "softsynth/finite.h"
-#include "softsynth/kernels/half_band_sum.h"
+#include "softsynth/kernels/half_band_sums.h"
 
 const float resample_kernel[RESAMPLE_HALF_TAPS] = {
     -0.0053439266F, -0.0115177454F, -0.00050373096F, 0.018825721F,  0.00552462041F,
@@ -70,9 +70,8 @@ void AltDownsampler::resample(const float* in, float* out, uint32_t n) {
     for (uint32_t done = 0; done < n; done += PIECE) {
         const uint32_t length = std::min(PIECE, n - done);
         std::copy_n(in + size_t(2) * done, 2 * length, window + ResampleHistory::SIZE);
-        const float* newest = window + ResampleHistory::SIZE + 1;
-        for (uint32_t i = 0; i < length; i++)
-            out[done + i] = half_band_sum(newest + size_t(2) * i, 1, alt_resample_kernel);
+        half_band_sums(window + ResampleHistory::SIZE + 1, alt_resample_kernel, out + done,
+                       int(length));
         std::copy_n(window + size_t(2) * length, ResampleHistory::SIZE, window);
     }
     std::copy_n(window, ResampleHistory::SIZE, history);

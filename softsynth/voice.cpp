@@ -162,8 +162,19 @@ void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) 
         // What lies before the note is another voice's leftover.
         MonoBuffer& out = scratch.sources[INFL_LFO1 + k];
         std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
-        lfos[k].render_interpolated(out, speed, offset);
+        if (is_read_at_controls_only(INFL_LFO1 + k, offset))
+            lfos[k].render_controls(out, speed, offset);
+        else
+            lfos[k].render_interpolated(out, speed, offset);
     }
+}
+
+bool Voice::is_read_at_controls_only(unsigned source, uint32_t offset) const {
+    // Pitch is read every CONTROL_PERIOD samples from the note's first on, filter controls from the
+    // block's first on.
+    const unsigned amplitude_source = source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE);
+    return offset % CONTROL_PERIOD == 0 && amplitude_source != source &&
+           amplitude_source != INFL_RESONANCE;
 }
 
 void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {

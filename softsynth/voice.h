@@ -75,6 +75,7 @@ class Voice {
     // the block is `offset`.
     void render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end);
     void render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    [[nodiscard]] bool is_read_at_controls_only(unsigned source, uint32_t offset) const;
     void render_group(VoiceScratch& scratch, int group, uint32_t offset);
     void mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset);
     void render_filter_controls(VoiceScratch& scratch, uint32_t start);

@@ -11,9 +11,6 @@
 namespace KERNEL_NAMESPACE {
 namespace {
 
-constexpr uint32_t W = NATIVE_LANES;
-using Vector = Lanes<NATIVE_LANES>;
-
 // Sections that together fill the arithmetic units.
 constexpr int ENOUGH_SECTIONS = 4;
 
@@ -54,13 +51,13 @@ void run_alone(const BiquadLanes& lanes, uint32_t lane, uint32_t first, uint32_t
 }
 
 // One vector's rows, the last of which are repeated to fill it.
-struct Rows {
+template <int W> struct Rows {
     float* signal[W];
     float* memory[W];
     const float* coefficients[W];
 
     void find(const BiquadLanes& lanes, uint32_t first_lane, uint32_t first_sample) {
-        for (uint32_t i = 0; i < W; i++) {
+        for (uint32_t i = 0; i < uint32_t(W); i++) {
             const uint32_t lane = first_lane + i < lanes.count ? first_lane + i : lanes.count - 1;
             signal[i] = lanes.signal[lane] + first_sample;
             memory[i] = &lanes.memory[lane]->z1;
@@ -69,8 +66,8 @@ struct Rows {
     }
 };
 
-template <int D> void load(const Rows& rows, Cascade<Vector, D>& cascade) {
-    Vector columns[COLUMNS];
+template <int W, int D> void load(const Rows<W>& rows, Cascade<Lanes<W>, D>& cascade) {
+    Lanes<W> columns[COLUMNS];
     load_columns(rows.coefficients, 0, columns);
     cascade.b0 = columns[0];
     cascade.b1 = columns[1];
@@ -86,10 +83,10 @@ template <int D> void load(const Rows& rows, Cascade<Vector, D>& cascade) {
     }
 }
 
-template <int D> void store(const Cascade<Vector, D>& cascade, const Rows& rows) {
+template <int W, int D> void store(const Cascade<Lanes<W>, D>& cascade, const Rows<W>& rows) {
     for (int k = 0; k < D; k += 2) {
-        Vector columns[COLUMNS] = {cascade.z1[k], cascade.z2[k], Vector::splat(0.0F),
-                                   Vector::splat(0.0F)};
+        Lanes<W> columns[COLUMNS] = {cascade.z1[k], cascade.z2[k], Lanes<W>::splat(0.0F),
+                                     Lanes<W>::splat(0.0F)};
         if (k + 1 < D) {
             columns[2] = cascade.z1[k + 1];
             columns[3] = cascade.z2[k + 1];
@@ -99,16 +96,16 @@ template <int D> void store(const Cascade<Vector, D>& cascade, const Rows& rows)
 }
 
 // V vectors from `lane` on; length is a multiple of COLUMNS.
-template <int D, int V>
+template <int W, int D, int V>
 void run(const BiquadLanes& lanes, uint32_t lane, uint32_t first, uint32_t length) {
-    Rows rows[V];
-    Cascade<Vector, D> cascades[V];
+    Rows<W> rows[V];
+    Cascade<Lanes<W>, D> cascades[V];
     for (int v = 0; v < V; v++) {
-        rows[v].find(lanes, lane + uint32_t(v) * W, first);
+        rows[v].find(lanes, lane + uint32_t(v * W), first);
         load(rows[v], cascades[v]);
     }
     for (uint32_t i = 0; i < length; i += COLUMNS) {
-        Vector samples[V][COLUMNS];
+        Lanes<W> samples[V][COLUMNS];
         for (int v = 0; v < V; v++)
             load_columns(rows[v].signal, i, samples[v]);
         for (uint32_t j = 0; j < COLUMNS; j++) {
@@ -123,18 +120,23 @@ void run(const BiquadLanes& lanes, uint32_t lane, uint32_t first, uint32_t lengt
 }
 
 // All vectors from `lane` on, V at a time while there are as many.
-template <int D, int V>
+template <int W, int D, int V>
 void run_all(const BiquadLanes& lanes, uint32_t lane, uint32_t first, uint32_t length) {
-    for (; lane + uint32_t(V - 1) * W < lanes.count; lane += uint32_t(V) * W)
-        run<D, V>(lanes, lane, first, length);
+    for (; lane + uint32_t((V - 1) * W) < lanes.count; lane += uint32_t(V * W))
+        run<W, D, V>(lanes, lane, first, length);
     if constexpr (V > 1)
-        run_all<D, V / 2>(lanes, lane, first, length);
+        run_all<W, D, V / 2>(lanes, lane, first, length);
 }
 
 template <int D> void run_depth(const BiquadLanes& lanes, uint32_t first, uint32_t length) {
+    constexpr int V = ENOUGH_SECTIONS / D;
     const uint32_t whole = lanes.count == 1 ? 0 : length - length % COLUMNS;
-    if (whole > 0)
-        run_all<D, ENOUGH_SECTIONS / D>(lanes, 0, first, whole);
+    if (whole > 0) {
+        if (lanes.count <= uint32_t(SMALLER_LANES))
+            run_all<SMALLER_LANES, D, V>(lanes, 0, first, whole);
+        else
+            run_all<NATIVE_LANES, D, V>(lanes, 0, first, whole);
+    }
     if (whole < length) {
         for (uint32_t lane = 0; lane < lanes.count; lane++)
             run_alone<D>(lanes, lane, first + whole, length - whole);

@@ -5,7 +5,7 @@
 
 #include "softsynth/kernels/ladder_lanes.h"
 
-#include "softsynth/kernels/half_band_sum.h"
+#include "softsynth/kernels/half_band_sums.h"
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/ladder_step.h"
 #include "softsynth/kernels/lanes/columns.h"
@@ -13,14 +13,11 @@
 namespace KERNEL_NAMESPACE {
 
 // For ladder_step, which looks for it beside Lanes.
-inline Lanes<NATIVE_LANES> abs_value(Lanes<NATIVE_LANES> x) {
+template <int W> inline Lanes<W> abs_value(Lanes<W> x) {
     return abs(x);
 }
 
 namespace {
-
-constexpr int W = NATIVE_LANES;
-using Vector = Lanes<W>;
 
 constexpr uint32_t OVERSAMPLING = LadderLanes::OVERSAMPLING;
 constexpr uint32_t PIECE = LadderLanes::PIECE;
@@ -31,15 +28,16 @@ constexpr uint32_t ROW_88KHZ = offsetof(LadderMemory, decimate_88khz) / sizeof(f
 constexpr uint32_t ROW_176KHZ = offsetof(LadderMemory, decimate_176khz) / sizeof(float);
 
 // One vector's rows of the scratch: the histories are followed by what is new.
-struct Scratch {
+template <int W> struct Scratch {
+    using Vector = Lanes<W>;
     Vector at_176khz[HISTORY + OVERSAMPLING * PIECE];
     Vector at_88khz[HISTORY + 2 * PIECE];
     Vector at_44khz[PIECE]; // input, then output
 };
-static_assert(sizeof(Scratch) == LadderLanes::SCRATCH_PER_LANE * W * sizeof(float));
+static_assert(sizeof(Scratch<4>) == LadderLanes::SCRATCH_PER_LANE * 4 * sizeof(float));
 
 // One vector's rows outside, the last of which are repeated to fill it.
-struct Rows {
+template <int W> struct Rows {
     float* signal[W];
     float* memory[W];
     const float* coefficients[W];
@@ -54,8 +52,9 @@ struct Rows {
     }
 };
 
-template <int V> void load(const Rows& rows, int v, LadderSettings<Vector, V>& settings) {
-    Vector columns[COLUMNS];
+template <int W, int V>
+void load(const Rows<W>& rows, int v, LadderSettings<Lanes<W>, V>& settings) {
+    Lanes<W> columns[COLUMNS];
     load_columns(rows.coefficients, 0, columns);
     settings.k[v] = columns[0];
     settings.gain[v] = columns[1];
@@ -66,8 +65,8 @@ template <int V> void load(const Rows& rows, int v, LadderSettings<Vector, V>& s
         settings.c[1 + i][v] = columns[i];
 }
 
-template <int V> void load(const Rows& rows, int v, LadderStages<Vector, V>& stages) {
-    Vector columns[COLUMNS];
+template <int W, int V> void load(const Rows<W>& rows, int v, LadderStages<Lanes<W>, V>& stages) {
+    Lanes<W> columns[COLUMNS];
     load_columns(rows.memory, 0, columns);
     for (int i = 0; i < 4; i++)
         stages.y[i][v] = columns[i];
@@ -79,8 +78,9 @@ template <int V> void load(const Rows& rows, int v, LadderStages<Vector, V>& sta
     stages.feedback[v] = columns[1];
 }
 
-template <int V> void store(const LadderStages<Vector, V>& stages, int v, const Rows& rows) {
-    Vector columns[COLUMNS];
+template <int W, int V>
+void store(const LadderStages<Lanes<W>, V>& stages, int v, const Rows<W>& rows) {
+    Lanes<W> columns[COLUMNS];
     for (int i = 0; i < 4; i++)
         columns[i] = stages.y[i][v];
     store_columns(columns, rows.memory, 0);
@@ -89,26 +89,28 @@ template <int V> void store(const LadderStages<Vector, V>& stages, int v, const 
     store_columns(columns, rows.memory, COLUMNS);
     columns[0] = stages.y4_prev[v];
     columns[1] = stages.feedback[v];
-    columns[2] = columns[3] = Vector::splat(0.0F);
+    columns[2] = columns[3] = Lanes<W>::splat(0.0F);
     store_columns(columns, rows.memory, 2 * COLUMNS);
 }
 
 // Moves `count` columns between rows and vectors, the last ones one by one.
-void load_row(const float* const* rows, uint32_t at, Vector* to, uint32_t count) {
+template <int W>
+void load_row(const float* const* rows, uint32_t at, Lanes<W>* to, uint32_t count) {
     uint32_t t = 0;
     for (; t + COLUMNS <= count; t += COLUMNS)
-        load_columns(rows, at + t, reinterpret_cast<Vector(&)[COLUMNS]>(to[t]));
+        load_columns(rows, at + t, reinterpret_cast<Lanes<W>(&)[COLUMNS]>(to[t]));
     for (; t < count; t++) {
         float column[W];
         for (int i = 0; i < W; i++)
             column[i] = rows[i][at + t];
-        to[t] = Vector::load(column);
+        to[t] = Lanes<W>::load(column);
     }
 }
-void store_row(const Vector* from, float* const* rows, uint32_t at, uint32_t count) {
+template <int W>
+void store_row(const Lanes<W>* from, float* const* rows, uint32_t at, uint32_t count) {
     uint32_t t = 0;
     for (; t + COLUMNS <= count; t += COLUMNS)
-        store_columns(reinterpret_cast<const Vector(&)[COLUMNS]>(from[t]), rows, at + t);
+        store_columns(reinterpret_cast<const Lanes<W>(&)[COLUMNS]>(from[t]), rows, at + t);
     for (; t < count; t++) {
         float column[W];
         from[t].store(column);
@@ -118,17 +120,17 @@ void store_row(const Vector* from, float* const* rows, uint32_t at, uint32_t cou
 }
 
 // Halves the rate of the 2n vectors behind the history, and moves the history on.
-void decimate(Vector* in, Vector* out, uint32_t n) {
-    for (uint32_t i = 0; i < n; i++)
-        out[i] = half_band_sum(in + HISTORY + 1 + 2 * i, 1, alt_resample_kernel);
+template <int W> void decimate(Lanes<W>* in, Lanes<W>* out, uint32_t n) {
+    half_band_sums(in + HISTORY + 1, alt_resample_kernel, out, int(n));
     for (uint32_t i = 0; i < HISTORY; i++)
         in[i] = in[2 * n + i];
 }
 
-template <int V>
+template <int W, int V>
 void run(const LadderLanes& lanes, uint32_t first_lane, uint32_t first, uint32_t length) {
-    Rows rows[V];
-    Scratch* scratch = reinterpret_cast<Scratch*>(lanes.scratch);
+    using Vector = Lanes<W>;
+    Rows<W> rows[V];
+    auto* scratch = reinterpret_cast<Scratch<W>*>(lanes.scratch);
     LadderSettings<Vector, V> settings;
     LadderStages<Vector, V> stages;
     for (int v = 0; v < V; v++) {
@@ -166,21 +168,29 @@ void run(const LadderLanes& lanes, uint32_t first_lane, uint32_t first, uint32_t
     }
 }
 
-} // namespace
-
-void ladder_lanes(const LadderLanes& lanes, uint32_t first, uint32_t length) {
+// As many vectors at a time as there may be, shared out evenly.
+template <int W> void run_all(const LadderLanes& lanes, uint32_t first, uint32_t length) {
     using Run = void (*)(const LadderLanes&, uint32_t, uint32_t, uint32_t);
-    constexpr Run RUN[] = {run<1>, run<2>, run<3>, run<4>, run<5>, run<6>};
-    static_assert(sizeof(RUN) / sizeof(Run) == LadderLanes::MAX_VECTORS);
+    constexpr Run RUN[] = {run<W, 1>, run<W, 2>, run<W, 3>, run<W, 4>, run<W, 5>, run<W, 6>};
+    constexpr uint32_t MOST = LadderLanes::MAX_VECTORS;
+    static_assert(sizeof(RUN) / sizeof(Run) == MOST);
     const uint32_t vectors = (lanes.count + uint32_t(W) - 1) / uint32_t(W);
-    // As many vectors at a time as there may be, shared out evenly.
-    const uint32_t turns = (vectors + LadderLanes::MAX_VECTORS - 1) / LadderLanes::MAX_VECTORS;
+    const uint32_t turns = (vectors + MOST - 1) / MOST;
     uint32_t lane = 0;
     for (uint32_t turn = 0; turn < turns; turn++) {
         const uint32_t share = (vectors + turn) / turns;
         RUN[share - 1](lanes, lane, first, length);
         lane += share * uint32_t(W);
     }
+}
+
+} // namespace
+
+void ladder_lanes(const LadderLanes& lanes, uint32_t first, uint32_t length) {
+    if (lanes.count <= uint32_t(SMALLER_LANES))
+        run_all<SMALLER_LANES>(lanes, first, length);
+    else
+        run_all<NATIVE_LANES>(lanes, first, length);
 }
 
 } // namespace KERNEL_NAMESPACE

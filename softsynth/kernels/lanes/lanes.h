@@ -29,6 +29,9 @@ inline constexpr int NATIVE_LANES = 8;
 inline constexpr int NATIVE_LANES = 4;
 #endif
 
+// For fewer signals than fill half of a wide vector, which takes longer than a smaller one.
+inline constexpr int SMALLER_LANES = NATIVE_LANES > 8 ? NATIVE_LANES / 2 : NATIVE_LANES;
+
 #if !defined(TARQUIL_PLAIN_LANES)
 
 // What a comparison yields: all bits of a lane set or none.
