@@ -35,6 +35,10 @@ Channel::Channel() : last_render_time(0U - FRESH_SILENCE) {}
 void Channel::attach(VoicePool& shared_pool, PhaseRandom& shared_random) {
     pool = &shared_pool;
     phase_random = &shared_random;
+    // Written once, so that no block meets their first page faults.
+    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
+        *buffer = MonoBuffer();
+    mix_buf = StereoBuffer();
 }
 
 void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
@@ -90,16 +94,17 @@ int Channel::last_int(unsigned controller) const {
 
 void Channel::render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap) {
     const uint32_t size = outputs[0].get_buf_size();
-    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
-        buffer->init(size);
-    mix_buf.init(size);
     if (tap != nullptr) {
         tap->init(size);
         tap->nullify();
     }
-
+    if (used_voices == 0 && is_silent(start))
+        return;
+    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
+        buffer->init(size);
+    mix_buf.init(size);
     render_voices(start, size);
-    if (int32_t(start - last_render_time) > SILENCE_AFTER)
+    if (is_silent(start))
         return;
     scrub_non_finite(tmp_buf.get_first_sample_ptr(), size);
     render_insert_effect(insert_effects[0], CTRL_CHANFX1_TYPE, CTRL_CHANFX1_PARAM1, start);
@@ -109,6 +114,10 @@ void Channel::render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap) {
     send(outputs);
     if (tap != nullptr)
         Buffer::copy(mix_buf, *tap);
+}
+
+bool Channel::is_silent(uint32_t start) const {
+    return int32_t(start - last_render_time) > SILENCE_AFTER;
 }
 
 void Channel::render_voices(uint32_t start, uint32_t size) {

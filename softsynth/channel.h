@@ -53,6 +53,8 @@ class Channel {
   private:
     static constexpr unsigned NUM_FILTERS = 4;
 
+    // True when the last voice before `start` lies so far back that its tails count as silence.
+    [[nodiscard]] bool is_silent(uint32_t start) const;
     void render_voices(uint32_t start, uint32_t size);
     void render_insert_effect(MonoEffect& effect, unsigned type_controller,
                               unsigned first_parameter, uint32_t start);

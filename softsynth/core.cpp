@@ -61,6 +61,7 @@ Tarquil::Tarquil(const char* settings_filename) {
     for (int c = 0; c < NUM_CHANNELS; c++)
         settings.get_instrument(unsigned(c)).emit_program_change(channels[c].get_controllers(), 0);
     prepare_timeline_memory();
+    prepare_buses();
     aux_filter.init(FILTER_HIGHPASS, 1);
     compressor.reset();
     retrigger.reset();

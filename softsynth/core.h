@@ -69,6 +69,8 @@ class Tarquil {
     void process_midi_messages(const midi_event* events, uint32_t num_events);
     void render(float* pcm_out, uint32_t num_samples, uint32_t time);
 
+    // Writes the shared buffers once, so that no block meets their first page faults.
+    static void prepare_buses();
     void render_channels(uint32_t num_samples, uint32_t time);
     void render_aux_returns();
     void render_global_filters();

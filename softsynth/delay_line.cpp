@@ -16,6 +16,7 @@ constexpr int32_t POSITION_MASK = MAX_DELAY_LENGTH - 1;
 void DelayLine::reset() {
     std::fill_n(buffer, MAX_DELAY_LENGTH, 0.0F);
     circbuf_pos = 0;
+    num_zeros = MAX_DELAY_LENGTH;
 }
 
 void DelayLine::render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, float delay_samples,
@@ -24,6 +25,12 @@ void DelayLine::render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, f
     const float* inptr = inbuf.get_first_left_sample_ptr() + ch;
     float* outptr = outbuf.get_first_left_sample_ptr() + ch;
     const uint32_t size = inbuf.get_buf_size();
+    if (num_zeros >= MAX_DELAY_LENGTH && all_zero(inbuf.get_first_left_sample_ptr(), 2 * size)) {
+        // Silence into an empty line stays silence; that it adds 0 turns -0 into 0.
+        for (uint32_t i = 0; i < size; i++)
+            outptr[size_t(2) * i] += wet * 0.0F;
+        return;
+    }
     const auto d = int32_t(delay_samples);
     int32_t pos = circbuf_pos;
     for (uint32_t i = 0; i < size; i++, inptr += 2, outptr += 2) {
@@ -34,7 +41,7 @@ void DelayLine::render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, f
         pos = (pos + 1) & POSITION_MASK;
     }
     circbuf_pos = pos;
-    reset_if_not_finite(size);
+    look_at_written(size);
 }
 
 void DelayLine::render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf,
@@ -63,14 +70,19 @@ void DelayLine::render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf,
         pos = (pos + 1) & POSITION_MASK;
     }
     circbuf_pos = pos;
-    reset_if_not_finite(size);
+    look_at_written(size);
 }
 
-void DelayLine::reset_if_not_finite(uint32_t count) {
+void DelayLine::look_at_written(uint32_t count) {
     const auto end = uint32_t(circbuf_pos);
     const uint32_t before_wrap = std::min(count, end);
     const uint32_t after_wrap = count - before_wrap;
-    if (!all_finite(buffer + (end - before_wrap), before_wrap) ||
-        !all_finite(buffer + (MAX_DELAY_LENGTH - after_wrap), after_wrap))
+    const float* last = buffer + (end - before_wrap);
+    const float* wrapped = buffer + (MAX_DELAY_LENGTH - after_wrap);
+    if (!all_finite(last, before_wrap) || !all_finite(wrapped, after_wrap))
         reset();
+    else if (!all_zero(last, before_wrap) || !all_zero(wrapped, after_wrap))
+        num_zeros = 0;
+    else
+        num_zeros = std::min(num_zeros + count, uint32_t(MAX_DELAY_LENGTH));
 }

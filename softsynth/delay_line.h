@@ -39,10 +39,12 @@ class DelayLine {
                          float feedback, float wet, channel ch);
 
   private:
-    // Clears the history if one of the last `count` samples written is not finite.
-    void reset_if_not_finite(uint32_t count);
+    // Clears the history if one of the last `count` samples written is not finite, and counts
+    // those that are 0.
+    void look_at_written(uint32_t count);
 
     // memory; initialised, so that its pages exist before the audio thread touches them
     float buffer[MAX_DELAY_LENGTH] = {};
-    int32_t circbuf_pos = 0; // next sample to write
+    int32_t circbuf_pos = 0;               // next sample to write
+    uint32_t num_zeros = MAX_DELAY_LENGTH; // written last, in whole blocks
 };

@@ -1,4 +1,4 @@
-// Finding and removing samples that are not finite.
+// Finding and removing samples that are not finite, and finding silence.
 
 #include "softsynth/finite.h"
 
@@ -16,6 +16,13 @@ bool all_finite(const float* samples, uint32_t count) {
     uint32_t found = 0;
     for (uint32_t i = 0; i < count; i++)
         found |= uint32_t((std::bit_cast<uint32_t>(samples[i]) & MAGNITUDE_BITS) >= INFINITY_BITS);
+    return found == 0;
+}
+
+bool all_zero(const float* samples, uint32_t count) {
+    uint32_t found = 0;
+    for (uint32_t i = 0; i < count; i++)
+        found |= std::bit_cast<uint32_t>(samples[i]);
     return found == 0;
 }
 

@@ -51,6 +51,14 @@ void Tarquil::render(float* pcm_out, uint32_t num_samples, uint32_t time) {
                 size_t(2) * num_samples * sizeof(float));
 }
 
+void Tarquil::prepare_buses() {
+    for (StereoBuffer* buffer : {&aux_buffers[0], &aux_buffers[1], &aux_buffers[2], &tmp_buf})
+        *buffer = StereoBuffer();
+    for (MonoBuffer* buffer :
+         {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
+        *buffer = MonoBuffer();
+}
+
 void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     for (StereoBuffer& bus : aux_buffers) {
         bus.init(num_samples);

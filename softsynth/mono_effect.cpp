@@ -15,6 +15,10 @@ namespace {
 constexpr float LOFI_SCALE = 16777216.0F; // 2^24
 constexpr float LOFI_STEP = 1.0F / LOFI_SCALE;
 
+// The filter's controls; shared by all: rendering is not reentrant.
+MonoBuffer cutoff_buf;
+MonoBuffer reso_buf;
+
 // A 32-bit integer conversion that has, for values out of range and NaN, the result of the x86
 // instruction on every machine.
 int32_t truncate_to_int32(float x) {
@@ -23,6 +27,12 @@ int32_t truncate_to_int32(float x) {
 }
 
 } // namespace
+
+MonoEffect::MonoEffect() {
+    // So that no block meets their first page faults.
+    cutoff_buf = MonoBuffer();
+    reso_buf = MonoBuffer();
+}
 
 void MonoEffect::reset_compressor() {
     peak = level = COMPRESSOR_START_LEVEL;
@@ -134,8 +144,6 @@ void MonoEffect::render_lofi(MonoBuffer& buf, int p1, int p2) {
 void MonoEffect::render_filter(MonoBuffer& buf, uint32_t start_time, int p3, int p4,
                                const Controller& cutoff_controller,
                                const Controller& resonance_controller) {
-    static MonoBuffer cutoff_buf;
-    static MonoBuffer reso_buf;
     const uint32_t size = buf.get_buf_size();
     cutoff_buf.init(size);
     reso_buf.init(size);

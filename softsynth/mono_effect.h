@@ -30,7 +30,7 @@ class MonoEffect {
         MONO_EFFECT_EXCITER = 5,
     };
 
-    MonoEffect() = default;
+    MonoEffect();
 
     // In place.  `start_time` is the absolute time of the first sample, at which the controllers
     // (cutoff in octaves above 20 Hz, resonance as Q) are rendered for the filter.  A change of

@@ -29,7 +29,18 @@ class MultiCompressor {
     [[nodiscard]] float get_attenuation(unsigned band) const;
 
   private:
+    // Stores the settings; true when they are those of the block before.
+    bool keeps_settings(const float* crossover_hz, const StereoCompressor::Settings* settings);
+    // No history and every level at its floor.
+    [[nodiscard]] bool is_at_rest() const;
+
     // memory
     SplittingStereoFilter splits[MC_N_BANDS - 1];
     StereoCompressor compressors[MC_N_BANDS];
+
+    // of the last block
+    float last_crossover_hz[MC_N_BANDS - 1] = {};
+    StereoCompressor::Settings last_settings[MC_N_BANDS] = {};
+    bool was_at_rest = false;  // after it
+    bool silence_kept = false; // it was at rest before and after, and silent on both sides
 };

@@ -2,6 +2,9 @@
 
 #include "softsynth/splitting_stereo_filter.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "softsynth/finite.h"
 #include "softsynth/kernels/kernels.h"
 
@@ -41,4 +44,12 @@ void SplittingStereoFilter::render(float* low_out, float* in_out, uint32_t frame
             return;
         }
     }
+}
+
+bool SplittingStereoFilter::is_empty() const {
+    return std::all_of(std::begin(crossover.sections), std::end(crossover.sections),
+                       [](const Crossover::Section& section) {
+                           return all_zero(section.z1, Crossover::SIGNALS) &&
+                                  all_zero(section.z2, Crossover::SIGNALS);
+                       });
 }

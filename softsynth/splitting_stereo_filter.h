@@ -21,6 +21,9 @@ class SplittingStereoFilter {
     // the Q of the whole cascade.
     void render(float* low_out, float* in_out, uint32_t frames, float omega, float resonance);
 
+    // True when the history is 0 throughout.
+    [[nodiscard]] bool is_empty() const;
+
   private:
     void clear_history();
 

@@ -19,6 +19,8 @@ class StereoCompressor {
         float attack_seconds;
         float release_seconds;
         float makeup_gain;
+
+        bool operator==(const Settings&) const = default;
     };
 
     void reset();
@@ -26,6 +28,11 @@ class StereoCompressor {
     // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
     static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
                         const Settings* settings, unsigned count);
+
+    // True when peak and level have decayed as far as they do.
+    [[nodiscard]] bool is_at_floor() const {
+        return peak == COMPRESSOR_MIN_LEVEL && level == COMPRESSOR_MIN_LEVEL;
+    }
 
     // The gain of the last frame without makeup, linear.
     [[nodiscard]] float get_level() const { return level; }

@@ -28,6 +28,10 @@ MonoBuffer delay_amount_buffer;
 
 } // namespace
 
+StereoEffect::StereoEffect() {
+    delay_amount_buffer = MonoBuffer(); // so that no block meets its first page faults
+}
+
 void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1,
                           int p2, int p3, int p4, int p5, float wet) {
     if (type != new_type) {

@@ -24,7 +24,7 @@ class StereoEffect {
         STEREO_EFFECT_FLANGER = 3,
     };
 
-    StereoEffect() = default;
+    StereoEffect();
 
     // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes.
     //

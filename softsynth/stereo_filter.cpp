@@ -3,7 +3,9 @@
 #include "softsynth/stereo_filter.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstring>
+
+#include "softsynth/finite.h"
 
 void StereoFilter::init(FilterType new_type, int new_depth) {
     Filter::init(new_type, 0, new_depth, 0.0F);
@@ -18,7 +20,16 @@ void StereoFilter::render(float* buf, uint32_t n, float omega, float q, float ga
     set_resonance(q);
     set_dbgain_normalized(gain);
     update();
-    bool finite = true;
+    if (all_zero(buf, 2 * n) && is_at_rest())
+        return;
+    run(buf, n);
+    if (!all_finite(&left[0].z1, 2 * MAX_DEPTH) || !all_finite(&right[0].z1, 2 * MAX_DEPTH)) {
+        std::fill_n(left, MAX_DEPTH, State());
+        std::fill_n(right, MAX_DEPTH, State());
+    }
+}
+
+void StereoFilter::run(float* buf, uint32_t n) {
     for (unsigned k = 0; k < depth; k++) {
         State l = left[k];
         State r = right[k];
@@ -36,11 +47,18 @@ void StereoFilter::render(float* buf, uint32_t n, float omega, float q, float ga
         }
         left[k] = l;
         right[k] = r;
-        finite = finite && std::isfinite(l.z1) && std::isfinite(l.z2) && std::isfinite(r.z1) &&
-                 std::isfinite(r.z2);
     }
-    if (!finite) {
-        std::fill_n(left, MAX_DEPTH, State());
-        std::fill_n(right, MAX_DEPTH, State());
-    }
+}
+
+bool StereoFilter::is_at_rest() {
+    State before[2][MAX_DEPTH];
+    std::copy_n(left, MAX_DEPTH, before[0]);
+    std::copy_n(right, MAX_DEPTH, before[1]);
+    float frame[2] = {};
+    run(frame, 1);
+    const bool unchanged = std::memcmp(before[0], left, sizeof left) == 0 &&
+                           std::memcmp(before[1], right, sizeof right) == 0;
+    std::copy_n(before[0], MAX_DEPTH, left);
+    std::copy_n(before[1], MAX_DEPTH, right);
+    return unchanged && all_zero(frame, 2);
 }

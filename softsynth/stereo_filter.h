@@ -17,6 +17,11 @@ class StereoFilter : public Filter {
     void render(float* buf, uint32_t n, float omega, float q, float gain);
 
   private:
+    // Runs the sections over n frames.
+    void run(float* buf, uint32_t n);
+    // True when a frame of silence gives silence and changes no state.
+    bool is_at_rest();
+
     State left[MAX_DEPTH];
     State right[MAX_DEPTH];
 };

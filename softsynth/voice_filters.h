@@ -7,20 +7,21 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "softsynth/kernels/ladder_lanes.h"
 #include "softsynth/voice_pool.h"
 
 class VoiceFilters {
   public:
-    // Filters the signal row of every active voice, `size` samples (a multiple of 4), in place.
-    void render(VoicePool& pool, uint32_t size);
+    // Filters the signal row of every voice, `size` samples (a multiple of 4), in place.
+    void render(std::span<Voice* const> voices, uint32_t size);
 
   private:
     static constexpr uint32_t MAX_VOICES = VoicePool::NUM_VOICES;
 
-    void render_ladders(VoicePool& pool, uint32_t size);
-    void render_biquads(VoicePool& pool, int depth, uint32_t size);
+    void render_ladders(std::span<Voice* const> voices, uint32_t size);
+    void render_biquads(std::span<Voice* const> voices, int depth, uint32_t size);
 
     void clear() { count = 0; }
     void add(VoiceSignals& signals);

@@ -5,10 +5,16 @@
 #include "softsynth/voice_pool.h"
 
 void VoiceRenderer::render(VoicePool& pool, uint32_t start, uint32_t size) {
-    scratch.init(size);
+    Voice* active[VoicePool::NUM_VOICES];
+    uint32_t count = 0;
     for (Voice& voice : pool) {
         if (voice.is_active())
-            voice.render_signals(scratch, start, size);
+            active[count++] = &voice;
     }
-    filters.render(pool, size);
+    if (count == 0)
+        return;
+    scratch.init(size);
+    for (uint32_t i = 0; i < count; i++)
+        active[i]->render_signals(scratch, start, size);
+    filters.render({active, count}, size);
 }

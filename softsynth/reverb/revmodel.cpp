@@ -69,10 +69,18 @@ void revmodel::update() {
 template <typename Store>
 void revmodel::process(const float* in, float* out, long frames, const Store& store) {
     constexpr long CHUNK = 64;
+    const bool silent = all_zero(in, uint32_t(2 * frames));
+    if (silent && known_empty) {
+        for (long i = 0; i < 2 * frames; i++)
+            store(out[i], 0.0F);
+        return;
+    }
+    bool silent_out = true;
     for (long start = 0; start < frames; start += CHUNK) {
         const long count = std::min(CHUNK, frames - start);
         float tank_out[2 * CHUNK];
         kernels().reverb(tank, in + 2 * start, tank_out, uint32_t(count));
+        silent_out = silent_out && all_zero(tank_out, uint32_t(2 * count));
         for (long i = 0; i < count; i++) {
             const float left = tank_out[2 * i];
             const float right = tank_out[2 * i + 1];
@@ -80,7 +88,14 @@ void revmodel::process(const float* in, float* out, long frames, const Store& st
             store(out[2 * (start + i) + 1], right * wet1 + left * wet2);
         }
     }
+    known_empty = silent && silent_out && is_empty();
     mute_if_not_finite(out, frames);
+}
+
+bool revmodel::is_empty() const {
+    return all_zero(memory, MEMORY_LENGTH) &&
+           all_zero(tank.sides[0].stores, ReverbTank::NUM_COMBS) &&
+           all_zero(tank.sides[1].stores, ReverbTank::NUM_COMBS);
 }
 
 void revmodel::processmix(const float* in, float* out, long frames) {

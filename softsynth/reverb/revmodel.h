@@ -35,10 +35,12 @@ class revmodel {
   private:
     static constexpr int MEMORY_LENGTH = 25450; // floats, the sum of all delays
 
-    // Calls store(sample, wet sample) for each sample of `out`.
+    // Calls store(sample, wet sample) for each sample of `out`.  Silence into an empty reverb is
+    // not sent through it.
     template <typename Store>
     void process(const float* in, float* out, long frames, const Store& store);
     void mute_if_not_finite(float* out, long frames);
+    [[nodiscard]] bool is_empty() const;
 
     // settings
     float roomsize = 0.0F; // the combs' feedback
@@ -51,4 +53,5 @@ class revmodel {
     // memory
     ReverbTank tank;
     float memory[MEMORY_LENGTH] = {};
+    bool known_empty = true; // all memory is 0
 };
