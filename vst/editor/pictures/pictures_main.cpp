@@ -28,6 +28,7 @@ struct Scene {
     unsigned page = 0;
     bool is_demo = false;
     double scale = 1.0;
+    void (*prepare)(EditorView& view) = nullptr; // what the user does first
 };
 
 void set_meters(BankSynth& synth) {
@@ -49,7 +50,41 @@ std::string file_name(const std::string& title) {
     return name;
 }
 
-std::vector<Scene> make_scenes(bool all_scales) {
+PointerEvent at(double x, double y, int button = 1) {
+    PointerEvent event;
+    event.x = x;
+    event.y = y;
+    event.button = button;
+    return event;
+}
+
+void open_program_menu(EditorView& view) {
+    view.press(at(150, 22));
+    for (const char* character : {"b", "a"})
+        view.key({Key::CHARACTER, character, false, false});
+}
+
+void open_context_menu(EditorView& view) {
+    view.press(at(544, 190, 3));
+    view.move(at(560, 205));
+}
+
+void type_nonsense(EditorView& view) {
+    view.press(at(544, 223));
+    view.key({Key::CHARACTER, "x", false, false});
+    view.key({Key::ENTER, "", false, false});
+}
+
+void show_tooltip(EditorView& view) {
+    view.move(at(860, 195));
+    view.tick(1.0);
+}
+
+void choose_file(EditorView& view) {
+    view.choose_file({"Import bank", ".tqb", false, "", [](const std::string& /*path*/) {}});
+}
+
+std::vector<Scene> make_scenes(bool for_looking) {
     std::vector<Scene> scenes;
     BankSynth synth;
     EditorModel model(synth);
@@ -60,9 +95,16 @@ std::vector<Scene> make_scenes(bool all_scales) {
         const std::string name = file_name(title);
         scenes.push_back({"demo-" + name, title, page, true, 1.0});
         scenes.push_back({"default-" + name, title, page, false, 1.0});
-        if (all_scales)
+        if (for_looking)
             scenes.push_back({"double-" + name, title, page, true, 2.0});
     }
+    const std::string first = view.get_pages()[0].title;
+    scenes.push_back({"open-programs", first, 0, true, 1.0, open_program_menu});
+    scenes.push_back({"open-context", first, 0, true, 1.0, open_context_menu});
+    scenes.push_back({"open-entry", first, 0, true, 1.0, type_nonsense});
+    scenes.push_back({"open-tooltip", first, 0, true, 1.0, show_tooltip});
+    if (for_looking) // what lies in the folder depends on the machine
+        scenes.push_back({"open-files", first, 0, true, 1.0, choose_file});
     return scenes;
 }
 
@@ -101,6 +143,8 @@ Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
     EditorView view(model, settings, false);
     view.show_page(scene.page);
     view.tick(0.0);
+    if (scene.prepare != nullptr)
+        scene.prepare(view);
     Picture picture(int(WINDOW_WIDTH * scene.scale), int(WINDOW_HEIGHT * scene.scale));
     cairo_scale(picture.context(), scene.scale, scene.scale);
     view.draw(picture.context()); // asks for the responses

@@ -49,7 +49,7 @@ void CompressorPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*sta
             double(level * compressor_knee(level, threshold, 1.0F / threshold, exponent, makeup)));
     };
     std::vector<Point> points;
-    for (double in = QUIETEST; in <= 0.0; in += 1.0)
+    for (int in = int(QUIETEST); in <= 0; in++)
         points.push_back(frame.point(in, out_level(in)));
     canvas.clip(plot_area);
     canvas.line(frame.point(QUIETEST, QUIETEST), frame.point(0.0, 0.0), theme::GRID_STRONG, 1);

@@ -79,7 +79,7 @@ void MonoEffectPlot::draw_lofi(Canvas& canvas, const int* parameters) const {
     const int period = lofi_period(parameters[1]);
     std::vector<Point> points;
     for (int i = 0; i < 2 * PERIOD; i++) {
-        const double sine = std::sin(2.0 * std::numbers::pi * (i / period * period) / PERIOD);
+        const double sine = std::sin(2.0 * std::numbers::pi * double(i - i % period) / PERIOD);
         const double held = std::floor(sine / step) * step;
         points.push_back(frame.point(i, held));
         points.push_back(frame.point(i + 1, held));

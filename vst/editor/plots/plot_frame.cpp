@@ -75,9 +75,9 @@ const std::vector<GridLine>& frequency_lines() {
     return lines;
 }
 
-std::vector<GridLine> decibel_lines(double lowest, double highest, double step) {
+std::vector<GridLine> decibel_lines(int lowest, int highest, int step) {
     std::vector<GridLine> lines;
-    for (double gain = lowest; gain <= highest; gain += step)
-        lines.push_back({gain, std::to_string(int(gain)) + (gain == 0.0 ? " dB" : "")});
+    for (int gain = lowest; gain <= highest; gain += step)
+        lines.push_back({double(gain), std::to_string(gain) + (gain == 0 ? " dB" : "")});
     return lines;
 }

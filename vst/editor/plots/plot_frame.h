@@ -43,4 +43,4 @@ class PlotFrame {
 
 // The lines of a frequency axis from 20 Hz to 20 kHz, and of gains in dB every `step`.
 const std::vector<GridLine>& frequency_lines();
-std::vector<GridLine> decibel_lines(double lowest, double highest, double step);
+std::vector<GridLine> decibel_lines(int lowest, int highest, int step);

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <memory>
 
-#include "common/number_text.h"
 #include "softsynth/constants.h"
 #include "softsynth/controller_display.h"
 #include "softsynth/oscillator.h"
@@ -37,8 +36,9 @@ void draw_echoes(Canvas& canvas, const Rect& area, const double* seconds, double
     canvas.line({frame.x(0.0), frame.y(1.0)}, {frame.x(0.0), frame.y(-1.0)}, theme::TEXT_MUTED, 2);
     for (int side = 0; side < 2; side++) {
         double level = wet;
-        for (double time = seconds[side]; time < shown_seconds && level > LOWEST_LEVEL;
-             time += seconds[side]) {
+        const int num_echoes = int(shown_seconds / seconds[side]);
+        for (int echo = 1; echo <= num_echoes && level > LOWEST_LEVEL; echo++) {
+            const double time = echo * seconds[side];
             const double height = std::cbrt(level) * (side == 0 ? 1.0 : -1.0);
             canvas.line({frame.x(time), zero}, frame.point(time, height), SIDES[side], 2.5);
             level *= feedback;
@@ -52,10 +52,10 @@ void draw_sweep(Canvas& canvas, const Rect& area, double delay_ms, double amount
     constexpr double SHOWN_SECONDS = 2.0;
     const double highest = std::max(2.0, (delay_ms + amount_ms) * 1.15);
     const PlotFrame frame(area, 0.0, SHOWN_SECONDS, 0.0, highest);
-    const double step = highest > 20.0 ? 10.0 : (highest > 6.0 ? 2.0 : 1.0);
+    const int step = highest > 20.0 ? 10 : (highest > 6.0 ? 2 : 1);
     std::vector<GridLine> rows;
-    for (double ms = step; ms < highest; ms += step)
-        rows.push_back({ms, trimmed_number(ms, 1) + " ms"});
+    for (int ms = step; ms < highest; ms += step)
+        rows.push_back({double(ms), std::to_string(ms) + " ms"});
     frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}}, rows);
     const auto pitch = std::make_unique<MonoBuffer>();
     const auto out = std::make_unique<MonoBuffer>();

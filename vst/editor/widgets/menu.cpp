@@ -10,6 +10,7 @@ namespace {
 
 constexpr double ROW_HEIGHT = 19.0;
 constexpr double SEARCH_HEIGHT = 24.0;
+constexpr double SEARCH_WIDTH = 260.0;
 constexpr double MARGIN = 5.0;
 constexpr double CHARACTER_WIDTH = 6.6; // about, at the normal size
 constexpr double MARK_WIDTH = 16.0;
@@ -30,12 +31,10 @@ Menu::Menu(const Rect& anchor, std::vector<MenuItem> menu_items, bool has_search
     size_t longest = 8;
     for (const MenuItem& item : items)
         longest = std::max(longest, item.text.size());
-    num_columns = (items.size() + MAX_ROWS - 1) / MAX_ROWS;
     column_width = MARK_WIDTH + 12 + CHARACTER_WIDTH * double(std::min<size_t>(longest, 24));
-    if (num_columns == 1)
+    if (items.size() <= MAX_ROWS)
         column_width = std::max(column_width, below.w - 2 * MARGIN);
     filter();
-    place();
     for (size_t i = 0; i < rows.size(); i++) {
         if (items[rows[i]].is_checked)
             current = i;
@@ -43,8 +42,10 @@ Menu::Menu(const Rect& anchor, std::vector<MenuItem> menu_items, bool has_search
 }
 
 void Menu::place() {
-    const double rows_high = double(std::min(items.size(), MAX_ROWS));
-    area.w = double(num_columns) * column_width + 2 * MARGIN;
+    const double rows_high = double(std::min(rows.size(), MAX_ROWS));
+    const size_t num_columns = (rows.size() + MAX_ROWS - 1) / MAX_ROWS;
+    const double least = has_search_field ? SEARCH_WIDTH + 4 : 0.0;
+    area.w = std::max(double(num_columns) * column_width, least) + 2 * MARGIN;
     area.h = rows_high * ROW_HEIGHT + 2 * MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
     area.x = std::clamp(below.x, 4.0, std::max(4.0, WINDOW_WIDTH - 4 - area.w));
     area.y = below.bottom() + 2;
@@ -60,6 +61,7 @@ void Menu::filter() {
             rows.push_back(i);
     }
     current = rows.empty() || wanted.empty() ? NO_ROW : 0;
+    place();
 }
 
 Rect Menu::row_area(size_t row) const {
@@ -81,8 +83,7 @@ void Menu::draw(Canvas& canvas) {
     canvas.fill(area, theme::CONTROL, 5);
     canvas.frame(area, theme::OUTLINE, 5);
     if (has_search_field) {
-        const Rect field{area.x + MARGIN + 2, area.y + MARGIN,
-                         std::min(area.w - 2 * MARGIN - 4, 260.0), SEARCH_HEIGHT - 2};
+        const Rect field{area.x + MARGIN + 2, area.y + MARGIN, SEARCH_WIDTH, SEARCH_HEIGHT - 2};
         search.draw(canvas, field, true);
         if (search.get_text().empty())
             canvas.text(field.inset(10, 0), "type to search",

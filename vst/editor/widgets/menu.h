@@ -40,7 +40,6 @@ class Menu : public Overlay {
     TextEdit search;
     std::vector<size_t> rows; // the items that fit the search
     size_t current = NO_ROW;  // index into rows
-    size_t num_columns = 1;
     double column_width = 0.0;
     Rect area;
 
