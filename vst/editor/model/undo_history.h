@@ -22,13 +22,13 @@ inline constexpr int GLOBAL_PROGRAM = -1;
 
 struct InstrumentEdit {
     unsigned program = 0;
-    Instrument before;
-    Instrument after;
+    Instrument before{};
+    Instrument after{};
 };
 
 struct BankEdit {
-    std::shared_ptr<const TarqSettings> before;
-    std::shared_ptr<const TarqSettings> after;
+    std::shared_ptr<const TarqSettings> before{};
+    std::shared_ptr<const TarqSettings> after{};
 };
 
 struct ChannelEdit {
@@ -38,16 +38,16 @@ struct ChannelEdit {
 };
 
 struct SongEdit {
-    std::pair<std::string, std::string> before; // title, author
-    std::pair<std::string, std::string> after;
+    std::pair<std::string, std::string> before{}; // title, author
+    std::pair<std::string, std::string> after{};
 };
 
 using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit>;
 
 // What one gesture changed, in order.
 struct UndoStep {
-    std::string name; // for people: "Filter cutoff"
-    std::vector<Edit> edits;
+    std::string name{}; // for people: "Filter cutoff"
+    std::vector<Edit> edits{};
 };
 
 class UndoHistory {
@@ -67,6 +67,6 @@ class UndoHistory {
     static constexpr size_t MAX_STEPS = 200;
 
   private:
-    std::vector<UndoStep> steps;
+    std::vector<UndoStep> steps{};
     size_t position = 0; // steps before it can be undone
 };

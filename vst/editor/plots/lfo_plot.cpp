@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr unsigned NUM_SAMPLES = 1024;
+constexpr unsigned NUM_SAMPLES = 512;
 constexpr double FEWEST_PERIODS = 2.0; // shown
 constexpr double SHORTEST_SECONDS = 2.0;
 

@@ -16,7 +16,7 @@ class ResponseWorker;
 struct ViewState {
     int plot_note = 60;         // of waves and of filters that follow the key
     unsigned selected_slot = 0; // of the bank page
-    std::optional<Instrument> copied_instrument;
+    std::optional<Instrument> copied_instrument{};
 };
 
 // A file to be chosen.

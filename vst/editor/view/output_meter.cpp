@@ -6,6 +6,10 @@
 
 #include "common/number_text.h"
 
+OutputMeter::OutputMeter(const Rect& widget_area, const LevelMeter& shown,
+                         std::function<void()> on_clear)
+    : Widget(widget_area), meter(shown), clear(std::move(on_clear)) {}
+
 void OutputMeter::draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& /*state*/) {
     constexpr double CLIP_WIDTH = 12.0;
     constexpr double WARM_LEVEL = -6.0; // dB

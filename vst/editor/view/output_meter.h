@@ -9,8 +9,7 @@
 
 class OutputMeter : public Widget {
   public:
-    OutputMeter(const Rect& widget_area, const LevelMeter& shown, std::function<void()> on_clear)
-        : Widget(widget_area), meter(shown), clear(std::move(on_clear)) {}
+    OutputMeter(const Rect& widget_area, const LevelMeter& shown, std::function<void()> on_clear);
 
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;

@@ -66,7 +66,8 @@ void Menu::filter() {
 
 Rect Menu::row_area(size_t row) const {
     const double top = area.y + MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
-    return {area.x + MARGIN + double(row / MAX_ROWS) * column_width,
+    const size_t column = row / MAX_ROWS;
+    return {area.x + MARGIN + double(column) * column_width,
             top + double(row % MAX_ROWS) * ROW_HEIGHT, column_width, ROW_HEIGHT};
 }
 

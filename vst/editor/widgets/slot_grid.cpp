@@ -16,8 +16,8 @@ constexpr unsigned NUM_ROWS = 26;
 Rect SlotGrid::slot_area(unsigned slot) const {
     const double width = area.w / NUM_COLUMNS;
     const double height = area.h / NUM_ROWS;
-    return {area.x + width * (slot / NUM_ROWS), area.y + height * (slot % NUM_ROWS), width - 4,
-            height - 2};
+    const unsigned column = slot / NUM_ROWS;
+    return {area.x + width * column, area.y + height * (slot % NUM_ROWS), width - 4, height - 2};
 }
 
 int SlotGrid::slot_at(Point at) const {

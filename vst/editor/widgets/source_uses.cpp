@@ -21,8 +21,10 @@ void SourceUses::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/
         return;
     }
     const unsigned per_column = 3;
-    for (unsigned i = 0; i < names.size(); i++)
-        canvas.text({rest.x + double(i / per_column) * 110,
-                     rest.y + double(i % per_column) * LINE_HEIGHT, 108, LINE_HEIGHT},
+    for (unsigned i = 0; i < names.size(); i++) {
+        const unsigned column = i / per_column;
+        canvas.text({rest.x + column * 110.0, rest.y + double(i % per_column) * LINE_HEIGHT, 108,
+                     LINE_HEIGHT},
                     names[i], {theme::SMALL, theme::TEXT});
+    }
 }
