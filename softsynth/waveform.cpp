@@ -64,7 +64,7 @@ class NoiseChains {
     }
 
     uint64_t leap = 1; // MULTIPLIER to the power of COUNT
-    uint64_t x[COUNT];
+    uint64_t x[COUNT] = {};
 };
 
 // Harmonics of the table after one of n: every number up to 32, every second up to 64, then every

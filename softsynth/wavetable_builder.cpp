@@ -36,9 +36,9 @@ void build_wavetables(float* samples, size_t stride, unsigned size,
         if (amplitude(h) != 0.0F)
             present.push_back(h);
     }
-    std::vector<HarmonicPhasors> phasors;
-    for (const unsigned h : present)
-        phasors.push_back(first_phasors(2 * PI * h / size));
+    std::vector<HarmonicPhasors> phasors(present.size());
+    std::transform(present.begin(), present.end(), phasors.begin(),
+                   [&](unsigned h) { return first_phasors(2 * PI * h / size); });
     std::vector<uint32_t> counts;
     std::vector<float> amplitudes(num_harmonics.size() * present.size());
     for (size_t k = 0; k < num_harmonics.size(); k++) {

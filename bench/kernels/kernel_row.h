@@ -18,5 +18,6 @@ struct KernelRow {
 
 std::vector<KernelRow> oscillator_rows();
 std::vector<KernelRow> master_rows();
+std::vector<KernelRow> filter_rows();
 std::vector<KernelRow> note_rows();
 std::vector<KernelRow> table_rows();

@@ -66,19 +66,20 @@ std::vector<double> measure_levels(const KernelRow& row) {
     return medians;
 }
 
+// What does not depend on the kernels stands in the last column.
 void print_row(const KernelRow& row, bool markdown) {
     const char* separator = markdown ? " | " : "  ";
     const char* unit = row.unit == KernelRow::CYCLES ? "cycles" : "us";
     std::printf(markdown ? "| %s | %s" : "%-40s%8s", row.name.c_str(), unit);
-    for (const double value : measure_levels(row))
+    const std::vector<double> values = measure_levels(row);
+    for (size_t i = values.size(); i < kernel_levels().size(); i++)
+        std::printf(markdown ? "%s%s" : "%s%10s", separator, "");
+    for (const double value : values)
         std::printf(markdown ? "%s%.*f" : "%s%10.*f", separator,
                     value < 10    ? 2
                     : value < 100 ? 1
                                   : 0,
                     value);
-    for (size_t i = row.has_levels ? kernel_levels().size() : 1;
-         markdown && i < kernel_levels().size(); i++)
-        std::printf(" |");
     std::printf(markdown ? " |\n" : "\n");
     std::fflush(stdout);
 }
@@ -102,7 +103,7 @@ int main(int argc, char** argv) {
     for (size_t i = 0; markdown && i < kernel_levels().size(); i++)
         std::printf("|---:");
     std::printf(markdown ? "|\n" : "");
-    for (const auto& rows : {oscillator_rows, note_rows, table_rows, master_rows}) {
+    for (const auto& rows : {oscillator_rows, filter_rows, note_rows, table_rows, master_rows}) {
         for (const KernelRow& row : rows()) {
             if (row.name.find(part) != std::string::npos)
                 print_row(row, markdown);

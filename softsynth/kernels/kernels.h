@@ -17,6 +17,7 @@
 #include "softsynth/kernels/reverb_tank.h"
 
 struct Kernels {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a declaration, not an expression
 #define KERNEL(result, name, arguments) result(*name) arguments;
 #include "softsynth/kernels/kernels.def"
 #undef KERNEL

@@ -46,9 +46,9 @@ template <int W> struct Lanes {
 
     // Memory of any alignment.
     static Lanes load(const float* from) {
-        Lanes lanes;
-        __builtin_memcpy(&lanes.v, from, sizeof lanes.v);
-        return lanes;
+        Vector loaded;
+        __builtin_memcpy(&loaded, from, sizeof loaded);
+        return {loaded};
     }
     static Lanes splat(float value) { return {value - Vector{}}; }
     void store(float* to) const { __builtin_memcpy(to, &v, sizeof v); }
@@ -177,13 +177,13 @@ template <int W> struct Lanes {
 
   private:
     template <typename Value> static Lanes each(const Value& value) {
-        Lanes lanes;
+        Lanes lanes = {};
         for (int i = 0; i < W; i++)
             lanes.v[i] = value(i);
         return lanes;
     }
     template <typename Value> static LaneMask<W> test(const Value& value) {
-        LaneMask<W> mask;
+        LaneMask<W> mask = {};
         for (int i = 0; i < W; i++)
             mask.v[i] = value(i);
         return mask;

@@ -138,7 +138,7 @@ void render_single(const OscillatorCopies& copies, float* samples, const float* 
 
 void oscillator_copies(const OscillatorCopies& copies, float* samples, const float* pitches,
                        uint32_t size) {
-    if (copies.count == 1)
+    if (copies.count <= 1)
         render_single(copies, samples, pitches, size);
     else if (copies.table_shift != WAVE_SHIFT)
         render<FEW, 0>(copies, 0, copies.count, samples, pitches, size);

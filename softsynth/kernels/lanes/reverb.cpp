@@ -111,7 +111,7 @@ void run_combs(const ReverbTank& tank, ReverbTank::Side& side, const float* in, 
 }
 
 void run_allpass(Line& line, float* samples, uint32_t count) {
-    Oldest oldest;
+    Oldest oldest; // NOLINT(cppcoreguidelines-pro-type-member-init): take() fills it
     float* row = oldest.take(line, count);
     for_each_lanes(count, [&]<int W>(uint32_t i) {
         const auto x = Lanes<W>::load(samples + i);
