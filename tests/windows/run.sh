@@ -8,6 +8,8 @@ Xvfb ":$NUMBER" -screen 0 1600x1000x24 -noreset -nolisten tcp >"$work/xvfb.log" 
 readonly SERVER=$!
 trap 'kill $SERVER 2>/dev/null || true; rm -rf "$work"' EXIT
 export DISPLAY=":$NUMBER" XDG_CONFIG_HOME=$work XDG_CACHE_HOME=${XDG_CACHE_HOME:-$work}
+export ASAN_OPTIONS=fast_unwind_on_malloc=0 # cairo keeps no frame pointers
+export LSAN_OPTIONS=suppressions=$(dirname "$0")/leaks_of_libraries.txt:print_suppressions=0
 for _ in $(seq 50); do
     xdpyinfo >/dev/null 2>&1 && break
     sleep 0.1
