@@ -21,7 +21,8 @@ TEST(BestMatch, EveryKernelFindsTheSamePlace) {
         if (seed == 5)
             sound[0] = INFINITY;
         for (const uint32_t end : {1U, 3U, 17U, 65U, 150U, 397U}) {
-            const MatchSearch search = {stretch.data(), LENGTH, sound.data(), seed % 3, seed % 3 + end};
+            const MatchSearch search = {stretch.data(), LENGTH, sound.data(), seed % 3,
+                                        seed % 3 + end};
             for_every_kernel_level([&](const Kernels& kernels, const Kernels& scalar) {
                 EXPECT_EQ(kernels.best_match(search), scalar.best_match(search)) << seed;
             });
