@@ -37,15 +37,9 @@ add_song() {
     grep -q "$region" "$file"
 }
 
-# On a machine that is busy the tool now and then begins before the track's events are there and
-# writes silence (with Ardour's own synthesizer too): then it is asked again.
 # export_session SNAPSHOT WAV
 export_session() {
-    local attempt
-    for attempt in 1 2 3 4; do
-        run in_ardour ardour7-export -b float -o "$2" "$session" "$1"
-        [ -z "$(samples "$2" | tr -d '\0' | head -c 1)" ] || break
-    done
+    run in_ardour ardour7-export -b float -o "$2" "$session" "$1"
     [ -s "$2" ]
 }
 

@@ -34,6 +34,16 @@ local count = insert:plugin(0):parameter_count()
 check(count == 173, "it has " .. count .. " parameters")
 print(count .. " parameters")
 
+-- On a busy machine Ardour itself now and then leaves a new track unconnected.
+for side = 0, 1 do
+    local output = tracks:front():output():audio(side)
+    local input = Session:master_out():input():audio(side):name()
+    if not output:connected_to(input) then
+        output:connect(input)
+    end
+    check(output:connected_to(input), "the track is not connected to the master")
+end
+
 for parameter, byte in pairs({[MIX] = 100, [VOLUME3] = 30}) do
     ARDOUR.LuaAPI.set_processor_param(plugin, parameter, byte / 127)
     local value = ARDOUR.LuaAPI.get_processor_param(plugin, parameter)
