@@ -3,7 +3,7 @@
 #include "softsynth/stereo_filter.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
 
 #include "softsynth/finite.h"
 
@@ -56,8 +56,11 @@ bool StereoFilter::is_at_rest() {
     std::copy_n(right, MAX_DEPTH, before[1]);
     float frame[2] = {};
     run(frame, 1);
-    const bool unchanged = std::memcmp(before[0], left, sizeof left) == 0 &&
-                           std::memcmp(before[1], right, sizeof right) == 0;
+    const auto same_bits = [](State a, State b) {
+        return std::bit_cast<uint64_t>(a) == std::bit_cast<uint64_t>(b);
+    };
+    const bool unchanged = std::equal(before[0], before[0] + MAX_DEPTH, left, same_bits) &&
+                           std::equal(before[1], before[1] + MAX_DEPTH, right, same_bits);
     std::copy_n(before[0], MAX_DEPTH, left);
     std::copy_n(before[1], MAX_DEPTH, right);
     return unchanged && all_zero(frame, 2);

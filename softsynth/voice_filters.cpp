@@ -43,19 +43,24 @@ void VoiceFilters::render_ladders(std::span<Voice* const> voices, uint32_t size)
             filters[lane]->update();
         },
         [&](uint32_t first, uint32_t end) { kernels().ladder_lanes(lanes, first, end - first); });
-    for (uint32_t lane = 0; lane < count; lane++)
-        filters[lane]->clear_if_not_finite();
+    for (Voice* voice : voices) {
+        if (LadderFilter* ladder = voice->get_ladder())
+            ladder->clear_if_not_finite();
+    }
 }
 
 void VoiceFilters::render_biquads(std::span<Voice* const> voices, int depth, uint32_t size) {
     Filter* filters[MAX_VOICES];
     BiquadState* memory[MAX_VOICES];
     const BiquadCoefficients* coefficients[MAX_VOICES];
+    const auto belongs = [depth](Voice& voice) {
+        return voice.get_ladder() == nullptr && voice.get_biquads().get_depth() == depth;
+    };
     clear();
     for (Voice* voice : voices) {
-        Filter& filter = voice->get_biquads();
-        if (voice->get_ladder() != nullptr || filter.get_depth() != depth)
+        if (!belongs(*voice))
             continue;
+        Filter& filter = voice->get_biquads();
         filters[count] = &filter;
         memory[count] = filter.get_state();
         coefficients[count] = &filter.get_coefficients();
@@ -63,8 +68,8 @@ void VoiceFilters::render_biquads(std::span<Voice* const> voices, int depth, uin
         if (filter.has_waveshaper())
             Filter::shape_before_sections(voice->get_signals().signal, size);
     }
+    const BiquadLanes lanes = {signal, memory, coefficients, count, uint32_t(depth)};
     if (count > 0 && depth > 0) {
-        const BiquadLanes lanes = {signal, memory, coefficients, count, uint32_t(depth)};
         for_each_common_segment<MAX_VOICES>(
             size, count, cutoff, resonance,
             [&](uint32_t lane, float octaves, float q) {
@@ -77,9 +82,11 @@ void VoiceFilters::render_biquads(std::span<Voice* const> voices, int depth, uin
                 kernels().biquad_lanes(lanes, first, end - first);
             });
     }
-    for (uint32_t lane = 0; lane < count; lane++) {
-        filters[lane]->clear_if_not_finite();
-        if (filters[lane]->has_waveshaper())
-            Filter::shape_after_sections(signal[lane], size);
+    for (Voice* voice : voices) {
+        if (!belongs(*voice))
+            continue;
+        voice->get_biquads().clear_if_not_finite();
+        if (voice->get_biquads().has_waveshaper())
+            Filter::shape_after_sections(voice->get_signals().signal, size);
     }
 }

@@ -131,8 +131,8 @@ void run(const LadderLanes& lanes, uint32_t first_lane, uint32_t first, uint32_t
     using Vector = Lanes<W>;
     Rows<W> rows[V];
     auto* scratch = reinterpret_cast<Scratch<W>*>(lanes.scratch);
-    LadderSettings<Vector, V> settings;
-    LadderStages<Vector, V> stages;
+    LadderSettings<Vector, V> settings = {};
+    LadderStages<Vector, V> stages = {};
     for (int v = 0; v < V; v++) {
         rows[v].find(lanes, first_lane + uint32_t(v * W), first);
         load(rows[v], v, settings);
