@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <iterator>
 
-#include "tools/plot/printable_text.h"
+#include "common/printable_text.h"
 
 namespace {
 

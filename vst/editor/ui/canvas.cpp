@@ -6,6 +6,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "common/printable_text.h"
+
 namespace {
 
 constexpr double PI = std::numbers::pi;
@@ -163,9 +165,13 @@ void Canvas::set_font(double size, Weight weight) {
 }
 
 double Canvas::text_width(std::string_view text, double size, Weight weight) {
+    return measure(printable_text(text, text.size()), size, weight);
+}
+
+double Canvas::measure(const std::string& printable, double size, Weight weight) {
     set_font(size, weight);
     cairo_text_extents_t extents;
-    cairo_text_extents(cr, std::string(text).c_str(), &extents);
+    cairo_text_extents(cr, printable.c_str(), &extents);
     return extents.x_advance;
 }
 
@@ -174,19 +180,21 @@ void Canvas::text(const Rect& area, std::string_view text, const TextStyle& styl
         return;
     // No character is wider than that, on the average: what surely fits need not be measured.
     constexpr double WIDEST = 0.8; // of the size
-    std::string shown(text);
+    // Names come from files, and text that is no UTF-8 would end all drawing.
+    constexpr size_t MAX_CHARACTERS = 200;
+    std::string shown = printable_text(text, MAX_CHARACTERS);
     double width = WIDEST * style.size * double(shown.size());
     if (style.align == Align::LEFT && width < area.w)
         set_font(style.size, style.weight);
     else
-        width = text_width(shown, style.size, style.weight);
+        width = measure(shown, style.size, style.weight);
     constexpr double TOLERANCE = 0.5;
     if (width > area.w + TOLERANCE) {
         std::string kept = shown;
         while (!kept.empty() && width > area.w + TOLERANCE) {
             pop_character(kept);
             shown = kept + "\u2026";
-            width = text_width(shown, style.size, style.weight);
+            width = measure(shown, style.size, style.weight);
         }
     }
     double x = area.x;

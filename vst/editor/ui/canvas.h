@@ -56,6 +56,7 @@ class Canvas {
   private:
     void set_color(Color color, double alpha = 1.0);
     void set_font(double size, Weight weight);
+    double measure(const std::string& printable, double size, Weight weight);
     void rounded(const Rect& area, double radius);
 
     cairo_t* cr;

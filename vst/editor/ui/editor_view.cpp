@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/assertion.h"
 #include "vst/editor/pages/pages.h"
 #include "vst/editor/view/header.h"
 #include "vst/editor/view/tabs.h"
@@ -122,8 +123,10 @@ void EditorView::draw_page(Canvas& canvas) {
                     {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
     }
     for (Page* page : {&header, &pages[current_page]}) {
-        for (const auto& widget : page->widgets)
+        for (const auto& widget : page->widgets) {
+            TARQ_ASSERT(widget != nullptr);
             widget->draw(canvas, *this, state_of(widget.get()));
+        }
     }
 }
 
@@ -287,6 +290,8 @@ bool EditorView::key(const KeyEvent& event) {
     }
     if (!has_keyboard)
         return false;
+    if (pressed != nullptr) // a drag goes on
+        return true;
     is_changed = true;
     message.clear();
     if (event.key == Key::TAB) {

@@ -43,6 +43,8 @@ bool ControlWidget::press(UiHost& host, const Pointer& pointer) {
         open_context_menu(host, pointer.at);
         return false;
     }
+    if (pointer.button != Pointer::Button::LEFT)
+        return false;
     if (pointer.is_double) {
         reset_control(model, number);
         return false;

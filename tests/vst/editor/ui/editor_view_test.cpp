@@ -173,6 +173,26 @@ TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) 
     }
 }
 
+TEST_F(EditorViewTest, AnyButtonAndAnyNameLeaveItUsable) {
+    synth.bank.get_instrument(0).set_name("bad \xFF\xC3 name");
+    synth.bank.set_song_title(std::string(100000, 'x'));
+    view.host_changed();
+    view.tick(0.0);
+    const Point knob = find(CTRL_PORTAMENTO_TIME);
+    press(knob, 2);
+    view.move(at({knob.x, knob.y - 50}));
+    EXPECT_EQ(value(CTRL_PORTAMENTO_TIME), 0);
+    press(knob);
+    view.key({Key::CHARACTER, "z", false, true});
+    view.move(at({knob.x, knob.y - 50}));
+    EXPECT_GT(value(CTRL_PORTAMENTO_TIME), 0);
+    for (unsigned page = 0; page < view.get_pages().size(); page++) {
+        view.show_page(page);
+        draw();
+    }
+    EXPECT_EQ(cairo_status(picture.context()), CAIRO_STATUS_SUCCESS);
+}
+
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
     click({WINDOW_WIDTH - 40, 20});
     draw();

@@ -1,6 +1,6 @@
 // Text from files, made fit to be drawn.
 
-#include "tools/plot/printable_text.h"
+#include "common/printable_text.h"
 
 #include <cstdint>
 
