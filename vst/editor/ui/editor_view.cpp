@@ -189,7 +189,7 @@ bool EditorView::is_double_click(const PointerEvent& event) {
     const double way = std::hypot(event.x - press_at.x, event.y - press_at.y);
     const bool is_second = was_pressed && event.button == 1 && way < DOUBLE_CLICK_REACH &&
                            event.time_ms - press_time < DOUBLE_CLICK_MS;
-    was_pressed = !is_second;
+    was_pressed = event.button == 1 && !is_second;
     press_time = event.time_ms;
     press_at = {event.x, event.y};
     return is_second;
