@@ -39,7 +39,13 @@ Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const 
             ? 20.0 * std::log10(controller_quantity(type + GAIN, bytes[type + GAIN]))
             : 0.0;
     const Rect inside = area.inset(NODE_RADIUS);
-    const Point place = frame.point(hertz, gain);
+    Point place = frame.point(hertz, gain);
+    // Filters set alike stand side by side.
+    for (int other = 0; other < filter; other++) {
+        const auto controls = bytes.begin() + type_of(other);
+        if (std::equal(controls, controls + GAIN + 1, bytes.begin() + type))
+            place.x += 2 * NODE_RADIUS + 2;
+    }
     return {std::clamp(place.x, inside.x, inside.right()),
             std::clamp(place.y, inside.y, inside.bottom())};
 }
