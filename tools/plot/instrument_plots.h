@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "instrument/instrument.h"
 #include "curves/envelope_shape.h"
 #include "curves/filter_response.h"
+#include "instrument/instrument.h"
 #include "tools/plot/plot.h"
 
 // The voice filter at `note` (0..127), the channel filters together and the sum of both.
