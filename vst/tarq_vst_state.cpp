@@ -1,5 +1,6 @@
 // The plug-in object: parameters, programs and saved states.
 
+#include <charconv>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -17,6 +18,10 @@
 namespace {
 
 constexpr const char* BANK_OF_IMAGE = "default.tqb";
+
+// A line at the end of a saved state, which a bank's reader passes over: the programs of the
+// channels, when they are not those that a new plug-in starts with.
+constexpr std::string_view CHANNEL_PROGRAMS = "channel_programs = ";
 
 std::string shown_value(int controller, int byte) {
     char text[kVstMaxParamStrLen];
@@ -207,6 +212,7 @@ int32_t TarqVST::getChunk(void** data, bool isPreset) {
             logPrintf("getChunk: save_bank failed with code %d\n", error);
             return 0;
         }
+        save_channel_programs(chunk);
     }
     *data = chunk.data();
     return int32_t(chunk.size());
@@ -232,6 +238,7 @@ int32_t TarqVST::setChunk(const void* data, int32_t byteSize, bool isPreset) {
             logPrintf("setChunk: load_bank_from_string failed with code %d\n", error);
             return 0;
         }
+        load_channel_programs(bytes);
     }
     logPrintf("setChunk succeeded\n");
     return 1;
@@ -260,6 +267,35 @@ bool TarqVST::load_image(const char* image, int32_t length, bool isPreset) {
     }
     recursive_remove(directory);
     return error == 0;
+}
+
+void TarqVST::save_channel_programs(std::string& text) const {
+    bool is_usual = true;
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        is_usual = is_usual && current_instruments[channel] == channel;
+    if (is_usual)
+        return;
+    text += CHANNEL_PROGRAMS;
+    for (const unsigned program : current_instruments)
+        text += std::to_string(program) + " ";
+    text.back() = '\n';
+}
+
+void TarqVST::load_channel_programs(std::string_view text) {
+    const size_t line = text.rfind(CHANNEL_PROGRAMS);
+    if (line == std::string_view::npos || line == 0 || text[line - 1] != '\n')
+        return;
+    const char* next = text.data() + line + CHANNEL_PROGRAMS.size();
+    for (int channel = 0; channel < NUM_CHANNELS; channel++) {
+        int program = -1;
+        next = std::from_chars(next, text.data() + text.size(), program).ptr;
+        if (program < 0 || program >= NUM_PROGRAMS)
+            return; // damaged: the other channels keep theirs
+        if (program != get_current_instrument(channel))
+            changeInstrument(channel, program, curr_time);
+        if (next != text.data() + text.size())
+            next++;
+    }
 }
 
 void TarqVST::follow_load() {

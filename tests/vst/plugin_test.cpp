@@ -161,6 +161,17 @@ TEST(Plugin, StatesComeBackExactly) {
         for (int32_t i = 0; i < KEYLESS_PARAM; i++)
             ASSERT_EQ(loaded.get(i), saved.get(i)) << "parameter " << i << ", seed " << seed;
     }
+    EXPECT_EQ(bank.find("channel_programs"), std::string::npos);
+    saved.midi(0xC4, 9);
+    saved.midi(0xCF, 127);
+    saved.block(64);
+    const std::string with_programs = saved.save(false);
+    EXPECT_NE(with_programs, bank);
+    ASSERT_TRUE(loaded.load(with_programs, false));
+    EXPECT_EQ(loaded.save(false), with_programs);
+    // A damaged list is no reason to refuse the sounds.
+    EXPECT_TRUE(loaded.load(with_programs.substr(0, with_programs.size() - 4) + "999\n", false));
+
     PluginHost other;
     other.call(effSetProgram, 0, 77);
     const std::string program = saved.save(true);
