@@ -52,6 +52,11 @@ template <typename Render> std::vector<float> impulse_through(const Render& rend
     samples[0] = IMPULSE;
     for (unsigned block = 0; block < NUM_BLOCKS; block++)
         render(samples.data() + size_t(block) * MAX_NUM_SAMPLES, MAX_NUM_SAMPLES);
+    // What still rings at the end is faded out: cut off, it would ripple over all frequencies.
+    const size_t fade = samples.size() / 2;
+    for (size_t i = 0; i < fade; i++)
+        samples[fade + i] *=
+            float(0.5 + 0.5 * std::cos(std::numbers::pi * double(i) / double(fade)));
     return samples;
 }
 

@@ -67,6 +67,20 @@ TEST(FilterResponse, TheLadderHasFourPolesWithoutResonance) {
     EXPECT_FALSE(is_filter_on(filter_at(FILTER_LOWPASS, 1000, 1.0, 0)));
 }
 
+TEST(FilterResponse, ACurveThatRingsIsSmooth) {
+    FilterSettings shaped = filter_at(FILTER_LOWPASS, 40, 100.0);
+    shaped.type = FilterType(FILTER_LOWPASS + NUM_BASE_FILTER_TYPES);
+    for (const FilterSettings& filter : {filter_at(FilterType(21), 1000, 7.5), shaped}) {
+        const double cutoff = 20 * std::exp2(double(filter.cutoff_octaves));
+        double last = MIN_GAIN_DB;
+        for (double frequency = 8 * cutoff; frequency > 1.5 * cutoff; frequency /= 1.05) {
+            const double now = gain(filter, frequency);
+            EXPECT_GT(now, last) << frequency; // rises steadily down to the peak
+            last = now;
+        }
+    }
+}
+
 TEST(FilterResponse, TheLaddersGainIsThatOfASine) {
     // A sine of a hundredth of full scale, measured once the filter has settled.
     const FilterSettings settings = filter_at(FilterType(24), 700, 5.0);
