@@ -10,8 +10,7 @@
 namespace {
 
 // Parts of the picture are compared by themselves, so that a missing knob counts.
-constexpr int TILE = 16;         // pixels
-constexpr int MAX_TILE_MEAN = 6; // of 255, over a tile and its channels
+constexpr int TILE = 16; // pixels
 
 constexpr int NUM_CHANNELS_OF_COLOR = 3;
 
@@ -61,7 +60,7 @@ Picture Picture::halved() const {
     return half;
 }
 
-std::string Picture::compare(const Picture& other) const {
+std::string Picture::compare(const Picture& other, int max_tile_mean) const {
     if (width() != other.width() || height() != other.height())
         return other.width() == 0 ? "there is no stored picture" : "the size differs";
     cairo_surface_flush(surface.get());
@@ -77,7 +76,7 @@ std::string Picture::compare(const Picture& other) const {
                     }
                 }
             }
-            if (sum > MAX_TILE_MEAN * count)
+            if (sum > max_tile_mean * count)
                 return "differs at " + std::to_string(2 * left) + ", " + std::to_string(2 * top);
         }
     }

@@ -20,9 +20,10 @@ class Picture {
     // Half as wide and high, each pixel the mean of four.
     [[nodiscard]] Picture halved() const;
 
-    // Why it is not the same as `other`, empty when it is within the tolerance: text may be drawn
-    // by another version of the font's library, so single pixels may differ, areas not.
-    [[nodiscard]] std::string compare(const Picture& other) const;
+    // Why it is not the same as `other`, empty when no tile's channels differ by more than
+    // max_tile_mean (of 255) on average: text may be drawn by another version of the font's
+    // library, so single pixels may differ, areas not.
+    [[nodiscard]] std::string compare(const Picture& other, int max_tile_mean) const;
 
   private:
     explicit Picture(cairo_surface_t* taken);

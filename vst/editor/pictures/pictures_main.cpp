@@ -4,6 +4,9 @@
 //     tarquil_editor_pictures write FOLDER BANK.tqb            all pages, for looking at
 //     tarquil_editor_pictures check STORED BANK.tqb OUT        differences beyond the tolerance
 //     tarquil_editor_pictures update STORED BANK.tqb           new stored pictures
+//
+// Stored pictures have half the size of a window at 100 %; the same page at 200 %, made as small,
+// must look like them, too.
 
 #include <cstdio>
 #include <filesystem>
@@ -27,7 +30,6 @@ struct Scene {
     std::string title; // of the page
     unsigned page = 0;
     bool is_demo = false;
-    double scale = 1.0;
     void (*prepare)(EditorView& view) = nullptr; // what the user does first
 };
 
@@ -93,18 +95,16 @@ std::vector<Scene> make_scenes(bool for_looking) {
     for (unsigned page = 0; page < view.get_pages().size(); page++) {
         const std::string& title = view.get_pages()[page].title;
         const std::string name = file_name(title);
-        scenes.push_back({"demo-" + name, title, page, true, 1.0});
-        scenes.push_back({"default-" + name, title, page, false, 1.0});
-        if (for_looking)
-            scenes.push_back({"double-" + name, title, page, true, 2.0});
+        scenes.push_back({"demo-" + name, title, page, true});
+        scenes.push_back({"default-" + name, title, page, false});
     }
     const std::string first = view.get_pages()[0].title;
-    scenes.push_back({"open-programs", first, 0, true, 1.0, open_program_menu});
-    scenes.push_back({"open-context", first, 0, true, 1.0, open_context_menu});
-    scenes.push_back({"open-entry", first, 0, true, 1.0, type_nonsense});
-    scenes.push_back({"open-tooltip", first, 0, true, 1.0, show_tooltip});
+    scenes.push_back({"open-programs", first, 0, true, open_program_menu});
+    scenes.push_back({"open-context", first, 0, true, open_context_menu});
+    scenes.push_back({"open-entry", first, 0, true, type_nonsense});
+    scenes.push_back({"open-tooltip", first, 0, true, show_tooltip});
     if (for_looking) // what lies in the folder depends on the machine
-        scenes.push_back({"open-files", first, 0, true, 1.0, choose_file});
+        scenes.push_back({"open-files", first, 0, true, choose_file});
     return scenes;
 }
 
@@ -130,7 +130,15 @@ unsigned program_for(const TarqSettings& bank, const std::string& page) {
     return 0;
 }
 
-Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
+struct Enlargement {
+    int scale;         // 1 for 100 %
+    int max_tile_mean; // tolerance of Picture::compare
+};
+
+// Letters are drawn anew at each scale, not enlarged.
+constexpr Enlargement ENLARGEMENTS[] = {{1, 6}, {2, 16}};
+
+Picture draw_scene(const Scene& scene, int scale, const TarqSettings& demo) {
     BankSynth synth;
     if (scene.is_demo) {
         synth.bank = demo;
@@ -139,23 +147,36 @@ Picture draw_scene(const Scene& scene, const TarqSettings& demo) {
     }
     EditorModel model(synth);
     EditorSettings settings;
-    settings.scale = scene.scale;
+    settings.scale = scale;
     EditorView view(model, settings, false);
     view.show_page(scene.page);
     view.tick(0.0);
     if (scene.prepare != nullptr)
         scene.prepare(view);
-    Picture picture(int(WINDOW_WIDTH * scene.scale), int(WINDOW_HEIGHT * scene.scale));
-    cairo_scale(picture.context(), scene.scale, scene.scale);
+    Picture picture(int(WINDOW_WIDTH) * scale, int(WINDOW_HEIGHT) * scale);
+    cairo_scale(picture.context(), scale, scale);
     view.draw(picture.context()); // asks for the responses
     view.wait_for_responses();
     view.draw(picture.context());
     return picture;
 }
 
+// As large as stored ones.
+Picture draw_small(const Scene& scene, int scale, const TarqSettings& demo) {
+    Picture picture = draw_scene(scene, scale, demo);
+    for (int size = 2 * scale; size > 1; size /= 2)
+        picture = picture.halved();
+    return picture;
+}
+
 int fail(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
     return 1;
+}
+
+std::string png_path(const std::string& folder, const Scene& scene, int scale) {
+    return folder + "/" + scene.name + (scale == 1 ? "" : "-" + std::to_string(100 * scale)) +
+           ".png";
 }
 
 } // namespace
@@ -166,29 +187,35 @@ int main(int argc, char** argv) {
         return fail("usage: tarquil_editor_pictures write|check|update FOLDER BANK.tqb [OUT]");
     const std::string& mode = arguments[0];
     const std::string& folder = arguments[1];
+    const std::string out = arguments.size() > 3 ? arguments[3] : "";
     const auto demo = std::make_unique<TarqSettings>();
     if (load_bank_checked(*demo, arguments[2]) != 0)
         return fail(arguments[2] + ": cannot be loaded");
     std::error_code error;
-    std::filesystem::create_directories(
-        mode == "check" && arguments.size() > 3 ? arguments[3] : folder, error);
+    std::filesystem::create_directories(mode == "check" && !out.empty() ? out : folder, error);
     int num_different = 0;
     for (const Scene& scene : make_scenes(mode == "write")) {
-        const Picture picture = draw_scene(scene, *demo);
-        const std::string path = folder + "/" + scene.name + ".png";
-        if (mode != "check") {
-            if (!(mode == "update" ? picture.halved().save(path) : picture.save(path)))
-                return fail(path + ": cannot be written");
-            continue;
+        for (const auto [scale, max_tile_mean] : ENLARGEMENTS) {
+            if (mode == "update" && scale != 1)
+                continue;
+            const std::string path = png_path(folder, scene, scale);
+            const Picture picture =
+                mode == "write" ? draw_scene(scene, scale, *demo) : draw_small(scene, scale, *demo);
+            if (mode != "check") {
+                if (!picture.save(path))
+                    return fail(path + ": cannot be written");
+                continue;
+            }
+            const std::string difference =
+                picture.compare(Picture::load(png_path(folder, scene, 1)), max_tile_mean);
+            if (difference.empty())
+                continue;
+            num_different++;
+            std::fprintf(stderr, "%s at %d %%: %s\n", scene.name.c_str(), 100 * scale,
+                         difference.c_str());
+            if (!out.empty() && !picture.save(png_path(out, scene, scale)))
+                return fail(out + ": cannot be written into");
         }
-        const Picture small = picture.halved();
-        const std::string difference = small.compare(Picture::load(path));
-        if (difference.empty())
-            continue;
-        num_different++;
-        std::fprintf(stderr, "%s: %s\n", scene.name.c_str(), difference.c_str());
-        if (arguments.size() > 3 && !small.save(arguments[3] + "/" + scene.name + ".png"))
-            return fail(arguments[3] + ": cannot be written into");
     }
     return num_different == 0 ? 0 : 1;
 }
