@@ -10,10 +10,10 @@
 namespace kernels_scalar {
 extern const Kernels TABLE;
 }
-#if defined(TARQUIL_X86_KERNELS)
 namespace kernels_baseline {
 extern const Kernels TABLE;
 }
+#if defined(TARQUIL_X86_KERNELS)
 namespace kernels_v3 {
 extern const Kernels TABLE;
 }
@@ -27,9 +27,8 @@ namespace {
 constexpr KernelLevel SCALAR = {"scalar", &kernels_scalar::TABLE};
 
 std::vector<KernelLevel> find_levels() {
-    std::vector<KernelLevel> levels = {SCALAR};
+    std::vector<KernelLevel> levels = {SCALAR, {"baseline", &kernels_baseline::TABLE}};
 #if defined(TARQUIL_X86_KERNELS)
-    levels.push_back({"baseline", &kernels_baseline::TABLE});
     // What the levels of the x86-64 psABI hold beyond these features came with the same processors.
     __builtin_cpu_init();
     const bool v3 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") &&

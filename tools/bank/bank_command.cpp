@@ -30,14 +30,15 @@ struct BankOptions {
     NewBank parts;
 };
 
-using Options = std::shared_ptr<BankOptions>;
+using SharedBankOptions = std::shared_ptr<BankOptions>;
 
-CLI::Option* add_number(CLI::App& command, const Options& options) {
+CLI::Option* add_number(CLI::App& command, const SharedBankOptions& options) {
     return command.add_option("N", options->number, "The instrument's number, 0 to 127")
         ->check(CLI::Range(0U, MAX_INSTRUMENTS - 1));
 }
 
-CLI::App* add_command(CLI::App& bank, const char* name, const char* help, const Options& options) {
+CLI::App* add_bank_command(CLI::App& bank, const char* name, const char* help,
+                           const SharedBankOptions& options) {
     CLI::App* command = bank.add_subcommand(name, help);
     command->add_option("BANK", options->bank, BANK_HELP)->required();
     return command;
@@ -45,7 +46,7 @@ CLI::App* add_command(CLI::App& bank, const char* name, const char* help, const 
 
 void add_list(CLI::App& bank, int results) {
     const auto options = std::make_shared<BankOptions>();
-    CLI::App* command = add_command(bank, "list", "List the instruments of a bank", options);
+    CLI::App* command = add_bank_command(bank, "list", "List the instruments of a bank", options);
     command->add_flag("--all", options->all, "Also list the instruments that are the default");
     command->add_flag("--json", options->json, "Print JSON");
     command->footer("Examples:\n"
@@ -67,7 +68,7 @@ void show(const BankOptions& options, int results) {
 
 void add_show(CLI::App& bank, int results) {
     const auto options = std::make_shared<BankOptions>();
-    CLI::App* command = add_command(
+    CLI::App* command = add_bank_command(
         bank, "show", "Show controllers: key, value in the file, byte, value with unit", options);
     add_number(*command, options);
     command->add_flag("--globals", options->globals, "Show the global controllers");
@@ -97,7 +98,7 @@ void add_extract(CLI::App& bank, int results) {
     const auto options = std::make_shared<BankOptions>();
     options->file = "-";
     CLI::App* command =
-        add_command(bank, "extract", "Write instruments of a bank into files", options);
+        add_bank_command(bank, "extract", "Write instruments of a bank into files", options);
     add_number(*command, options);
     command->add_option("FILE", options->file, "The instrument file (.tqi); - is standard output");
     command
@@ -121,7 +122,7 @@ void insert(const BankOptions& options) {
 void add_insert(CLI::App& bank) {
     const auto options = std::make_shared<BankOptions>();
     CLI::App* command =
-        add_command(bank, "insert", "Replace an instrument of a bank by a file", options);
+        add_bank_command(bank, "insert", "Replace an instrument of a bank by a file", options);
     add_number(*command, options)->required();
     command
         ->add_option("FILE", options->file,
@@ -148,7 +149,7 @@ void make(const BankOptions& options) {
 void add_new(CLI::App& bank) {
     const auto options = std::make_shared<BankOptions>();
     NewBank& parts = options->parts;
-    CLI::App* command = add_command(
+    CLI::App* command = add_bank_command(
         bank, "new", "Make a bank of default instruments with what is given put in", options);
     command->add_option("PART", parts.parts,
                         "Instruments: N=FILE.tqi, or a folder as extract --all makes it");

@@ -43,7 +43,7 @@ struct PlotOptions {
     double gain = 0.0; // dB
 };
 
-using Options = std::shared_ptr<PlotOptions>;
+using SharedPlotOptions = std::shared_ptr<PlotOptions>;
 
 struct NumberRange {
     double first = 0.0;
@@ -72,7 +72,8 @@ CLI::Option* add_number(CLI::App& command, const std::string& name, double& valu
         ->default_str(trimmed_number(value, 4));
 }
 
-CLI::App* add_command(CLI::App& plot, const char* name, const char* help, const Options& options) {
+CLI::App* add_plot_command(CLI::App& plot, const char* name, const char* help,
+                           const SharedPlotOptions& options) {
     CLI::App* command = plot.add_subcommand(name, help);
     PictureOptions& picture = options->picture;
     command
@@ -99,7 +100,7 @@ CLI::App* add_command(CLI::App& plot, const char* name, const char* help, const 
     return command;
 }
 
-void add_note(CLI::App& command, const Options& options) {
+void add_note(CLI::App& command, const SharedPlotOptions& options) {
     command.add_option("--note", options->note, "MIDI note number, 60 is middle C")
         ->capture_default_str()
         ->check(CLI::Range(0, 127));
@@ -144,7 +145,7 @@ void draw_filter(const PlotOptions& options, int results) {
 void add_filter(CLI::App& plot, int results) {
     const auto options = std::make_shared<PlotOptions>();
     CLI::App* command =
-        add_command(plot, "filter", "Draw the frequency response of filters", options);
+        add_plot_command(plot, "filter", "Draw the frequency response of filters", options);
     add_note(*command, options);
     CLI::Option* type =
         command->add_option("--type", options->type, "Plot one filter: lowpass, ladder-lp-24, ...")
@@ -171,7 +172,7 @@ void add_filter(CLI::App& plot, int results) {
 
 void add_wave(CLI::App& plot, int results) {
     const auto options = std::make_shared<PlotOptions>();
-    CLI::App* command = add_command(
+    CLI::App* command = add_plot_command(
         plot, "wave", "Draw the oscillators' waveform, one copy of each, unfiltered", options);
     add_note(*command, options);
     command->add_option("--periods", options->periods, "How many periods of the note")
@@ -192,7 +193,7 @@ void add_wave(CLI::App& plot, int results) {
 void add_envelope(CLI::App& plot, int results) {
     const auto options = std::make_shared<PlotOptions>();
     CLI::App* command =
-        add_command(plot, "envelope", "Draw the envelopes of an instrument", options);
+        add_plot_command(plot, "envelope", "Draw the envelopes of an instrument", options);
     add_number(*command, "--hold", options->hold, "Seconds from note-on to note-off",
                {0.0, MAX_HOLD});
     command->footer("Examples:\n"
