@@ -36,6 +36,8 @@ class Channel {
     // the main bus.
     void render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap = nullptr);
 
+    [[nodiscard]] bool has_voices() const { return used_voices > 0; }
+
     // A voice of this channel has finished.
     void free_voice(const Voice& v);
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <cstring>
 
 #include "common/assertion.h"
 #include "softsynth/timeline_memory.h"
@@ -131,8 +131,10 @@ const Controller& ControllerArray::get_controller(unsigned num) const {
 
 void ControllerArray::reset() {
     // Few change in a block: looking at the flags alone keeps the timelines out of the caches.
-    for (bool* flag = changed;
-         (flag = std::find(flag, std::end(changed), true)) != std::end(changed); flag++) {
+    const auto next_changed = [this](size_t first) {
+        return static_cast<bool*>(std::memchr(changed + first, true, NUM_CONTROLLERS - first));
+    };
+    for (bool* flag = next_changed(0); flag != nullptr; flag = next_changed(flag - changed)) {
         controllers[flag - changed].reset();
         *flag = false;
     }

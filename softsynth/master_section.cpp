@@ -1,7 +1,9 @@
 // The engine's block: channels into buses, then the master chain in its fixed order.
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 #include "softsynth/core.h"
 #include "softsynth/finite.h"
@@ -69,7 +71,9 @@ void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     for (MonoBuffer* buffer :
          {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
         buffer->init(num_samples);
-    voice_renderer.render(voice_pool, time, num_samples);
+    // Asking the channels keeps an idle pool out of the caches.
+    if (std::any_of(channels, channels + NUM_CHANNELS, std::mem_fn(&Channel::has_voices)))
+        voice_renderer.render(voice_pool, time, num_samples);
     for (int c = 0; c < NUM_CHANNELS; c++) {
         channels[c].render(aux_buffers, time, channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();
@@ -110,6 +114,8 @@ void Tarquil::render_global_filters() {
         const auto type = FilterType(global(type_controller).get_last_int_value());
         if (type != filter.get_type())
             filter.init(type, 1);
+        if (type == FILTER_NONE)
+            continue;
         filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(),
                       std::exp2(setting(FILTER_CUTOFF)) * OMEGA_20HZ, setting(FILTER_RESONANCE),
                       setting(FILTER_GAIN));

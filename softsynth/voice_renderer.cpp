@@ -11,8 +11,6 @@ void VoiceRenderer::render(VoicePool& pool, uint32_t start, uint32_t size) {
         if (voice.is_active())
             active[count++] = &voice;
     }
-    if (count == 0)
-        return;
     scratch.init(size);
     for (uint32_t i = 0; i < count; i++)
         active[i]->render_signals(scratch, start, size);
