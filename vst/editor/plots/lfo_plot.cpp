@@ -60,6 +60,6 @@ void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
         points.push_back(frame.point(seconds * double(i) / NUM_SAMPLES, double(samples[i])));
     const bool is_used = meaning_of(CTRL_LFO1_SPEED + lfo, bytes).is_used;
     canvas.clip(area);
-    canvas.polyline(points, is_used ? theme::PARTS[lfo] : theme::TEXT_DIM, 1.6);
+    canvas.wave(points, is_used ? theme::PARTS[lfo] : theme::TEXT_DIM, 1.6);
     canvas.unclip();
 }

@@ -111,7 +111,7 @@ void WavePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) 
     const bool is_off = oscillator != MIX && bytes[CTRL_OSC1_TYPE + oscillator] == OSC_NONE;
     const Color color = oscillator == MIX ? theme::TEXT : theme::PARTS[oscillator];
     canvas.clip(wave_area);
-    canvas.polyline(points, is_off ? theme::TEXT_DIM : color, 1.6);
+    canvas.wave(points, is_off ? theme::TEXT_DIM : color, 1.6);
     canvas.unclip();
     if (oscillator != MIX)
         draw_copies(canvas, bytes, strip);

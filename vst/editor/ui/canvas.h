@@ -38,6 +38,8 @@ class Canvas {
     void arc(Point center, double radius, double from, double to, Color color, double width);
     void line(Point from, Point to, Color color, double width = 1.0);
     void polyline(const std::vector<Point>& points, Color color, double width, double alpha = 1.0);
+    // The same for a curve that is steep nearly everywhere, in less time.
+    void wave(const std::vector<Point>& points, Color color, double width, double alpha = 1.0);
     // The area between the points and the height `base`.
     void fill_below(const std::vector<Point>& points, double base, Color color, double alpha);
     void polygon(const std::vector<Point>& points, Color color);
