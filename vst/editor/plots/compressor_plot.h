@@ -13,6 +13,7 @@ class CompressorPlot : public Widget {
         return "Level in against level out; the dot is the band's level now";
     }
     [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
 
   private:
     const unsigned band;

@@ -49,7 +49,7 @@ class Canvas {
     void text(const Rect& area, std::string_view text, const TextStyle& style);
     double text_width(std::string_view text, double size, Weight weight = Weight::NORMAL);
 
-    // Until the next unclip.
+    // To the area, grown to whole pixels, until the next unclip.
     void clip(const Rect& area);
     void unclip();
 

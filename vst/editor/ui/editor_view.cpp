@@ -18,6 +18,7 @@ constexpr double TOOLTIP_DELAY = 0.6; // seconds
 constexpr uint32_t DOUBLE_CLICK_MS = 350;
 constexpr double DOUBLE_CLICK_REACH = 5.0; // units
 constexpr double LIGHT_SECONDS = 0.25;
+constexpr double METER_PERIOD = 1.0 / 30; // seconds: smooth to the eye
 constexpr double STATUS_HEIGHT = 24.0;
 
 constexpr const char* HELP =
@@ -114,14 +115,18 @@ WidgetState EditorView::state_of(const Widget* widget) const {
             widget == pressed, is_free && has_keyboard && widget == focused};
 }
 
-void EditorView::draw_page(Canvas& canvas) {
+void EditorView::draw_ground(Canvas& canvas) {
     canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND);
     canvas.fill({0, 0, WINDOW_WIDTH, HEADER_HEIGHT}, theme::HEADER);
-    for (const Panel& panel : pages[current_page].panels) {
+    for (const Panel& panel : pages[current_page].panels)
         canvas.fill(panel.area, theme::PANEL, 6);
+}
+
+void EditorView::draw_page(Canvas& canvas) {
+    draw_ground(canvas);
+    for (const Panel& panel : pages[current_page].panels)
         canvas.text({panel.area.x + 12, panel.area.y + 6, panel.area.w - 24, 20}, panel.title,
                     {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
-    }
     for (Page* page : {&header, &pages[current_page]}) {
         for (const auto& widget : page->widgets) {
             TARQ_ASSERT(widget != nullptr);
@@ -130,12 +135,41 @@ void EditorView::draw_page(Canvas& canvas) {
     }
 }
 
-void EditorView::draw_tooltip(Canvas& canvas) {
+std::vector<Widget*> EditorView::meter_widgets() {
+    std::vector<Widget*> found;
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->shows_meters())
+                found.push_back(widget.get());
+        }
+    }
+    return found;
+}
+
+void EditorView::draw_meters(Canvas& canvas) {
+    for (Widget* widget : meter_widgets()) {
+        canvas.clip(widget->get_area());
+        draw_ground(canvas);
+        widget->draw(canvas, *this, state_of(widget));
+        canvas.unclip();
+    }
+}
+
+bool EditorView::are_meters_covered() {
+    if (!overlays.empty())
+        return true;
+    if (tooltip_area.w == 0.0)
+        return false;
+    const std::vector<Widget*> widgets = meter_widgets();
+    return std::any_of(widgets.begin(), widgets.end(), [this](const Widget* widget) {
+        return widget == hovered || widget->get_area().overlaps(tooltip_area);
+    });
+}
+
+std::string EditorView::tooltip_text() {
     if (still_for < TOOLTIP_DELAY || hovered == nullptr || pressed != nullptr || !overlays.empty())
-        return;
-    const std::string text = hovered->tooltip(*this);
-    if (!text.empty())
-        draw_tooltip_box(canvas, pointer_at, text);
+        return "";
+    return hovered->tooltip(*this);
 }
 
 void EditorView::draw(cairo_t* context) {
@@ -146,8 +180,19 @@ void EditorView::draw(cairo_t* context) {
                 {theme::SMALL, message.empty() ? theme::TEXT_DIM : theme::WARM});
     for (const auto& overlay : overlays)
         overlay->draw(canvas);
-    draw_tooltip(canvas);
-    is_changed = false;
+    const std::string tooltip = tooltip_text();
+    tooltip_area = tooltip.empty() ? Rect() : draw_tooltip_box(canvas, pointer_at, tooltip);
+    is_changed = are_meters_new = false;
+}
+
+void EditorView::draw_changes(cairo_t* context) {
+    if (is_changed || (are_meters_new && are_meters_covered())) {
+        draw(context);
+    } else if (are_meters_new) {
+        Canvas canvas(context);
+        draw_meters(canvas);
+        are_meters_new = false;
+    }
 }
 
 bool EditorView::update_meters(double seconds) {
@@ -176,9 +221,15 @@ bool EditorView::tick(double seconds) {
     const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
     const bool is_model_new = may_have_changed.exchange(false) && model.refresh();
     const bool is_response_new = responses.refresh();
-    const bool is_meter_new = update_meters(seconds);
-    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_meter_new;
-    return is_changed;
+    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new;
+    until_meters -= seconds;
+    since_meters += seconds;
+    if (until_meters <= 0.0) {
+        are_meters_new = update_meters(since_meters) || are_meters_new;
+        until_meters = METER_PERIOD;
+        since_meters = 0.0;
+    }
+    return is_changed || are_meters_new;
 }
 
 void EditorView::drop_finished_overlays() {
@@ -292,8 +343,15 @@ bool EditorView::key(const KeyEvent& event) {
         return false;
     if (pressed != nullptr) // a drag goes on
         return true;
-    is_changed = true;
+    is_changed = is_changed || !message.empty();
     message.clear();
+    // A key that is held to play a note comes again and again.
+    const bool is_used = use_key(event);
+    is_changed = is_changed || is_used;
+    return is_used;
+}
+
+bool EditorView::use_key(const KeyEvent& event) {
     if (event.key == Key::TAB) {
         move_focus(event.shift ? -1 : 1);
         return true;

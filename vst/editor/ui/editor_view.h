@@ -31,6 +31,8 @@ class EditorView : public UiHost {
 
     // The context is scaled to the editor's units.
     void draw(cairo_t* context);
+    // Draws what has changed since the last drawing, which the context still shows.
+    void draw_changes(cairo_t* context);
 
     // Reads what has changed.  True when there is something new to draw.
     bool tick(double seconds_since_last);
@@ -71,11 +73,17 @@ class EditorView : public UiHost {
   private:
     [[nodiscard]] Widget* widget_at(Point at);
     [[nodiscard]] WidgetState state_of(const Widget* widget) const;
+    void draw_ground(Canvas& canvas);
     void draw_page(Canvas& canvas);
-    void draw_tooltip(Canvas& canvas);
+    void draw_meters(Canvas& canvas);
+    // Something lies over what shows the meters, or tells of them.
+    [[nodiscard]] bool are_meters_covered();
+    [[nodiscard]] std::string tooltip_text();
+    std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
     void drop_finished_overlays();
     void move_focus(int steps);
+    bool use_key(const KeyEvent& event);
     [[nodiscard]] bool is_double_click(const PointerEvent& event);
 
     EditorModel& model;
@@ -100,6 +108,10 @@ class EditorView : public UiHost {
     double still_for = 0.0; // seconds that the pointer has not moved
     std::string message;
     bool is_changed = true;
+    bool are_meters_new = false;
+    Rect tooltip_area;         // empty: there is none
+    double until_meters = 0.0; // seconds to their next reading
+    double since_meters = 0.0; // seconds from their last one
     // of the last press that was no second one of a double click
     uint32_t press_time = 0;
     Point press_at;

@@ -19,6 +19,9 @@ struct Rect {
     [[nodiscard]] bool contains(Point p) const {
         return p.x >= x && p.x < right() && p.y >= y && p.y < bottom();
     }
+    [[nodiscard]] bool overlaps(const Rect& other) const {
+        return x < other.right() && other.x < right() && y < other.bottom() && other.y < bottom();
+    }
     [[nodiscard]] Rect inset(double dx, double dy) const {
         return {x + dx, y + dy, w - 2 * dx, h - 2 * dy};
     }

@@ -37,6 +37,8 @@ class Widget {
     // Empty for none.
     virtual std::string tooltip(UiHost& /*host*/) { return ""; }
     [[nodiscard]] virtual bool takes_focus() const { return true; }
+    // Looks different when nothing but the meters has changed, and within its area only.
+    [[nodiscard]] virtual bool shows_meters() const { return false; }
     // The controllers that can be set here.
     [[nodiscard]] virtual std::vector<unsigned> controllers() const { return {}; }
 

@@ -14,6 +14,7 @@ class ChannelBox : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
+    [[nodiscard]] bool shows_meters() const override { return true; }
 
   private:
     void open(UiHost& host);

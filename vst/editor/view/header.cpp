@@ -28,6 +28,7 @@ class VoiceCount : public Widget {
                     {theme::SMALL, voices > 0 ? theme::TEXT : theme::TEXT_MUTED, Align::RIGHT});
     }
     [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
 };
 
 void step_program(UiHost& host, int steps) {

@@ -15,6 +15,7 @@ class OutputMeter : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
 
   private:
     const LevelMeter& meter;

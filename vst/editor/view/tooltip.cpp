@@ -7,7 +7,7 @@
 
 #include "vst/editor/ui/window_size.h"
 
-void draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text) {
+Rect draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text) {
     constexpr double LINE_HEIGHT = 16.0;
     std::vector<std::string> lines;
     for (size_t start = 0; start <= text.size();) {
@@ -27,4 +27,5 @@ void draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text) {
     for (size_t i = 0; i < lines.size(); i++)
         canvas.text({box.x + 9, box.y + 5 + LINE_HEIGHT * double(i), box.w, LINE_HEIGHT}, lines[i],
                     {theme::SMALL, i == 0 ? theme::TEXT : theme::TEXT_MUTED});
+    return box;
 }

@@ -6,5 +6,5 @@
 
 #include "vst/editor/ui/canvas.h"
 
-// `text` has one or more lines.
-void draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text);
+// `text` has one or more lines.  Returns the area that it covers.
+Rect draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text);

@@ -74,14 +74,17 @@ class Picture {
     Picture& operator=(const Picture&) = delete;
     ~Picture() { cairo_surface_destroy(surface); }
 
-    cairo_surface_t* of_size(int width, int height) {
-        if (surface == nullptr || cairo_image_surface_get_width(surface) != width ||
-            cairo_image_surface_get_height(surface) != height) {
-            cairo_surface_destroy(surface);
-            surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
-        }
-        return surface;
+    // True when that made it empty.
+    bool resize(int width, int height) {
+        if (surface != nullptr && cairo_image_surface_get_width(surface) == width &&
+            cairo_image_surface_get_height(surface) == height)
+            return false;
+        cairo_surface_destroy(surface);
+        surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+        return true;
     }
+
+    [[nodiscard]] cairo_surface_t* get_surface() const { return surface; }
 
   private:
     cairo_surface_t* surface = nullptr;
@@ -169,12 +172,15 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
 }
 
 void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsContext& context) {
-    cairo_surface_t* page = content.picture.of_size(content.owner.width(), content.owner.height());
-    cairo_t* cr = cairo_create(page);
+    const bool is_empty = content.picture.resize(content.owner.width(), content.owner.height());
+    cairo_t* cr = cairo_create(content.picture.get_surface());
     cairo_scale(cr, content.shown_scale, content.shown_scale);
-    content.view.draw(cr);
+    if (is_empty)
+        content.view.draw(cr);
+    else
+        content.view.draw_changes(cr);
     cairo_destroy(cr);
-    show_picture(context.handle, page);
+    show_picture(context.handle, content.picture.get_surface());
 }
 
 template <typename Event>

@@ -193,6 +193,31 @@ TEST_F(EditorViewTest, AnyButtonAndAnyNameLeaveItUsable) {
     EXPECT_EQ(cairo_status(picture.context()), CAIRO_STATUS_SUCCESS);
 }
 
+// Pointers: over nothing, over the meter itself, over a channel whose tooltip hides others.
+TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
+    float level = 0.01F;
+    for (unsigned page = 0; page < view.get_pages().size(); page++) {
+        for (const Point pointer : {Point{2, 2}, Point{800, 20}, Point{200, 60}}) {
+            view.show_page(page);
+            view.move(at(pointer));
+            view.tick(1.0);
+            view.wait_for_responses();
+            draw();
+            level *= 1.1F;
+            synth.meters.peaks = {level, 2 * level};
+            synth.meters.voices++;
+            synth.meters.active_channels ^= 0x55AA;
+            synth.meters.band_levels = {level, level, level, level};
+            synth.meters.band_gains = {0.5F, level, 0.1F, 1.0F};
+            ASSERT_TRUE(view.tick(1.0));
+            const Picture anew{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+            view.draw_changes(picture.context());
+            view.draw(anew.context());
+            EXPECT_EQ(picture.compare(anew, 0), "") << view.get_pages()[page].title;
+        }
+    }
+}
+
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
     click({WINDOW_WIDTH - 40, 20});
     draw();
