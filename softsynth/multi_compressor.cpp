@@ -25,6 +25,7 @@ void MultiCompressor::reset() {
         split.init(SPLIT_STAGES);
     for (StereoBuffer& band : low)
         band = StereoBuffer(); // so that no block meets their first page faults
+    StereoCompressor::prepare();
     was_at_rest = silence_kept = false;
 }
 

@@ -2,7 +2,21 @@
 
 #include "softsynth/stereo_compressor.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "softsynth/kernels/kernels.h"
+
+namespace {
+
+// Shared by all: rendering is not reentrant.
+float levels[MAX_NUM_SAMPLES * LevelDetectors::SIGNALS];
+
+} // namespace
+
+void StereoCompressor::prepare() {
+    std::fill(std::begin(levels), std::end(levels), 0.0F);
+}
 
 void StereoCompressor::reset() {
     peak = level = COMPRESSOR_START_LEVEL;
@@ -11,9 +25,6 @@ void StereoCompressor::reset() {
 
 void StereoCompressor::process(StereoCompressor* compressors, StereoBuffer* const* bufs,
                                const Settings* settings, unsigned count) {
-    // Shared by all: rendering is not reentrant.
-    static float levels[MAX_NUM_SAMPLES * LevelDetectors::SIGNALS];
-
     LevelDetectors detectors;
     detectors.count = count;
     for (unsigned i = 0; i < count; i++) {
@@ -31,7 +42,7 @@ void StereoCompressor::process(StereoCompressor* compressors, StereoBuffer* cons
     }
 }
 
-void StereoCompressor::apply(StereoBuffer& buf, const Settings& settings, const float* levels) {
+void StereoCompressor::apply(StereoBuffer& buf, const Settings& settings, const float* own_levels) {
     const float inv_ratio_minus_one = compressor_inv_ratio_minus_one(settings.ratio);
     const float inv_threshold = 1.0F / settings.threshold;
     const auto gain_at = [&](float e, float makeup_gain) {
@@ -40,7 +51,7 @@ void StereoCompressor::apply(StereoBuffer& buf, const Settings& settings, const 
     };
     float* frame = buf.get_first_left_sample_ptr();
     for (uint32_t i = 0; i < buf.get_buf_size(); i++, frame += 2) {
-        const float gain = gain_at(levels[LevelDetectors::SIGNALS * i], settings.makeup_gain);
+        const float gain = gain_at(own_levels[LevelDetectors::SIGNALS * i], settings.makeup_gain);
         frame[0] *= gain;
         frame[1] *= gain;
     }

@@ -25,6 +25,9 @@ class StereoCompressor {
 
     void reset();
 
+    // Writes the memory that all share, so that no block meets its first page faults.
+    static void prepare();
+
     // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
     static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
                         const Settings* settings, unsigned count);
@@ -39,7 +42,7 @@ class StereoCompressor {
     [[nodiscard]] float get_attenuation() const { return attenuation; }
 
   private:
-    void apply(StereoBuffer& buf, const Settings& settings, const float* levels);
+    void apply(StereoBuffer& buf, const Settings& settings, const float* own_levels);
 
     // memory
     float peak = COMPRESSOR_START_LEVEL;
