@@ -134,7 +134,8 @@ void ControllerArray::reset() {
     const auto next_changed = [this](size_t first) {
         return static_cast<bool*>(std::memchr(changed + first, true, NUM_CONTROLLERS - first));
     };
-    for (bool* flag = next_changed(0); flag != nullptr; flag = next_changed(flag - changed)) {
+    for (bool* flag = next_changed(0); flag != nullptr;
+         flag = next_changed(size_t(flag - changed))) {
         controllers[flag - changed].reset();
         *flag = false;
     }
