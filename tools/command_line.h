@@ -2,8 +2,11 @@
 
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <memory>
+
+namespace CLI {
+class App; // <CLI/CLI.hpp>, which takes its users several seconds each
+} // namespace CLI
 
 // The program with all its commands, ready to parse.  What they print goes to the descriptor
 // `results`.
