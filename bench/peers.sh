@@ -6,7 +6,7 @@
 #
 # Every synthesizer plays the sound that it starts with; Tarquil also plays the demo's own bank.
 # Songs: how many times faster than real time (for FluidSynth the whole program's time).  Held
-# notes: nanoseconds for each frame and voice, of 20 s with blocks of 256 frames.
+# notes: nanoseconds for each frame and key held, of 20 s with blocks of 256 frames.
 set -euo pipefail
 readonly TARQUIL=$1 PLUGIN=$2 DEMO=$3 BANK=$4
 readonly AMSYNTH=/usr/lib/vst/amsynth_vst.so ZYNADDSUBFX=/usr/lib/vst/ZynAddSubFX.so
