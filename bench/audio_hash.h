@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstring>
 
+namespace tarquil {
+
 class AudioHash {
   public:
     // FNV-1a over the samples' bits.
@@ -28,3 +30,5 @@ class AudioHash {
   private:
     uint64_t hash = 0xcbf29ce484222325;
 };
+
+} // namespace tarquil

@@ -3,8 +3,10 @@
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
-#include "vst/editor/model/bank_synth.h"
-#include "vst/editor/ui/editor_view.h"
+#include "editor/model/bank_synth.h"
+#include "editor/view/editor_view.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -72,3 +74,5 @@ void idle_tick(benchmark::State& state) {
 BENCHMARK(idle_tick);
 
 } // namespace
+
+} // namespace tarquil

@@ -2,12 +2,14 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
-#include "softsynth/controller.h"
-#include "softsynth/mono_effect.h"
-#include "softsynth/multi_compressor.h"
-#include "softsynth/psola.h"
+#include "softsynth/effects/mono_effect.h"
+#include "softsynth/effects/multi_compressor.h"
+#include "softsynth/effects/psola.h"
+#include "softsynth/effects/stereo_effect.h"
 #include "softsynth/reverb/revmodel.h"
-#include "softsynth/stereo_effect.h"
+#include "softsynth/voices/controller.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -112,3 +114,5 @@ void capture(benchmark::State& state) {
 BENCHMARK(capture)->Arg(2)->Arg(4)->Arg(8)->Arg(16)->Unit(benchmark::kMicrosecond);
 
 } // namespace
+
+} // namespace tarquil

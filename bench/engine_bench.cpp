@@ -7,7 +7,9 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
-#include "softsynth/core.h"
+#include "softsynth/core/core.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -133,3 +135,5 @@ void tables_warm(benchmark::State& state) {
 BENCHMARK(tables_warm)->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+} // namespace tarquil

@@ -2,9 +2,11 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
-#include "softsynth/filter.h"
-#include "softsynth/ladderfilter.h"
-#include "softsynth/stereo_filter.h"
+#include "softsynth/filters/filter.h"
+#include "softsynth/filters/ladderfilter.h"
+#include "softsynth/filters/stereo_filter.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -71,3 +73,5 @@ void stereo_filter(benchmark::State& state) {
 BENCHMARK(stereo_filter);
 
 } // namespace
+
+} // namespace tarquil

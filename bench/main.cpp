@@ -2,9 +2,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include "softsynth/flush_to_zero.h"
+#include "softsynth/signal/flush_to_zero.h"
+
+namespace tarquil {} // namespace tarquil
 
 int main(int argc, char** argv) {
+    using namespace tarquil;
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 2;

@@ -4,8 +4,10 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
-#include "softsynth/envelope.h"
-#include "softsynth/oscillator_group.h"
+#include "softsynth/voices/envelope.h"
+#include "softsynth/wavetables/oscillator_group.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -54,3 +56,5 @@ void envelope(benchmark::State& state) {
 BENCHMARK(envelope);
 
 } // namespace
+
+} // namespace tarquil

@@ -8,6 +8,8 @@
 
 #include "tools/plugin/loaded_plugin.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr uint32_t BLOCK = 256;
@@ -53,3 +55,5 @@ void plugin_first_block(benchmark::State& state) {
 BENCHMARK(plugin_first_block)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+} // namespace tarquil

@@ -6,7 +6,9 @@
 
 #include <random>
 
-#include "softsynth/buffer.h"
+#include "softsynth/signal/buffer.h"
+
+namespace tarquil {
 
 inline constexpr uint32_t BENCH_BLOCK = 256;
 
@@ -30,3 +32,5 @@ inline void count_frames(benchmark::State& state, uint32_t frames, uint32_t per_
         benchmark::Counter(double(frames) * per_frame * double(state.iterations()),
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include "instrument/checked_load.h"
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 namespace {
 
 void bank_save(benchmark::State& state) {
@@ -35,3 +37,5 @@ void bank_load(benchmark::State& state) {
 BENCHMARK(bank_load)->Unit(benchmark::kMillisecond);
 
 } // namespace
+
+} // namespace tarquil

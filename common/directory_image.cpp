@@ -12,7 +12,9 @@
 
 #include "common/assertion.h"
 #include "common/file_handle.h"
-#include "common/file_system.h"
+#include "common/platform/file_system.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -144,3 +146,5 @@ int memory_to_directory(const std::string& target, const char* image, int length
     }
     return arrsize == 0 ? 0 : CUT_OFF;
 }
+
+} // namespace tarquil

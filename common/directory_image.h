@@ -9,6 +9,8 @@
 
 #include <string>
 
+namespace tarquil {
+
 // Whether the image of `length` bytes is whole: every header, name and file lies within it, and
 // every name stays below the target directory.
 bool directory_image_is_sound(const char* image, int length);
@@ -20,3 +22,5 @@ bool directory_image_is_sound(const char* image, int length);
 // unpacked before an error stays.  A file longer than the rest of the image asserts: look over
 // foreign images with directory_image_is_sound first.
 int memory_to_directory(const std::string& target, const char* image, int length);
+
+} // namespace tarquil

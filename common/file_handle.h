@@ -5,8 +5,12 @@
 #include <cstdio>
 #include <memory>
 
+namespace tarquil {
+
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+} // namespace tarquil

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "common/atomic_file.h"
 #include "common/file_handle.h"
-#include "common/file_system.h"
+#include "common/platform/atomic_file.h"
+#include "common/platform/file_system.h"
 #include "common/white_space.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -94,3 +96,5 @@ int hex2str(std::string_view hex, std::string& out) {
     }
     return 0;
 }
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace tarquil {
+
 // Reads the file at `path` into `out`, whose old contents are lost.  0; 1 cannot be opened; 2 read
 // error, or a file that never ends (it stops at 64 MiB).  Waits for the writer of a pipe.
 int load_file_to_string(const std::string& path, std::string& out);
@@ -23,3 +25,5 @@ std::string str2hex(std::string_view text);
 // The inverse.  0; 2 odd length; 3 a pair is not hexadecimal.  A pair is read as `scanf`'s "%x"
 // reads it, so a blank or a sign and one digit count, and one digit and anything.
 int hex2str(std::string_view hex, std::string& out);
+
+} // namespace tarquil

@@ -10,6 +10,8 @@
 
 #include "common/white_space.h"
 
+namespace tarquil {
+
 namespace {
 
 // The longest double has 309 digits before the point, six after it, a point and a sign.
@@ -129,3 +131,5 @@ double text_to_number(std::string_view text) {
         return 0.0;
     return negative ? -*magnitude : *magnitude;
 }
+
+} // namespace tarquil

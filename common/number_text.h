@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace tarquil {
+
 // Appends `value` as "%f" prints it: six digits after the point, no exponent; "nan", "inf".
 void append_number(std::string& text, double value);
 
@@ -20,3 +22,5 @@ std::string trimmed_number(double value, int decimals);
 // hexadecimal ("0x") number, "inf" or "nan" in any case.  What follows it is ignored; text that
 // does not start with a number gives 0.  Beyond the range of a double: infinity or 0.
 double text_to_number(std::string_view text);
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 namespace {
 
 constexpr std::string_view REPLACEMENT = "\xEF\xBF\xBD"; // U+FFFD
@@ -52,3 +54,5 @@ std::string printable_text(std::string_view text, size_t max_length) {
     }
     return result;
 }
+
+} // namespace tarquil

@@ -8,6 +8,8 @@
 
 #include "common/assertion.h"
 
+namespace tarquil {
+
 const double halfband_filter_coefs[NUM_HALFBAND_COEFS] = {
     0.0031,  0.0019,  -0.0037, -0.0024, 0.0031,  0.0058,  -0.0032, -0.0086, 0.0007, 0.0125,
     0.0033,  -0.0154, -0.0102, 0.0173,  0.0201,  -0.0162, -0.0339, 0.0103,  0.0534, 0.0053,
@@ -63,3 +65,5 @@ bool resample(std::vector<float>& samples, float from_rate, float to_rate) {
     }
     return true;
 }
+
+} // namespace tarquil

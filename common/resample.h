@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace tarquil {
+
 // A linear-phase half-band lowpass: symmetric, coefficient k equals coefficient 47 - k.
 inline constexpr size_t NUM_HALFBAND_COEFS = 48;
 extern const double halfband_filter_coefs[NUM_HALFBAND_COEFS];
@@ -18,3 +20,5 @@ void decimate(size_t M, size_t H_size, const double* h, size_t N, const float* x
 // Converts `samples` in place between rates in Hz.  Offered are equal rates and division by 2, 4,
 // 8, ...; false, and `samples` untouched, for any other.
 bool resample(std::vector<float>& samples, float from_rate, float to_rate);
+
+} // namespace tarquil

@@ -8,6 +8,8 @@
 
 #include "common/file_handle.h"
 
+namespace tarquil {
+
 namespace {
 
 enum WavError {
@@ -137,3 +139,5 @@ int wav_decode(const uint8_t* bytes, size_t length, std::vector<float>& samples,
 const char* wav_get_error_string(int code) {
     return ERROR_TEXTS[code >= 0 && code < NUM_WAV_ERRORS ? code : int(GENERIC_ERROR)];
 }
+
+} // namespace tarquil

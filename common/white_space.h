@@ -2,6 +2,10 @@
 
 #pragma once
 
+namespace tarquil {
+
 constexpr bool is_white_space(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
+
+} // namespace tarquil

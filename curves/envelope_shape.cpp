@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <set>
 
-#include "softsynth/constants.h"
-#include "softsynth/envelope.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/voices/envelope.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -45,3 +47,5 @@ std::vector<PlotPoint> envelope_points(const ControllerBytes& bytes, unsigned in
         points.push_back({double(time) / SAMPLE_RATE, double(levels[time])});
     return points;
 }
+
+} // namespace tarquil

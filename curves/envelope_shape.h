@@ -7,6 +7,8 @@
 #include "curves/plot_point.h"
 #include "instrument/controller_bytes.h"
 
+namespace tarquil {
+
 inline constexpr unsigned NUM_ENVELOPES = 3;
 
 // Level over time in seconds after the note-on, from 0 to the end of the release.
@@ -14,3 +16,5 @@ inline constexpr unsigned NUM_ENVELOPES = 3;
 std::vector<PlotPoint> envelope_points(const ControllerBytes& bytes, unsigned index, double hold);
 
 inline constexpr double MAX_HOLD = 60.0;
+
+} // namespace tarquil

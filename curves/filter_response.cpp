@@ -7,9 +7,11 @@
 #include <complex>
 #include <numbers>
 
-#include "softsynth/constants.h"
-#include "softsynth/ladderfilter.h"
-#include "softsynth/note_frequency.h"
+#include "softsynth/filters/ladderfilter.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/signal/note_frequency.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -168,3 +170,5 @@ std::vector<double> spread_frequencies(double first, double last, unsigned count
         frequencies.push_back(first * std::pow(last / first, double(i) / (count - 1)));
     return frequencies;
 }
+
+} // namespace tarquil

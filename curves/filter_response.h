@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "instrument/controller_bytes.h"
-#include "softsynth/filter.h"
+#include "softsynth/filters/filter.h"
+
+namespace tarquil {
 
 struct FilterSettings {
     FilterType type = FILTER_NONE; // 0..24
@@ -46,3 +48,5 @@ inline constexpr double MIN_GAIN_DB = -200.0;
 
 // `count` frequencies (at least 2) from `first` to `last`, at equal ratios.
 std::vector<double> spread_frequencies(double first, double last, unsigned count);
+
+} // namespace tarquil

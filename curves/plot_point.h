@@ -2,7 +2,11 @@
 
 #pragma once
 
+namespace tarquil {
+
 struct PlotPoint {
     double x = 0.0;
     double y = 0.0;
 };
+
+} // namespace tarquil

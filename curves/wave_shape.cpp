@@ -6,10 +6,12 @@
 #include <cmath>
 #include <memory>
 
-#include "softsynth/constants.h"
-#include "softsynth/note_frequency.h"
-#include "softsynth/oscillator_group.h"
-#include "softsynth/phase_random.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/signal/note_frequency.h"
+#include "softsynth/wavetables/oscillator_group.h"
+#include "softsynth/wavetables/phase_random.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -99,3 +101,5 @@ WaveShape render_wave_shape(const ControllerBytes& bytes, int note, uint32_t num
     }
     return shape;
 }
+
+} // namespace tarquil

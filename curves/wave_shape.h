@@ -8,6 +8,8 @@
 
 #include "instrument/controller_bytes.h"
 
+namespace tarquil {
+
 inline constexpr unsigned NUM_OSCILLATORS = 3;
 
 // Samples at 44100 Hz.
@@ -25,3 +27,5 @@ enum class WaveCopies { ONE, ALL };
 // `note` 0..127.  Without modulation.
 WaveShape render_wave_shape(const ControllerBytes& bytes, int note, uint32_t num_samples,
                             WaveCopies copies = WaveCopies::ONE);
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include "common/assertion.h"
 #include "instrument/checked_load.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -41,3 +43,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     TARQ_ASSERT(saved == again);
     return 0;
 }
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include "common/assertion.h"
 #include "vst/tarq_vst.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
@@ -57,3 +59,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     TARQ_ASSERT(plugin->setChunk(saved.data(), bytes, true) == 1);
     return 0;
 }
+
+} // namespace tarquil

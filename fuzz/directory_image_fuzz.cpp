@@ -8,7 +8,9 @@
 
 #include "common/assertion.h"
 #include "common/directory_image.h"
-#include "common/file_system.h"
+#include "common/platform/file_system.h"
+
+namespace tarquil {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
@@ -69,3 +71,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     TARQ_ASSERT(!is_directory(outer));
     return 0;
 }
+
+} // namespace tarquil

@@ -12,6 +12,8 @@
 #include "common/assertion.h"
 #include "vst/tarq_vst.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
@@ -145,3 +147,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         host.perform(calls);
     return 0;
 }
+
+} // namespace tarquil

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 
 // Messages about missing keys and clamped values would bury the fuzzer's own report.
@@ -11,3 +13,5 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
         std::abort();
     return 0;
 }
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include "common/assertion.h"
 #include "instrument/checked_load.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -31,3 +33,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     return 0;
 }
+
+} // namespace tarquil

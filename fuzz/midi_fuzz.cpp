@@ -4,8 +4,10 @@
 #include <cstdint>
 
 #include "common/assertion.h"
+#include "midi/smf/smf_reader.h"
 #include "tools/failure.h"
-#include "tools/midi/smf_reader.h"
+
+namespace tarquil {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
@@ -25,3 +27,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     return 0;
 }
+
+} // namespace tarquil

@@ -10,6 +10,8 @@
 #include "common/assertion.h"
 #include "common/number_text.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -28,3 +30,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     return 0;
 }
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include "common/load_string.h"
 #include "instrument/text_file_reader.h"
 
+namespace tarquil {
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -31,3 +33,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     return 0;
 }
+
+} // namespace tarquil

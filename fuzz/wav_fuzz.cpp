@@ -5,10 +5,12 @@
 #include <cstdlib>
 
 #include "common/assertion.h"
-#include "common/file_system.h"
 #include "common/load_string.h"
+#include "common/platform/file_system.h"
 #include "common/resample.h"
 #include "common/wav.h"
+
+namespace tarquil {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
@@ -50,3 +52,5 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         TARQ_ASSERT(samples.size() <= length);
     return 0;
 }
+
+} // namespace tarquil

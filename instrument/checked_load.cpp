@@ -6,6 +6,8 @@
 
 #include "instrument/names.h"
 
+namespace tarquil {
+
 void clamp_choices(Instrument& instrument) {
     for (const ControllerInfo& info : channel_controller_rows())
         instrument.set_controller(
@@ -58,3 +60,5 @@ int load_instrument_checked_from_string(Instrument& instrument, std::string_view
     return load_checked(instrument,
                         [&](Instrument& fresh) { return fresh.load_from_string(text); });
 }
+
+} // namespace tarquil

@@ -13,6 +13,8 @@
 #include "instrument/instrument.h"
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 // Every controller that picks one of a list gets a byte within it.
 void clamp_choices(Instrument& instrument);
 
@@ -22,3 +24,5 @@ int load_bank_checked_from_string(TarqSettings& bank, std::string_view text);
 // `path` becomes the instrument's file name.
 int load_instrument_checked(Instrument& instrument, const std::string& path);
 int load_instrument_checked_from_string(Instrument& instrument, std::string_view text);
+
+} // namespace tarquil

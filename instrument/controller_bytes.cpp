@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+namespace tarquil {
+
 const ControllerBytes& default_controller_bytes() {
     static const ControllerBytes defaults = [] {
         ControllerBytes bytes{};
@@ -30,3 +32,5 @@ void read_controllers(const TextFileReader& reader, std::span<const ControllerIn
             std::printf("%s not found, using defaults\n", info.key);
     }
 }
+
+} // namespace tarquil

@@ -8,7 +8,9 @@
 
 #include "instrument/text_file_memory_writer.h"
 #include "instrument/text_file_reader.h"
-#include "softsynth/controller_table.h"
+#include "softsynth/parameters/controller_table.h"
+
+namespace tarquil {
 
 // Indexed by controller number; 0..127.
 using ControllerBytes = std::array<uint8_t, NUM_CONTROLLERS>;
@@ -23,3 +25,5 @@ void write_controllers(TextFileMemoryWriter& writer, std::span<const ControllerI
 // Sets the byte of each row whose key is there; for any other a message goes to standard output.
 void read_controllers(const TextFileReader& reader, std::span<const ControllerInfo> rows,
                       ControllerBytes& bytes);
+
+} // namespace tarquil

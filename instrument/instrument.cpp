@@ -8,6 +8,8 @@
 #include "common/white_space.h"
 #include "instrument/text_file_writer.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int CANNOT_OPEN = 1;
@@ -134,3 +136,5 @@ unsigned Instrument::emit_single_controller(midi_event* out, unsigned channel, u
             uint8_t(get_controller(controller))};
     return 1;
 }
+
+} // namespace tarquil

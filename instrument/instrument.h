@@ -7,8 +7,10 @@
 #include <string_view>
 
 #include "instrument/controller_bytes.h"
-#include "softsynth/controller.h"
-#include "softsynth/midi_event.h"
+#include "softsynth/parameters/midi_event.h"
+#include "softsynth/voices/controller.h"
+
+namespace tarquil {
 
 // Read for an instrument that a bank does not have, from the current folder; never saved with a
 // sound.
@@ -67,3 +69,5 @@ class Instrument {
     std::string filename;
     std::string name;
 };
+
+} // namespace tarquil

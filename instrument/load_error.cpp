@@ -9,6 +9,8 @@
 #include "instrument/text_error.h"
 #include "instrument/text_file_reader.h"
 
+namespace tarquil {
+
 namespace {
 
 // Position of the first pair of digits in `hex`, counted from 1, that is none.
@@ -81,3 +83,5 @@ std::string explain_instrument_error(const std::string& path, int code) {
     const std::string reason = explain_linked(path);
     return reason.empty() ? path + ": error " + std::to_string(code) : reason;
 }
+
+} // namespace tarquil

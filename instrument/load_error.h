@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace tarquil {
+
 // What the load of the bank at `path` that returned `code` (not 0) came up against:
 // "PATH: line 3: no \"=\" with a value after it", "PATH: instrument5: an odd number of hex digits".
 // Reads the file again.
@@ -11,3 +13,5 @@ std::string explain_bank_error(const std::string& path, int code);
 
 // The same of an instrument.
 std::string explain_instrument_error(const std::string& path, int code);
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include "common/white_space.h"
 
+namespace tarquil {
+
 std::string default_instrument_name(unsigned number) {
     return "instrument_" + std::to_string(number);
 }
@@ -35,3 +37,5 @@ void remove_lone_blanks(TarqSettings& bank) {
     bank.set_song_title(without_lone_blanks(bank.get_song_title()));
     bank.set_song_author(without_lone_blanks(bank.get_song_author()));
 }
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 // The name of an instrument that was given none: "instrument_N".
 std::string default_instrument_name(unsigned number);
 
@@ -22,3 +24,5 @@ std::string without_lone_blanks(const std::string& text);
 
 // Applies that to the title and the author.
 void remove_lone_blanks(TarqSettings& bank);
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include "common/assertion.h"
 #include "common/load_string.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr uint8_t CONTROL_CHANGE_CHANNEL_0 = 0xB0;
@@ -104,3 +106,5 @@ unsigned TarqSettings::emit_single_global_controller(midi_event* out, unsigned n
     *out = {time, CONTROL_CHANGE_CHANNEL_0, uint8_t(num), bytes[num]};
     return 1;
 }
+
+} // namespace tarquil

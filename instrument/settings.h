@@ -9,8 +9,10 @@
 
 #include "instrument/controller_bytes.h"
 #include "instrument/instrument.h"
-#include "softsynth/controller.h"
-#include "softsynth/midi_event.h"
+#include "softsynth/parameters/midi_event.h"
+#include "softsynth/voices/controller.h"
+
+namespace tarquil {
 
 inline constexpr unsigned MAX_INSTRUMENTS = 128;
 
@@ -64,3 +66,5 @@ class TarqSettings {
     std::string song_title;
     std::string song_author;
 };
+
+} // namespace tarquil

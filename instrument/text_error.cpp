@@ -4,6 +4,8 @@
 
 #include "instrument/text_file_reader.h"
 
+namespace tarquil {
+
 std::string explain_broken_line(std::string_view text) {
     unsigned line_number = 1;
     while (!text.empty()) {
@@ -24,3 +26,5 @@ std::string explain_broken_line(std::string_view text) {
 std::string explain_file_error(int code) {
     return code == CANNOT_OPEN ? "cannot be opened" : "cannot be read, or is larger than 64 MiB";
 }
+
+} // namespace tarquil

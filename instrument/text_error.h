@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace tarquil {
+
 // Error codes of loads.
 inline constexpr int CANNOT_OPEN = 1;
 inline constexpr int ODD_HEX_LENGTH = 2;
@@ -15,3 +17,5 @@ std::string explain_broken_line(std::string_view text);
 
 // The reason of an error (1 or 2) of load_file_to_string, right after it.
 std::string explain_file_error(int code);
+
+} // namespace tarquil

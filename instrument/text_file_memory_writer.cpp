@@ -4,6 +4,8 @@
 
 #include "common/number_text.h"
 
+namespace tarquil {
+
 void TextFileMemoryWriter::write_str(std::string_view key, std::string_view value) {
     text += key;
     text += " = ";
@@ -21,3 +23,5 @@ void TextFileMemoryWriter::write_float(std::string_view key, float value) {
 void TextFileMemoryWriter::write_int(std::string_view key, int value) {
     write_str(key, std::to_string(value));
 }
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace tarquil {
+
 // Nothing is escaped: a value with a line break or a "#" does not come back as it was.
 class TextFileMemoryWriter {
   public:
@@ -19,3 +21,5 @@ class TextFileMemoryWriter {
   private:
     std::string text;
 };
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include "common/number_text.h"
 #include "common/white_space.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int BROKEN_LINE = 6;
@@ -71,3 +73,5 @@ int TextFileReader::handle_line(unsigned line_number, std::string_view line) {
     pairs.emplace(line.substr(0, key_end), line.substr(value_start));
     return 0;
 }
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+namespace tarquil {
+
 // Starts a file name that is the file itself, in hexadecimal digits.
 inline constexpr std::string_view EMBEDDED_PREFIX = "hex:";
 
@@ -34,3 +36,5 @@ class TextFileReader {
 
     std::map<std::string, std::string, std::less<>> pairs;
 };
+
+} // namespace tarquil

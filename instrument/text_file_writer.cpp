@@ -4,6 +4,8 @@
 
 #include "common/assertion.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int WRITE_ERROR = 2;
@@ -26,3 +28,5 @@ int TextFileWriter::close() {
     outfile.reset();
     return written ? 0 : WRITE_ERROR;
 }
+
+} // namespace tarquil

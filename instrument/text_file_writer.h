@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 
-#include "common/atomic_file.h"
+#include "common/platform/atomic_file.h"
 #include "instrument/text_file_memory_writer.h"
+
+namespace tarquil {
 
 class TextFileWriter : public TextFileMemoryWriter {
   public:
@@ -25,3 +27,5 @@ class TextFileWriter : public TextFileMemoryWriter {
   private:
     std::unique_ptr<AtomicFile> outfile; // null while no file is open
 };
+
+} // namespace tarquil

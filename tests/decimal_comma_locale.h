@@ -8,6 +8,8 @@
 
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 // Takes a locale of the system, or has one made (the package "locales" holds its source).
 class DecimalCommaLocale {
   public:
@@ -41,3 +43,5 @@ class DecimalCommaLocale {
     std::string before;
     bool found = false;
 };
+
+} // namespace tarquil

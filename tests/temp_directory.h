@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "common/file_system.h"
+#include "common/platform/file_system.h"
+
+namespace tarquil {
 
 class TempDirectory {
   public:
@@ -37,3 +39,5 @@ class InTempDirectory {
     TempDirectory directory;
     std::filesystem::path before;
 };
+
+} // namespace tarquil

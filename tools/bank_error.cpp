@@ -6,6 +6,8 @@
 #include "instrument/names.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
     auto bank = std::make_unique<TarqSettings>();
     set_default_names(*bank);
@@ -15,3 +17,5 @@ std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
     remove_lone_blanks(*bank);
     return bank;
 }
+
+} // namespace tarquil

@@ -7,6 +7,10 @@
 
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 // The bank at `path` as it is in the file, choices beyond their list included; instruments without
 // a name get "instrument_N".  BadInput when it can not be loaded.
 std::unique_ptr<TarqSettings> load_bank_file(const std::string& path);
+
+} // namespace tarquil

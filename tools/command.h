@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace tarquil {
+
 void add_bank_command(CLI::App& app, int results);
 void add_parameters_command(CLI::App& app, int results);
 void add_plot_command(CLI::App& app, int results);
@@ -16,3 +18,5 @@ void add_render_command(CLI::App& app, int results);
 // Hidden from the help: the build runs them and installs what they print.
 void add_completion_command(CLI::App& app, int results);
 void add_manual_command(CLI::App& app, int results);
+
+} // namespace tarquil

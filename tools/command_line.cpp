@@ -12,6 +12,8 @@
 #include "tools/failure.h"
 #include "tools/write_result.h"
 
+namespace tarquil {
+
 namespace {
 
 // Parsing errors may have several lines; everything that fails prints one.
@@ -66,3 +68,5 @@ int run_command_line(int argc, const char* const* argv, int results) {
     }
     return STATUS_DONE;
 }
+
+} // namespace tarquil

@@ -6,7 +6,9 @@
 
 namespace CLI {
 class App; // <CLI/CLI.hpp>, which takes its users several seconds each
-} // namespace CLI
+}
+
+namespace tarquil {
 
 // The program with all its commands, ready to parse.  What they print goes to the descriptor
 // `results`.
@@ -15,3 +17,5 @@ std::unique_ptr<CLI::App> make_command_line(int results);
 // Does what the arguments ask for and returns the exit status.  A failure is one line on standard
 // error.
 int run_command_line(int argc, const char* const* argv, int results);
+
+} // namespace tarquil

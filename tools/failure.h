@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace tarquil {
+
 // The exit statuses of every command.
 enum ExitStatus {
     STATUS_DONE = 0,
@@ -28,3 +30,5 @@ class BadInput : public Failure {
   public:
     explicit BadInput(const std::string& message) : Failure(STATUS_BAD_INPUT, message) {}
 };
+
+} // namespace tarquil

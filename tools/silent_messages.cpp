@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+namespace tarquil {
+
 SilentMessages::SilentMessages() : before(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
     std::fflush(stdout);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -23,3 +25,5 @@ SilentMessages::~SilentMessages() {
     dup2(before, STDOUT_FILENO);
     close(before);
 }
+
+} // namespace tarquil

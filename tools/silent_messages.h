@@ -2,6 +2,8 @@
 
 #pragma once
 
+namespace tarquil {
+
 // While an object lives, descriptor 1 leads nowhere: short source files name only the controllers
 // that differ, and every other key would be reported; and a user may ask for quiet.
 class SilentMessages {
@@ -14,3 +16,5 @@ class SilentMessages {
   private:
     int before; // -1 when there was no descriptor 1
 };
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+namespace tarquil {
+
 int reserve_standard_output() {
     static const int reserved = [] {
         std::fflush(stdout);
@@ -17,3 +19,5 @@ int reserve_standard_output() {
     }();
     return reserved;
 }
+
+} // namespace tarquil

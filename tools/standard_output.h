@@ -5,6 +5,10 @@
 
 #pragma once
 
+namespace tarquil {
+
 // Duplicates standard output and points descriptor 1 to standard error, once for the process;
 // returns the duplicate, which is closed on exec.  -1 when there is no standard output.
 int reserve_standard_output();
+
+} // namespace tarquil

@@ -10,6 +10,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 void write_result(int results, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(results, text.data(), text.size());
@@ -20,3 +22,5 @@ void write_result(int results, std::string_view text) {
                           std::string("standard output: cannot be written: ") + strerror(errno));
     }
 }
+
+} // namespace tarquil

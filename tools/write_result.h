@@ -4,5 +4,9 @@
 
 #include <string_view>
 
+namespace tarquil {
+
 // Writes all of `text` to the descriptor `results`; a Failure when that can not be done.
 void write_result(int results, std::string_view text);
+
+} // namespace tarquil

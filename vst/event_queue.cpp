@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace tarquil {
+
 bool EventQueue::push(std::span<const midi_event> events) {
     if (events.size() > room())
         return false;
@@ -46,3 +48,5 @@ void EventQueue::move_clock_back(uint32_t frames) {
     for (uint32_t i = 0; i < num_events; i++)
         entries[i].event.time -= std::min(entries[i].event.time, frames);
 }
+
+} // namespace tarquil

@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <span>
 
-#include "softsynth/midi_event.h"
+#include "softsynth/parameters/midi_event.h"
+
+namespace tarquil {
 
 // Fixed memory, nothing is allocated.  Events of one time keep the order in which they came.
 class EventQueue {
@@ -39,3 +41,5 @@ class EventQueue {
     bool is_sorted = true;
     std::array<midi_event, CAPACITY> taken;
 };
+
+} // namespace tarquil

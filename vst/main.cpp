@@ -4,6 +4,8 @@
 
 #include "vst/tarq_vst.h"
 
+namespace tarquil {
+
 extern "C" {
 
 // Null when the plug-in could not be made.
@@ -22,3 +24,5 @@ AEffect* old_entry(audioMasterCallback host) {
     return VSTPluginMain(host);
 }
 }
+
+} // namespace tarquil

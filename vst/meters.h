@@ -5,7 +5,9 @@
 #include <atomic>
 #include <cstdint>
 
-#include "softsynth/multi_compressor.h"
+#include "softsynth/effects/multi_compressor.h"
+
+namespace tarquil {
 
 // Written once a block; who shows a value takes it and starts it anew.
 struct Meters {
@@ -23,3 +25,5 @@ struct Meters {
     std::atomic<float> band_levels[MC_N_BANDS]{};
     std::atomic<float> band_gains[MC_N_BANDS]{};
 };
+
+} // namespace tarquil

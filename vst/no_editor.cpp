@@ -2,6 +2,10 @@
 
 #include "vst/plugin_editor.h"
 
+namespace tarquil {
+
 std::unique_ptr<PluginEditor> make_editor(TarqVST& /*plugin*/) {
     return nullptr;
 }
+
+} // namespace tarquil

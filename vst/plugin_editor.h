@@ -6,6 +6,8 @@
 
 #include "vst/abi/aeff_editor.h"
 
+namespace tarquil {
+
 class TarqVST;
 
 class PluginEditor : public AEffEditor {
@@ -17,3 +19,5 @@ class PluginEditor : public AEffEditor {
 
 // The editor of a new plug-in, which outlives it.  Null in a build without windows.
 std::unique_ptr<PluginEditor> make_editor(TarqVST& plugin);
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include "common/assertion.h"
 
+namespace tarquil {
+
 int vst_param_to_controller(int32_t index) {
     TARQ_ASSERT(index >= 0);
     TARQ_ASSERT(index < int(NUM_VST_PARAMS));
@@ -36,3 +38,5 @@ int vst_value_to_byte(float value) {
 float byte_to_vst_value(int byte) {
     return float(byte / 127.0);
 }
+
+} // namespace tarquil

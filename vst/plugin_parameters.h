@@ -4,8 +4,10 @@
 
 #include <cstdint>
 
-#include "softsynth/controller_table.h"
+#include "softsynth/parameters/controller_table.h"
 #include "vst/abi/vst2.h"
+
+namespace tarquil {
 
 // How hosts and their sessions know the plug-in.
 inline constexpr int32_t TARQUIL_UNIQUE_ID = four_characters("TqLx");
@@ -30,3 +32,5 @@ int32_t controller_to_vst_param(int controller);
 // The byte that a parameter's value 0..1 means, and the other way round.
 int vst_value_to_byte(float value);
 float byte_to_vst_value(int byte);
+
+} // namespace tarquil

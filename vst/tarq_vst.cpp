@@ -13,8 +13,10 @@
 #include "common/assertion.h"
 #include "common/log/log.h"
 #include "instrument/names.h"
-#include "util/midifilter.h"
+#include "midi/midifilter.h"
 #include "vst/abi/host_text.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -354,3 +356,5 @@ uint32_t TarqVST::num_queued_events() {
     const LockHolder holder(synth_lock);
     return events.size();
 }
+
+} // namespace tarquil

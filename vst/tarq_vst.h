@@ -13,15 +13,17 @@
 #include <string>
 #include <string_view>
 
+#include "common/platform/lock.h"
 #include "instrument/settings.h"
-#include "softsynth/constants.h"
-#include "softsynth/core.h"
+#include "softsynth/core/core.h"
+#include "softsynth/parameters/constants.h"
 #include "vst/abi/audio_effect_x.h"
 #include "vst/event_queue.h"
-#include "vst/lock.h"
 #include "vst/meters.h"
 #include "vst/plugin_editor.h"
 #include "vst/plugin_parameters.h"
+
+namespace tarquil {
 
 class TarqVST : public AudioEffectX {
   public:
@@ -157,3 +159,5 @@ class TarqVST : public AudioEffectX {
     uint32_t waiting_channels = 0;
     bool globals_wait = false;
 };
+
+} // namespace tarquil

@@ -7,13 +7,15 @@
 
 #include "common/assertion.h"
 #include "common/directory_image.h"
-#include "common/file_system.h"
 #include "common/log/log.h"
 #include "common/number_text.h"
+#include "common/platform/file_system.h"
 #include "instrument/checked_load.h"
 #include "instrument/names.h"
 #include "vst/abi/host_text.h"
 #include "vst/tarq_vst.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -374,3 +376,5 @@ Instrument TarqVST::get_instrument(int number) {
     const LockHolder holder(synth_lock);
     return settings.get_instrument(unsigned(number));
 }
+
+} // namespace tarquil

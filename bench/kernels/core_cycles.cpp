@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 double thread_seconds() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
@@ -25,3 +27,5 @@ double core_frequency() {
     }
     return CYCLES_EACH * MULTIPLICATIONS / (thread_seconds() - start);
 }
+
+} // namespace tarquil

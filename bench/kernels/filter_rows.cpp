@@ -6,9 +6,11 @@
 
 #include "bench/kernels/kernel_row.h"
 #include "bench/signals.h"
-#include "softsynth/filter.h"
+#include "softsynth/filters/filter.h"
+#include "softsynth/filters/ladderfilter.h"
 #include "softsynth/kernels/kernels.h"
-#include "softsynth/ladderfilter.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -95,3 +97,5 @@ std::vector<KernelRow> filter_rows() {
     return {ladder_row(1), ladder_row(4), ladder_row(16), ladder_row(96),
             biquad_row(1), biquad_row(4), biquad_row(32)};
 }
+
+} // namespace tarquil

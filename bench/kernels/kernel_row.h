@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace tarquil {
+
 struct KernelRow {
     enum Unit { CYCLES, MICROSECONDS };
 
@@ -21,3 +23,5 @@ std::vector<KernelRow> master_rows();
 std::vector<KernelRow> filter_rows();
 std::vector<KernelRow> note_rows();
 std::vector<KernelRow> table_rows();
+
+} // namespace tarquil

@@ -13,8 +13,10 @@
 
 #include "bench/kernels/core_cycles.h"
 #include "bench/kernels/kernel_row.h"
-#include "softsynth/flush_to_zero.h"
 #include "softsynth/kernels/kernel_levels.h"
+#include "softsynth/signal/flush_to_zero.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -86,7 +88,10 @@ void print_row(const KernelRow& row, bool markdown) {
 
 } // namespace
 
+} // namespace tarquil
+
 int main(int argc, char** argv) {
+    using namespace tarquil;
     bool markdown = false;
     std::string_view part;
     for (int i = 1; i < argc; i++) {

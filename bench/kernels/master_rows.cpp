@@ -4,9 +4,11 @@
 
 #include "bench/kernels/kernel_row.h"
 #include "bench/signals.h"
-#include "softsynth/multi_compressor.h"
-#include "softsynth/psola.h"
+#include "softsynth/effects/multi_compressor.h"
+#include "softsynth/effects/psola.h"
 #include "softsynth/reverb/revmodel.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -76,3 +78,5 @@ std::vector<KernelRow> master_rows() {
     fill_noise(noise.get_first_left_sample_ptr(), 2 * BLOCK);
     return {crossover_row(), compressor_row(), reverb_row(), capture_row()};
 }
+
+} // namespace tarquil

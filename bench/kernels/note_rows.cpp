@@ -3,8 +3,10 @@
 #include <memory>
 
 #include "bench/kernels/kernel_row.h"
-#include "softsynth/channel.h"
-#include "softsynth/voice_pool.h"
+#include "softsynth/voices/channel.h"
+#include "softsynth/voices/voice_pool.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -48,3 +50,5 @@ KernelRow note_row(bool again) {
 std::vector<KernelRow> note_rows() {
     return {note_row(false), note_row(true)};
 }
+
+} // namespace tarquil

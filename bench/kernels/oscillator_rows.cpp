@@ -5,8 +5,10 @@
 #include <string>
 
 #include "bench/kernels/kernel_row.h"
-#include "softsynth/oscillator_group.h"
-#include "softsynth/voice_pool.h"
+#include "softsynth/voices/voice_pool.h"
+#include "softsynth/wavetables/oscillator_group.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -58,3 +60,5 @@ std::vector<KernelRow> oscillator_rows() {
             group_row(3, BLOCK),   group_row(15, BLOCK), group_row(63, BLOCK),
             group_row(255, BLOCK), pool_row(false, 64),  pool_row(true, 256)};
 }
+
+} // namespace tarquil

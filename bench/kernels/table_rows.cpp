@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "bench/kernels/kernel_row.h"
-#include "softsynth/waveform.h"
-#include "softsynth/wavetable_builder.h"
+#include "softsynth/wavetables/waveform.h"
+#include "softsynth/wavetables/wavetable_builder.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -27,3 +29,5 @@ std::vector<KernelRow> table_rows() {
             {"all wavetables read from the cache", KernelRow::MICROSECONDS, 1,
              [] { const WaveformStore store; }, false}};
 }
+
+} // namespace tarquil

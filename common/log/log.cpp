@@ -5,6 +5,8 @@
 #include <atomic>
 #include <cstdio>
 
+namespace tarquil {
+
 namespace {
 
 std::atomic<bool> enabled{false};
@@ -24,3 +26,5 @@ void logPrintf(const char* /*format*/, ...) {}
 void logMessageBox(const char* text) {
     std::fprintf(stderr, "Tarquil: %s\n", text);
 }
+
+} // namespace tarquil

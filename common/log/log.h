@@ -2,6 +2,8 @@
 
 #pragma once
 
+namespace tarquil {
+
 // Set and clear the process-wide flag that asks for log output.
 void logEnable();
 void logDisable();
@@ -12,3 +14,5 @@ void logDisable();
 
 // Shows `text` to the user as one line "Tarquil: TEXT" on standard error; never blocks on the user.
 void logMessageBox(const char* text);
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 // The kernel finds the start in [first, end) of `sound` whose next `length` samples have the
 // largest sum of products with those of `stretch`, added in order; of equal ones the earliest.  At
 // least one start; sums that are not numbers never win but the first.
@@ -14,3 +16,5 @@ struct MatchSearch {
     uint32_t first;
     uint32_t end;
 };
+
+} // namespace tarquil

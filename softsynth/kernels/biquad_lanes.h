@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 // Floats only and in this order: the kernel reads both as rows.
 struct BiquadCoefficients {
     float b0 = 1.0F;
@@ -30,3 +32,5 @@ struct BiquadLanes {
     uint32_t count; // at least 1
     uint32_t depth; // 1..MAX_DEPTH
 };
+
+} // namespace tarquil

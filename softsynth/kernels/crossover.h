@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 // A cascade of equal sections in transposed direct form II (filter.h) on four signals side by side:
 // low left, low right, high left, high right.  Numerators are symmetric (b2 = b0), the denominator
 // is common.  The kernel filters the interleaved stereo frames of `low` and `high` in place.
@@ -26,3 +28,5 @@ struct Crossover {
     // memory
     Section sections[MAX_STAGES];
 };
+
+} // namespace tarquil

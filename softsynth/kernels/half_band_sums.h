@@ -2,7 +2,9 @@
 
 #pragma once
 
-#include "softsynth/resampler.h"
+#include "softsynth/filters/resampler.h"
+
+namespace tarquil {
 
 // `n` outputs through a symmetric kernel of 26 taps; the first one's newest sample is *newest, with
 // 25 older ones before it.  Several sums at a time, since each waits for its own last addition.
@@ -27,3 +29,5 @@ static inline void half_band_sums(const Value* newest, const float* kernel, Valu
             half_band_sums<1>(newest + 2 * i, kernel, out + i, n - i);
     }
 }
+
+} // namespace tarquil

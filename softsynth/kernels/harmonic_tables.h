@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace tarquil {
+
 // Four sines and cosines of a harmonic, at neighbouring samples.  Turning them gives those of the
 // next four samples:
 //
@@ -32,3 +34,5 @@ struct HarmonicTables {
     HarmonicPhasors* phasors; // at a table's start; turned by the kernel
     float* scratch;           // max_harmonics * CHUNK
 };
+
+} // namespace tarquil

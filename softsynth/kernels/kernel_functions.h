@@ -9,6 +9,8 @@
 
 #include "softsynth/kernels/kernels.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 
 #define KERNEL(result, name, arguments) result name arguments;
@@ -18,3 +20,5 @@ namespace KERNEL_NAMESPACE {
 extern const Kernels TABLE;
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 
 #include "common/log/log.h"
 
+namespace tarquil {
+
 namespace kernels_scalar {
 extern const Kernels TABLE;
 }
@@ -90,3 +92,5 @@ void use_kernel_level(const KernelLevel& level) {
 const Kernels& kernels() {
     return *current->kernels;
 }
+
+} // namespace tarquil

@@ -10,6 +10,8 @@
 
 #include "softsynth/kernels/kernels.h"
 
+namespace tarquil {
+
 struct KernelLevel {
     const char* name; // "scalar", "baseline", "v3" or "v4"
     const Kernels* kernels;
@@ -29,3 +31,5 @@ const KernelLevel& kernel_level();
 
 // Uses another level: for tests and benchmarks, while nothing renders.
 void use_kernel_level(const KernelLevel& level);
+
+} // namespace tarquil

@@ -16,6 +16,8 @@
 #include "softsynth/kernels/oscillator_copies.h"
 #include "softsynth/kernels/reverb_tank.h"
 
+namespace tarquil {
+
 struct Kernels {
 // NOLINTNEXTLINE(bugprone-macro-parentheses): a declaration, not an expression
 #define KERNEL(result, name, arguments) result(*name) arguments;
@@ -25,3 +27,5 @@ struct Kernels {
 
 // The table in use.
 const Kernels& kernels();
+
+} // namespace tarquil

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "softsynth/resampler.h"
+#include "softsynth/filters/resampler.h"
+
+namespace tarquil {
 
 // Floats only and in this order: the kernel reads both as rows.
 struct LadderCoefficients {
@@ -51,3 +53,5 @@ struct LadderLanes {
 // The oversampled ladder alone, plainly: n samples in, 4n out.
 void run_ladder(const LadderCoefficients& coefficients, LadderMemory& memory, const float* in,
                 float* out, uint32_t n);
+
+} // namespace tarquil

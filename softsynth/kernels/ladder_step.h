@@ -5,6 +5,8 @@
 
 #pragma once
 
+namespace tarquil {
+
 static inline float abs_value(float x) {
     return x < 0.0F ? -x : x;
 }
@@ -58,3 +60,5 @@ static inline void ladder_step(LadderStages<Value, V>& stages, const LadderSetti
                   set.c[3][v] * stages.t[2][v] + set.c[4][v] * stages.t[3][v]) *
                  set.gain[v];
 }
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 // Up to four detectors side by side (compressor.h has the formulas).  The kernel writes the level
 // of detector d at frame i to levels[SIGNALS * i + d] and leaves what belongs to no detector.
 struct LevelDetectors {
@@ -22,3 +24,5 @@ struct LevelDetectors {
     float peak[SIGNALS] = {};
     float level[SIGNALS] = {};
 };
+
+} // namespace tarquil

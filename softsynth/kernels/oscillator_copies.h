@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 inline constexpr uint32_t MAX_OSCILLATOR_COPIES = 256;
 
 // Arrays with an entry per copy.  The kernel writes, for every sample, the sum of
@@ -18,3 +20,5 @@ struct OscillatorCopies {
     uint32_t runs;  // of neighbouring copies with the same table
     uint32_t table_shift;
 };
+
+} // namespace tarquil

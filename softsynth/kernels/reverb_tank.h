@@ -18,6 +18,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 // The kernel writes the wet signal of interleaved stereo frames, before its width is set: each
 // side's sum of combs through its all-passes.
 struct ReverbTank {
@@ -48,3 +50,5 @@ struct ReverbTank {
     // memory
     Side sides[2];
 };
+
+} // namespace tarquil

@@ -5,8 +5,10 @@
 #include <algorithm>
 
 #include "common/assertion.h"
-#include "softsynth/finite.h"
 #include "softsynth/kernels/kernels.h"
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -122,3 +124,5 @@ void revmodel::mute_if_not_finite(float* out, long frames) {
         return;
     mute();
 }
+
+} // namespace tarquil

@@ -8,8 +8,10 @@
 
 #include <cstdint>
 
-#include "softsynth/constants.h"
 #include "softsynth/kernels/reverb_tank.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
 
 class revmodel {
   public:
@@ -55,3 +57,5 @@ class revmodel {
     float memory[MEMORY_LENGTH] = {};
     bool known_empty = true; // all memory is 0
 };
+
+} // namespace tarquil

@@ -6,9 +6,11 @@
 
 #include <vector>
 
-#include "common/file_system.h"
 #include "common/load_string.h"
+#include "common/platform/file_system.h"
 #include "tests/temp_directory.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -121,3 +123,5 @@ TEST_F(DirectoryImage, AFileLongerThanTheImageAsserts) {
 }
 
 } // namespace
+
+} // namespace tarquil

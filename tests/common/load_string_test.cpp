@@ -11,6 +11,8 @@
 
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 std::string all_bytes() {
@@ -91,3 +93,5 @@ TEST(LoadString, WhatCannotBeWrittenGivesItsCode) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -11,8 +11,10 @@
 #include <limits>
 #include <random>
 
-#include "softsynth/controller_table.h"
+#include "softsynth/parameters/controller_table.h"
 #include "tests/decimal_comma_locale.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -149,3 +151,5 @@ TEST(NumberText, RoundedNumbersHaveNoSignOnZeroAndTrimmedOnesNoLastZeros) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include <numeric>
 #include <vector>
 
+namespace tarquil {
+
 namespace {
 
 constexpr double TWO_PI = 6.283185307179586;
@@ -93,3 +95,5 @@ TEST(Resample, ToneBelowTheNewLimitStaysAndAboveItGoes) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 std::string little_endian(uint32_t value, int length) {
@@ -118,3 +120,5 @@ TEST(Wav, CodesHaveTexts) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "instrument/instrument.h"
-#include "softsynth/constants.h"
-#include "softsynth/ladderfilter.h"
+#include "softsynth/filters/ladderfilter.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -126,3 +128,5 @@ TEST(FilterResponse, AnInstrumentsFiltersAreItsControllers) {
 }
 
 } // namespace
+
+} // namespace tarquil

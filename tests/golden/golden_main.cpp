@@ -22,6 +22,8 @@
 #include "tests/golden/scenes.h"
 #include "tests/golden/sound_comparison.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr double LOWEST_SNR_DB = 100;
@@ -119,7 +121,10 @@ bool parse(int argc, char** argv, Options& options) {
 
 } // namespace
 
+} // namespace tarquil
+
 int main(int argc, char** argv) {
+    using namespace tarquil;
     Options options;
     if (!parse(argc, argv, options)) {
         std::fprintf(stderr,

@@ -5,9 +5,11 @@
 #include <cstdio>
 
 #include "instrument/checked_load.h"
+#include "midi/smf/song_file.h"
 #include "tools/failure.h"
-#include "tools/midi/song_file.h"
 #include "tools/render/engine_driver.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -36,3 +38,5 @@ std::vector<float> play_song(const std::string& song_path, const std::string& ba
         return {};
     }
 }
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include <sstream>
 #include <utility>
 
+namespace tarquil {
+
 namespace {
 
 std::map<std::string, GoldenNumbers> read_rows(const std::string& path) {
@@ -81,3 +83,5 @@ bool GoldenStore::write_numbers(const std::string& name, const GoldenNumbers& nu
         file << row_name << ' ' << row.frames << ' ' << row.rms << ' ' << row.peak << '\n';
     return file.flush().good();
 }
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace tarquil {
+
 struct GoldenNumbers {
     uint64_t frames = 0;
     double rms = 0;
@@ -39,3 +41,5 @@ class GoldenStore {
 
     std::string directory;
 };
+
+} // namespace tarquil

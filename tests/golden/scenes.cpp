@@ -2,6 +2,8 @@
 
 #include "tests/golden/scenes.h"
 
+namespace tarquil {
+
 namespace {
 
 // Three notes, the last held until half a second before the end.
@@ -133,3 +135,5 @@ std::vector<float> render_scene(const Scene& scene) {
     scene.prepare(host);
     return host.render(SCENE_FRAMES);
 }
+
+} // namespace tarquil

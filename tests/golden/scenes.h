@@ -8,6 +8,8 @@
 
 #include "tests/support/engine_host.h"
 
+namespace tarquil {
+
 struct Scene {
     std::string name;
     std::function<void(EngineHost&)> prepare; // queues events at the start
@@ -19,3 +21,5 @@ const std::vector<Scene>& golden_scenes();
 
 // Interleaved stereo of SCENE_FRAMES frames.
 std::vector<float> render_scene(const Scene& scene);
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+namespace tarquil {
+
 SoundComparison compare_sounds(const std::vector<float>& reference,
                                const std::vector<float>& sound) {
     SoundComparison result;
@@ -31,3 +33,5 @@ double rms(const std::vector<float>& sound) {
         energy += double(sample) * double(sample);
     return sound.empty() ? 0 : std::sqrt(energy / double(sound.size()));
 }
+
+} // namespace tarquil

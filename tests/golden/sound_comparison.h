@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace tarquil {
+
 struct SoundComparison {
     double snr_db = 0; // energy of the reference over that of the difference; inf when equal
     double rms_difference = 0; // of the samples' differences
@@ -16,3 +18,5 @@ SoundComparison compare_sounds(const std::vector<float>& reference,
                                const std::vector<float>& sound);
 
 double rms(const std::vector<float>& sound);
+
+} // namespace tarquil

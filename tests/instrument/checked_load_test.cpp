@@ -7,6 +7,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 std::string text_of(const TarqSettings& bank) {
@@ -78,3 +80,5 @@ TEST_F(CheckedLoad, AnInstrumentFileIsTakenByItsOwnName) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include "tests/decimal_comma_locale.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 // The instrument's text with a byte for every row: row i has the byte (i * 37 + shift) % 128.
@@ -200,3 +202,5 @@ TEST(Instrument, TextIsTheSameInEveryLocale) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 std::unique_ptr<TarqSettings> varied() {
@@ -160,3 +162,5 @@ TEST(Settings, WrongNumbersAssert) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 // The value of `key` in `text`, which must load.
@@ -110,3 +112,5 @@ TEST(TextFileReader, ANameThatIsNoRegularFileCannotBeOpened) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(TextFileWriter, EachValueIsOneLine) {
@@ -50,3 +52,5 @@ TEST(TextFileWriter, FailuresAreReported) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -9,7 +9,9 @@
 #include <numbers>
 #include <vector>
 
-#include "softsynth/core.h"
+#include "softsynth/core/core.h"
+
+namespace tarquil {
 
 class EngineHost {
   public:
@@ -108,3 +110,5 @@ inline bool is_sound(const std::vector<float>& sound) {
         return std::isfinite(sample) && std::fabs(sample) <= 1.0F;
     });
 }
+
+} // namespace tarquil

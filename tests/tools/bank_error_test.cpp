@@ -9,6 +9,8 @@
 #include "tests/temp_directory.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 // A good bank's text with the line of instrument 5 replaced.
@@ -63,3 +65,5 @@ TEST(BankError, AGoodBankLoadsWithNamesAndWithoutLoneBlanks) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include "tests/tools/command_run.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(CommandLine, AnythingUnknownIsOneLineAndStatus2) {
@@ -47,3 +49,5 @@ TEST(CommandLine, ResultsThatCannotBeWrittenAreStatus1) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -13,6 +13,8 @@
 #include "tests/temp_directory.h"
 #include "tools/command_line.h"
 
+namespace tarquil {
+
 struct CommandRun {
     int status = 0;
     std::string results;
@@ -35,3 +37,5 @@ inline CommandRun run_command(const std::vector<std::string>& arguments) {
     load_file_to_string(path, run.results);
     return run;
 }
+
+} // namespace tarquil

@@ -20,6 +20,8 @@
 #include <cstdlib>
 #include <thread>
 
+namespace tarquil {
+
 namespace {
 
 thread_local CallbackCounts* counts = nullptr;
@@ -138,3 +140,5 @@ bool run_without_system_calls(const std::function<void()>& work) {
     }).join();
     return is_allowed;
 }
+
+} // namespace tarquil

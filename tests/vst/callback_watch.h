@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+namespace tarquil {
+
 struct CallbackCounts {
     int allocations = 0; // and releases
     int locks = 0;       // of other mutexes than the first that was seen
@@ -31,3 +33,5 @@ class CallbackWatch {
 // Runs `work` on a thread of its own on which system calls fail, and are counted by a watch.  False
 // when the system does not allow such a thread; then nothing is run.
 bool run_without_system_calls(const std::function<void()>& work);
+
+} // namespace tarquil

@@ -14,6 +14,8 @@
 
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 class PluginHost {
   public:
     explicit PluginHost(int32_t block_size = 256, bool start = true,
@@ -125,3 +127,5 @@ class PluginHost {
 
     std::vector<VstMidiEvent> queued;
 };
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include "tests/support/engine_host.h"
 #include "tests/vst/plugin_host.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int32_t NUM_PARAMS = 173;
@@ -383,3 +385,5 @@ TEST(Plugin, ComesAndGoesAThousandTimes) {
 }
 
 } // namespace
+
+} // namespace tarquil

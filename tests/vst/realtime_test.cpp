@@ -12,6 +12,8 @@
 #include "tests/vst/callback_watch.h"
 #include "tests/vst/plugin_host.h"
 
+namespace tarquil {
+
 #if defined(__has_feature)
 #if __has_feature(realtime_sanitizer)
 #define REALTIME_SANITIZER
@@ -189,3 +191,5 @@ TEST(Realtime, TheWatchSeesWhatItIsFor) {
 #endif
 
 } // namespace
+
+} // namespace tarquil

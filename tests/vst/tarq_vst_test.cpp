@@ -6,6 +6,8 @@
 
 #include "tests/support/engine_host.h"
 
+namespace tarquil {
+
 namespace {
 
 class ClockedVST : public TarqVST {
@@ -172,3 +174,5 @@ TEST(TarqVST, WarnsOnceOfAnotherSampleRate) {
 }
 
 } // namespace
+
+} // namespace tarquil

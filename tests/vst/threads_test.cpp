@@ -8,6 +8,8 @@
 #include "tests/support/engine_host.h"
 #include "tests/vst/plugin_host.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(Threads, EverythingMayHappenWhileAudioRuns) {
@@ -60,3 +62,5 @@ TEST(Threads, EverythingMayHappenWhileAudioRuns) {
 }
 
 } // namespace
+
+} // namespace tarquil

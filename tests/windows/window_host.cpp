@@ -19,6 +19,8 @@
 
 #include "tests/vst/plugin_host.h"
 
+namespace tarquil {
+
 namespace {
 
 std::atomic<int> begun{0};
@@ -210,7 +212,10 @@ int run_for_a_user(int seconds) {
 
 } // namespace
 
+} // namespace tarquil
+
 int main(int argc, char** argv) {
+    using namespace tarquil;
     const std::string mode = argc > 1 ? argv[1] : "";
     if (mode == "cycles" && argc == 3)
         return run_cycles(std::atoi(argv[2]));

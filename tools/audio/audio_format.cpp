@@ -7,8 +7,10 @@
 #include <algorithm>
 #include <cctype>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "tools/failure.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -146,3 +148,5 @@ int sndfile_format(const AudioFormat& format, uint64_t max_frames) {
     }
     return type | samples.sndfile_subtype;
 }
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+namespace tarquil {
+
 enum class Container { WAV, FLAC, AIFF, OGG_VORBIS, OGG_OPUS };
 
 // LOSSY: the encoder has no bits to choose.
@@ -39,3 +41,5 @@ const char* file_ending(const AudioFormat& format);
 // The format word of libsndfile for a stereo file of at most `max_frames` frames.  BadInput when
 // that is more than the container can hold; a WAV file above 4 GiB becomes RF64.
 int sndfile_format(const AudioFormat& format, uint64_t max_frames);
+
+} // namespace tarquil

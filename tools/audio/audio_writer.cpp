@@ -9,6 +9,8 @@
 #include "tools/audio/ogg_serial.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 // Vorbis quality, 0..1: about 192 kbit/s.
@@ -95,3 +97,5 @@ void AudioWriter::check() const {
     errno = stream.error;
     output.fail();
 }
+
+} // namespace tarquil

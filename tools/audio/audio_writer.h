@@ -10,6 +10,8 @@
 #include "tools/audio/audio_format.h"
 #include "tools/audio/output_file.h"
 
+namespace tarquil {
+
 class AudioWriter {
   public:
     // Opens a stereo file.  `max_frames` is the most that will be written.  BadInput when the
@@ -45,3 +47,5 @@ class AudioWriter {
     std::unique_ptr<SNDFILE, SndfileCloser> sndfile;
     bool is_ogg;
 };
+
+} // namespace tarquil

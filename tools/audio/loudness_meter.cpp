@@ -7,6 +7,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 float find_peak(const float* samples, uint64_t num_samples) {
     float peak = 0.0F;
     for (uint64_t i = 0; i < num_samples; i++)
@@ -42,3 +44,5 @@ std::optional<double> LoudnessMeter::loudness_lufs() const {
         return std::nullopt;
     return loudness;
 }
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace tarquil {
+
 class LoudnessMeter {
   public:
     explicit LoudnessMeter(int rate);
@@ -30,3 +32,5 @@ class LoudnessMeter {
 
 // The largest absolute sample.
 float find_peak(const float* samples, uint64_t num_samples);
+
+} // namespace tarquil

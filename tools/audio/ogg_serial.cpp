@@ -11,6 +11,8 @@
 #include <span>
 #include <vector>
 
+namespace tarquil {
+
 namespace {
 
 constexpr size_t HEADER_BYTES = 27;
@@ -78,3 +80,5 @@ bool set_ogg_serial(int descriptor, uint32_t serial) {
         position += off_t(size);
     }
 }
+
+} // namespace tarquil

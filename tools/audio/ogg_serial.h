@@ -7,9 +7,13 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 inline constexpr uint32_t OGG_SERIAL = 1;
 
 // Rewrites the serial number and the checksum of every page of the one stream that the file behind
 // `descriptor` (open for reading and writing) holds.  What is not a page ends the walk.  False,
 // with `errno`, when the file cannot be read or written.
 bool set_ogg_serial(int descriptor, uint32_t serial);
+
+} // namespace tarquil

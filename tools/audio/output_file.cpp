@@ -12,6 +12,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr size_t STREAM_BYTES = 65536;
@@ -92,3 +94,5 @@ void OutputFile::stream_to(int destination) const {
         }
     }
 }
+
+} // namespace tarquil

@@ -8,7 +8,9 @@
 
 #include <string>
 
-#include "common/atomic_file.h"
+#include "common/platform/atomic_file.h"
+
+namespace tarquil {
 
 struct OutputPlace {
     std::string path = {};    // "-" stands for standard output
@@ -44,3 +46,5 @@ class OutputFile {
 
 // A file without a name, open for reading and writing.  A Failure when there can be none.
 int open_spool_file();
+
+} // namespace tarquil

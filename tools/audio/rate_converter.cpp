@@ -5,8 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "tools/failure.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -56,3 +58,5 @@ void RateConverter::convert(const float* frames, uint64_t num_frames, bool is_en
         data.input_frames -= data.input_frames_used;
     } while (data.input_frames > 0 || data.output_frames_gen == CHUNK_FRAMES);
 }
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+namespace tarquil {
+
 // Takes interleaved stereo frames.
 using FrameSink = std::function<void(const float* frames, uint64_t num_frames)>;
 
@@ -34,3 +36,5 @@ class RateConverter {
     std::vector<float> converted;
     FrameSink sink;
 };
+
+} // namespace tarquil

@@ -12,6 +12,8 @@
 #include "tools/silent_messages.h"
 #include "tools/write_result.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr const char* BANK_HELP = "The bank (.tqb)";
@@ -177,3 +179,5 @@ void add_bank_command(CLI::App& app, int results) {
     add_insert(*bank);
     add_new(*bank);
 }
+
+} // namespace tarquil

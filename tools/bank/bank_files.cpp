@@ -13,6 +13,8 @@
 #include "tools/bank_error.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr const char* STANDARD_INPUT = "/dev/stdin";
@@ -122,3 +124,5 @@ void save_bank_file(const TarqSettings& bank, const std::string& path) {
     bank.text_save_to_string(text);
     save_file(path, text);
 }
+
+} // namespace tarquil

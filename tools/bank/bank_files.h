@@ -8,6 +8,8 @@
 
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 // The global controllers, title and author in the key/value text.
 inline constexpr const char* GLOBALS_FILE = "globals.txt";
 
@@ -29,3 +31,5 @@ std::map<unsigned, std::string> find_instrument_files(const std::string& directo
 // Replaces the file as a whole; a Failure when that can not be done.
 void save_file(const std::string& path, std::string_view text);
 void save_bank_file(const TarqSettings& bank, const std::string& path);
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include "tools/bank/json_text.h"
 #include "tools/bank_error.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr size_t NUMBER_WIDTH = 3;
@@ -52,3 +54,5 @@ std::string list_as_json(const TarqSettings& bank, bool all) {
 std::string list_bank(const TarqSettings& bank, const BankListOptions& options) {
     return options.json ? list_as_json(bank, options.all) : list_as_table(bank, options.all);
 }
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 struct BankListOptions {
     bool all = false;  // the default instruments too
     bool json = false; // an object instead of a table
@@ -13,3 +15,5 @@ struct BankListOptions {
 
 // The text to print.
 std::string list_bank(const TarqSettings& bank, const BankListOptions& options);
+
+} // namespace tarquil

@@ -12,6 +12,8 @@
 #include "tools/bank_error.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 // The text format can not hold these: they end the value.
@@ -107,3 +109,5 @@ std::unique_ptr<TarqSettings> make_bank(const NewBank& request) {
     }
     return bank;
 }
+
+} // namespace tarquil

@@ -9,6 +9,8 @@
 
 #include "instrument/settings.h"
 
+namespace tarquil {
+
 // Writes a file for each instrument and one for the globals into `directory`, which is made;
 // BadInput when it is there and not empty.
 void extract_all(const TarqSettings& bank, const std::string& directory);
@@ -31,3 +33,5 @@ struct NewBank {
 
 // A bank of default instruments with what is given put in.
 std::unique_ptr<TarqSettings> make_bank(const NewBank& request);
+
+} // namespace tarquil

@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "common/number_text.h"
-#include "softsynth/controller_display.h"
-#include "softsynth/controller_table.h"
+#include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/controller_table.h"
 #include "tools/bank/json_text.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -99,3 +101,5 @@ std::string show_globals(const TarqSettings& bank, bool json) {
     root["controllers"] = as_json(rows);
     return json_text(root);
 }
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 #include "tools/help/visible.h"
 #include "tools/write_result.h"
 
+namespace tarquil {
+
 namespace {
 
 // "-h --help --json list show"
@@ -70,3 +72,5 @@ void add_completion_command(CLI::App& app, int results) {
     command->group("");
     command->callback([&app, results] { write_result(results, bash_completion(app)); });
 }
+
+} // namespace tarquil

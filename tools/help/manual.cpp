@@ -8,6 +8,8 @@
 #include "tools/help/visible.h"
 #include "tools/write_result.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr const char* EXAMPLES_HEADING = "Examples:";
@@ -184,3 +186,5 @@ void add_manual_command(CLI::App& app, int results) {
     command->group("");
     command->callback([&app, results] { write_result(results, manual_page(app)); });
 }
+
+} // namespace tarquil

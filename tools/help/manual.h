@@ -5,5 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+namespace tarquil {
+
 // The page in troff with the man macros.
 std::string manual_page(const CLI::App& app);
+
+} // namespace tarquil

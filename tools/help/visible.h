@@ -5,6 +5,8 @@
 #include <CLI/CLI.hpp>
 #include <vector>
 
+namespace tarquil {
+
 // The commands of `app`, or of a command, in the order they were added; those without a group are
 // hidden.
 inline std::vector<const CLI::App*> visible_commands(const CLI::App& app) {
@@ -18,3 +20,5 @@ inline std::vector<const CLI::Option*> visible_options(const CLI::App& app, bool
         return !option->get_group().empty() && option->get_positional() == positional;
     });
 }
+
+} // namespace tarquil

@@ -4,8 +4,10 @@
 
 #include <string_view>
 
-#include "softsynth/controller_display.h"
+#include "softsynth/parameters/controller_display.h"
 #include "vst/plugin_parameters.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -98,3 +100,5 @@ std::string parameter_list() {
         text += row(index);
     return text + lists();
 }
+
+} // namespace tarquil

@@ -4,5 +4,9 @@
 
 #include <string>
 
+namespace tarquil {
+
 // Markdown: a table with a row for each, then the lists that some choose from.
 std::string parameter_list();
+
+} // namespace tarquil

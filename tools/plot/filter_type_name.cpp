@@ -4,8 +4,10 @@
 
 #include <optional>
 
-#include "softsynth/controller_table.h"
+#include "softsynth/parameters/controller_table.h"
 #include "tools/failure.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -51,3 +53,5 @@ FilterType find_filter_type(const std::string& name) {
         throw BadInput("--type " + name + ": more than one: " + alike);
     return FilterType(*found);
 }
+
+} // namespace tarquil

@@ -8,9 +8,11 @@
 
 #include "common/number_text.h"
 #include "curves/wave_shape.h"
-#include "softsynth/constants.h"
-#include "softsynth/controller_display.h"
-#include "softsynth/note_frequency.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/controller_display.h"
+#include "softsynth/signal/note_frequency.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -186,3 +188,5 @@ Plot plot_envelopes(const Instrument& instrument, double hold) {
     return {std::move(title), PlotAxis::linear("Time (s)", 0.0, end * 1.02),
             PlotAxis::linear("Level", 0.0, 1.05), std::move(curves)};
 }
+
+} // namespace tarquil

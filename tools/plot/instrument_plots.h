@@ -9,6 +9,8 @@
 #include "instrument/instrument.h"
 #include "tools/plot/plot.h"
 
+namespace tarquil {
+
 // The voice filter at `note` (0..127), the channel filters together and the sum of both.
 Plot plot_instrument_filters(const Instrument& instrument, int note);
 // One filter.
@@ -22,3 +24,5 @@ Plot plot_envelopes(const Instrument& instrument, double hold);
 
 // The label of a voice filter's type, "off" to "ladder notch".
 std::string filter_type_label(FilterType type);
+
+} // namespace tarquil

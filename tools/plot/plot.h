@@ -8,6 +8,8 @@
 #include "curves/plot_point.h"
 #include "tools/plot/plot_axis.h"
 
+namespace tarquil {
+
 // A line through `points`.  The legend shows `name` and, below it, one line for each of `details`.
 struct PlotCurve {
     std::string name;
@@ -22,3 +24,5 @@ struct Plot {
     PlotAxis y;
     std::vector<PlotCurve> curves;
 };
+
+} // namespace tarquil

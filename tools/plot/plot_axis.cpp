@@ -8,6 +8,8 @@
 
 #include "common/number_text.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int MAX_LINEAR_STEPS = 11;
@@ -83,3 +85,5 @@ std::vector<AxisTick> PlotAxis::logarithmic_ticks() const {
     }
     return result;
 }
+
+} // namespace tarquil

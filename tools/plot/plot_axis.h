@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace tarquil {
+
 struct AxisTick {
     double value = 0.0;
     std::string label; // empty: a grid line only
@@ -44,3 +46,5 @@ class PlotAxis {
 
 // At most two digits after the point, thousands as "k": "440", "1.5k".
 std::string axis_number(double value);
+
+} // namespace tarquil

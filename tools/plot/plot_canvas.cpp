@@ -7,6 +7,8 @@
 
 #include "common/printable_text.h"
 
+namespace tarquil {
+
 namespace {
 
 // Pixels around the area between the axes: tick labels and titles; the legend at the right.
@@ -123,3 +125,5 @@ double PlotCanvas::draw_legend_entry(const PlotCurve& curve, Color color, double
     }
     return base_line + 12;
 }
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include "tools/plot/plot.h"
 #include "tools/plot/plot_painter.h"
 
+namespace tarquil {
+
 // The smallest picture, in pixels, whose parts do not overlap, and the largest one that is drawn.
 inline constexpr int MIN_PLOT_WIDTH = 640;
 inline constexpr int MIN_PLOT_HEIGHT = 320;
@@ -28,3 +30,5 @@ class PlotCanvas {
     Rectangle picture;
     Rectangle area; // between the axes
 };
+
+} // namespace tarquil

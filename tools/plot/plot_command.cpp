@@ -17,6 +17,8 @@
 #include "tools/plot/plot_file.h"
 #include "tools/silent_messages.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int MIDDLE_C = 60;
@@ -215,3 +217,5 @@ void add_plot_command(CLI::App& app, int results) {
     add_wave(*plot, results);
     add_envelope(*plot, results);
 }
+
+} // namespace tarquil

@@ -12,6 +12,8 @@
 #include "tools/plot/svg_painter.h"
 #include "tools/write_result.h"
 
+namespace tarquil {
+
 namespace {
 
 bool has_ending(const std::string& path, std::string_view ending) {
@@ -39,3 +41,5 @@ void write_plot(const Plot& plot, const PictureOptions& options, int results) {
     else
         save_file(options.path, picture);
 }
+
+} // namespace tarquil

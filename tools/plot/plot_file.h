@@ -6,6 +6,8 @@
 
 #include "tools/plot/plot.h"
 
+namespace tarquil {
+
 struct PictureOptions {
     std::string path; // "-" is SVG on standard output
     int width = 1000; // pixels
@@ -15,3 +17,5 @@ struct PictureOptions {
 // SVG or PNG by the path's ending; BadInput for any other.
 // "-" goes to the descriptor `results`.
 void write_plot(const Plot& plot, const PictureOptions& options, int results);
+
+} // namespace tarquil

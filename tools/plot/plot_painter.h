@@ -9,6 +9,8 @@
 
 #include "tools/plot/plot.h"
 
+namespace tarquil {
+
 // 0xRRGGBB
 using Color = uint32_t;
 
@@ -50,3 +52,5 @@ class PlotPainter {
     // The file's bytes; call once, at the end.
     virtual std::string finish() = 0;
 };
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 void check(cairo_status_t status) {
@@ -95,3 +97,5 @@ std::string PngPainter::finish() {
     check(cairo_surface_write_to_png_stream(surface.get(), append, &png));
     return png;
 }
+
+} // namespace tarquil

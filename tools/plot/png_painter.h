@@ -8,6 +8,8 @@
 
 #include "tools/plot/plot_painter.h"
 
+namespace tarquil {
+
 // Every operation throws a Failure when there is no memory for the image.
 class PngPainter : public PlotPainter {
   public:
@@ -33,3 +35,5 @@ class PngPainter : public PlotPainter {
     std::unique_ptr<cairo_surface_t, Destroy> surface;
     std::unique_ptr<cairo_t, Destroy> context;
 };
+
+} // namespace tarquil

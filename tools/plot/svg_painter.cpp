@@ -4,6 +4,8 @@
 
 #include "common/number_text.h"
 
+namespace tarquil {
+
 namespace {
 
 std::string number(double value) {
@@ -107,3 +109,5 @@ void SvgPainter::text(std::string_view text, double x, double y, const TextStyle
 std::string SvgPainter::finish() {
     return svg + "</svg>\n";
 }
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include "tools/plot/plot_painter.h"
 
+namespace tarquil {
+
 class SvgPainter : public PlotPainter {
   public:
     // In pixels.
@@ -23,3 +25,5 @@ class SvgPainter : public PlotPainter {
     std::string svg;
     int num_clips = 0;
 };
+
+} // namespace tarquil

@@ -8,10 +8,12 @@
 #include <cstring>
 #include <filesystem>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "tools/failure.h"
 #include "tools/plugin/plugin_host.h"
 #include "vst/plugin_parameters.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -150,3 +152,5 @@ void LoadedPlugin::render(float* pcm, uint32_t num_samples, uint32_t time) {
         pcm[2 * i + 1] = finite_or_0(right[i]);
     }
 }
+
+} // namespace tarquil

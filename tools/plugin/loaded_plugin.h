@@ -10,6 +10,8 @@
 
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 // One at a time: all share one PluginHost.
 class LoadedPlugin {
   public:
@@ -57,3 +59,5 @@ class LoadedPlugin {
     std::vector<float*> outputs; // at least one
     std::vector<intptr_t> event_list;
 };
+
+} // namespace tarquil

@@ -6,8 +6,10 @@
 #include <iterator>
 #include <string_view>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "vst/abi/host_text.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -67,3 +69,5 @@ intptr_t VST_CALL PluginHost::answer(AEffect* /*effect*/, int32_t opcode, int32_
         return 0;
     }
 }
+
+} // namespace tarquil

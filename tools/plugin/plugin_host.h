@@ -6,6 +6,8 @@
 
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 // A plug-in asks before it has a record to be known by, so there is one host in a process.
 class PluginHost {
   public:
@@ -18,3 +20,5 @@ class PluginHost {
     static intptr_t VST_CALL answer(AEffect* effect, int32_t opcode, int32_t index, intptr_t value,
                                     void* ptr, float opt);
 };
+
+} // namespace tarquil

@@ -2,7 +2,9 @@
 
 #include "tools/render/engine_driver.h"
 
-#include "util/midifilter.h"
+#include "midi/midifilter.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -73,3 +75,5 @@ void EngineDriver::queue_instrument(const Instrument& instrument, unsigned chann
     events.resize(count +
                   instrument.emit_program_change(&events[count], channel, time, NUM_CONTROLLERS));
 }
+
+} // namespace tarquil

@@ -14,9 +14,11 @@
 
 #include "instrument/instrument.h"
 #include "instrument/settings.h"
-#include "softsynth/buffer.h"
-#include "softsynth/core.h"
+#include "softsynth/core/core.h"
+#include "softsynth/signal/buffer.h"
 #include "tools/render/song_driver.h"
+
+namespace tarquil {
 
 // What the sixteen channels play.
 struct Orchestra {
@@ -56,3 +58,5 @@ class EngineDriver : public SongDriver {
     std::vector<StereoBuffer> taps;
     std::vector<midi_event> events; // of the current block
 };
+
+} // namespace tarquil

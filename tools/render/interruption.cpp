@@ -4,6 +4,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 volatile std::sig_atomic_t was_interrupted = 0;
@@ -33,3 +35,5 @@ void Interruption::check() {
     if (was_interrupted != 0)
         throw Failure(STATUS_CANNOT, "interrupted");
 }
+
+} // namespace tarquil

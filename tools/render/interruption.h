@@ -5,6 +5,8 @@
 #include <csignal>
 #include <iterator>
 
+namespace tarquil {
+
 class Interruption {
   public:
     // Until its end, SIGINT, SIGTERM and SIGHUP only raise a flag, and writing to a closed pipe or
@@ -21,3 +23,5 @@ class Interruption {
     static constexpr int SIGNALS[] = {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ};
     struct sigaction previous[std::size(SIGNALS)] = {};
 };
+
+} // namespace tarquil

@@ -9,8 +9,10 @@
 #include <cmath>
 #include <cstring>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "tools/failure.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -92,3 +94,5 @@ void MainOutput::read_spool() {
         position += count;
     }
 }
+
+} // namespace tarquil

@@ -11,6 +11,8 @@
 #include "tools/audio/loudness_meter.h"
 #include "tools/audio/rate_converter.h"
 
+namespace tarquil {
+
 class MainOutput {
   public:
     // `max_frames` at SAMPLE_RATE.  The peak becomes `peak_dbfs` when that is given, which needs
@@ -46,3 +48,5 @@ class MainOutput {
 
 // At most this many frames at `rate` come from `num_frames` at SAMPLE_RATE.
 uint64_t converted_frames(uint64_t num_frames, int rate);
+
+} // namespace tarquil

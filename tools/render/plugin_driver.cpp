@@ -7,6 +7,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 PluginDriver::PluginDriver(const Song& played_song, const RenderOptions& options,
                            const TarqSettings* bank)
     : SongDriver(played_song, options.channels), plugin(options.plugin_path, options.block) {
@@ -35,3 +37,5 @@ void PluginDriver::run(float* pcm, uint32_t num_samples, uint32_t block_start) {
     plugin.render(pcm, num_samples, block_start);
     messages.clear();
 }
+
+} // namespace tarquil

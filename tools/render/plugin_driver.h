@@ -8,6 +8,8 @@
 #include "tools/plugin/loaded_plugin.h"
 #include "tools/render/song_driver.h"
 
+namespace tarquil {
+
 class PluginDriver : public SongDriver {
   public:
     // Loads the plug-in of the options.  `bank` replaces its programs unless it is null, which only
@@ -22,3 +24,5 @@ class PluginDriver : public SongDriver {
     LoadedPlugin plugin;
     std::vector<VstMidiEvent> messages; // of the current block
 };
+
+} // namespace tarquil

@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <string>
 
+namespace tarquil {
+
 namespace {
 
 constexpr unsigned BAR_WIDTH = 40;
@@ -33,3 +35,5 @@ void ProgressBar::advance_to(uint64_t step) {
     std::fprintf(stderr, "\r[%s] %3u%%", bar.c_str(), percent);
     std::fflush(stderr);
 }
+
+} // namespace tarquil

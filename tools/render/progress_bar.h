@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 class ProgressBar {
   public:
     // Draws on standard error, when `wanted` and that is a terminal.
@@ -20,3 +22,5 @@ class ProgressBar {
     unsigned shown_percent = 101; // nothing is shown yet
     bool is_visible;
 };
+
+} // namespace tarquil

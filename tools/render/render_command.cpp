@@ -10,15 +10,17 @@
 #include "instrument/checked_load.h"
 #include "instrument/load_error.h"
 #include "instrument/text_error.h"
+#include "midi/smf/song_file.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
-#include "tools/midi/song_file.h"
 #include "tools/render/render_options.h"
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
 #include "tools/silent_messages.h"
 #include "tools/write_result.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -168,3 +170,5 @@ void add_render_command(CLI::App& app, int results) {
                     "  tarquil render --bits float --stems stems song.mid song.wav");
     command->callback([options] { render(*options); });
 }
+
+} // namespace tarquil

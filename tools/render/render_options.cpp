@@ -8,6 +8,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 // With the longest song this stays an hour below the end of the engine's sample clock.
@@ -105,3 +107,5 @@ uint32_t parse_seed(const std::string& text) {
     return read_number_within<uint32_t>("--seed", text, 0, UINT32_MAX,
                                         "not a whole number from 0 to 4294967295");
 }
+
+} // namespace tarquil

@@ -12,8 +12,10 @@
 #include <string>
 #include <string_view>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 #include "tools/audio/audio_format.h"
+
+namespace tarquil {
 
 // Indexed by channel, 0..15.
 using ChannelSet = std::bitset<NUM_CHANNELS>;
@@ -56,3 +58,5 @@ uint32_t parse_block(const std::string& text);
 int parse_rate(const std::string& text);
 
 uint32_t parse_seed(const std::string& text);
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include "common/number_text.h"
 
+namespace tarquil {
+
 namespace {
 
 std::string level_text(const std::optional<double>& level) {
@@ -44,3 +46,5 @@ std::string summary_json(const std::string& path, const RenderResult& result) {
     // A path may hold bytes that are not UTF-8.
     return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }
+
+} // namespace tarquil

@@ -6,8 +6,12 @@
 
 #include "tools/render/renderer.h"
 
+namespace tarquil {
+
 // One line: the place, length, format, peak, loudness and speed.
 std::string summary_text(const std::string& path, const RenderResult& result);
 
 // The same as a JSON object; levels of silence are null.
 std::string summary_json(const std::string& path, const RenderResult& result);
+
+} // namespace tarquil

@@ -13,6 +13,8 @@
 #include "tools/render/stem_outputs.h"
 #include "tools/render/tail.h"
 
+namespace tarquil {
+
 namespace {
 
 // Drives the instrument until the tail ends.
@@ -76,3 +78,5 @@ RenderResult render_song(const RenderOptions& options, const Song& song,
     result.times_real_time = double(result.num_frames) / format.rate / elapsed.count();
     return result;
 }
+
+} // namespace tarquil

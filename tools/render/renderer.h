@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <optional>
 
+#include "midi/smf/smf_reader.h"
 #include "tools/audio/audio_format.h"
-#include "tools/midi/smf_reader.h"
 #include "tools/render/engine_driver.h"
 #include "tools/render/render_options.h"
+
+namespace tarquil {
 
 struct RenderResult {
     AudioFormat format;
@@ -21,3 +23,5 @@ struct RenderResult {
 // Writes the files that `options` names; all of them, or none and a Failure.
 RenderResult render_song(const RenderOptions& options, const Song& song,
                          const Orchestra& orchestra);
+
+} // namespace tarquil

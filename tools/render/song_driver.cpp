@@ -4,6 +4,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr unsigned KIND = 0xF0;
@@ -48,3 +50,5 @@ void SongDriver::queue_releases() {
         queue_message(song.end_time, curr_time, message);
     }
 }
+
+} // namespace tarquil

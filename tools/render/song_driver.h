@@ -8,8 +8,10 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "tools/midi/smf_reader.h"
+#include "midi/smf/smf_reader.h"
 #include "tools/render/render_options.h"
+
+namespace tarquil {
 
 class SongDriver {
   public:
@@ -45,3 +47,5 @@ class SongDriver {
     uint32_t curr_time = 0;
     bool keys_released = false;
 };
+
+} // namespace tarquil

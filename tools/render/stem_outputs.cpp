@@ -9,9 +9,11 @@
 #include <cstring>
 #include <utility>
 
-#include "common/file_system.h"
+#include "common/platform/file_system.h"
 #include "tools/failure.h"
 #include "tools/render/main_output.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -76,3 +78,5 @@ void StemOutputs::commit() {
         stem->writer.commit();
     remove_folder = false;
 }
+
+} // namespace tarquil

@@ -16,6 +16,8 @@
 #include "tools/audio/rate_converter.h"
 #include "tools/render/engine_driver.h"
 
+namespace tarquil {
+
 class StemOutputs {
   public:
     // Files "channel-01.wav" to "channel-16.wav" (or the format's ending) in `folder`, which is
@@ -46,3 +48,5 @@ class StemOutputs {
     bool remove_folder = false; // made here, and not complete yet
     std::vector<std::unique_ptr<Stem>> stems;
 };
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace tarquil {
+
 uint32_t Tail::add(const float* frames, uint32_t num_frames, uint32_t time) {
     const uint32_t block_end = time + num_frames;
     if (is_auto && block_end > start) {
@@ -21,3 +23,5 @@ uint32_t Tail::add(const float* frames, uint32_t num_frames, uint32_t time) {
     }
     return std::min(block_end, std::max(end, time)) - time;
 }
+
+} // namespace tarquil

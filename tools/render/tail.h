@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
 
 // A sound below -90 dBFS for half a second has ended.
 inline constexpr float SILENCE_LEVEL = 3.1622777e-5F;
@@ -35,3 +37,5 @@ class Tail {
     uint32_t end;
     bool is_auto;
 };
+
+} // namespace tarquil

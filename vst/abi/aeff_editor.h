@@ -4,6 +4,8 @@
 
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 class AEffEditor {
   public:
     AEffEditor() = default;
@@ -23,3 +25,5 @@ class AEffEditor {
     // Called by the host's user interface thread many times a second: events, then drawing.
     virtual void idle() = 0;
 };
+
+} // namespace tarquil

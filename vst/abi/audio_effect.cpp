@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace tarquil {
+
 namespace {
 
 AudioEffect* object_of(AEffect* effect) {
@@ -149,3 +151,5 @@ intptr_t AudioEffect::dispatcher(int32_t opcode, int32_t index, intptr_t value, 
         return 0;
     }
 }
+
+} // namespace tarquil

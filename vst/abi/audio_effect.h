@@ -11,6 +11,8 @@
 #include "vst/abi/aeff_editor.h"
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 class AudioEffect {
   public:
     // `host` may be null: then nobody is told of edits.
@@ -107,3 +109,5 @@ class AudioEffect {
     audioMasterCallback audioMaster;
     AEffect cEffect;
 };
+
+} // namespace tarquil

@@ -2,6 +2,8 @@
 
 #include "vst/abi/audio_effect_x.h"
 
+namespace tarquil {
+
 intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value, void* ptr,
                                   float opt) {
     auto* text = static_cast<char*>(ptr);
@@ -52,3 +54,5 @@ intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value,
         return AudioEffect::dispatcher(opcode, index, value, ptr, opt);
     }
 }
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include "vst/abi/audio_effect.h"
 
+namespace tarquil {
+
 class AudioEffectX : public AudioEffect {
   public:
     using AudioEffect::AudioEffect;
@@ -57,3 +59,5 @@ class AudioEffectX : public AudioEffect {
     intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void* ptr,
                         float opt) override;
 };
+
+} // namespace tarquil

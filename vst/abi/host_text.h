@@ -5,8 +5,12 @@
 #include <cstddef>
 #include <string_view>
 
+namespace tarquil {
+
 // Copies as much of `text` as fits into `room` bytes (at least 1) with the closing NUL.
 void copy_host_text(char* buffer, std::string_view text, size_t room);
 
 // `value` with `digits` digits after the point, in the C locale, cut to `room` bytes.
 void float2string(float value, char* buffer, size_t room, int digits = 4);
+
+} // namespace tarquil

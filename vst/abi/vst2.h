@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace tarquil {
+
 #if defined(_WIN32)
 #define VST_CALL __cdecl
 #else
@@ -240,3 +242,5 @@ enum HostOpcode : int32_t {
     audioMasterBeginEdit = 43,     // index
     audioMasterEndEdit = 44,       // index
 };
+
+} // namespace tarquil

@@ -3,6 +3,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/lanes.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 namespace {
 
@@ -57,3 +59,5 @@ uint32_t best_match(const MatchSearch& search) {
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

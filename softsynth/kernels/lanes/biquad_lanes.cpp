@@ -8,6 +8,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/columns.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 namespace {
 
@@ -153,3 +155,5 @@ void biquad_lanes(const BiquadLanes& lanes, uint32_t first, uint32_t length) {
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

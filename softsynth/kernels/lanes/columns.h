@@ -11,6 +11,8 @@
 
 #include "softsynth/kernels/lanes/lanes.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 
 // Columns that are moved at a time.
@@ -122,3 +124,5 @@ inline void store_columns(const Lanes<W> (&columns)[COLUMNS], float* const* rows
 #endif
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

@@ -1,8 +1,10 @@
 // The compressors' level followers with the compressors in lanes.
 
-#include "softsynth/compressor_constants.h"
+#include "softsynth/effects/compressor_constants.h"
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/lanes.h"
+
+namespace tarquil {
 
 namespace KERNEL_NAMESPACE {
 namespace {
@@ -36,3 +38,5 @@ void detect_levels(LevelDetectors& detectors, float* levels, uint32_t num_frames
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

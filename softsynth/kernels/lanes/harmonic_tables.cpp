@@ -6,6 +6,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/lanes.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 namespace {
 
@@ -81,3 +83,5 @@ void harmonic_tables(const HarmonicTables& tables) {
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

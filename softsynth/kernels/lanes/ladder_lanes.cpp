@@ -10,6 +10,8 @@
 #include "softsynth/kernels/ladder_step.h"
 #include "softsynth/kernels/lanes/columns.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 
 // For ladder_step, which looks for it beside Lanes.
@@ -194,3 +196,5 @@ void ladder_lanes(const LadderLanes& lanes, uint32_t first, uint32_t length) {
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

@@ -10,6 +10,8 @@
 
 #include <cstdint>
 
+namespace tarquil {
+
 #ifndef KERNEL_NAMESPACE
 #error "Lanes belong to the kernels, which are compiled once per instruction set"
 #endif
@@ -246,3 +248,5 @@ template <typename Step> inline void for_each_lanes(uint32_t count, const Step& 
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

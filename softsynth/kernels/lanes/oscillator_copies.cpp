@@ -5,9 +5,11 @@
 // phases a copy advance by four samples at a time.  Neighbouring copies mostly share a table; one
 // run of them at a time over the whole block keeps that table in the nearest cache.
 
-#include "softsynth/constants.h"
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/phase_increment.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
 
 namespace KERNEL_NAMESPACE {
 namespace {
@@ -151,3 +153,5 @@ void oscillator_copies(const OscillatorCopies& copies, float* samples, const flo
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

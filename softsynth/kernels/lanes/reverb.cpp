@@ -7,6 +7,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/lanes.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 namespace {
 
@@ -144,3 +146,5 @@ void reverb(ReverbTank& tank, const float* in, float* wet, uint32_t num_frames) 
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/lanes/lanes.h"
 
+namespace tarquil {
+
 namespace KERNEL_NAMESPACE {
 namespace {
 
@@ -59,3 +61,5 @@ void split_bands(Crossover& crossover, float* low, float* high, uint32_t frames)
 }
 
 } // namespace KERNEL_NAMESPACE
+
+} // namespace tarquil

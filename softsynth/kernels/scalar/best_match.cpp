@@ -2,6 +2,8 @@
 
 #include "softsynth/kernels/kernel_functions.h"
 
+namespace tarquil {
+
 uint32_t KERNEL_NAMESPACE::best_match(const MatchSearch& search) {
     uint32_t best_start = search.first;
     float best = 0.0F;
@@ -16,3 +18,5 @@ uint32_t KERNEL_NAMESPACE::best_match(const MatchSearch& search) {
     }
     return best_start;
 }
+
+} // namespace tarquil

@@ -4,6 +4,8 @@
 
 #include "softsynth/kernels/kernel_functions.h"
 
+namespace tarquil {
+
 void KERNEL_NAMESPACE::biquad_lanes(const BiquadLanes& lanes, uint32_t first, uint32_t length) {
     for (uint32_t lane = 0; lane < lanes.count; lane++) {
         const BiquadCoefficients c = *lanes.coefficients[lane];
@@ -21,3 +23,5 @@ void KERNEL_NAMESPACE::biquad_lanes(const BiquadLanes& lanes, uint32_t first, ui
         }
     }
 }
+
+} // namespace tarquil

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "softsynth/compressor.h"
+#include "softsynth/effects/compressor.h"
 #include "softsynth/kernels/kernel_functions.h"
+
+namespace tarquil {
 
 void KERNEL_NAMESPACE::detect_levels(LevelDetectors& detectors, float* levels,
                                      uint32_t num_frames) {
@@ -23,3 +25,5 @@ void KERNEL_NAMESPACE::detect_levels(LevelDetectors& detectors, float* levels,
         detectors.level[d] = e;
     }
 }
+
+} // namespace tarquil

@@ -2,6 +2,8 @@
 
 #include "softsynth/kernels/kernel_functions.h"
 
+namespace tarquil {
+
 namespace {
 
 void add_harmonic(float* table, uint32_t size, HarmonicPhasors p, float amplitude) {
@@ -27,3 +29,5 @@ void KERNEL_NAMESPACE::harmonic_tables(const HarmonicTables& tables) {
                          tables.amplitudes[size_t(k) * tables.max_harmonics + j]);
     }
 }
+
+} // namespace tarquil

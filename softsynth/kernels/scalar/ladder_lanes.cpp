@@ -5,6 +5,8 @@
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/ladder_step.h"
 
+namespace tarquil {
+
 void run_ladder(const LadderCoefficients& coefficients, LadderMemory& memory, const float* in,
                 float* out, uint32_t n) {
     const auto& [k, gain, g, c] = coefficients;
@@ -46,3 +48,5 @@ void KERNEL_NAMESPACE::ladder_lanes(const LadderLanes& lanes, uint32_t first, ui
         }
     }
 }
+
+} // namespace tarquil

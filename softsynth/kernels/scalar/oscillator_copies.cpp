@@ -1,8 +1,10 @@
 // The sum of an oscillator group's copies, copy by copy.
 
-#include "softsynth/constants.h"
 #include "softsynth/kernels/kernel_functions.h"
 #include "softsynth/kernels/phase_increment.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
 
 void KERNEL_NAMESPACE::oscillator_copies(const OscillatorCopies& copies, float* samples,
                                          const float* pitches, uint32_t size) {
@@ -21,3 +23,5 @@ void KERNEL_NAMESPACE::oscillator_copies(const OscillatorCopies& copies, float* 
         }
     }
 }
+
+} // namespace tarquil

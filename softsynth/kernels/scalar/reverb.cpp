@@ -2,6 +2,8 @@
 
 #include "softsynth/kernels/kernel_functions.h"
 
+namespace tarquil {
+
 namespace {
 
 // Replaces the oldest sample.
@@ -41,3 +43,5 @@ void KERNEL_NAMESPACE::reverb(ReverbTank& tank, const float* in, float* wet, uin
         }
     }
 }
+
+} // namespace tarquil

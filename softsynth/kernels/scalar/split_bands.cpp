@@ -2,6 +2,8 @@
 
 #include "softsynth/kernels/kernel_functions.h"
 
+namespace tarquil {
+
 void KERNEL_NAMESPACE::split_bands(Crossover& crossover, float* low, float* high, uint32_t frames) {
     for (int stage = 0; stage < crossover.num_stages; stage++) {
         Crossover::Section s = crossover.sections[stage];
@@ -22,3 +24,5 @@ void KERNEL_NAMESPACE::split_bands(Crossover& crossover, float* low, float* high
         crossover.sections[stage] = s;
     }
 }
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(BestMatch, EveryKernelFindsTheSamePlace) {
@@ -31,3 +33,5 @@ TEST(BestMatch, EveryKernelFindsTheSamePlace) {
 }
 
 } // namespace
+
+} // namespace tarquil

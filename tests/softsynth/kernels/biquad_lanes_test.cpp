@@ -2,9 +2,11 @@
 
 #include <cmath>
 
-#include "softsynth/filter.h"
+#include "softsynth/filters/filter.h"
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/filter_lanes.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -65,3 +67,5 @@ TEST(BiquadLanes, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

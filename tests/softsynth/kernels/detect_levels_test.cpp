@@ -5,6 +5,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(DetectLevels, EveryKernelGivesTheSameBits) {
@@ -41,3 +43,5 @@ TEST(DetectLevels, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

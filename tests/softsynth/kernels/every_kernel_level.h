@@ -8,8 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "softsynth/flush_to_zero.h"
 #include "softsynth/kernels/kernel_levels.h"
+#include "softsynth/signal/flush_to_zero.h"
+
+namespace tarquil {
 
 // The lanes as plain loops, as another compiler would get them; built for the tests alone.
 namespace kernels_plain {
@@ -33,3 +35,5 @@ template <typename Body> void for_every_kernel_level(const Body& body) {
 inline bool same_bits(const std::vector<float>& a, const std::vector<float>& b) {
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }
+
+} // namespace tarquil

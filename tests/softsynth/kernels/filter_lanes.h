@@ -5,6 +5,8 @@
 #include <random>
 #include <vector>
 
+namespace tarquil {
+
 // Noise with both zeros, denormals, and a signal that is not finite now and then.
 inline std::vector<float> filter_input(std::mt19937& random, uint32_t size) {
     std::uniform_real_distribution<float> level(-1.0F, 1.0F);
@@ -26,3 +28,5 @@ inline bool same_samples(const float* a, const float* b, size_t count) {
     }
     return true;
 }
+
+} // namespace tarquil

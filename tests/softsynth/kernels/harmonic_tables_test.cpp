@@ -3,6 +3,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(HarmonicTables, EveryKernelGivesTheSameBits) {
@@ -30,3 +32,5 @@ TEST(HarmonicTables, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 
 #include <cstdlib>
 
+namespace tarquil {
+
 namespace {
 
 TEST(KernelLevels, TheEnvironmentForcesALevelElseTheBestIsUsed) {
@@ -25,3 +27,5 @@ TEST(KernelLevels, TheEnvironmentForcesALevelElseTheBestIsUsed) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -2,9 +2,11 @@
 
 #include <cmath>
 
-#include "softsynth/ladderfilter.h"
+#include "softsynth/filters/ladderfilter.h"
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/filter_lanes.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -68,3 +70,5 @@ TEST(LadderLanes, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

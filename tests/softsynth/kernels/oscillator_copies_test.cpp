@@ -7,6 +7,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 struct Case {
@@ -68,3 +70,5 @@ TEST(OscillatorCopies, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

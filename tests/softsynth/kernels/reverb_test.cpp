@@ -5,6 +5,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(ReverbTank, EveryKernelGivesTheSameBits) {
@@ -44,3 +46,5 @@ TEST(ReverbTank, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

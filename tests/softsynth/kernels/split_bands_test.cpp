@@ -3,6 +3,8 @@
 #include "tests/softsynth/kernels/every_kernel_level.h"
 #include "tests/softsynth/kernels/test_signal.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(SplitBands, EveryKernelGivesTheSameBits) {
@@ -34,3 +36,5 @@ TEST(SplitBands, EveryKernelGivesTheSameBits) {
 }
 
 } // namespace
+
+} // namespace tarquil

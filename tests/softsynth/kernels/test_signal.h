@@ -6,6 +6,8 @@
 #include <random>
 #include <vector>
 
+namespace tarquil {
+
 inline std::vector<float> test_signal(uint32_t size, uint32_t seed, float amplitude = 1.0F) {
     std::mt19937 random(seed);
     std::uniform_real_distribution<float> level(-amplitude, amplitude);
@@ -16,3 +18,5 @@ inline std::vector<float> test_signal(uint32_t size, uint32_t seed, float amplit
     }
     return signal;
 }
+
+} // namespace tarquil

@@ -8,7 +8,9 @@
 #include <memory>
 #include <vector>
 
-#include "tests/softsynth/noise.h"
+#include "tests/softsynth/signal/noise.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -125,3 +127,5 @@ TEST(Reverb, ReplacesOrAddsTheSameSound) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -17,6 +17,8 @@
 #include "tests/tools/audio/read_sound.h"
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr size_t NUM_FRAMES = 10000;
@@ -195,3 +197,5 @@ TEST(AudioWriter, DevicesAndStandardOutputGetOneStream) {
 }
 
 } // namespace
+
+} // namespace tarquil

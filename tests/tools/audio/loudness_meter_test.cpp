@@ -7,6 +7,8 @@
 #include <cmath>
 #include <vector>
 
+namespace tarquil {
+
 namespace {
 
 TEST(LoudnessMeter, MeasuresTheReferenceTone) {
@@ -35,3 +37,5 @@ TEST(LoudnessMeter, HasNoLevelForSilence) {
 }
 
 } // namespace
+
+} // namespace tarquil

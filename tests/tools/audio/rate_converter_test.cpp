@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace tarquil {
+
 namespace {
 
 constexpr size_t NUM_FRAMES = 44100;
@@ -53,3 +55,5 @@ TEST(RateConverter, TheSameRatePassesUnchanged) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace tarquil {
+
 struct Sound {
     SF_INFO info{};
     std::vector<float> samples; // interleaved
@@ -24,3 +26,5 @@ inline Sound read_sound(const std::string& path) {
     sf_close(file);
     return sound;
 }
+
+} // namespace tarquil

@@ -7,6 +7,8 @@
 #include "instrument/settings.h"
 #include "tests/tools/command_run.h"
 
+namespace tarquil {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -161,3 +163,5 @@ TEST_F(BankCommand, RefusalsSayWhyAndChangeNothing) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -5,6 +5,8 @@
 #include "tests/tools/command_run.h"
 #include "tools/help/visible.h"
 
+namespace tarquil {
+
 namespace {
 
 // What bash offers for the last word, one a line.
@@ -61,3 +63,5 @@ TEST(Manual, HasEverySectionCommandOptionAndExample) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -2,6 +2,8 @@
 
 #include "tests/tools/command_run.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(ParameterList, DocumentIsUpToDate) {
@@ -13,3 +15,5 @@ TEST(ParameterList, DocumentIsUpToDate) {
 }
 
 } // namespace
+
+} // namespace tarquil

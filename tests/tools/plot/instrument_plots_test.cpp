@@ -9,6 +9,8 @@
 
 #include "curves/wave_shape.h"
 
+namespace tarquil {
+
 namespace {
 
 using testing::ElementsAre;
@@ -131,3 +133,5 @@ TEST(FilterPlots, TheSumIsVoicePlusChannel) {
 }
 
 } // namespace
+
+} // namespace tarquil

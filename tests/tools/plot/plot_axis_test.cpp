@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace tarquil {
+
 namespace {
 
 std::string labels(const PlotAxis& axis) {
@@ -45,3 +47,5 @@ TEST(PlotAxis, LogarithmicTicksAreLabelledAt1And2And5) {
 }
 
 } // namespace
+
+} // namespace tarquil

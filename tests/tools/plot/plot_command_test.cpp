@@ -7,6 +7,8 @@
 #include "tests/decimal_comma_locale.h"
 #include "tests/tools/command_run.h"
 
+namespace tarquil {
+
 namespace {
 
 class PlotCommand : public testing::Test {
@@ -121,3 +123,5 @@ TEST_F(PlotCommand, TheLocaleChangesNothing) {
 }
 
 } // namespace
+
+} // namespace tarquil

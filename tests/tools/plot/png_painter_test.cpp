@@ -7,6 +7,8 @@
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
+namespace tarquil {
+
 namespace {
 
 constexpr int SIZE = 100;
@@ -68,3 +70,5 @@ TEST_F(PngPainterTest, TextLiesWhereItIsAligned) {
 }
 
 } // namespace
+
+} // namespace tarquil

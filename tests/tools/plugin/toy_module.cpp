@@ -8,6 +8,8 @@
 
 #include "vst/abi/vst2.h"
 
+namespace tarquil {
+
 namespace {
 
 struct Change {
@@ -60,3 +62,5 @@ extern "C" AEffect* VSTPluginMain(audioMasterCallback host) {
         effect.flags |= effFlagsIsSynth;
     return &effect;
 }
+
+} // namespace tarquil

@@ -8,9 +8,11 @@
 
 #include "common/load_string.h"
 #include "instrument/settings.h"
+#include "tests/midi/smf/smf_builder.h"
 #include "tests/tools/audio/read_sound.h"
 #include "tests/tools/command_run.h"
-#include "tests/tools/midi/smf_builder.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -119,3 +121,5 @@ TEST_F(PluginRender, WhatCanNotBePlayedIsOneLine) {
 }
 
 } // namespace
+
+} // namespace tarquil

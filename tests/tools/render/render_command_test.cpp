@@ -10,10 +10,12 @@
 #include "common/load_string.h"
 #include "instrument/settings.h"
 #include "tests/decimal_comma_locale.h"
+#include "tests/midi/smf/smf_builder.h"
 #include "tests/tools/audio/read_sound.h"
 #include "tests/tools/command_run.h"
-#include "tests/tools/midi/smf_builder.h"
 #include "tools/render/engine_driver.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -252,3 +254,5 @@ TEST_F(RenderCommand, BadInputIsStatus2WithItsReason) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include "tools/failure.h"
 
+namespace tarquil {
+
 namespace {
 
 TEST(RenderOptions, ReadsChannels) {
@@ -43,3 +45,5 @@ TEST(RenderOptions, ReadsNumbers) {
 }
 
 } // namespace
+
+} // namespace tarquil

@@ -10,11 +10,13 @@
 #include <filesystem>
 
 #include "common/load_string.h"
-#include "softsynth/constants.h"
+#include "midi/smf/song_file.h"
+#include "softsynth/parameters/constants.h"
 #include "tests/tools/audio/read_sound.h"
 #include "tests/tools/command_run.h"
-#include "tools/midi/song_file.h"
 #include "tools/render/tail.h"
+
+namespace tarquil {
 
 namespace {
 
@@ -74,3 +76,5 @@ GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Songs);
 INSTANTIATE_TEST_SUITE_P(OpenMsx, Songs, testing::ValuesIn(find_songs()), test_name);
 
 } // namespace
+
+} // namespace tarquil

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace tarquil {
+
 namespace {
 
 constexpr uint32_t SONG_END = 1000;
@@ -47,3 +49,5 @@ TEST(Tail, EndsWhenItIsTold) {
 }
 
 } // namespace
+
+} // namespace tarquil

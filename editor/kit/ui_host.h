@@ -1,0 +1,51 @@
+// What widgets ask of the window around them.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "editor/kit/overlay.h"
+#include "editor/model/editor_model.h"
+
+namespace tarquil {
+
+class ResponseWorker;
+
+// What the pages show apart from the sound itself.
+struct ViewState {
+    int plot_note = 60;         // of waves and of filters that follow the key
+    unsigned selected_slot = 0; // of the bank page
+    std::optional<Instrument> copied_instrument{};
+};
+
+// A file to be chosen.
+struct FileRequest {
+    std::string title;
+    std::string ending;  // ".tqi": the only files shown, and added to a name that has none
+    bool is_new = false; // to be written: a name can be typed, and a file there is asked about
+    std::string name;    // proposed
+    std::function<void(const std::string& path)> choose;
+};
+
+class UiHost {
+  public:
+    UiHost() = default;
+    UiHost(const UiHost&) = delete;
+    UiHost& operator=(const UiHost&) = delete;
+    virtual ~UiHost() = default;
+
+    virtual EditorModel& get_model() = 0;
+    virtual ViewState& get_view_state() = 0;
+    virtual const EditorMeters& get_meters() = 0;
+    virtual ResponseWorker& get_responses() = 0;
+
+    virtual void open_overlay(std::unique_ptr<Overlay> overlay) = 0;
+    virtual void choose_file(FileRequest request) = 0;
+    // A line at the bottom until the next input.
+    virtual void show_message(const std::string& text) = 0;
+};
+
+} // namespace tarquil

@@ -1,0 +1,45 @@
+// A bank that the editor can show and change with no plug-in behind it.
+
+#include "editor/model/bank_synth.h"
+
+#include "instrument/names.h"
+#include "softsynth/parameters/controller_table.h"
+
+namespace tarquil {
+
+BankSynth::BankSynth() {
+    set_default_names(bank);
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        channel_programs[channel] = uint8_t(channel);
+}
+
+void BankSynth::read_state(EditorState& state) {
+    read_bank(bank, program, state);
+    state.channel_programs = channel_programs;
+}
+
+void BankSynth::set_controller(unsigned number, int value) {
+    if (find_controller(number)->scope == ControllerScope::CHANNEL)
+        bank.get_instrument(program).set_controller(number, value);
+    else
+        bank.set_global_controller(number, value);
+}
+
+int BankSynth::host_parameter(unsigned number) const {
+    return int(find_controller(number) - controller_rows().data());
+}
+
+void BankSynth::set_channel_program(unsigned channel, unsigned new_program) {
+    channel_programs[channel] = uint8_t(new_program);
+}
+
+void BankSynth::set_instrument(unsigned number, const Instrument& instrument) {
+    bank.get_instrument(number) = instrument;
+}
+
+void BankSynth::set_song(const std::string& title, const std::string& author) {
+    bank.set_song_title(title);
+    bank.set_song_author(author);
+}
+
+} // namespace tarquil

@@ -1,0 +1,45 @@
+// A bank that the editor can show and change with no plug-in behind it: for pictures and tests.
+
+#pragma once
+
+#include "editor/model/editor_synth.h"
+
+namespace tarquil {
+
+class BankSynth : public EditorSynth {
+  public:
+    // The built-in sounds; channel c plays program c.
+    BankSynth();
+
+    void read_state(EditorState& state) override;
+    EditorMeters read_meters() override { return meters; }
+
+    void begin_edit(unsigned /*number*/) override {}
+    void set_controller(unsigned number, int value) override;
+    void end_edit(unsigned /*number*/) override {}
+    [[nodiscard]] int host_parameter(unsigned number) const override;
+
+    void set_program(unsigned new_program) override { program = new_program; }
+    void set_channel_program(unsigned channel, unsigned new_program) override;
+
+    Instrument get_instrument(unsigned number) override { return bank.get_instrument(number); }
+    void set_instrument(unsigned number, const Instrument& instrument) override;
+    void copy_bank(TarqSettings& copy) override { copy = bank; }
+    void set_bank(const TarqSettings& new_bank) override { bank = new_bank; }
+    void set_song(const std::string& title, const std::string& author) override;
+
+    [[nodiscard]] bool is_band_muted(unsigned band) const override { return muted[band]; }
+    void set_band_muted(unsigned band, bool is_muted) override { muted[band] = is_muted; }
+    void panic() override { panics++; }
+
+    TarqSettings bank;
+    EditorMeters meters;
+    unsigned program = 0;
+    std::array<uint8_t, NUM_CHANNELS> channel_programs{};
+    int panics = 0;
+
+  private:
+    std::array<bool, MC_N_BANDS> muted{};
+};
+
+} // namespace tarquil

@@ -1,0 +1,260 @@
+// What the editor shows and changes.
+
+#include "editor/model/editor_model.h"
+
+#include <algorithm>
+
+#include "common/assertion.h"
+#include "common/platform/atomic_file.h"
+#include "instrument/checked_load.h"
+#include "instrument/load_error.h"
+#include "instrument/names.h"
+
+namespace tarquil {
+
+namespace {
+
+bool is_global(const ControllerInfo& info) {
+    return info.scope != ControllerScope::CHANNEL;
+}
+
+std::string write_whole_file(const std::string& path, const std::string& text) {
+    AtomicFile file;
+    if (!file.open(path) || !file.commit(text))
+        return path + ": cannot be written";
+    return "";
+}
+
+template <typename... Handlers> struct Overloaded : Handlers... { using Handlers::operator()...; };
+template <typename... Handlers> Overloaded(Handlers...) -> Overloaded<Handlers...>;
+
+} // namespace
+
+EditorModel::EditorModel(EditorSynth& edited_synth) : synth(edited_synth) {
+    synth.read_state(state);
+}
+
+bool EditorModel::refresh() {
+    const unsigned program = state.program;
+    synth.read_state(read);
+    const bool is_new = !(read == state);
+    if (is_new)
+        std::swap(state, read);
+    if (in_gesture && !gesture_broken && state.program != program) {
+        end_gesture();
+        in_gesture = true;
+        gesture_broken = true;
+    }
+    return is_new;
+}
+
+void EditorModel::begin_gesture(std::string name) {
+    end_gesture();
+    gesture.name = std::move(name);
+    in_gesture = true;
+}
+
+void EditorModel::end_gesture() {
+    if (!in_gesture)
+        return;
+    in_gesture = false;
+    gesture_broken = false;
+    UndoStep done;
+    std::swap(done, gesture);
+    for (const Edit& edit : done.edits)
+        synth.end_edit(std::get<ControllerEdit>(edit).number);
+    std::erase_if(done.edits, [](const Edit& edit) {
+        const auto& change = std::get<ControllerEdit>(edit);
+        return change.before == change.after;
+    });
+    if (!done.edits.empty())
+        history.push(std::move(done));
+}
+
+void EditorModel::change_controller(unsigned number, int value) {
+    synth.set_controller(number, value);
+    state.bytes[number] = uint8_t(value);
+}
+
+void EditorModel::set_value(unsigned number, int value) {
+    const ControllerInfo* info = find_controller(number);
+    TARQ_ASSERT(info != nullptr);
+    if (!in_gesture) {
+        begin_gesture(info->name);
+        set_value(number, value);
+        end_gesture();
+        return;
+    }
+    if (gesture_broken)
+        return;
+    value = filter_controller(number, std::clamp(value, 0, 127));
+    auto edit = std::find_if(gesture.edits.begin(), gesture.edits.end(), [&](const Edit& other) {
+        return std::get<ControllerEdit>(other).number == number;
+    });
+    if (edit == gesture.edits.end()) {
+        if (value == state.bytes[number])
+            return;
+        synth.begin_edit(number);
+        const int program = is_global(*info) ? GLOBAL_PROGRAM : int(state.program);
+        gesture.edits.emplace_back(ControllerEdit{program, number, state.bytes[number], value});
+        change_controller(number, value);
+        return;
+    }
+    std::get<ControllerEdit>(*edit).after = value;
+    if (value != state.bytes[number])
+        change_controller(number, value);
+}
+
+void EditorModel::undo() {
+    end_gesture();
+    const UndoStep* step = history.undo();
+    if (step == nullptr)
+        return;
+    for (auto edit = step->edits.rbegin(); edit != step->edits.rend(); ++edit)
+        apply(*edit, false);
+    refresh();
+}
+
+void EditorModel::redo() {
+    end_gesture();
+    const UndoStep* step = history.redo();
+    if (step == nullptr)
+        return;
+    for (const Edit& edit : step->edits)
+        apply(edit, true);
+    refresh();
+}
+
+void EditorModel::change(UndoStep step) {
+    end_gesture();
+    for (const Edit& edit : step.edits)
+        apply(edit, true);
+    history.push(std::move(step));
+    refresh();
+}
+
+void EditorModel::apply(const Edit& edit, bool forward) {
+    std::visit(Overloaded{
+                   [&](const ControllerEdit& change) {
+                       // What is changed is shown.
+                       if (change.program != GLOBAL_PROGRAM)
+                           select_program(unsigned(change.program));
+                       synth.begin_edit(change.number);
+                       change_controller(change.number, forward ? change.after : change.before);
+                       synth.end_edit(change.number);
+                   },
+                   [&](const InstrumentEdit& change) {
+                       synth.set_instrument(change.program, forward ? change.after : change.before);
+                   },
+                   [&](const BankEdit& change) {
+                       synth.set_bank(forward ? *change.after : *change.before);
+                   },
+                   [&](const ChannelEdit& change) {
+                       synth.set_channel_program(change.channel,
+                                                 forward ? change.after : change.before);
+                   },
+                   [&](const SongEdit& change) {
+                       const auto& song = forward ? change.after : change.before;
+                       synth.set_song(song.first, song.second);
+                   },
+               },
+               edit);
+}
+
+void EditorModel::select_program(unsigned program) {
+    if (program == state.program)
+        return;
+    end_gesture();
+    synth.set_program(program);
+    refresh();
+}
+
+void EditorModel::replace_instrument(std::string step_name, unsigned program,
+                                     const Instrument& instrument) {
+    UndoStep step{std::move(step_name), {}};
+    step.edits.emplace_back(InstrumentEdit{program, synth.get_instrument(program), instrument});
+    change(std::move(step));
+}
+
+void EditorModel::rename_program(unsigned program, std::string_view name) {
+    const std::string kept = storable_text(name);
+    if (kept.empty())
+        return;
+    Instrument renamed = synth.get_instrument(program);
+    const std::string before = renamed.get_name();
+    renamed.set_name(kept);
+    if (renamed.get_name() != before)
+        replace_instrument("Rename", program, renamed);
+}
+
+void EditorModel::assign_channel(unsigned channel, unsigned program) {
+    const unsigned before = state.channel_programs[channel];
+    if (before != program)
+        change({"Channel " + std::to_string(channel + 1), {ChannelEdit{channel, before, program}}});
+}
+
+void EditorModel::set_song(std::string_view title, std::string_view author) {
+    const std::pair before(state.song_title, state.song_author);
+    const std::pair after(storable_text(title), storable_text(author));
+    if (before != after)
+        change({"Song", {SongEdit{before, after}}});
+}
+
+void EditorModel::paste_instrument(const Instrument& instrument, unsigned program) {
+    replace_instrument("Paste", program, instrument);
+}
+
+void EditorModel::copy_program(unsigned from, unsigned to) {
+    if (from != to)
+        replace_instrument("Copy", to, synth.get_instrument(from));
+}
+
+void EditorModel::swap_programs(unsigned one, unsigned other) {
+    if (one == other)
+        return;
+    const Instrument first = synth.get_instrument(one);
+    const Instrument second = synth.get_instrument(other);
+    change({"Swap", {InstrumentEdit{one, first, second}, InstrumentEdit{other, second, first}}});
+}
+
+void EditorModel::initialise_program(unsigned program) {
+    Instrument fresh;
+    fresh.set_name(default_instrument_name(program));
+    fresh.set_filename("instr_" + std::to_string(program) + ".tqi");
+    replace_instrument("Initialise", program, fresh);
+}
+
+std::string EditorModel::import_instrument(const std::string& path, unsigned program) {
+    Instrument loaded = synth.get_instrument(program);
+    const int error = load_instrument_checked(loaded, path);
+    if (error != 0)
+        return explain_instrument_error(path, error);
+    replace_instrument("Import instrument", program, loaded);
+    return "";
+}
+
+std::string EditorModel::export_instrument(const std::string& path, unsigned program) {
+    return write_whole_file(path, synth.get_instrument(program).save_to_string());
+}
+
+std::string EditorModel::import_bank(const std::string& path) {
+    auto before = std::make_shared<TarqSettings>();
+    synth.copy_bank(*before);
+    auto loaded = std::make_shared<TarqSettings>(*before);
+    const int error = load_bank_checked(*loaded, path);
+    if (error != 0)
+        return explain_bank_error(path, error);
+    change({"Import bank", {BankEdit{std::move(before), std::move(loaded)}}});
+    return "";
+}
+
+std::string EditorModel::export_bank(const std::string& path) {
+    const auto bank = std::make_unique<TarqSettings>();
+    synth.copy_bank(*bank);
+    std::string text;
+    if (bank->text_save_to_string(text) != 0)
+        return path + ": the bank cannot be written as text";
+    return write_whole_file(path, text);
+}
+
+} // namespace tarquil

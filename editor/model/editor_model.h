@@ -1,0 +1,81 @@
+// What the editor shows and changes: the values, the gestures, undo and redo, programs and files.
+// It draws nothing.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "editor/model/editor_synth.h"
+#include "editor/model/undo_history.h"
+
+namespace tarquil {
+
+class EditorModel {
+  public:
+    explicit EditorModel(EditorSynth& edited_synth);
+
+    // Reads what the host and others have changed.  A gesture ends when the program has changed.
+    // True when something has.
+    bool refresh();
+    [[nodiscard]] const EditorState& get_state() const { return state; }
+    EditorSynth& get_synth() { return synth; }
+
+    [[nodiscard]] int value(unsigned number) const { return state.bytes[number]; }
+    [[nodiscard]] const std::string& program_name() const { return state.names[state.program]; }
+
+    // A gesture is everything between its begin and its end: one step to undo, one edit for the
+    // host.  A change outside of one is a gesture by itself.
+    void begin_gesture(std::string name);
+    void end_gesture();
+    [[nodiscard]] bool is_in_gesture() const { return in_gesture; }
+
+    // Clamped to 0..127 and to the controller's choices.
+    void set_value(unsigned number, int value);
+
+    void undo();
+    void redo();
+    [[nodiscard]] std::string undo_name() const { return history.undo_name(); }
+    [[nodiscard]] std::string redo_name() const { return history.redo_name(); }
+
+    // Not a step: what sounds stays as it is.
+    void select_program(unsigned program);
+    // Blanks and "#" become "_", which is what the files can hold; an empty name is ignored.
+    void rename_program(unsigned program, std::string_view name);
+    void assign_channel(unsigned channel, unsigned program);
+    void set_song(std::string_view title, std::string_view author);
+
+    void paste_instrument(const Instrument& instrument, unsigned program);
+    void copy_program(unsigned from, unsigned to);
+    void swap_programs(unsigned one, unsigned other);
+    // To the built-in sound and the name that an untouched slot has.
+    void initialise_program(unsigned program);
+
+    // Each returns why it could not be done, empty when it was.  An import that fails changes
+    // nothing, an export that fails leaves the file as it was.
+    std::string import_instrument(const std::string& path, unsigned program);
+    std::string export_instrument(const std::string& path, unsigned program);
+    std::string import_bank(const std::string& path);
+    std::string export_bank(const std::string& path);
+
+    // The copied value of a controller, as a fraction of its range, for pasting into any other.
+    std::optional<double> copied_value;
+
+  private:
+    void change(UndoStep step);
+    void apply(const Edit& edit, bool forward);
+    void change_controller(unsigned number, int value);
+    void replace_instrument(std::string step_name, unsigned program, const Instrument& instrument);
+
+    EditorSynth& synth;
+    EditorState state;
+    EditorState read; // kept for its memory
+    UndoHistory history;
+
+    UndoStep gesture;
+    bool in_gesture = false;
+    bool gesture_broken = false; // the host has changed the program under it
+};
+
+} // namespace tarquil

@@ -1,0 +1,59 @@
+// What the editor remembers from one opening to the next.
+
+#include "editor/model/editor_settings.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "common/load_string.h"
+#include "common/platform/atomic_file.h"
+#include "instrument/text_file_memory_writer.h"
+#include "instrument/text_file_reader.h"
+
+namespace tarquil {
+
+namespace {
+
+std::string variable(const char* name) {
+    const char* text = std::getenv(name);
+    return text != nullptr ? text : "";
+}
+
+} // namespace
+
+std::string editor_settings_path() {
+    std::string base = variable("XDG_CONFIG_HOME");
+    if (base.empty() && !variable("HOME").empty())
+        base = variable("HOME") + "/.config";
+    return base.empty() ? "" : base + "/tarquil/editor.conf";
+}
+
+EditorSettings load_editor_settings(const std::string& path) {
+    EditorSettings settings;
+    std::string text;
+    TextFileReader reader;
+    if (path.empty() || load_regular_file_to_string(path, text) != 0)
+        return settings;
+    reader.load_from_string(text);
+    float scale = 0.0F;
+    if (reader.get_float("scale", scale) && double(scale) >= EditorSettings::MIN_SCALE &&
+        double(scale) <= EditorSettings::MAX_SCALE)
+        settings.scale = double(scale);
+    reader.get_str("folder", settings.folder);
+    return settings;
+}
+
+bool save_editor_settings(const std::string& path, const EditorSettings& settings) {
+    if (path.empty())
+        return false;
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+    TextFileMemoryWriter writer;
+    writer.write_float("scale", float(settings.scale));
+    if (!settings.folder.empty() && settings.folder.find_first_of("#\r\n") == std::string::npos)
+        writer.write_str("folder", settings.folder);
+    AtomicFile file;
+    return file.open(path) && file.commit(writer.get_string());
+}
+
+} // namespace tarquil

@@ -1,0 +1,26 @@
+// What the editor remembers from one opening to the next, in a small file of the user's.
+
+#pragma once
+
+#include <string>
+
+namespace tarquil {
+
+struct EditorSettings {
+    double scale = 1.0; // MIN_SCALE..MAX_SCALE
+    std::string folder; // that the last file was chosen from; empty: the user's own
+
+    static constexpr double MIN_SCALE = 0.75;
+    static constexpr double MAX_SCALE = 3.0;
+};
+
+// $XDG_CONFIG_HOME/tarquil/editor.conf, else ~/.config/tarquil/editor.conf; empty without either.
+std::string editor_settings_path();
+
+// Defaults where the file or a value in it is missing or makes no sense.
+EditorSettings load_editor_settings(const std::string& path);
+
+// Makes the folder when it is missing.  False when it cannot be written.
+bool save_editor_settings(const std::string& path, const EditorSettings& settings);
+
+} // namespace tarquil

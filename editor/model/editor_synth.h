@@ -1,0 +1,79 @@
+// What the editor needs of the synthesizer that it edits.
+//
+// Every call comes from the window's thread.  An implementation takes its lock for the call only;
+// `read_meters` takes none and allocates nothing.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "instrument/settings.h"
+#include "softsynth/effects/multi_compressor.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
+
+// What is shown, copied as a whole once per refresh.
+struct EditorState {
+    ControllerBytes bytes{}; // the current program's, and the global ones
+    unsigned program = 0;    // the current one, 0..127
+    std::array<uint8_t, NUM_CHANNELS> channel_programs{};
+    std::array<std::string, MAX_INSTRUMENTS> names;
+    std::string song_title;
+    std::string song_author;
+
+    bool operator==(const EditorState& other) const = default;
+};
+
+// All of a state but the channels' programs.
+void read_bank(const TarqSettings& bank, unsigned program, EditorState& state);
+
+// Levels are linear.
+struct EditorMeters {
+    std::array<float, 2> peaks{};                // left and right, highest since the last call
+    std::array<float, MC_N_BANDS> band_levels{}; // of the compressor's followers
+    std::array<float, MC_N_BANDS> band_gains = {1.0F, 1.0F, 1.0F, 1.0F}; // without makeup
+    unsigned voices = 0;
+    unsigned active_channels = 0; // bit c: a note started on channel c since the last call
+
+    bool operator==(const EditorMeters& other) const = default;
+};
+
+class EditorSynth {
+  public:
+    EditorSynth() = default;
+    EditorSynth(const EditorSynth&) = delete;
+    EditorSynth& operator=(const EditorSynth&) = delete;
+    virtual ~EditorSynth() = default;
+
+    virtual void read_state(EditorState& state) = 0;
+    virtual EditorMeters read_meters() = 0;
+
+    // Changes a controller (with a key, `value` 0..127 within its choices) of the current program,
+    // or a global one, and tells the host; every change lies between begin_edit and end_edit.
+    virtual void begin_edit(unsigned number) = 0;
+    virtual void set_controller(unsigned number, int value) = 0;
+    virtual void end_edit(unsigned number) = 0;
+    // The host's parameter index, 0 for none.
+    [[nodiscard]] virtual int host_parameter(unsigned number) const = 0;
+
+    virtual void set_program(unsigned program) = 0;
+    virtual void set_channel_program(unsigned channel, unsigned program) = 0;
+
+    virtual Instrument get_instrument(unsigned program) = 0;
+    virtual void set_instrument(unsigned program, const Instrument& instrument) = 0;
+    // The bank as a whole; channels keep their program numbers.
+    virtual void copy_bank(TarqSettings& bank) = 0;
+    virtual void set_bank(const TarqSettings& bank) = 0;
+    virtual void set_song(const std::string& title, const std::string& author) = 0;
+
+    [[nodiscard]] virtual bool is_band_muted(unsigned band) const = 0;
+    virtual void set_band_muted(unsigned band, bool muted) = 0;
+
+    // Ends all notes of all channels.
+    virtual void panic() = 0;
+};
+
+} // namespace tarquil

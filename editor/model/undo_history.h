@@ -1,0 +1,76 @@
+// The steps that undo and redo walk along.
+
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "instrument/settings.h"
+
+namespace tarquil {
+
+// A controller of a program, or a global one.
+struct ControllerEdit {
+    int program = 0; // GLOBAL_PROGRAM for a global one
+    unsigned number = 0;
+    int before = 0;
+    int after = 0;
+};
+inline constexpr int GLOBAL_PROGRAM = -1;
+
+struct InstrumentEdit {
+    unsigned program = 0;
+    Instrument before{};
+    Instrument after{};
+};
+
+struct BankEdit {
+    std::shared_ptr<const TarqSettings> before{};
+    std::shared_ptr<const TarqSettings> after{};
+};
+
+struct ChannelEdit {
+    unsigned channel = 0;
+    unsigned before = 0;
+    unsigned after = 0;
+};
+
+struct SongEdit {
+    std::pair<std::string, std::string> before{}; // title, author
+    std::pair<std::string, std::string> after{};
+};
+
+using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit>;
+
+// What one gesture changed, in order.
+struct UndoStep {
+    std::string name{}; // for people: "Filter cutoff"
+    std::vector<Edit> edits{};
+};
+
+class UndoHistory {
+  public:
+    // Forgets what was undone, and the oldest step beyond MAX_STEPS.
+    void push(UndoStep step);
+
+    // The step to undo or to do again, null when there is none; the position moves past it.  Valid
+    // until the next push.
+    const UndoStep* undo();
+    const UndoStep* redo();
+
+    // The names of the next ones, empty when there is none.
+    [[nodiscard]] std::string undo_name() const;
+    [[nodiscard]] std::string redo_name() const;
+
+    static constexpr size_t MAX_STEPS = 200;
+
+  private:
+    std::vector<UndoStep> steps{};
+    size_t position = 0; // steps before it can be undone
+};
+
+} // namespace tarquil

@@ -1,0 +1,140 @@
+// The page of the bank: its slots, files and the song's title.
+
+#include "editor/pages/layout.h"
+#include "editor/pages/pages.h"
+#include "editor/widgets/amount_text.h"
+#include "editor/widgets/button.h"
+#include "editor/widgets/slot_grid.h"
+#include "editor/widgets/text_field.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr const char* INSTRUMENT_ENDING = ".tqi";
+constexpr const char* BANK_ENDING = ".tqb";
+
+unsigned selected(UiHost& host) {
+    return host.get_view_state().selected_slot;
+}
+
+// Says what came of a file: the reason, or what was done.
+void report(UiHost& host, const std::string& error, const std::string& done) {
+    host.show_message(error.empty() ? done : error);
+}
+
+void import_instrument(UiHost& host) {
+    const unsigned slot = selected(host);
+    host.choose_file({"Import instrument into slot " + std::to_string(slot), INSTRUMENT_ENDING,
+                      false, "", [&host, slot](const std::string& path) {
+                          report(host, host.get_model().import_instrument(path, slot),
+                                 "Loaded " + path);
+                      }});
+}
+
+void export_instrument(UiHost& host) {
+    const unsigned slot = selected(host);
+    host.choose_file({"Export instrument", INSTRUMENT_ENDING, true,
+                      host.get_model().get_state().names[slot] + INSTRUMENT_ENDING,
+                      [&host, slot](const std::string& path) {
+                          report(host, host.get_model().export_instrument(path, slot),
+                                 "Written " + path);
+                      }});
+}
+
+void import_bank(UiHost& host) {
+    host.choose_file({"Import bank", BANK_ENDING, false, "", [&host](const std::string& path) {
+                          report(host, host.get_model().import_bank(path), "Loaded " + path);
+                      }});
+}
+
+void export_bank(UiHost& host) {
+    host.choose_file({"Export bank", BANK_ENDING, true, std::string("bank") + BANK_ENDING,
+                      [&host](const std::string& path) {
+                          report(host, host.get_model().export_bank(path), "Written " + path);
+                      }});
+}
+
+void copy(UiHost& host) {
+    host.get_view_state().copied_instrument =
+        host.get_model().get_synth().get_instrument(selected(host));
+}
+
+void paste(UiHost& host) {
+    if (host.get_view_state().copied_instrument)
+        host.get_model().paste_instrument(*host.get_view_state().copied_instrument, selected(host));
+}
+
+void add_slot_buttons(Page& page, Rect area) {
+    constexpr double HEIGHT = 28;
+    constexpr double SPACE = 6;
+    const auto next = [&] {
+        const Rect row = area.cut_top(HEIGHT);
+        area.cut_top(SPACE);
+        return row;
+    };
+    Rect row = next();
+    page.add<Button>(
+        column_of(row, 0, 2, SPACE), "Edit and play",
+        [](UiHost& host) { host.get_model().select_program(selected(host)); },
+        "Makes the selected slot the current program");
+    page.add<Button>(
+        column_of(row, 1, 2, SPACE), "Initialise",
+        [](UiHost& host) { host.get_model().initialise_program(selected(host)); },
+        "The built-in sound");
+    row = next();
+    page.add<Button>(column_of(row, 0, 2, SPACE), "Copy", copy);
+    page.add<Button>(
+        column_of(row, 1, 2, SPACE),
+        [](UiHost& host) {
+            return Button::Look{"Paste", host.get_view_state().copied_instrument.has_value()};
+        },
+        paste);
+    page.add<Button>(
+        next(), "Swap with the current program",
+        [](UiHost& host) {
+            EditorModel& model = host.get_model();
+            model.swap_programs(model.get_state().program, selected(host));
+        },
+        "Also: drag one slot onto another");
+    page.add<Button>(next(), "Import instrument\u2026", import_instrument);
+    page.add<Button>(next(), "Export instrument\u2026", export_instrument);
+}
+
+} // namespace
+
+Page make_bank_page() {
+    Page page{"Bank", {}, {}};
+    Rect rest = PAGE_AREA;
+    Rect right = rest.cut_right(262);
+    rest.cut_right(GAP);
+    page.add<SlotGrid>(add_panel(page, rest, "Instruments"));
+    add_slot_buttons(page, add_panel(page, right.cut_top(202), "Selected slot"));
+    right.cut_top(GAP);
+    Rect bank = add_panel(page, right.cut_top(108), "Bank");
+    page.add<Button>(bank.cut_top(28), "Import bank\u2026", import_bank,
+                     "Replaces all instruments and the global settings; undo brings them back");
+    bank.cut_top(6);
+    page.add<Button>(bank.cut_top(28), "Export bank\u2026", export_bank);
+    right.cut_top(GAP);
+    Rect song = add_panel(page, right, "Song");
+    const TextStyle heading{theme::SMALL, theme::TEXT_MUTED};
+    page.add<Caption>(song.cut_top(18), "Title", heading);
+    page.add<TextField>(
+        song.cut_top(28), "no title",
+        [](EditorModel& model) { return model.get_state().song_title; },
+        [](EditorModel& model, const std::string& text) {
+            model.set_song(text, model.get_state().song_author);
+        });
+    song.cut_top(10);
+    page.add<Caption>(song.cut_top(18), "Author", heading);
+    page.add<TextField>(
+        song.cut_top(28), "no author",
+        [](EditorModel& model) { return model.get_state().song_author; },
+        [](EditorModel& model, const std::string& text) {
+            model.set_song(model.get_state().song_title, text);
+        });
+    return page;
+}
+
+} // namespace tarquil

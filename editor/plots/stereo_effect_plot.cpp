@@ -1,0 +1,119 @@
+// The stereo effect over time.
+
+#include "editor/plots/stereo_effect_plot.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "editor/plots/plot_frame.h"
+#include "softsynth/effects/stereo_effect.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/stereo_effect_quantities.h"
+#include "softsynth/wavetables/oscillator.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr Color SIDES[] = {theme::PARTS[0], theme::PARTS[1]};
+
+void draw_side_names(Canvas& canvas, const Rect& area) {
+    canvas.text({area.right() - 70, area.y + 4, 30, 14}, "left", {9.5, SIDES[0]});
+    canvas.text({area.right() - 40, area.y + 4, 34, 14}, "right", {9.5, SIDES[1]});
+}
+
+// Left upwards and right downwards; heights are the cube roots of the levels, as the knobs' are.
+void draw_echoes(Canvas& canvas, const Rect& area, const double* seconds, double feedback,
+                 double wet) {
+    constexpr double LOWEST_LEVEL = 0.001;
+    constexpr double WIDE = 200.0;
+    const double shown_seconds = area.w > WIDE ? 3.0 : 1.6;
+    const PlotFrame frame(area, -0.05, shown_seconds, -1.1, 1.1);
+    frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}, {2.0, "2 s"}, {2.5, ""}}, {{0.0, ""}});
+    if (area.w > WIDE)
+        draw_side_names(canvas, area);
+    const double zero = frame.y(0.0);
+    canvas.line({frame.x(0.0), frame.y(1.0)}, {frame.x(0.0), frame.y(-1.0)}, theme::TEXT_MUTED, 2);
+    for (int side = 0; side < 2; side++) {
+        double level = wet;
+        const int num_echoes = int(shown_seconds / seconds[side]);
+        for (int echo = 1; echo <= num_echoes && level > LOWEST_LEVEL; echo++) {
+            const double time = echo * seconds[side];
+            const double height = std::cbrt(level) * (side == 0 ? 1.0 : -1.0);
+            canvas.line({frame.x(time), zero}, frame.point(time, height), SIDES[side], 2.5);
+            level *= feedback;
+        }
+    }
+}
+
+void draw_sweep(Canvas& canvas, const Rect& area, double delay_ms, double amount_ms, double hertz,
+                OscType wave) {
+    constexpr uint32_t NUM_SAMPLES = 512;
+    constexpr double SHOWN_SECONDS = 2.0;
+    const double highest = std::max(2.0, (delay_ms + amount_ms) * 1.15);
+    const PlotFrame frame(area, 0.0, SHOWN_SECONDS, 0.0, highest);
+    const int step = highest > 20.0 ? 10 : (highest > 6.0 ? 2 : 1);
+    std::vector<GridLine> rows;
+    for (int ms = step; ms < highest; ms += step)
+        rows.push_back({double(ms), std::to_string(ms) + " ms"});
+    frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}}, rows);
+    const auto pitch = std::make_unique<MonoBuffer>();
+    const auto out = std::make_unique<MonoBuffer>();
+    pitch->init(NUM_SAMPLES);
+    out->init(NUM_SAMPLES);
+    std::fill_n(pitch->get_first_sample_ptr(), NUM_SAMPLES,
+                float(SHOWN_SECONDS * SAMPLE_RATE / NUM_SAMPLES));
+    for (int side = 1; side >= 0; side--) {
+        Oscillator lfo;
+        lfo.init(wave, float(hertz), side == 0 ? 0.0F : 0.25F);
+        lfo.render_interpolated(*out, *pitch, 0);
+        std::vector<Point> points;
+        for (uint32_t i = 0; i < NUM_SAMPLES; i++)
+            points.push_back(frame.point(
+                SHOWN_SECONDS * i / NUM_SAMPLES,
+                delay_ms + amount_ms * (1.0 + double(out->get_first_sample_ptr()[i])) / 2));
+        canvas.polyline(points, SIDES[side], 1.8);
+    }
+    draw_side_names(canvas, area);
+}
+
+} // namespace
+
+void StereoEffectPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
+    constexpr double MS_PER_SAMPLE = 1000.0 / SAMPLE_RATE;
+    const ControllerBytes& bytes = host.get_model().get_state().bytes;
+    const uint8_t* p = bytes.data() + CTRL_CHANFX2_PARAM1;
+    const double wet = controller_quantity(CTRL_CHANFX2_WET, bytes[CTRL_CHANFX2_WET]);
+    const unsigned type = bytes[CTRL_CHANFX2_TYPE];
+    if (type == StereoEffect::STEREO_EFFECT_DELAY) {
+        const double seconds[] = {double(stereo_delay_seconds(p[0])),
+                                  double(stereo_delay_seconds(p[1]))};
+        draw_echoes(canvas, area, seconds, double(stereo_effect_feedback(p[2])), wet);
+    } else if (type != StereoEffect::STEREO_EFFECT_OFF) {
+        const float delay = type == StereoEffect::STEREO_EFFECT_CHORUS
+                                ? chorus_delay_samples(p[0])
+                                : flanger_delay_samples(p[0]);
+        draw_sweep(canvas, area, double(delay) * MS_PER_SAMPLE,
+                   double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE, double(stereo_lfo_hz(p[1])),
+                   OscType(p[3]));
+    } else {
+        const PlotFrame frame(area, 0.0, 2.0, -1.0, 1.0);
+        frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}},
+                   {{-0.5, ""}, {0.0, ""}, {0.5, ""}});
+        canvas.text({area.x, area.y, area.w, area.h / 2}, "Choose a type to switch the effect on",
+                    {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
+    }
+}
+
+void MasterDelayPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
+    const ControllerBytes& bytes = host.get_model().get_state().bytes;
+    const auto quantity = [&](unsigned number) {
+        return controller_quantity(number, bytes[number]);
+    };
+    const double seconds[] = {quantity(CTRL_DELAY_LEFT_TIME), quantity(CTRL_DELAY_RIGHT_TIME)};
+    draw_echoes(canvas, area, seconds, quantity(CTRL_DELAY_FEEDBACK), 1.0);
+}
+
+} // namespace tarquil

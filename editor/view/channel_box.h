@@ -1,0 +1,28 @@
+// A channel's program: a click assigns another, the light shows notes.
+
+#pragma once
+
+#include "editor/kit/widget.h"
+
+namespace tarquil {
+
+class ChannelBox : public Widget {
+  public:
+    // `shown_light` is how bright the light is, 0..1.
+    ChannelBox(const Rect& widget_area, unsigned shown, const double* shown_light)
+        : Widget(widget_area), channel(shown), light(shown_light) {}
+
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
+    bool press(UiHost& host, const Pointer& pointer) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
+    std::string tooltip(UiHost& host) override;
+    [[nodiscard]] bool shows_meters() const override { return true; }
+
+  private:
+    void open(UiHost& host);
+
+    const unsigned channel;
+    const double* const light;
+};
+
+} // namespace tarquil

@@ -1,0 +1,372 @@
+// The whole editor as a picture that takes input.
+
+#include "editor/view/editor_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/assertion.h"
+#include "editor/pages/pages.h"
+#include "editor/view/header.h"
+#include "editor/view/tabs.h"
+#include "editor/view/tooltip.h"
+#include "editor/widgets/file_browser.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr double TOOLTIP_DELAY = 0.6; // seconds
+constexpr uint32_t DOUBLE_CLICK_MS = 350;
+constexpr double DOUBLE_CLICK_REACH = 5.0; // units
+constexpr double LIGHT_SECONDS = 0.25;
+constexpr double METER_PERIOD = 1.0 / 30; // seconds: smooth to the eye
+constexpr double STATUS_HEIGHT = 24.0;
+
+constexpr const char* HELP =
+    "Drag or wheel to change, Shift for fine steps, double click for the default, "
+    "right click for more, click a number to type it";
+
+Pointer pointer_of(const PointerEvent& event) {
+    Pointer pointer;
+    pointer.at = {event.x, event.y};
+    switch (event.button) {
+    case 1:
+        pointer.button = Pointer::Button::LEFT;
+        break;
+    case 2:
+        pointer.button = Pointer::Button::MIDDLE;
+        break;
+    case 3:
+        pointer.button = Pointer::Button::RIGHT;
+        break;
+    default:
+        break;
+    }
+    pointer.shift = event.shift;
+    pointer.control = event.control;
+    return pointer;
+}
+
+bool is_widget_of(const Page& page, const Widget* wanted) {
+    return std::any_of(page.widgets.begin(), page.widgets.end(),
+                       [&](const auto& widget) { return widget.get() == wanted; });
+}
+
+} // namespace
+
+EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard)
+    : model(shown_model), settings(shown_settings), pages(make_pages()), has_keyboard(keyboard) {
+    view_state.selected_slot = model.get_state().program;
+    HeaderControls controls;
+    controls.meter = &level_meter;
+    controls.clear_clip = [this] { level_meter.clear_clip(); };
+    controls.channel_lights = channel_lights.data();
+    controls.get_scale = [this] { return settings.scale; };
+    controls.set_scale = [this](double scale) { settings.scale = scale; };
+    header = make_header(controls);
+    add_tabs(
+        header, pages, [this] { return current_page; },
+        [this](unsigned index) { show_page(index); });
+}
+
+EditorView::~EditorView() {
+    model.end_gesture();
+}
+
+void EditorView::show_page(unsigned index) {
+    if (index >= pages.size())
+        return;
+    model.end_gesture();
+    current_page = index;
+    hovered = nullptr;
+    pressed = nullptr;
+    if (!is_widget_of(header, focused))
+        focused = nullptr;
+    is_changed = true;
+}
+
+void EditorView::wait_for_responses() {
+    responses.wait();
+    responses.refresh();
+}
+
+void EditorView::open_overlay(std::unique_ptr<Overlay> overlay) {
+    overlays.push_back(std::move(overlay));
+}
+
+void EditorView::choose_file(FileRequest request) {
+    open_overlay(std::make_unique<FileBrowser>(
+        *this, std::move(request), settings.folder,
+        [this](const std::string& folder) { settings.folder = folder; }));
+}
+
+Widget* EditorView::widget_at(Point at) {
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->get_area().contains(at))
+                return widget.get();
+        }
+    }
+    return nullptr;
+}
+
+WidgetState EditorView::state_of(const Widget* widget) const {
+    const bool is_free = overlays.empty();
+    return {is_free && widget == hovered && (pressed == nullptr || pressed == widget),
+            widget == pressed, is_free && has_keyboard && widget == focused};
+}
+
+void EditorView::draw_ground(Canvas& canvas) {
+    canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND);
+    canvas.fill({0, 0, WINDOW_WIDTH, HEADER_HEIGHT}, theme::HEADER);
+    for (const Panel& panel : pages[current_page].panels)
+        canvas.fill(panel.area, theme::PANEL, 6);
+}
+
+void EditorView::draw_page(Canvas& canvas) {
+    draw_ground(canvas);
+    for (const Panel& panel : pages[current_page].panels)
+        canvas.text({panel.area.x + 12, panel.area.y + 6, panel.area.w - 24, 20}, panel.title,
+                    {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            TARQ_ASSERT(widget != nullptr);
+            widget->draw(canvas, *this, state_of(widget.get()));
+        }
+    }
+}
+
+std::vector<Widget*> EditorView::meter_widgets() {
+    std::vector<Widget*> found;
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->shows_meters())
+                found.push_back(widget.get());
+        }
+    }
+    return found;
+}
+
+void EditorView::draw_meters(Canvas& canvas) {
+    for (Widget* widget : meter_widgets()) {
+        canvas.clip(widget->get_area());
+        draw_ground(canvas);
+        widget->draw(canvas, *this, state_of(widget));
+        canvas.unclip();
+    }
+}
+
+bool EditorView::are_meters_covered() {
+    if (!overlays.empty())
+        return true;
+    if (tooltip_area.w == 0.0)
+        return false;
+    const std::vector<Widget*> widgets = meter_widgets();
+    return std::any_of(widgets.begin(), widgets.end(), [this](const Widget* widget) {
+        return widget == hovered || widget->get_area().overlaps(tooltip_area);
+    });
+}
+
+std::string EditorView::tooltip_text() {
+    if (still_for < TOOLTIP_DELAY || hovered == nullptr || pressed != nullptr || !overlays.empty())
+        return "";
+    return hovered->tooltip(*this);
+}
+
+void EditorView::draw(cairo_t* context) {
+    Canvas canvas(context);
+    draw_page(canvas);
+    const Rect status{14, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - 28, STATUS_HEIGHT};
+    canvas.text(status, message.empty() ? HELP : message,
+                {theme::SMALL, message.empty() ? theme::TEXT_DIM : theme::WARM});
+    for (const auto& overlay : overlays)
+        overlay->draw(canvas);
+    const std::string tooltip = tooltip_text();
+    tooltip_area = tooltip.empty() ? Rect() : draw_tooltip_box(canvas, pointer_at, tooltip);
+    is_changed = are_meters_new = false;
+}
+
+void EditorView::draw_changes(cairo_t* context) {
+    if (is_changed || (are_meters_new && are_meters_covered())) {
+        draw(context);
+    } else if (are_meters_new) {
+        Canvas canvas(context);
+        draw_meters(canvas);
+        are_meters_new = false;
+    }
+}
+
+bool EditorView::update_meters(double seconds) {
+    const EditorMeters now = model.get_synth().read_meters();
+    bool is_new = now.voices != meters.voices || now.band_levels != meters.band_levels ||
+                  now.band_gains != meters.band_gains;
+    meters = now;
+    const LevelMeter before = level_meter;
+    level_meter.update(now.peaks, seconds);
+    for (unsigned side = 0; side < 2; side++)
+        is_new = is_new || before.get_level(side) != level_meter.get_level(side) ||
+                 before.get_hold(side) != level_meter.get_hold(side);
+    for (unsigned channel = 0; channel < channel_lights.size(); channel++) {
+        double& light = channel_lights[channel];
+        const double last = light;
+        const bool has_note = (now.active_channels >> channel & 1U) != 0;
+        light = has_note ? 1.0 : std::max(0.0, light - seconds / LIGHT_SECONDS);
+        is_new = is_new || light != last;
+    }
+    return is_new;
+}
+
+bool EditorView::tick(double seconds) {
+    const bool had_tooltip = still_for >= TOOLTIP_DELAY;
+    still_for += seconds;
+    const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
+    const bool is_model_new = may_have_changed.exchange(false) && model.refresh();
+    const bool is_response_new = responses.refresh();
+    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new;
+    until_meters -= seconds;
+    since_meters += seconds;
+    if (until_meters <= 0.0) {
+        are_meters_new = update_meters(since_meters) || are_meters_new;
+        until_meters = METER_PERIOD;
+        since_meters = 0.0;
+    }
+    return is_changed || are_meters_new;
+}
+
+void EditorView::drop_finished_overlays() {
+    std::erase_if(overlays, [](const auto& overlay) { return overlay->is_done(); });
+}
+
+bool EditorView::is_double_click(const PointerEvent& event) {
+    const double way = std::hypot(event.x - press_at.x, event.y - press_at.y);
+    const bool is_second = was_pressed && event.button == 1 && way < DOUBLE_CLICK_REACH &&
+                           event.time_ms - press_time < DOUBLE_CLICK_MS;
+    was_pressed = event.button == 1 && !is_second;
+    press_time = event.time_ms;
+    press_at = {event.x, event.y};
+    return is_second;
+}
+
+void EditorView::press(const PointerEvent& event) {
+    Pointer pointer = pointer_of(event);
+    pointer.is_double = is_double_click(event);
+    is_changed = true;
+    still_for = 0.0;
+    pointer_at = pointer.at;
+    message.clear();
+    if (!overlays.empty()) {
+        overlays.back()->press(pointer);
+        drop_finished_overlays();
+        return;
+    }
+    if (pressed != nullptr)
+        return;
+    Widget* widget = widget_at(pointer.at);
+    hovered = widget;
+    if (widget == nullptr)
+        return;
+    if (widget->takes_focus())
+        focused = widget;
+    if (widget->press(*this, pointer))
+        pressed = widget;
+}
+
+void EditorView::move(const PointerEvent& event) {
+    const Pointer pointer = pointer_of(event);
+    is_changed = true;
+    still_for = 0.0;
+    pointer_at = pointer.at;
+    if (!overlays.empty()) {
+        overlays.back()->move(pointer);
+        return;
+    }
+    if (pressed != nullptr) {
+        pressed->drag(*this, pointer);
+        return;
+    }
+    hovered = widget_at(pointer.at);
+    if (hovered != nullptr)
+        hovered->hover(*this, pointer.at);
+}
+
+void EditorView::release(const PointerEvent& event) {
+    const Pointer pointer = pointer_of(event);
+    if (pressed == nullptr || pointer.button != Pointer::Button::LEFT)
+        return;
+    is_changed = true;
+    pressed->release(*this);
+    pressed = nullptr;
+    hovered = widget_at(pointer.at);
+}
+
+void EditorView::wheel(const PointerEvent& event, double steps) {
+    const Pointer pointer = pointer_of(event);
+    is_changed = true;
+    if (!overlays.empty()) {
+        overlays.back()->wheel(pointer, steps);
+        return;
+    }
+    Widget* widget = widget_at(pointer.at);
+    if (widget != nullptr && pressed == nullptr)
+        widget->wheel(*this, pointer, steps);
+}
+
+void EditorView::leave() {
+    if (pressed == nullptr)
+        hovered = nullptr;
+    is_changed = true;
+}
+
+void EditorView::move_focus(int steps) {
+    std::vector<Widget*> order;
+    for (Page* page : {&header, &pages[current_page]}) {
+        for (const auto& widget : page->widgets) {
+            if (widget->takes_focus())
+                order.push_back(widget.get());
+        }
+    }
+    const auto found = std::find(order.begin(), order.end(), focused);
+    const auto size = int(order.size());
+    int index = int(found - order.begin());
+    if (found == order.end())
+        index = steps > 0 ? -1 : 0;
+    focused = order[size_t((index + steps + size) % size)];
+}
+
+bool EditorView::key(const KeyEvent& event) {
+    if (!overlays.empty()) {
+        is_changed = true;
+        overlays.back()->press_key(event);
+        drop_finished_overlays();
+        return true;
+    }
+    if (!has_keyboard)
+        return false;
+    if (pressed != nullptr) // a drag goes on
+        return true;
+    is_changed = is_changed || !message.empty();
+    message.clear();
+    // A key that is held to play a note comes again and again.
+    const bool is_used = use_key(event);
+    is_changed = is_changed || is_used;
+    return is_used;
+}
+
+bool EditorView::use_key(const KeyEvent& event) {
+    if (event.key == Key::TAB) {
+        move_focus(event.shift ? -1 : 1);
+        return true;
+    }
+    const bool is_z = event.text == "z" || event.text == "Z";
+    if (event.key == Key::CHARACTER && event.control && is_z) {
+        if (event.shift)
+            model.redo();
+        else
+            model.undo();
+        return true;
+    }
+    return focused != nullptr && focused->press_key(*this, event);
+}
+
+} // namespace tarquil

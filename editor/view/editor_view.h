@@ -1,0 +1,123 @@
+// The whole editor as a picture that takes input: header, tabs, one page, and what lies over them.
+//
+// It sees a cairo context and the model, never a window.  Positions are in units of the editor's
+// own: the window divides by its scale.
+
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "editor/kit/level_meter.h"
+#include "editor/kit/page.h"
+#include "editor/kit/window_size.h"
+#include "editor/model/editor_model.h"
+#include "editor/model/editor_settings.h"
+#include "editor/plots/response_worker.h"
+
+namespace tarquil {
+
+class EditorView : public UiHost {
+  public:
+    static constexpr int WIDTH = int(WINDOW_WIDTH); // units
+    static constexpr int HEIGHT = int(WINDOW_HEIGHT);
+
+    // Both outlive the view.  The window saves the settings.  `keyboard`: keys reach the controls,
+    // Tab moves between them, for a window that is no host's.
+    EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard);
+    // A gesture ends.
+    ~EditorView() override;
+
+    // The context is scaled to the editor's units.
+    void draw(cairo_t* context);
+    // Draws what has changed since the last drawing, which the context still shows.
+    void draw_changes(cairo_t* context);
+
+    // Reads what has changed.  True when there is something new to draw.
+    bool tick(double seconds_since_last);
+
+    // Values may have changed; from any thread.
+    void host_changed() { may_have_changed.store(true, std::memory_order_relaxed); }
+
+    void press(const PointerEvent& event);
+    void release(const PointerEvent& event);
+    // Over the window, or a drag between press and release.
+    void move(const PointerEvent& event);
+    void leave();
+    // Steps upwards are positive.
+    void wheel(const PointerEvent& event, double steps);
+    // False for a key that is left to the host.
+    bool key(const KeyEvent& event);
+
+    // True while a text field is open.
+    [[nodiscard]] bool wants_keys() const {
+        return !overlays.empty() && overlays.back()->takes_text();
+    }
+
+    // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
+    [[nodiscard]] double scale() const { return settings.scale; }
+
+    void show_page(unsigned index);
+    [[nodiscard]] const std::vector<Page>& get_pages() const { return pages; }
+    void wait_for_responses();
+
+    EditorModel& get_model() override { return model; }
+    ViewState& get_view_state() override { return view_state; }
+    const EditorMeters& get_meters() override { return meters; }
+    ResponseWorker& get_responses() override { return responses; }
+    void open_overlay(std::unique_ptr<Overlay> overlay) override;
+    void choose_file(FileRequest request) override;
+    void show_message(const std::string& text) override { message = text; }
+
+  private:
+    [[nodiscard]] Widget* widget_at(Point at);
+    [[nodiscard]] WidgetState state_of(const Widget* widget) const;
+    void draw_ground(Canvas& canvas);
+    void draw_page(Canvas& canvas);
+    void draw_meters(Canvas& canvas);
+    // Something lies over what shows the meters, or tells of them.
+    [[nodiscard]] bool are_meters_covered();
+    [[nodiscard]] std::string tooltip_text();
+    std::vector<Widget*> meter_widgets();
+    bool update_meters(double seconds);
+    void drop_finished_overlays();
+    void move_focus(int steps);
+    bool use_key(const KeyEvent& event);
+    [[nodiscard]] bool is_double_click(const PointerEvent& event);
+
+    EditorModel& model;
+    EditorSettings& settings;
+    std::atomic<bool> may_have_changed{true};
+    ViewState view_state;
+    ResponseWorker responses;
+    EditorMeters meters;
+    LevelMeter level_meter;
+    std::array<double, NUM_CHANNELS> channel_lights{};
+
+    std::vector<Page> pages;
+    unsigned current_page = 0;
+    Page header; // and the tabs
+
+    std::vector<std::unique_ptr<Overlay>> overlays;
+    Widget* hovered = nullptr;
+    Widget* pressed = nullptr;
+    Widget* focused = nullptr;
+    const bool has_keyboard;
+    Point pointer_at;
+    double still_for = 0.0; // seconds that the pointer has not moved
+    std::string message;
+    bool is_changed = true;
+    bool are_meters_new = false;
+    Rect tooltip_area;         // empty: there is none
+    double until_meters = 0.0; // seconds to their next reading
+    double since_meters = 0.0; // seconds from their last one
+    // of the last press that was no second one of a double click
+    uint32_t press_time = 0;
+    Point press_at;
+    bool was_pressed = false;
+};
+
+} // namespace tarquil

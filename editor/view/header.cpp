@@ -1,0 +1,144 @@
+// The top of every page.
+
+#include "editor/view/header.h"
+
+#include <cmath>
+
+#include "editor/kit/window_size.h"
+#include "editor/view/channel_box.h"
+#include "editor/view/output_meter.h"
+#include "editor/widgets/amount_text.h"
+#include "editor/widgets/button.h"
+#include "editor/widgets/program_menu.h"
+#include "editor/widgets/text_field.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr double MARGIN = 12.0;
+constexpr double ROW_Y = 9.0;
+constexpr double ROW_HEIGHT = 28.0;
+constexpr Rect CHANNELS{MARGIN, 46, WINDOW_WIDTH - 2 * MARGIN, 34};
+
+class VoiceCount : public Widget {
+  public:
+    using Widget::Widget;
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) override {
+        const unsigned voices = host.get_meters().voices;
+        canvas.text(area, std::to_string(voices) + (voices == 1 ? " voice" : " voices"),
+                    {theme::SMALL, voices > 0 ? theme::TEXT : theme::TEXT_MUTED, Align::RIGHT});
+    }
+    [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
+};
+
+void step_program(UiHost& host, int steps) {
+    EditorModel& model = host.get_model();
+    const int program = int(model.get_state().program) + steps;
+    if (program >= 0 && program < int(MAX_INSTRUMENTS))
+        model.select_program(unsigned(program));
+}
+
+void add_program(Page& page, Rect& row) {
+    page.add<Button>(
+        row.cut_left(24), "\u2039", [](UiHost& host) { step_program(host, -1); },
+        "Previous program");
+    row.cut_left(3);
+    const Rect number = row.cut_left(54);
+    page.add<Button>(
+        number,
+        [](UiHost& host) {
+            const EditorModel& model = host.get_model();
+            return Button::Look{program_number(model.get_state().program) + " \u25be"};
+        },
+        [number](UiHost& host) {
+            const EditorModel& model = host.get_model();
+            host.open_overlay(make_program_menu(
+                model, number, model.get_state().program,
+                [&host](unsigned program) { host.get_model().select_program(program); }));
+        },
+        "The program that is edited: all 128, with a search");
+    row.cut_left(3);
+    page.add<TextField>(
+        row.cut_left(190), "no name", [](EditorModel& model) { return model.program_name(); },
+        [](EditorModel& model, const std::string& text) {
+            model.rename_program(model.get_state().program, text);
+        });
+    row.cut_left(3);
+    page.add<Button>(
+        row.cut_left(24), "\u203a", [](UiHost& host) { step_program(host, 1); }, "Next program");
+}
+
+void add_history(Page& page, Rect& row) {
+    page.add<Button>(
+        row.cut_left(54),
+        [](UiHost& host) {
+            return Button::Look{"Undo", !host.get_model().undo_name().empty()};
+        },
+        [](UiHost& host) {
+            host.show_message("Undone: " + host.get_model().undo_name());
+            host.get_model().undo();
+        },
+        "Takes back the last change");
+    row.cut_left(3);
+    page.add<Button>(
+        row.cut_left(54),
+        [](UiHost& host) {
+            return Button::Look{"Redo", !host.get_model().redo_name().empty()};
+        },
+        [](UiHost& host) {
+            host.show_message("Done again: " + host.get_model().redo_name());
+            host.get_model().redo();
+        },
+        "Does again what was undone");
+}
+
+std::string percent(double scale) {
+    return std::to_string(std::lround(scale * 100)) + " %";
+}
+
+void add_scale(Page& page, const Rect& area, const HeaderControls& controls) {
+    page.add<Button>(
+        area,
+        [controls](UiHost& /*host*/) {
+            return Button::Look{percent(controls.get_scale()) + " \u25be"};
+        },
+        [controls, area](UiHost& host) {
+            std::vector<MenuItem> items;
+            for (const double scale : {0.75, 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0})
+                items.push_back({percent(scale), std::abs(scale - controls.get_scale()) < 0.01,
+                                 true, [controls, scale] { controls.set_scale(scale); }});
+            host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
+        },
+        "Size of the window");
+}
+
+} // namespace
+
+Page make_header(const HeaderControls& controls) {
+    Page page;
+    Rect row{MARGIN, ROW_Y, WINDOW_WIDTH - 2 * MARGIN, ROW_HEIGHT};
+    page.add<Caption>(row.cut_left(86), "Tarquil",
+                      TextStyle{17, theme::ACCENT, Align::LEFT, Weight::BOLD});
+    add_program(page, row);
+    row.cut_left(18);
+    add_history(page, row);
+    add_scale(page, row.cut_right(66), controls);
+    row.cut_right(6);
+    page.add<Button>(
+        row.cut_right(60), "Panic", [](UiHost& host) { host.get_model().get_synth().panic(); },
+        "Ends all notes of all channels");
+    row.cut_right(14);
+    page.add<OutputMeter>(row.cut_right(250).inset(0, 5), *controls.meter, controls.clear_clip);
+    row.cut_right(10);
+    page.add<VoiceCount>(row.cut_right(66));
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        const double width = (CHANNELS.w + 4) / NUM_CHANNELS;
+        page.add<ChannelBox>(Rect{CHANNELS.x + channel * width, CHANNELS.y, width - 4, CHANNELS.h},
+                             channel, controls.channel_lights + channel);
+    }
+    return page;
+}
+
+} // namespace tarquil

@@ -1,0 +1,74 @@
+// The row of tabs that chooses a page.
+
+#include "editor/view/tabs.h"
+
+#include "editor/kit/window_size.h"
+#include "editor/view/header.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr double TAB_HEIGHT = 28.0;
+
+class Tab : public Widget {
+  public:
+    Tab(const Rect& widget_area, std::string tab_title, unsigned tab_index,
+        std::function<unsigned()> get_current_page, std::function<void(unsigned)> show_page)
+        : Widget(widget_area), title(std::move(tab_title)), index(tab_index),
+          get_current(std::move(get_current_page)), show(std::move(show_page)) {}
+
+    void draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& state) override {
+        const bool is_current = get_current() == index;
+        if (is_current)
+            canvas.fill({area.x, area.bottom() - 3, area.w, 3}, theme::ACCENT, 1.5);
+        const bool is_bright = is_current || state.is_hovered;
+        canvas.text(area, title,
+                    {theme::NORMAL, is_bright ? theme::TEXT : theme::TEXT_MUTED, Align::CENTER,
+                     is_current ? Weight::BOLD : Weight::NORMAL});
+        if (state.is_focused)
+            canvas.frame(area, theme::FOCUS, 4);
+    }
+
+    bool press(UiHost& /*host*/, const Pointer& pointer) override {
+        if (pointer.button == Pointer::Button::LEFT)
+            show(index);
+        return false;
+    }
+
+    bool press_key(UiHost& /*host*/, const KeyEvent& key) override {
+        const bool is_press =
+            key.key == Key::ENTER || (key.key == Key::CHARACTER && key.text == " ");
+        if (is_press)
+            show(index);
+        return is_press;
+    }
+
+  private:
+    const std::string title;
+    const unsigned index;
+    const std::function<unsigned()> get_current;
+    const std::function<void(unsigned)> show;
+};
+
+} // namespace
+
+void add_tabs(Page& header, const std::vector<Page>& pages,
+              const std::function<unsigned()>& get_current,
+              const std::function<void(unsigned)>& show) {
+    // As wide as their titles ask for.
+    constexpr double PADDING = 4.0; // in characters
+    double num_characters = 0.0;
+    for (const Page& page : pages)
+        num_characters += double(page.title.size()) + PADDING;
+    const double unit = (WINDOW_WIDTH - 24) / num_characters;
+    double x = 12.0;
+    for (unsigned i = 0; i < pages.size(); i++) {
+        const double width = unit * (double(pages[i].title.size()) + PADDING);
+        header.add<Tab>(Rect{x, HEADER_HEIGHT + 2, width - 2, TAB_HEIGHT}, pages[i].title, i,
+                        get_current, show);
+        x += width;
+    }
+}
+
+} // namespace tarquil

@@ -1,0 +1,32 @@
+// A controller that picks one of a list: shows the choice, opens the list.
+
+#pragma once
+
+#include "editor/widgets/control_widget.h"
+
+namespace tarquil {
+
+class ChoiceBox : public ControlWidget {
+  public:
+    // The label stands above the box; without one the box fills the area.
+    using ControlWidget::ControlWidget;
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
+    bool press(UiHost& host, const Pointer& pointer) override;
+
+  private:
+    [[nodiscard]] Rect box_area() const;
+};
+
+// A controller that is on or off.
+class SwitchBox : public ControlWidget {
+  public:
+    using ControlWidget::ControlWidget;
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
+    bool press(UiHost& host, const Pointer& pointer) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
+
+  private:
+    void toggle(UiHost& host);
+};
+
+} // namespace tarquil

@@ -1,0 +1,192 @@
+// What all widgets for one controller share.
+
+#include "editor/widgets/control_widget.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "editor/model/control_meaning.h"
+#include "editor/widgets/menu.h"
+#include "editor/widgets/text_entry.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr double FINE = 0.1;
+constexpr int LARGE_STEP = 10;
+
+double range_part(const ControllerInfo& info, int value) {
+    return double(value - info.choices.first) / (info.choices.last - info.choices.first);
+}
+
+} // namespace
+
+void reset_control(EditorModel& model, unsigned number) {
+    model.set_value(number, default_byte(*find_controller(number)));
+}
+
+std::string control_tooltip(EditorModel& model, unsigned number) {
+    const ControllerInfo& info = *find_controller(number);
+    const ControllerBytes& bytes = model.get_state().bytes;
+    std::string text = std::string(info.name) + "\n" +
+                       control_text(number, model.value(number), bytes) + "  (" +
+                       std::to_string(model.value(number)) + ")\n" + info.key;
+    const int parameter = model.get_synth().host_parameter(number);
+    text += parameter != 0 ? ", host parameter " + std::to_string(parameter) : "";
+    if (!meaning_of(number, bytes).is_used)
+        text += "\nwithout effect now";
+    return text;
+}
+
+bool ControlWidget::press(UiHost& host, const Pointer& pointer) {
+    EditorModel& model = host.get_model();
+    if (pointer.button == Pointer::Button::RIGHT) {
+        open_context_menu(host, pointer.at);
+        return false;
+    }
+    if (pointer.button != Pointer::Button::LEFT)
+        return false;
+    if (pointer.is_double) {
+        reset_control(model, number);
+        return false;
+    }
+    model.begin_gesture(find_controller(number)->name);
+    dragged_value = model.value(number);
+    last = pointer.at;
+    return true;
+}
+
+void ControlWidget::drag(UiHost& host, const Pointer& pointer) {
+    const ControllerInfo& info = *find_controller(number);
+    const double way = drag_way(last, pointer.at) * drag_speed() * (pointer.shift ? FINE : 1.0);
+    last = pointer.at;
+    dragged_value =
+        std::clamp(dragged_value + way, double(info.choices.first), double(info.choices.last));
+    host.get_model().set_value(number, int(std::lround(dragged_value)));
+}
+
+void ControlWidget::release(UiHost& host) {
+    host.get_model().end_gesture();
+}
+
+void ControlWidget::step(UiHost& host, int steps) {
+    EditorModel& model = host.get_model();
+    const ControllerInfo& info = *find_controller(number);
+    const int value =
+        std::clamp(model.value(number) + steps, int(info.choices.first), int(info.choices.last));
+    if (value != model.value(number))
+        model.set_value(number, value);
+}
+
+void ControlWidget::wheel(UiHost& host, const Pointer& pointer, double steps) {
+    const bool is_list = !find_controller(number)->choices.labels.empty();
+    const double size = pointer.shift || is_list ? 1.0 : 2.0;
+    step(host, int(std::lround(steps * size)));
+}
+
+bool ControlWidget::press_key(UiHost& host, const KeyEvent& key) {
+    switch (key.key) {
+    case Key::UP:
+    case Key::RIGHT:
+        step(host, 1);
+        return true;
+    case Key::DOWN:
+    case Key::LEFT:
+        step(host, -1);
+        return true;
+    case Key::PAGE_UP:
+        step(host, LARGE_STEP);
+        return true;
+    case Key::PAGE_DOWN:
+        step(host, -LARGE_STEP);
+        return true;
+    case Key::HOME:
+        step(host, -127);
+        return true;
+    case Key::END:
+        step(host, 127);
+        return true;
+    case Key::DEL:
+        reset_control(host.get_model(), number);
+        return true;
+    case Key::ENTER:
+        if (meaning_of(number, host.get_model().get_state().bytes).choices.empty())
+            open_entry(host);
+        else
+            open_choices(host);
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::string ControlWidget::tooltip(UiHost& host) {
+    return control_tooltip(host.get_model(), number);
+}
+
+Rect ControlWidget::entry_area() const {
+    const double width = std::max(area.w, 84.0);
+    return {area.center().x - width / 2, area.bottom() - 20, width, 20};
+}
+
+void ControlWidget::open_entry(UiHost& host) {
+    EditorModel& model = host.get_model();
+    const unsigned control = number;
+    host.open_overlay(std::make_unique<TextEntry>(
+        entry_area(), control_text(number, model.value(number), model.get_state().bytes),
+        [&host, control](const std::string& text) {
+            EditorModel& edited = host.get_model();
+            const std::optional<int> value = parse_control(control, text, edited.get_state().bytes);
+            if (value)
+                edited.set_value(control, *value);
+            else
+                host.show_message("\"" + text + "\" is no value for " +
+                                  find_controller(control)->name);
+            return value.has_value();
+        }));
+}
+
+void ControlWidget::open_choices(UiHost& host) {
+    EditorModel& model = host.get_model();
+    const ControllerInfo& info = *find_controller(number);
+    const ControllerBytes& bytes = model.get_state().bytes;
+    std::vector<MenuItem> items;
+    const std::string shown = control_text(number, model.value(number), bytes);
+    for (int byte = info.choices.first; byte <= info.choices.last; byte++) {
+        std::string text = control_text(number, byte, bytes);
+        // Bytes that wrap round a list of choices show it once.
+        if (byte > info.choices.first && text == control_text(number, info.choices.first, bytes))
+            break;
+        const unsigned control = number;
+        items.push_back({text, text == shown, true,
+                         [&host, control, byte] { host.get_model().set_value(control, byte); }});
+    }
+    host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
+}
+
+void ControlWidget::open_context_menu(UiHost& host, Point at) {
+    EditorModel& model = host.get_model();
+    const unsigned control = number;
+    std::vector<MenuItem> items;
+    items.push_back({"Reset to " + control_text(number, default_byte(*find_controller(number)),
+                                                model.get_state().bytes),
+                     false, true, [&host, control] { reset_control(host.get_model(), control); }});
+    items.push_back({"Copy value", false, true, [&host, control] {
+                         EditorModel& edited = host.get_model();
+                         edited.copied_value =
+                             range_part(*find_controller(control), edited.value(control));
+                     }});
+    items.push_back({"Paste value", false, model.copied_value.has_value(), [&host, control] {
+                         EditorModel& edited = host.get_model();
+                         const ControllerChoices& range = find_controller(control)->choices;
+                         edited.set_value(control, int(std::lround(*edited.copied_value *
+                                                                   (range.last - range.first))) +
+                                                       range.first);
+                     }});
+    if (meaning_of(number, model.get_state().bytes).choices.empty())
+        items.push_back({"Type a value\u2026", false, true, [this, &host] { open_entry(host); }});
+    host.open_overlay(std::make_unique<Menu>(Rect{at.x, at.y, 0, 0}, std::move(items)));
+}
+
+} // namespace tarquil

@@ -1,0 +1,52 @@
+// What all widgets for one controller share: dragging, the wheel, keys, typed values, the menu.
+
+#pragma once
+
+#include "editor/kit/widget.h"
+
+namespace tarquil {
+
+class ControlWidget : public Widget {
+  public:
+    // `control_label` is the name on the page.
+    ControlWidget(const Rect& widget_area, unsigned controller, const char* control_label)
+        : Widget(widget_area), number(controller), label(control_label) {}
+
+    bool press(UiHost& host, const Pointer& pointer) override;
+    void drag(UiHost& host, const Pointer& pointer) override;
+    void release(UiHost& host) override;
+    void wheel(UiHost& host, const Pointer& pointer, double steps) override;
+    bool press_key(UiHost& host, const KeyEvent& key) override;
+    std::string tooltip(UiHost& host) override;
+    [[nodiscard]] std::vector<unsigned> controllers() const override { return {number}; }
+
+  protected:
+    // Values per unit of the pointer's way.
+    [[nodiscard]] virtual double drag_speed() const { return 127.0 / 180.0; }
+    // How far the pointer has gone, from what it was before.
+    [[nodiscard]] virtual double drag_way(Point from, Point to) const {
+        return (to.x - from.x) * 0.5 - (to.y - from.y);
+    }
+    // Where a typed value appears.
+    [[nodiscard]] virtual Rect entry_area() const;
+
+    void step(UiHost& host, int steps);
+    void open_entry(UiHost& host);
+    void open_choices(UiHost& host);
+    void open_context_menu(UiHost& host, Point at);
+
+    const unsigned number;
+    const char* const label;
+
+  private:
+    double dragged_value = 0.0;
+    Point last;
+};
+
+// Puts a controller back to its default, as one step.
+void reset_control(EditorModel& model, unsigned number);
+
+// The lines of a control's tooltip: name, key and host parameter, value.
+std::string control_tooltip(EditorModel& model, unsigned number);
+
+} // namespace tarquil

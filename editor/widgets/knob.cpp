@@ -1,0 +1,88 @@
+// A knob: name, dial and value below each other.
+
+#include "editor/widgets/knob.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "editor/model/control_meaning.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr double LABEL_HEIGHT = 15.0;
+constexpr double VALUE_HEIGHT = 15.0;
+constexpr double MAX_RADIUS = 19.0;
+
+// Clockwise from the right: the dial runs from bottom left to bottom right.
+constexpr double START_ANGLE = 0.75 * std::numbers::pi;
+constexpr double SWEEP = 1.5 * std::numbers::pi;
+
+} // namespace
+
+bool is_bipolar(unsigned number) {
+    const ControllerMapping& mapping = find_controller(number)->mapping;
+    return (mapping.exists && mapping.offset < 0.0F) || number == CTRL_PANNING ||
+           number == CTRL_PITCH_BEND_MSB;
+}
+
+bool Knob::press(UiHost& host, const Pointer& pointer) {
+    // A click on the number types a new one.
+    const Rect value_area{area.x, area.bottom() - VALUE_HEIGHT, area.w, VALUE_HEIGHT};
+    if (pointer.button == Pointer::Button::LEFT && !pointer.is_double &&
+        value_area.contains(pointer.at)) {
+        if (meaning_of(number, host.get_model().get_state().bytes).choices.empty())
+            open_entry(host);
+        else
+            open_choices(host);
+        return false;
+    }
+    return ControlWidget::press(host, pointer);
+}
+
+void Knob::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
+    const EditorModel& model = host.get_model();
+    const ControllerBytes& bytes = model.get_state().bytes;
+    const ControlMeaning meaning = meaning_of(number, bytes);
+    const bool is_bright = state.is_hovered || state.is_pressed;
+    Rect rest = area;
+    const Rect top = rest.cut_top(LABEL_HEIGHT);
+    const Rect bottom = rest.cut_bottom(VALUE_HEIGHT);
+    const Color name_color = meaning.is_used ? theme::TEXT_MUTED : theme::TEXT_DIM;
+    canvas.text(top, meaning.label[0] != '\0' ? meaning.label : label,
+                {theme::SMALL, is_bright ? theme::TEXT : name_color, Align::CENTER});
+    draw_dial(canvas, model.value(number), meaning.is_used ? theme::ACCENT : theme::TEXT_DIM,
+              is_bright);
+    canvas.text(bottom, control_text(number, model.value(number), bytes),
+                {theme::SMALL, meaning.is_used ? theme::TEXT : theme::TEXT_DIM, Align::CENTER});
+    if (state.is_focused)
+        canvas.frame(area, theme::FOCUS, 4);
+}
+
+void Knob::draw_dial(Canvas& canvas, int value, Color color, bool is_hovered) const {
+    Rect dial = area;
+    dial.cut_top(LABEL_HEIGHT);
+    dial.cut_bottom(VALUE_HEIGHT);
+    const double radius = std::min(MAX_RADIUS, dial.h / 2 - 1);
+    const Point center{dial.center().x, dial.center().y + 1.5};
+    const ControllerChoices& range = find_controller(number)->choices;
+    const auto angle_of = [&](double v) {
+        return START_ANGLE + SWEEP * (v - range.first) / (range.last - range.first);
+    };
+    const double angle = angle_of(value);
+    canvas.arc(center, radius - 1.5, START_ANGLE, START_ANGLE + SWEEP, theme::GRID_STRONG, 3);
+    const double from =
+        is_bipolar(number) ? angle_of(default_byte(*find_controller(number))) : START_ANGLE;
+    if (std::abs(angle - from) > 0.01)
+        canvas.arc(center, radius - 1.5, std::min(from, angle), std::max(from, angle), color, 3);
+    canvas.disc(center, radius - 5.5, is_hovered ? theme::HOVER : theme::CONTROL);
+    const Point tip{center.x + std::cos(angle) * (radius - 7),
+                    center.y + std::sin(angle) * (radius - 7)};
+    const Point base{center.x + std::cos(angle) * (radius - 13),
+                     center.y + std::sin(angle) * (radius - 13)};
+    canvas.line(base, tip, theme::TEXT, 2);
+}
+
+} // namespace tarquil

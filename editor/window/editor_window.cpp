@@ -1,0 +1,322 @@
+// A window on the screen that shows an EditorView.
+
+#include "editor/window/editor_window.h"
+
+#include <chrono>
+#include <cmath>
+#include <optional>
+
+#include "Application.hpp"
+#include "Cairo.hpp"
+#include "Window.hpp"
+#include "editor/view/editor_view.h"
+#include "editor/window/x_error_trap.h"
+
+namespace tarquil {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr uint32_t FIRST_PRINTABLE = 0x20;
+constexpr uint32_t DELETE_CHARACTER = 0x7F;
+constexpr uint32_t ENTER_CHARACTER = 0x0D;
+constexpr uint32_t TAB_CHARACTER = 0x09;
+
+// How often the host's window is looked for, in idles: it may go first.
+constexpr unsigned IDLES_PER_CHECK = 30;
+
+std::optional<Key> special_key(uint32_t key) {
+    switch (key) {
+    case DGL::kKeyBackspace:
+        return Key::BACKSPACE;
+    case DGL::kKeyEscape:
+        return Key::ESCAPE;
+    case DGL::kKeyDelete:
+        return Key::DEL;
+    case ENTER_CHARACTER:
+        return Key::ENTER;
+    case TAB_CHARACTER:
+        return Key::TAB;
+    case DGL::kKeyLeft:
+        return Key::LEFT;
+    case DGL::kKeyRight:
+        return Key::RIGHT;
+    case DGL::kKeyUp:
+        return Key::UP;
+    case DGL::kKeyDown:
+        return Key::DOWN;
+    case DGL::kKeyHome:
+        return Key::HOME;
+    case DGL::kKeyEnd:
+        return Key::END;
+    case DGL::kKeyPageUp:
+        return Key::PAGE_UP;
+    case DGL::kKeyPageDown:
+        return Key::PAGE_DOWN;
+    default:
+        return std::nullopt;
+    }
+}
+
+int view_button(uint32_t button) {
+    constexpr int MIDDLE = 2;
+    constexpr int RIGHT = 3;
+    return button == DGL::kMouseButtonRight    ? RIGHT
+           : button == DGL::kMouseButtonMiddle ? MIDDLE
+                                               : 1;
+}
+
+// The page is drawn into memory and shown as one picture: every screen gets the same pixels, and
+// cairo keeps nothing for a display that is closed with each window.
+class Picture {
+  public:
+    Picture() = default;
+    Picture(const Picture&) = delete;
+    Picture& operator=(const Picture&) = delete;
+    ~Picture() { cairo_surface_destroy(surface); }
+
+    // True when that made it empty.
+    bool resize(int width, int height) {
+        if (surface != nullptr && cairo_image_surface_get_width(surface) == width &&
+            cairo_image_surface_get_height(surface) == height)
+            return false;
+        cairo_surface_destroy(surface);
+        surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
+        return true;
+    }
+
+    [[nodiscard]] cairo_surface_t* get_surface() const { return surface; }
+
+  private:
+    cairo_surface_t* surface = nullptr;
+};
+
+// By itself, since cairo leaves 32 bytes behind for each display that a picture was shown on, which
+// a leak check has to know.
+[[gnu::noinline]] void show_picture(cairo_t* window, cairo_surface_t* picture) {
+    cairo_set_source_surface(window, picture, 0, 0);
+    cairo_paint(window);
+}
+
+int pixels(int units, double scale) {
+    return int(std::lround(units * scale));
+}
+
+} // namespace
+
+struct EditorWindow::Content {
+    Content(EditorWindow& window, uintptr_t parent_window, EditorView& shown_view,
+            const std::string& title);
+
+    // Turns the toolkit's events into the view's.
+    class Surface : public DGL::CairoTopLevelWidget {
+      public:
+        Surface(DGL::Window& window, Content& owner)
+            : DGL::CairoTopLevelWidget(window), content(owner) {}
+
+      protected:
+        void onCairoDisplay(const DGL::CairoGraphicsContext& context) override;
+        bool onMouse(const MouseEvent& event) override;
+        bool onMotion(const MotionEvent& event) override;
+        bool onScroll(const ScrollEvent& event) override;
+        bool onKeyboard(const KeyboardEvent& event) override;
+        bool onCharacterInput(const CharacterInputEvent& event) override;
+
+      private:
+        template <typename Event> [[nodiscard]] PointerEvent pointer(const Event& event) const;
+
+        Content& content;
+    };
+
+    class Frame : public DGL::Window {
+      public:
+        using DGL::Window::Window;
+        bool is_closed = false;
+
+      protected:
+        bool onClose() override {
+            is_closed = true;
+            return true;
+        }
+    };
+
+    void follow_scale();
+    void follow_focus();
+    void check_parent();
+
+    EditorWindow& owner;
+    EditorView& view;
+    const uintptr_t parent;
+    double shown_scale;
+    bool is_dead = false; // its window is gone
+    bool has_keys = false;
+    unsigned idles = 0;
+    Picture picture;
+    Clock::time_point last_tick = Clock::now();
+    DGL::Application app;
+    Frame frame;
+    Surface surface;
+};
+
+EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
+                               EditorView& shown_view, const std::string& title)
+    : owner(window), view(shown_view), parent(parent_window), shown_scale(view.scale()),
+      app(parent_window == 0),
+      frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
+            uint(pixels(EditorView::HEIGHT, shown_scale)), 1.0, false),
+      surface(frame, *this) {
+    surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
+                    uint(pixels(EditorView::HEIGHT, shown_scale)));
+    if (parent == 0)
+        frame.setTitle(title.c_str());
+    frame.show();
+}
+
+void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsContext& context) {
+    const bool is_empty = content.picture.resize(content.owner.width(), content.owner.height());
+    cairo_t* cr = cairo_create(content.picture.get_surface());
+    cairo_scale(cr, content.shown_scale, content.shown_scale);
+    if (is_empty)
+        content.view.draw(cr);
+    else
+        content.view.draw_changes(cr);
+    cairo_destroy(cr);
+    show_picture(context.handle, content.picture.get_surface());
+}
+
+template <typename Event>
+PointerEvent EditorWindow::Content::Surface::pointer(const Event& event) const {
+    PointerEvent pointer;
+    pointer.x = event.pos.getX() / content.shown_scale;
+    pointer.y = event.pos.getY() / content.shown_scale;
+    pointer.shift = (event.mod & DGL::kModifierShift) != 0;
+    pointer.control = (event.mod & DGL::kModifierControl) != 0;
+    pointer.time_ms = event.time;
+    return pointer;
+}
+
+bool EditorWindow::Content::Surface::onMouse(const MouseEvent& event) {
+    PointerEvent where = pointer(event);
+    where.button = view_button(event.button);
+    if (event.press)
+        content.view.press(where);
+    else
+        content.view.release(where);
+    return true;
+}
+
+bool EditorWindow::Content::Surface::onMotion(const MotionEvent& event) {
+    content.view.move(pointer(event));
+    return true;
+}
+
+bool EditorWindow::Content::Surface::onScroll(const ScrollEvent& event) {
+    content.view.wheel(pointer(event), event.delta.getY());
+    return true;
+}
+
+bool EditorWindow::Content::Surface::onKeyboard(const KeyboardEvent& event) {
+    const std::optional<Key> key = special_key(event.key);
+    const bool shortcut = (event.mod & DGL::kModifierControl) != 0;
+    if (event.press && (key || shortcut)) {
+        KeyEvent pressed;
+        pressed.key = key.value_or(Key::CHARACTER);
+        if (!key && event.key >= FIRST_PRINTABLE && event.key < DELETE_CHARACTER)
+            pressed.text = char(event.key);
+        pressed.shift = (event.mod & DGL::kModifierShift) != 0;
+        pressed.control = shortcut;
+        if (content.view.key(pressed))
+            return true;
+    }
+    if (!key && !shortcut && !content.view.wants_keys() && content.owner.on_unused_key)
+        content.owner.on_unused_key(event.key, event.press);
+    return false;
+}
+
+bool EditorWindow::Content::Surface::onCharacterInput(const CharacterInputEvent& event) {
+    if (event.character < FIRST_PRINTABLE || event.character == DELETE_CHARACTER ||
+        (event.mod & DGL::kModifierControl) != 0)
+        return false;
+    KeyEvent typed;
+    typed.text = event.string;
+    typed.shift = (event.mod & DGL::kModifierShift) != 0;
+    return content.view.key(typed);
+}
+
+void EditorWindow::Content::follow_scale() {
+    if (view.scale() == shown_scale)
+        return;
+    shown_scale = view.scale();
+    surface.setSize(uint(owner.width()), uint(owner.height()));
+    surface.repaint();
+    if (owner.on_resize)
+        owner.on_resize(owner.width(), owner.height());
+}
+
+// In a host's window the keyboard is taken while a text field is open, and given back.
+void EditorWindow::Content::follow_focus() {
+    if (parent == 0 || view.wants_keys() == has_keys)
+        return;
+    has_keys = view.wants_keys();
+    if (has_keys)
+        frame.focus();
+    else
+        focus_window(parent);
+}
+
+void EditorWindow::Content::check_parent() {
+    if (parent != 0 && ++idles % IDLES_PER_CHECK == 0 && !window_exists(parent))
+        is_dead = true;
+}
+
+EditorWindow::EditorWindow(uintptr_t parent, EditorView& shown_view, const std::string& title) {
+    if (!has_display())
+        return;
+    const XErrorTrap trap;
+    content = std::make_unique<Content>(*this, parent, shown_view, title);
+}
+
+EditorWindow::~EditorWindow() {
+    const XErrorTrap trap;
+    if (content != nullptr && content->parent == 0)
+        content->app.quit(); // closes the window in the order that the toolkit wants
+    content.reset();
+}
+
+bool EditorWindow::is_open() const {
+    return content != nullptr;
+}
+
+bool EditorWindow::is_closed_by_user() const {
+    return content != nullptr && (content->frame.is_closed || content->app.isQuitting());
+}
+
+void EditorWindow::idle() {
+    if (content == nullptr || content->is_dead)
+        return;
+    content->check_parent();
+    if (content->is_dead)
+        return;
+    const XErrorTrap trap;
+    const Clock::time_point now = Clock::now();
+    const std::chrono::duration<double> passed = now - content->last_tick;
+    content->last_tick = now;
+    if (content->view.tick(passed.count()))
+        content->surface.repaint();
+    content->app.idle();
+    content->follow_scale();
+    content->follow_focus();
+    if (XErrorTrap::has_caught() && content->parent != 0)
+        content->is_dead = !window_exists(content->parent);
+}
+
+int EditorWindow::width() const {
+    return pixels(EditorView::WIDTH, content->view.scale());
+}
+
+int EditorWindow::height() const {
+    return pixels(EditorView::HEIGHT, content->view.scale());
+}
+
+} // namespace tarquil

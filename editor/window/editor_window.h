@@ -1,0 +1,48 @@
+// A window on the screen that shows an EditorView: in a host's window, or one of its own.
+//
+// Every call comes from one thread, the host's for user interfaces.  Errors of the window system (a
+// host may destroy its window first) end the drawing, never the process.
+
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tarquil {
+
+class EditorView;
+
+class EditorWindow {
+  public:
+    // `parent` is the host's window, or 0 for a window of its own with `title`.
+    EditorWindow(uintptr_t parent, EditorView& shown_view, const std::string& title);
+    EditorWindow(const EditorWindow&) = delete;
+    EditorWindow& operator=(const EditorWindow&) = delete;
+    ~EditorWindow();
+
+    // True when a window could be made.
+    [[nodiscard]] bool is_open() const;
+    // The user has closed the window of its own.
+    [[nodiscard]] bool is_closed_by_user() const;
+
+    // Events, the view's tick, and drawing where something has changed.
+    void idle();
+
+    // In pixels, at the view's scale.
+    [[nodiscard]] int width() const;
+    [[nodiscard]] int height() const;
+
+    // Called after the view's scale has changed the size, so that a host can follow.
+    std::function<void(int width, int height)> on_resize;
+
+    // A key that the view made no use of is pressed or released; `key` is its Unicode code point.
+    std::function<void(uint32_t key, bool is_pressed)> on_unused_key;
+
+  private:
+    struct Content;
+    std::unique_ptr<Content> content;
+};
+
+} // namespace tarquil

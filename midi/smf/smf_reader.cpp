@@ -1,0 +1,207 @@
+// Reading of Standard MIDI Files, formats 0 and 1.
+
+#include "midi/smf/smf_reader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "midi/smf/byte_cursor.h"
+#include "midi/smf/song_clock.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr uint8_t SYSEX = 0xF0;
+constexpr uint8_t SYSEX_CONTINUED = 0xF7;
+constexpr uint8_t META = 0xFF;
+constexpr uint8_t META_END_OF_TRACK = 0x2F;
+constexpr uint8_t META_TEMPO = 0x51;
+
+// A message or, where `is_tempo`, a tempo of 24 bits in the three bytes.
+struct TrackEvent {
+    uint64_t tick = 0;
+    uint8_t bytes[3] = {};
+    bool is_tempo = false;
+};
+
+struct Header {
+    unsigned num_tracks = 0;
+    TickLength tick;
+};
+
+// Collects the events of all tracks.
+class TrackReader {
+  public:
+    void read(ByteCursor cursor);
+
+    std::vector<TrackEvent> events;
+    uint64_t end_tick = 0;
+
+  private:
+    void read_meta(ByteCursor& cursor);
+    void read_message(ByteCursor& cursor, uint8_t first_byte);
+
+    // Of the track that is being read.
+    uint64_t tick = 0;
+    uint8_t running_status = 0; // 0: none yet
+    bool ended = false;
+};
+
+void TrackReader::read(ByteCursor cursor) {
+    tick = 0;
+    running_status = 0;
+    ended = false;
+    while (!ended) {
+        if (cursor.at_end())
+            cursor.fail("the track has no end of track");
+        tick += cursor.take_variable_number("a delta time");
+        const uint8_t first_byte = cursor.take_byte("an event");
+        if (first_byte == META)
+            read_meta(cursor);
+        else if (first_byte == SYSEX || first_byte == SYSEX_CONTINUED)
+            cursor.take(cursor.take_variable_number("a length"), "a system exclusive message");
+        else
+            read_message(cursor, first_byte);
+    }
+    if (!cursor.at_end())
+        cursor.fail("the track goes on after its end of track");
+    end_tick = std::max(end_tick, tick);
+}
+
+void TrackReader::read_meta(ByteCursor& cursor) {
+    const size_t start = cursor.offset();
+    const uint8_t type = cursor.take_byte("a meta event");
+    if (type >= 0x80)
+        ByteCursor::fail_at(start, "a meta event has a type above 127");
+    const uint32_t length = cursor.take_variable_number("a length");
+    const std::span<const uint8_t> data = cursor.take(length, "a meta event");
+    if (type == META_END_OF_TRACK) {
+        if (length != 0)
+            ByteCursor::fail_at(start, "an end of track has a length other than 0");
+        ended = true;
+    } else if (type == META_TEMPO) {
+        if (length != 3)
+            ByteCursor::fail_at(start, "a tempo has a length other than 3");
+        if (data[0] == 0 && data[1] == 0 && data[2] == 0)
+            ByteCursor::fail_at(start, "a tempo is 0");
+        events.push_back({.tick = tick, .bytes = {data[0], data[1], data[2]}, .is_tempo = true});
+    }
+}
+
+void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
+    const size_t start = cursor.offset() - 1;
+    TrackEvent event{.tick = tick};
+    size_t num_bytes = 0; // that are in `event` already
+    if (first_byte >= SYSEX)
+        ByteCursor::fail_at(start, "a system message that cannot be in a file");
+    if (first_byte >= 0x80) {
+        running_status = first_byte;
+    } else {
+        if (running_status == 0)
+            ByteCursor::fail_at(start, "a data byte without a status before it");
+        event.bytes[1] = first_byte;
+        num_bytes = 1;
+    }
+    event.bytes[0] = running_status;
+
+    const unsigned kind = running_status & 0xF0U;
+    const size_t num_data_bytes = kind == 0xC0 || kind == 0xD0 ? 1 : 2;
+    for (; num_bytes < num_data_bytes; num_bytes++) {
+        const uint8_t byte = cursor.take_byte("a message");
+        if (byte >= 0x80)
+            ByteCursor::fail_at(cursor.offset() - 1, "a data byte above 127");
+        event.bytes[1 + num_bytes] = byte;
+    }
+    events.push_back(event);
+}
+
+bool has_type(std::span<const uint8_t> type, const char* wanted) {
+    return std::memcmp(type.data(), wanted, 4) == 0;
+}
+
+Header read_header(ByteCursor& file) {
+    if (file.remaining() < 4 || !has_type(file.take(4, "the header"), "MThd"))
+        ByteCursor::fail_at(0, "not a MIDI file: it does not begin with MThd");
+    const uint32_t length = file.take_number(4, "the header");
+    if (length < 6)
+        ByteCursor::fail_at(4, "the header is shorter than six bytes");
+    const size_t start = file.offset();
+    ByteCursor header(file.take(length, "the header"), start);
+    const uint32_t format = header.take_number(2, "the format");
+    if (format == 2)
+        ByteCursor::fail_at(start, "format 2 (independent patterns) is not a song");
+    if (format > 2)
+        ByteCursor::fail_at(start, "unknown format " + std::to_string(format));
+    const uint32_t num_tracks = header.take_number(2, "the number of tracks");
+    if (num_tracks == 0 || (format == 0 && num_tracks != 1))
+        ByteCursor::fail_at(start + 2, "format " + std::to_string(format) + " with " +
+                                           std::to_string(num_tracks) + " tracks");
+    const TickLength tick = tick_length(uint16_t(header.take_number(2, "the division")));
+    if (tick.denominator == 0)
+        ByteCursor::fail_at(start + 4, "a division without a meaning");
+    return {.num_tracks = num_tracks, .tick = tick};
+}
+
+// Walks through the chunks behind the header.
+TrackReader read_tracks(ByteCursor& file, unsigned num_tracks) {
+    TrackReader reader;
+    unsigned num_read = 0;
+    while (!file.at_end()) {
+        const size_t start = file.offset();
+        const std::span<const uint8_t> type = file.take(4, "a chunk's head");
+        const uint32_t length = file.take_number(4, "a chunk's head");
+        const size_t body_start = file.offset();
+        const ByteCursor body(file.take(length, "a chunk"), body_start);
+        if (!has_type(type, "MTrk"))
+            continue;
+        num_read++;
+        if (num_read > num_tracks)
+            ByteCursor::fail_at(start, "more tracks than the " + std::to_string(num_tracks) +
+                                           " of the header");
+        try {
+            reader.read(body);
+        } catch (const BadInput& error) {
+            throw BadInput("track " + std::to_string(num_read) + ", " + error.what());
+        }
+    }
+    if (num_read < num_tracks)
+        file.fail("the file ends after " + std::to_string(num_read) + " of " +
+                  std::to_string(num_tracks) + " tracks");
+    return reader;
+}
+
+} // namespace
+
+Song read_song(std::span<const uint8_t> file) {
+    if (file.size() > MAX_SMF_BYTES)
+        throw BadInput("the file is larger than 16 MiB");
+    ByteCursor cursor(file, 0);
+    const Header header = read_header(cursor);
+    TrackReader tracks = read_tracks(cursor, header.num_tracks);
+    std::stable_sort(tracks.events.begin(), tracks.events.end(),
+                     [](const TrackEvent& a, const TrackEvent& b) { return a.tick < b.tick; });
+
+    Song song;
+    song.messages.reserve(tracks.events.size());
+    SongClock clock(header.tick);
+    const auto advance_to = [&clock](uint64_t tick) {
+        if (!clock.advance_to(tick))
+            throw BadInput("tick " + std::to_string(tick) + ": the song is longer than 12 hours");
+    };
+    for (const TrackEvent& event : tracks.events) {
+        advance_to(event.tick);
+        const uint8_t* bytes = event.bytes;
+        if (event.is_tempo)
+            clock.set_tempo(uint32_t(bytes[0]) << 16 | uint32_t(bytes[1]) << 8 | bytes[2]);
+        else
+            song.messages.push_back(
+                {.time = clock.sample(), .bytes = {bytes[0], bytes[1], bytes[2]}});
+    }
+    advance_to(tracks.end_tick);
+    song.end_time = clock.sample();
+    return song;
+}
+
+} // namespace tarquil

@@ -1,0 +1,43 @@
+// Reading of Standard MIDI Files, formats 0 and 1.
+//
+// A song comes out as channel messages, each on its sample, in the order in which they play.
+// Source of the format: "Standard MIDI Files 1.0", MIDI Manufacturers Association, 1996.
+//
+// Any damage is an error: a chunk, event or length that reaches beyond its file or chunk, a data
+// byte above 127, a missing or early end of track, a wrong number of tracks.  What the format lets
+// a reader skip is skipped: unknown chunks, system exclusive messages, meta events other than tempo
+// and end of track, a header longer than six bytes.  A running status outlives system exclusive and
+// meta events, which the format forbids but real files rely on.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tarquil {
+
+// The largest file that is read, in bytes.  Every event takes at least two.
+inline constexpr size_t MAX_SMF_BYTES = size_t(16) << 20;
+
+// The longest song, in seconds: the engine's sample clock ends after thirteen and a half hours,
+// and the sound goes on after the last event.
+inline constexpr uint32_t MAX_SONG_SECONDS = 12 * 3600;
+
+// One channel message.  A message of two bytes has 0 as its third.
+struct SongMessage {
+    uint32_t time = 0; // samples since the song's start, at SAMPLE_RATE
+    uint8_t bytes[3] = {};
+};
+
+struct Song {
+    std::vector<SongMessage> messages; // in time order; at one tick by track, then as in the file
+    uint32_t end_time = 0;             // of the last end of track, in samples
+};
+
+// Places each event on the sample that sounds at its exact time: the sum over all ticks of their
+// lengths, in integers, rounded down once.  Throws BadInput with the place and the reason.
+Song read_song(std::span<const uint8_t> file);
+
+} // namespace tarquil

@@ -1,0 +1,128 @@
+// The engine object: set-up, event dispatch and the block loop.
+
+#include "softsynth/core/core.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "common/assertion.h"
+#include "common/log/log.h"
+#include "common/platform/large_pages.h"
+#include "instrument/checked_load.h"
+#include "softsynth/signal/finite.h"
+#include "softsynth/signal/flush_to_zero.h"
+#include "softsynth/voices/pitch_bend.h"
+#include "softsynth/voices/timeline_memory.h"
+#include "softsynth/wavetables/waveform.h"
+
+namespace tarquil {
+
+Tarquil* g_synth = nullptr;
+
+std::atomic<bool> band_muted[MC_N_BANDS];
+
+static_assert(alignof(Tarquil) <= TARQUIL_ALIGN);
+
+void* Tarquil::operator new(size_t size) {
+    // The raw block's pointer lies just before the object.
+    void* ptr = std::malloc(size + TARQUIL_ALIGN - 1 + sizeof(void*));
+    if (ptr == nullptr)
+        throw std::bad_alloc();
+    advise_large_pages(ptr, size);
+    const uintptr_t first = reinterpret_cast<uintptr_t>(ptr) + sizeof(void*);
+    const uintptr_t aligned = (first + TARQUIL_ALIGN - 1) & ~uintptr_t(TARQUIL_ALIGN - 1);
+    auto* synth_ptr = static_cast<char*>(ptr) + (aligned - reinterpret_cast<uintptr_t>(ptr));
+    TARQ_ASSERT(((intptr_t)synth_ptr & TARQUIL_ALIGN_MASK) == 0);
+    TARQ_ASSERT((intptr_t)synth_ptr - (intptr_t)ptr < (int)(TARQUIL_ALIGN + sizeof(void*)));
+    reinterpret_cast<void**>(synth_ptr)[-1] = ptr;
+    return synth_ptr;
+}
+
+void Tarquil::operator delete(void* synth) {
+    if (synth != nullptr)
+        std::free(static_cast<void**>(synth)[-1]);
+}
+
+Tarquil::Tarquil(const char* settings_filename) {
+    g_synth = this;
+    logPrintf("Tarquil is a-booting\n");
+    for (Channel& channel : channels)
+        channel.attach(voice_pool, phase_random);
+    if (settings_filename == nullptr) {
+        settings.load_default();
+    } else {
+        const int retcode = load_bank_checked(settings, settings_filename);
+        if (retcode != 0) {
+            logPrintf("I failed to load the synth settings from %s, retcode was %d\n",
+                      settings_filename, retcode);
+            std::exit(1);
+        }
+    }
+    settings.emit_global_controllers(channels[0].get_controllers(), 0);
+    for (int c = 0; c < NUM_CHANNELS; c++)
+        settings.get_instrument(unsigned(c)).emit_program_change(channels[c].get_controllers(), 0);
+    prepare_timeline_memory();
+    prepare_buses();
+    aux_filter.init(FILTER_HIGHPASS, 1);
+    compressor.reset();
+    retrigger.reset();
+    WaveformStore::instance();
+    generate_pitch_bend_table();
+}
+
+void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events,
+                  uint32_t num_events, uint32_t time) {
+    g_synth = this;
+    const midi_event* mid = events;
+    TARQ_ASSERT(pcm_out);
+    TARQ_ASSERT(num_samples > 0);
+    TARQ_ASSERT(mid);
+    TARQ_ASSERT(num_samples <= MAX_NUM_SAMPLES);
+    // clang-format off
+    TARQ_ASSERT((num_samples & (GRANULARITY-1)) == 0);
+    // clang-format on
+    const FlushToZero flush_to_zero;
+    process_midi_messages(events, num_events);
+    render(pcm_out, num_samples, time);
+    scrub_non_finite(pcm_out, 2 * num_samples);
+    for (uint32_t i = 0; i < 2 * num_samples; i++)
+        pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+}
+
+void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
+    TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
+    for (Channel& channel : channels)
+        channel.move_clock_back(frames, now);
+    voice_pool.move_clock_back(frames);
+}
+
+void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_events) {
+    for (uint32_t i = 0; i < num_events; i++) {
+        const midi_event& event = events[i];
+        Channel& channel = channels[event.status & 0x0FU];
+        switch (event.status & 0xF0U) {
+        case 0x80:
+            channel.note_off(event.time, event.data1);
+            break;
+        case 0x90:
+            // A repeated note releases the sounding one first.
+            channel.note_off(event.time, event.data1);
+            channel.note_on(event.time, event.data1, event.data2);
+            break;
+        case 0xB0:
+            channel.get_controllers()
+                .get_controller(event.data1)
+                .push_back({event.time, event.data2});
+            break;
+        case 0xC0:
+            settings.get_instrument(event.data1)
+                .emit_program_change(channel.get_controllers(), event.time);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace tarquil

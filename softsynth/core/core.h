@@ -1,0 +1,108 @@
+// The engine object: sixteen channels, the voices they share, the master section and the bank.
+//
+// One run renders one block: it dispatches the block's events into notes and controller timelines,
+// renders every channel into three stereo buses, runs the master chain and writes clipped,
+// interleaved stereo.  The engine knows nothing of hosts; it is driven by sample time alone.
+
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+#include "instrument/settings.h"
+#include "softsynth/effects/multi_compressor.h"
+#include "softsynth/effects/retrigger.h"
+#include "softsynth/effects/stereo_effect.h"
+#include "softsynth/filters/stereo_filter.h"
+#include "softsynth/parameters/midi_event.h"
+#include "softsynth/reverb/revmodel.h"
+#include "softsynth/voices/channel.h"
+#include "softsynth/voices/voice_pool.h"
+#include "softsynth/voices/voice_renderer.h"
+#include "softsynth/wavetables/phase_random.h"
+
+namespace tarquil {
+
+inline constexpr size_t TARQUIL_ALIGN = 64; // a cache line, and the widest lanes
+inline constexpr intptr_t TARQUIL_ALIGN_MASK = TARQUIL_ALIGN - 1;
+
+class Tarquil {
+  public:
+    // Aligned to TARQUIL_ALIGN, which all buffers inside rely on.  An engine is large (about 12
+    // MB): it lives on the heap.
+    static void* operator new(size_t size);
+    static void operator delete(void* synth);
+
+    // Loads the bank, or the built-in defaults for null; a bank that does not load ends the process
+    // with a log line (callers look their banks over first).  Builds the process's wavetables.
+    explicit Tarquil(const char* settings_filename);
+    Tarquil(const Tarquil&) = delete;
+    Tarquil& operator=(const Tarquil&) = delete;
+
+    // Renders `num_samples` frames (at most MAX_NUM_SAMPLES, a multiple of GRANULARITY) that start
+    // at the absolute sample time `time` into `pcm_out`, interleaved left/right within -1..1.
+    // Events are sorted by time and lie in [time, time + num_samples); the pointer is never null.
+    void run(float* pcm_out, uint32_t num_samples, const midi_event* events, uint32_t num_events,
+             uint32_t time);
+
+    // Between two runs, the next of which would start at `now`: lets the clock start `frames`
+    // later, so that the next run starts at `now - frames`.  Inaudible when that is still beyond
+    // the longest envelope and portamento (MIN_MOVED_CLOCK).
+    void move_clock_back(uint32_t frames, uint32_t now);
+
+    // The earliest time that a moved clock may show: 6087 s, longer than any slope that a note has.
+    static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
+
+    VoicePool& get_voice_pool() { return voice_pool; }
+    TarqSettings& get_settings() { return settings; }
+    [[nodiscard]] const MultiCompressor& get_compressor() const { return compressor; }
+
+    // Restarts the random start phases of the oscillators.
+    void seed_phases(uint32_t seed) { phase_random.seed(seed); }
+
+    // Null, or NUM_CHANNELS buffers: each run sizes them and stores what each channel adds to the
+    // main bus.  Their sum in channel order is the main bus before the master section.
+    void set_channel_taps(StereoBuffer* taps) { channel_taps = taps; }
+
+  private:
+    static constexpr unsigned NUM_GLOBAL_FILTERS = 6;
+
+    void process_midi_messages(const midi_event* events, uint32_t num_events);
+    void render(float* pcm_out, uint32_t num_samples, uint32_t time);
+
+    // Writes the shared buffers once, so that no block meets their first page faults.
+    static void prepare_buses();
+    void render_channels(uint32_t num_samples, uint32_t time);
+    void render_aux_returns();
+    void render_global_filters();
+    void render_retrigger(uint32_t time);
+    void render_pre_gain();
+    void render_compressor();
+
+    // The global controllers live in channel 0.
+    const Controller& global(unsigned number) {
+        return channels[0].get_controllers().get_controller(number);
+    }
+
+    Channel channels[NUM_CHANNELS];
+    VoicePool voice_pool;
+    VoiceRenderer voice_renderer;
+    revmodel reverb;
+    StereoEffect delay;
+    RetriggerBox retrigger;
+    StereoFilter global_filters[NUM_GLOBAL_FILTERS];
+    StereoFilter aux_filter;
+    MultiCompressor compressor;
+    TarqSettings settings;
+    PhaseRandom phase_random;
+    StereoBuffer* channel_taps = nullptr;
+};
+
+// The engine that was made or has run last.
+extern Tarquil* g_synth;
+
+// Bands of the master compressor that are muted; written by the editor, read by every run.
+extern std::atomic<bool> band_muted[MC_N_BANDS];
+
+} // namespace tarquil

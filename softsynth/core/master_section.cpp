@@ -1,0 +1,173 @@
+// The engine's block: channels into buses, then the master chain in its fixed order.
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <functional>
+
+#include "softsynth/core/core.h"
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr int MAIN_BUS = 0;
+constexpr int REVERB_BUS = 1;
+constexpr int DELAY_BUS = 2;
+
+constexpr float BUTTERWORTH_Q = 0.70710677F; // 1 / sqrt(2)
+
+// A pre-gain within half a per cent of unity is skipped on purpose.
+constexpr float LOWEST_UNITY_GAIN = 0.995F;
+constexpr float HIGHEST_UNITY_GAIN = 1.005F;
+
+// From a global filter's type controller to the next filter's, and to its other settings.
+constexpr unsigned FILTER_STRIDE = CTRL_GLOBAL_FILTER2_TYPE - CTRL_GLOBAL_FILTER1_TYPE;
+constexpr unsigned FILTER_CUTOFF = CTRL_GLOBAL_FILTER1_CUTOFF - CTRL_GLOBAL_FILTER1_TYPE;
+constexpr unsigned FILTER_RESONANCE = CTRL_GLOBAL_FILTER1_RESONANCE - CTRL_GLOBAL_FILTER1_TYPE;
+constexpr unsigned FILTER_GAIN = CTRL_GLOBAL_FILTER1_GAIN - CTRL_GLOBAL_FILTER1_TYPE;
+
+// From a compressor band's controllers to the next band's.
+constexpr unsigned BAND_STRIDE = CTRL_FCMPR_BAND2_THRESHOLD - CTRL_FCMPR_BAND1_THRESHOLD;
+
+// One set for the process: rendering is not reentrant.
+StereoBuffer aux_buffers[NUM_AUX_BUSES];
+StereoBuffer tmp_buf;
+MonoBuffer retrigger_bpm_buffer;
+MonoBuffer retrigger_speedup_buffer;
+MonoBuffer retrigger_wet_buffer;
+
+void scrub(StereoBuffer& buffer) {
+    scrub_non_finite(buffer.get_first_left_sample_ptr(), 2 * buffer.get_buf_size());
+}
+
+} // namespace
+
+void Tarquil::render(float* pcm_out, uint32_t num_samples, uint32_t time) {
+    render_channels(num_samples, time);
+    render_aux_returns();
+    render_global_filters();
+    render_retrigger(time);
+    render_pre_gain();
+    render_compressor();
+    std::memcpy(pcm_out, aux_buffers[MAIN_BUS].get_first_left_sample_ptr(),
+                size_t(2) * num_samples * sizeof(float));
+}
+
+void Tarquil::prepare_buses() {
+    for (StereoBuffer* buffer : {&aux_buffers[0], &aux_buffers[1], &aux_buffers[2], &tmp_buf})
+        *buffer = StereoBuffer();
+    for (MonoBuffer* buffer :
+         {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
+        *buffer = MonoBuffer();
+}
+
+void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
+    for (StereoBuffer& bus : aux_buffers) {
+        bus.init(num_samples);
+        bus.nullify();
+    }
+    tmp_buf.init(num_samples);
+    tmp_buf.nullify();
+    for (MonoBuffer* buffer :
+         {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
+        buffer->init(num_samples);
+    // Asking the channels keeps an idle pool out of the caches.
+    if (std::any_of(channels, channels + NUM_CHANNELS, std::mem_fn(&Channel::has_voices)))
+        voice_renderer.render(voice_pool, time, num_samples);
+    for (int c = 0; c < NUM_CHANNELS; c++) {
+        channels[c].render(aux_buffers, time, channel_taps == nullptr ? nullptr : &channel_taps[c]);
+        channels[c].get_controllers().reset();
+    }
+}
+
+void Tarquil::render_aux_returns() {
+    scrub(aux_buffers[REVERB_BUS]);
+    scrub(aux_buffers[DELAY_BUS]);
+
+    reverb.setroomsize(global(CTRL_REVERB_ROOMSIZE).get_last_value());
+    reverb.setdamp(global(CTRL_REVERB_DAMP).get_last_value());
+    reverb.setwidth(global(CTRL_REVERB_WIDTH).get_last_value());
+    reverb.setwet(global(CTRL_REVERB_WET).get_last_cubed_value());
+    reverb.update();
+    reverb.processmix(aux_buffers[REVERB_BUS].get_first_left_sample_ptr(),
+                      tmp_buf.get_first_left_sample_ptr(), long(tmp_buf.get_buf_size()));
+
+    const auto byte = [this](unsigned number) { return global(number).get_last_int_value(); };
+    delay.render(StereoEffect::STEREO_EFFECT_DELAY, aux_buffers[DELAY_BUS], tmp_buf,
+                 byte(CTRL_DELAY_LEFT_TIME), byte(CTRL_DELAY_RIGHT_TIME), byte(CTRL_DELAY_FEEDBACK),
+                 0, 0, 1.0F);
+
+    aux_filter.render(tmp_buf.get_first_left_sample_ptr(), tmp_buf.get_buf_size(),
+                      global(CTRL_AUX_CUTOFF).get_last_cubed_value() * RADIANS_PER_HZ,
+                      BUTTERWORTH_Q, 0.0F);
+    aux_buffers[MAIN_BUS] += tmp_buf;
+}
+
+void Tarquil::render_global_filters() {
+    StereoBuffer& bus = aux_buffers[MAIN_BUS];
+    for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
+        StereoFilter& filter = global_filters[i];
+        const unsigned type_controller = CTRL_GLOBAL_FILTER1_TYPE + i * FILTER_STRIDE;
+        const auto setting = [&](unsigned distance) {
+            return global(type_controller + distance).get_last_value();
+        };
+        const auto type = FilterType(global(type_controller).get_last_int_value());
+        if (type != filter.get_type())
+            filter.init(type, 1);
+        if (type == FILTER_NONE)
+            continue;
+        filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(),
+                      std::exp2(setting(FILTER_CUTOFF)) * OMEGA_20HZ, setting(FILTER_RESONANCE),
+                      setting(FILTER_GAIN));
+    }
+}
+
+void Tarquil::render_retrigger(uint32_t time) {
+    const Controller& speedup = global(CTRL_RETRIGGER_SPEEDUP);
+    if (!speedup.has_multiple_values() && speedup.get_last_value() == 0.0F)
+        return;
+    global(CTRL_RETRIGGER_BPM).render(retrigger_bpm_buffer, time, false);
+    speedup.render(retrigger_speedup_buffer, time, false);
+    global(CTRL_RETRIGGER_WET_LEVEL).render(retrigger_wet_buffer, time, false);
+    scrub(aux_buffers[MAIN_BUS]);
+    retrigger.render(aux_buffers[MAIN_BUS], retrigger_bpm_buffer, retrigger_speedup_buffer,
+                     retrigger_wet_buffer);
+}
+
+void Tarquil::render_pre_gain() {
+    const float gain = global(CTRL_FCMPR_PRE_GAIN).get_last_cubed_value();
+    if (gain < LOWEST_UNITY_GAIN || gain > HIGHEST_UNITY_GAIN)
+        Buffer::scale(aux_buffers[MAIN_BUS], gain, aux_buffers[MAIN_BUS]);
+}
+
+void Tarquil::render_compressor() {
+    const float crossovers[MC_N_BANDS - 1] = {
+        global(CTRL_FCMPR_BAND12_CROSSOVER_FREQ).get_last_cubed_value(),
+        global(CTRL_FCMPR_BAND23_CROSSOVER_FREQ).get_last_cubed_value(),
+        global(CTRL_FCMPR_BAND34_CROSSOVER_FREQ).get_last_cubed_value(),
+    };
+    float thresholds[MC_N_BANDS];
+    float ratios[MC_N_BANDS];
+    float attacks[MC_N_BANDS];
+    float releases[MC_N_BANDS];
+    float makeups[MC_N_BANDS];
+    for (unsigned b = 0; b < MC_N_BANDS; b++) {
+        const auto setting = [&](unsigned first_band_controller) {
+            return global(first_band_controller + b * BAND_STRIDE).get_last_cubed_value();
+        };
+        thresholds[b] = setting(CTRL_FCMPR_BAND1_THRESHOLD);
+        ratios[b] = setting(CTRL_FCMPR_BAND1_RATIO);
+        attacks[b] = setting(CTRL_FCMPR_BAND1_ATTACK_TIME);
+        releases[b] = setting(CTRL_FCMPR_BAND1_RELEASE_TIME);
+        makeups[b] = band_muted[b].load(std::memory_order_relaxed)
+                         ? 0.0F
+                         : setting(CTRL_FCMPR_BAND1_MAKEUP_GAIN);
+    }
+    scrub(aux_buffers[MAIN_BUS]);
+    compressor.process(aux_buffers[MAIN_BUS], crossovers, thresholds, ratios, attacks, releases,
+                       makeups);
+}
+
+} // namespace tarquil

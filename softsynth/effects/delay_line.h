@@ -1,0 +1,54 @@
+// One stereo side's circular delay memory with feedback.
+//
+//   y[n] = b(n - d),  b[n] = x[n] + feedback * y[n],  out[n] += wet * y[n]
+//
+// read at an integer delay, or at a varying fractional one through the cubic of Catmull & Rom ("A
+// class of local interpolating splines", 1974).  Delays in samples, feedback and wet linear.
+// Stable for |feedback| < 1: at every fraction the cubic's gain is at most 1 at all frequencies.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/signal/buffer.h"
+
+namespace tarquil {
+
+// Samples of history, a power of two: 1.49 s.
+inline constexpr int32_t MAX_DELAY_LENGTH = 65536;
+
+// The spline between y1 (t = 0) and y2 (t = 1) with the slopes (y2 - y0) / 2 and (y3 - y1) / 2.
+inline float cubic_interpolate(float y0, float y1, float y2, float y3, float t) {
+    return y1 + t * (0.5F * (y2 - y0) + t * ((2.0F * y2 - 2.5F * y1 + y0 - 0.5F * y3) +
+                                             t * 0.5F * (y3 + 3.0F * (y1 - y2) - y0)));
+}
+
+class DelayLine {
+  public:
+    // The side of an interleaved buffer that a line works on.
+    enum channel : uint32_t { LEFT = 0, RIGHT = 1 };
+
+    // Clears the history.
+    void reset();
+
+    // Adds wet * delayed input to side `ch` of `outbuf`, which may be `inbuf`.  The delay is cut to
+    // an integer.
+    void render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, float delay_samples,
+                       float feedback, float wet, channel ch);
+
+    // The same with a delay per sample, at least 1 and below MAX_DELAY_LENGTH - 2.
+    void render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, const MonoBuffer& delay,
+                         float feedback, float wet, channel ch);
+
+  private:
+    // Clears the history if one of the last `count` samples written is not finite, and counts
+    // those that are 0.
+    void look_at_written(uint32_t count);
+
+    // memory; initialised, so that its pages exist before the audio thread touches them
+    float buffer[MAX_DELAY_LENGTH] = {};
+    int32_t circbuf_pos = 0;               // next sample to write
+    uint32_t num_zeros = MAX_DELAY_LENGTH; // written last, in whole blocks
+};
+
+} // namespace tarquil

@@ -1,0 +1,80 @@
+// The master bus's beat repeat: each beat is recorded, shortened, and looped through the next.
+
+#include "softsynth/effects/retrigger.h"
+
+#include <algorithm>
+
+#include "softsynth/effects/psola.h"
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr float SAMPLES_PER_MINUTE = 60.0F * SAMPLE_RATE;
+
+// The beat that is being shortened; shared by all boxes: rendering is not reentrant.
+float beat[65536];
+
+// At most `longest`, which also takes the place of what is not a number.
+uint32_t samples_per_beat(float bpm, uint32_t longest) {
+    const float samples = SAMPLES_PER_MINUTE / bpm;
+    if (!(samples < float(longest)))
+        return longest;
+    return samples > 1.0F ? uint32_t(samples) : 1;
+}
+
+} // namespace
+
+void RetriggerBox::reset() {
+    std::fill_n(history, LENGTH, 0.0F);
+    std::fill_n(loop, LENGTH, 0.0F);
+    std::fill_n(beat, LENGTH, 0.0F); // so that no block meets its first page faults
+    write_pos = capture_start = play_pos = 0;
+    loop_len = 1;
+    bpm = 120.0F;
+    speedup = 1;
+}
+
+void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
+                          const MonoBuffer& speedup_buf, const MonoBuffer& wet_buf) {
+    float* frame = buf.get_first_left_sample_ptr();
+    const float* bpms = bpm_buf.get_first_sample_ptr();
+    const float* speedups = speedup_buf.get_first_sample_ptr();
+    const float* wets = wet_buf.get_first_sample_ptr();
+    const uint32_t size = buf.get_buf_size();
+    uint32_t period = samples_per_beat(bpm, MASK);
+    for (uint32_t i = 0; i < size; i++, frame += 2) {
+        const float x = frame[0];
+        history[write_pos] = x;
+        write_pos = (write_pos + 1) & MASK;
+
+        const float y = loop[play_pos % loop_len];
+        play_pos++;
+        const float out = (y - x) * wets[i] + x;
+        frame[0] = out;
+        frame[1] = out;
+
+        const int s = int(speedups[i]) == 0 ? 1 : int(speedups[i]);
+        if (bpms[i] != bpm || s != speedup) {
+            bpm = bpms[i];
+            speedup = s;
+            period = samples_per_beat(bpm, MASK);
+            capture_start = write_pos;
+        }
+        if (write_pos == ((capture_start + period) & MASK))
+            capture(s, period);
+    }
+}
+
+void RetriggerBox::capture(int factor, uint32_t period) {
+    for (uint32_t i = 0; i < period; i++)
+        beat[i] = history[(capture_start + i) & MASK];
+    psola_time_stretch(beat, period, factor, loop, &loop_len);
+    // The loop sounds for a whole beat, however short the fault was that it was made from.
+    scrub_non_finite(loop, loop_len);
+    capture_start = write_pos;
+    play_pos = 0;
+}
+
+} // namespace tarquil

@@ -1,0 +1,55 @@
+// A stereo-linked compressor, one band of the master compressor.
+//
+// Gain curve, peak detector and level follower are those of compressor.h, with the louder side
+// detected and both sides scaled alike.  The level moves before the gain is computed, so the gain
+// responds in the same frame (the channel compressor's responds in the next).
+
+#pragma once
+
+#include "softsynth/effects/compressor.h"
+#include "softsynth/signal/buffer.h"
+
+namespace tarquil {
+
+class StereoCompressor {
+  public:
+    // Threshold and makeup gain linear, ratio at least 1, times in seconds (0 and up; an attack of
+    // 0 is instant).
+    struct Settings {
+        float threshold;
+        float ratio;
+        float attack_seconds;
+        float release_seconds;
+        float makeup_gain;
+
+        bool operator==(const Settings&) const = default;
+    };
+
+    void reset();
+
+    // Writes the memory that all share, so that no block meets its first page faults.
+    static void prepare();
+
+    // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
+    static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
+                        const Settings* settings, unsigned count);
+
+    // True when peak and level have decayed as far as they do.
+    [[nodiscard]] bool is_at_floor() const {
+        return peak == COMPRESSOR_MIN_LEVEL && level == COMPRESSOR_MIN_LEVEL;
+    }
+
+    // The gain of the last frame without makeup, linear.
+    [[nodiscard]] float get_level() const { return level; }
+    [[nodiscard]] float get_attenuation() const { return attenuation; }
+
+  private:
+    void apply(StereoBuffer& buf, const Settings& settings, const float* own_levels);
+
+    // memory
+    float peak = COMPRESSOR_START_LEVEL;
+    float level = COMPRESSOR_START_LEVEL;
+    float attenuation = 0.0F;
+};
+
+} // namespace tarquil

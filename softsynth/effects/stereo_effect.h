@@ -1,0 +1,61 @@
+// The stereo effect of a channel: delay, chorus or flanger; also the master bus's delay.
+//
+// Own design.  Two delay lines (delay_line.h); chorus and flanger sweep theirs with an oscillator
+// v(t) in -1..1, the right side a quarter period ahead of the left:
+//
+//   d(t) = v(t) * amount / 2 + delay + amount / 2     samples
+//
+// Stable for every setting: feedback stays at or below 0.9.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/effects/delay_line.h"
+#include "softsynth/signal/buffer.h"
+#include "softsynth/wavetables/oscillator.h"
+
+namespace tarquil {
+
+class StereoEffect {
+  public:
+    enum effect_type : uint32_t {
+        STEREO_EFFECT_OFF = 0,
+        STEREO_EFFECT_DELAY = 1,
+        STEREO_EFFECT_CHORUS = 2,
+        STEREO_EFFECT_FLANGER = 3,
+    };
+
+    StereoEffect();
+
+    // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes.
+    //
+    //   p1..p5, 0..127    delay             chorus             flanger
+    //   p1                left 0.01..1 s    delay 20..30 ms    delay 25..245.5 samples
+    //   p2                right 0.01..1 s   LFO 0..6 Hz        LFO 0..6 Hz
+    //   p3                feedback 0..0.9   LFO 0..6 ms        LFO 0..6 ms
+    //   p4                                  LFO waveform, an OscType
+    //   p5                                                     feedback 0..0.9
+    void render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1, int p2,
+                int p3, int p4, int p5, float wet);
+
+    // Times in seconds, cut to whole samples.
+    void render_delay(const StereoBuffer& in, StereoBuffer& out, float left_seconds,
+                      float right_seconds, float feedback, float wet);
+
+    // Sweeps between delay_samples and delay_samples + lfo_amount_samples.
+    void render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out, float delay_samples,
+                            float feedback, float wet, float lfo_speed_hz, float lfo_amount_samples,
+                            OscType lfo_type);
+
+  private:
+    // settings
+    effect_type type = STEREO_EFFECT_OFF; // of the previous block
+
+    // memory
+    DelayLine delay_lines[2]; // left, right
+    Oscillator lfo;
+    float lfo_phase = 0.0F; // cycles, at the start of the next block
+};
+
+} // namespace tarquil

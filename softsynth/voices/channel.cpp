@@ -1,0 +1,189 @@
+// One MIDI channel: its controllers, its notes, and its chain of effects and filters.
+
+#include "softsynth/voices/channel.h"
+
+#include "common/assertion.h"
+#include "common/log/log.h"
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
+
+namespace {
+
+// A channel without a voice for this long is silent and is not rendered: two seconds.
+constexpr int SILENCE_AFTER = 2 * SAMPLE_RATE;
+
+// Where a fresh channel's last sound lies, in samples before time 0, so that it counts as silent.
+constexpr uint32_t FRESH_SILENCE = 4 * SAMPLE_RATE;
+
+constexpr float SMALLEST_SEND = 0.0001F;
+
+// From a channel filter's type controller to the next filter's, and to its other settings.
+constexpr unsigned FILTER_STRIDE = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
+constexpr unsigned FILTER_CUTOFF = CTRL_CHAN_FILTER1_CUTOFF - CTRL_CHAN_FILTER1_TYPE;
+constexpr unsigned FILTER_RESONANCE = CTRL_CHAN_FILTER1_RESONANCE - CTRL_CHAN_FILTER1_TYPE;
+constexpr unsigned FILTER_GAIN = CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE;
+
+} // namespace
+
+MonoBuffer Channel::tmp_buf;
+MonoBuffer Channel::vol_buf;
+MonoBuffer Channel::buf2;
+MonoBuffer Channel::buf3;
+StereoBuffer Channel::mix_buf;
+
+Channel::Channel() : last_render_time(0U - FRESH_SILENCE) {}
+
+void Channel::attach(VoicePool& shared_pool, PhaseRandom& shared_random) {
+    pool = &shared_pool;
+    phase_random = &shared_random;
+    // Written once, so that no block meets their first page faults.
+    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
+        *buffer = MonoBuffer();
+    mix_buf = StereoBuffer();
+}
+
+void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
+    TARQ_ASSERT(midi_pitch >= 0 && midi_pitch <= 127);
+    TARQ_ASSERT(velocity > 0);
+    TARQ_ASSERT(velocity <= 127);
+    TARQ_ASSERT(active_voices[midi_pitch] == NULL); // NOLINT(modernize-use-nullptr)
+    const int max_voices = last_int(CTRL_CHAN_MAX_VOICES);
+    TARQ_ASSERT(used_voices >= 0);
+    if (used_voices >= max_voices) {
+        Voice* oldest = pool->find_oldest_on_channel(*this);
+        if (oldest != nullptr)
+            oldest->note_cut(time);
+    }
+    Voice* voice = pool->alloc();
+    if (voice == nullptr) {
+        logPrintf("Warning: No free voices, ignoring note-on\n");
+        return;
+    }
+    voice->note_on(*this, midi_pitch, velocity, time);
+    active_voices[midi_pitch] = voice;
+    used_voices++;
+}
+
+void Channel::note_off(uint32_t time, int midi_pitch) {
+    TARQ_ASSERT(midi_pitch >= 0 && midi_pitch <= 127);
+    if (active_voices[midi_pitch] == nullptr)
+        return;
+    active_voices[midi_pitch]->notify_note_off(time);
+    active_voices[midi_pitch] = nullptr;
+}
+
+void Channel::free_voice(const Voice& v) {
+    TARQ_ASSERT(v.belongs_to_channel(*this));
+    // A stolen note's note-off must not release the note that gets its voice next.
+    if (active_voices[v.get_note()] == &v)
+        active_voices[v.get_note()] = nullptr;
+    used_voices--;
+    TARQ_ASSERT(used_voices >= 0);
+}
+
+void Channel::move_clock_back(uint32_t frames, uint32_t now) {
+    controllers.move_clock_back(frames);
+    // A silence is never longer than what keeps the difference of two times in 31 bits.
+    if (int32_t(now - last_render_time) > int32_t(FRESH_SILENCE))
+        last_render_time = now - FRESH_SILENCE;
+    last_render_time -= frames;
+}
+
+int Channel::last_int(unsigned controller) const {
+    return controllers.get_controller(controller).get_last_int_value();
+}
+
+void Channel::render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap) {
+    const uint32_t size = outputs[0].get_buf_size();
+    if (tap != nullptr) {
+        tap->init(size);
+        tap->nullify();
+    }
+    if (used_voices == 0 && is_silent(start))
+        return;
+    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
+        buffer->init(size);
+    mix_buf.init(size);
+    render_voices(start, size);
+    if (is_silent(start))
+        return;
+    scrub_non_finite(tmp_buf.get_first_sample_ptr(), size);
+    render_insert_effect(insert_effects[0], CTRL_CHANFX1_TYPE, CTRL_CHANFX1_PARAM1, start);
+    render_insert_effect(insert_effects[1], CTRL_CHANFX1B_TYPE, CTRL_CHANFX1B_PARAM1, start);
+    render_filters();
+    render_stereo(start);
+    send(outputs);
+    if (tap != nullptr)
+        Buffer::copy(mix_buf, *tap);
+}
+
+bool Channel::is_silent(uint32_t start) const {
+    return int32_t(start - last_render_time) > SILENCE_AFTER;
+}
+
+void Channel::render_voices(uint32_t start, uint32_t size) {
+    tmp_buf.nullify();
+    for (Voice& voice : *pool) {
+        if (voice.belongs_to_channel(*this)) {
+            voice.add_output(tmp_buf, start);
+            last_render_time = start + size;
+        }
+    }
+}
+
+void Channel::render_insert_effect(MonoEffect& effect, unsigned type_controller,
+                                   unsigned first_parameter, uint32_t start) {
+    const auto parameter = [&](unsigned index) { return last_int(first_parameter + index); };
+    effect.render(MonoEffect::effect_type(last_int(type_controller)), tmp_buf, start, parameter(0),
+                  parameter(1), parameter(2), parameter(3), parameter(4),
+                  controllers.get_controller(first_parameter),
+                  controllers.get_controller(first_parameter + 1));
+}
+
+void Channel::render_filters() {
+    for (unsigned i = 0; i < NUM_FILTERS; i++) {
+        Filter& filter = filters[i];
+        const unsigned type_controller = CTRL_CHAN_FILTER1_TYPE + i * FILTER_STRIDE;
+        const auto setting = [&](unsigned distance) {
+            return controllers.get_controller(type_controller + distance).get_last_value();
+        };
+        const auto type = FilterType(last_int(type_controller));
+        if (type != filter.get_type())
+            filter.init(type, 0, 1, 0.0F);
+        if (type == FILTER_NONE)
+            continue;
+        filter.set_octaves_cutoff(setting(FILTER_CUTOFF));
+        filter.set_resonance(setting(FILTER_RESONANCE));
+        filter.set_dbgain_normalized(setting(FILTER_GAIN));
+        filter.update();
+        filter.render_chunk(tmp_buf.get_first_sample_ptr(), tmp_buf.get_buf_size());
+    }
+}
+
+void Channel::render_stereo(uint32_t start) {
+    controllers.get_controller(CTRL_MAIN_VOLUME).render_cubed(vol_buf, start);
+    controllers.get_controller(CTRL_PANNING).render_sqr(buf2, buf3, start);
+    mix_buf.make_from_mono(tmp_buf, vol_buf, buf2, buf3);
+    const uint32_t num_floats = 2 * mix_buf.get_buf_size();
+    scrub_non_finite(mix_buf.get_first_left_sample_ptr(), num_floats);
+    const auto parameter = [&](unsigned index) { return last_int(CTRL_CHANFX2_PARAM1 + index); };
+    stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix_buf, mix_buf,
+                         parameter(0), parameter(1), parameter(2), parameter(3), parameter(4),
+                         controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value());
+}
+
+void Channel::send(StereoBuffer* outputs) {
+    for (int i = 0; i < NUM_AUX_BUSES; i++) {
+        float aux_level = 1.0F;
+        if (i > 0) {
+            const unsigned controller = i == 1 ? CTRL_AUX1_LEVEL : CTRL_AUX2_LEVEL;
+            aux_level = controllers.get_controller(controller).get_last_cubed_value();
+        }
+        TARQ_ASSERT(aux_level >= 0.0f);
+        if (aux_level > SMALLEST_SEND)
+            Buffer::add_scaled(mix_buf, aux_level, outputs[i]);
+    }
+}
+
+} // namespace tarquil

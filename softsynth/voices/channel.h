@@ -1,0 +1,93 @@
+// One MIDI channel: its controllers, its notes, and its chain of effects and filters.
+//
+// Chain: voices, insert effects 1 and 1b, four filters, volume and pan, stereo effect, sends.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/effects/mono_effect.h"
+#include "softsynth/effects/stereo_effect.h"
+#include "softsynth/filters/filter.h"
+#include "softsynth/signal/buffer.h"
+#include "softsynth/voices/controller.h"
+#include "softsynth/voices/voice_pool.h"
+#include "softsynth/wavetables/phase_random.h"
+
+namespace tarquil {
+
+// The engine's buses: 0 main, 1 reverb send, 2 delay send.
+inline constexpr int NUM_AUX_BUSES = 3;
+
+class Channel {
+  public:
+    Channel();
+
+    // The pool and the random numbers that the channel's notes draw from; before anything else.
+    void attach(VoicePool& shared_pool, PhaseRandom& shared_random);
+
+    // Starts a note (0..127) with velocity 1..127; the pitch must not be sounding.  A channel at
+    // its maximum of voices cuts its oldest one; a full pool drops the note.
+    void note_on(uint32_t time, int midi_pitch, int velocity);
+
+    // Releases the note of that pitch, if there is one.
+    void note_off(uint32_t time, int midi_pitch);
+
+    // Renders the block that starts at `start`, for which the voices have been rendered, and adds
+    // it to the three buses, whose size is the block's.  `tap`, if given, receives what is added to
+    // the main bus.
+    void render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap = nullptr);
+
+    [[nodiscard]] bool has_voices() const { return used_voices > 0; }
+
+    // A voice of this channel has finished.
+    void free_voice(const Voice& v);
+
+    // Lets the clock, now at `now`, start `frames` later.
+    void move_clock_back(uint32_t frames, uint32_t now);
+
+    // In Hz; negative: no note yet.
+    [[nodiscard]] float get_last_note_frequency() const { return last_note_frequency; }
+    void set_last_note_frequency(float frequency) { last_note_frequency = frequency; }
+
+    ControllerArray& get_controllers() { return controllers; }
+    PhaseRandom& get_phase_random() { return *phase_random; }
+    CopyTuningCache& get_copy_tunings() { return pool->get_copy_tunings(); }
+
+  private:
+    static constexpr unsigned NUM_FILTERS = 4;
+
+    // True when the last voice before `start` lies so far back that its tails count as silence.
+    [[nodiscard]] bool is_silent(uint32_t start) const;
+    void render_voices(uint32_t start, uint32_t size);
+    void render_insert_effect(MonoEffect& effect, unsigned type_controller,
+                              unsigned first_parameter, uint32_t start);
+    void render_filters();
+    void render_stereo(uint32_t start);
+    void send(StereoBuffer* outputs);
+
+    [[nodiscard]] int last_int(unsigned controller) const;
+
+    ControllerArray controllers;
+    Filter filters[NUM_FILTERS];
+    MonoEffect insert_effects[2];
+    StereoEffect stereo_effect;
+
+    // The voice that the last note-on of each pitch started and that has not had its note-off.
+    Voice* active_voices[128] = {};
+    int32_t used_voices = 0;
+    float last_note_frequency = -1.0F;
+    uint32_t last_render_time; // end of the last block with a voice of this channel
+
+    VoicePool* pool = nullptr;
+    PhaseRandom* phase_random = nullptr;
+
+    // Shared by all channels: rendering is not reentrant.
+    static MonoBuffer tmp_buf;
+    static MonoBuffer vol_buf;
+    static MonoBuffer buf2;
+    static MonoBuffer buf3;
+    static StereoBuffer mix_buf;
+};
+
+} // namespace tarquil

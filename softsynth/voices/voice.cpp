@@ -1,0 +1,361 @@
+// One sounding note: three oscillator groups, envelopes, LFOs, modulation and a filter.
+
+#include "softsynth/voices/voice.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/assertion.h"
+#include "softsynth/signal/note_frequency.h"
+#include "softsynth/voices/channel.h"
+#include "softsynth/voices/pitch_bend.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr int NUM_FILTER_TYPES = 25;
+
+// Distance from a slot's source controller to its amount and fine amount.
+constexpr unsigned AMOUNT = CTRL_OSC1_INFLUENCE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
+constexpr unsigned FINE_AMOUNT = CTRL_OSC1_INFLUENCE_FINE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
+
+constexpr int MULTIPLYING_AMOUNT = 127;
+
+constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
+
+} // namespace
+
+struct Voice::Grid {
+    template <typename Act> void for_each(const Act& act) const {
+        if (step == 1) { // by itself, since vectors need a known step
+            for (uint32_t t = first; t < size; t++)
+                act(t);
+        } else {
+            for (uint32_t t = first; t < size; t += step)
+                act(t);
+        }
+    }
+
+    uint32_t first;
+    uint32_t step;
+    uint32_t size;
+};
+
+void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t time) {
+    start_time = time;
+    channel = &new_channel;
+    note = new_note;
+    const ControllerArray& controllers = channel->get_controllers();
+    for (unsigned c = 0; c < NUM_CONTROLLERS; c++) {
+        const Controller& controller = controllers.get_controller(c);
+        const float value = controller.get_last_value();
+        controller_values_int[c] = controller.get_last_int_value();
+        controller_values[c] = value;
+        cubed_controller_values[c] = value * value * value;
+    }
+    velocity_scale = float(velocity) / 127;
+    const float frequency = note_frequency(float(note));
+    init_oscillators();
+    init_envelopes(time, velocity);
+    init_portamento(frequency);
+    init_filter(frequency);
+}
+
+void Voice::init_oscillators() {
+    for (unsigned i = 0; i < NUM_GROUPS; i++) {
+        const float base = float(note) + controller_values[CTRL_OSC1_COARSE_TUNE + i] +
+                           controller_values[CTRL_OSC1_FINE_TUNE + i];
+        const int osc_count = int(controller_values[CTRL_OSC1_MULTI_COUNT + i]);
+        TARQ_ASSERT(osc_count >= 1 && osc_count <= MAX_MULTI_OSC_WIDTH);
+        TARQ_ASSERT(osc_count % 2 == 1);
+        const int half = osc_count / 2;
+        const float step =
+            half == 0 ? 0.0F : cubed_controller_values[CTRL_OSC1_SPREAD + i] / float(half);
+        // One control governs the phases of all three groups.
+        const auto randomness = unsigned(controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE]);
+        uint32_t phases[MAX_MULTI_OSC_WIDTH];
+        for (int j = 0; j < osc_count; j++) {
+            const double random = channel->get_phase_random().next() * RANDOM_TO_CYCLES;
+            phases[j] = oscillator_phase(float(random * randomness));
+        }
+        const CopyTuning tuning = {OscType(controller_values_int[CTRL_OSC1_TYPE + i]),
+                                   uint32_t(osc_count), base, step};
+        oscillators[i].init(channel->get_copy_tunings().get(tuning), phases);
+    }
+    for (unsigned k = 0; k < NUM_LFOS; k++)
+        lfos[k].init(OscType(controller_values_int[CTRL_LFO1_TYPE + k]), 1.0F,
+                     controller_values[CTRL_LFO1_PHASE + k]);
+}
+
+void Voice::init_envelopes(uint32_t time, int velocity) {
+    for (unsigned i = 0; i < NUM_ENVELOPES; i++) {
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_ATTACK + i]) > 0);
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_DECAY + i]) > 0);
+        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_RELEASE + i]) > 0);
+        const float master_level = i == 0 ? float(velocity) / 127 : 1.0F;
+        env_init(&envelopes[i], time, uint32_t(cubed_controller_values[CTRL_ENV1_ATTACK + i]),
+                 uint32_t(cubed_controller_values[CTRL_ENV1_DECAY + i]),
+                 cubed_controller_values[CTRL_ENV1_SUSTAIN + i],
+                 uint32_t(cubed_controller_values[CTRL_ENV1_RELEASE + i]), master_level);
+    }
+}
+
+void Voice::init_portamento(float frequency) {
+    portamento_start = channel->get_last_note_frequency() / frequency;
+    if (portamento_start < 0.0F)
+        portamento_start = 1.0F; // no previous note
+    channel->set_last_note_frequency(frequency);
+}
+
+void Voice::init_filter(float frequency) {
+    const auto type = FilterType(controller_values_int[CTRL_FILTER1_TYPE] % NUM_FILTER_TYPES);
+    const float key_frequency =
+        controller_values_int[CTRL_FILTER1_KEY_FOLLOW] != 0 ? frequency : 0.0F;
+    use_ladder = is_ladder_filter(type);
+    if (use_ladder)
+        ladder_filter.init(type, key_frequency);
+    else
+        filter.init(get_base_filter_type(type), get_filter_waveshape(type),
+                    controller_values_int[CTRL_FILTER1_DEPTH], key_frequency);
+}
+
+void Voice::render_signals(VoiceScratch& scratch, uint32_t start, uint32_t size) {
+    TARQ_ASSERT(channel);
+    const uint32_t active_start = std::max(start, start_time);
+    const uint32_t offset = active_start - start;
+    render_envelopes(scratch, start, start + size);
+    render_lfos(scratch, start, offset);
+    render_pitch_buffer(scratch.pitch, start, active_start);
+    for (int i = 0; i < NUM_GROUPS; i++)
+        render_group(scratch, i, offset);
+    mix_groups(scratch, start, offset);
+    render_filter_controls(scratch, start);
+    TARQ_ASSERT(source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) <= INFL_RESONANCE);
+    possibly_influence(signals.amplitude, {0, 1, size}, scratch, CTRL_AMPLITUDE_INFLUENCE_SOURCE,
+                       velocity_scale);
+}
+
+void Voice::add_output(MonoBuffer& out, uint32_t start) {
+    float* sum = out.get_first_sample_ptr();
+    const uint32_t size = out.get_buf_size();
+    for (uint32_t i = 0; i < size; i++)
+        sum[i] += signals.signal[i] * signals.amplitude[i];
+    if (env_get_done_time(&envelopes[0]) <= start + size)
+        free();
+}
+
+void Voice::render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end) {
+    env_render(&envelopes[0], signals.amplitude, start, end);
+    for (unsigned i = 1; i < NUM_ENVELOPES; i++) {
+        if (is_influence_in_use(Influence(INFL_ENV1 + i)))
+            env_render(&envelopes[i], scratch.sources[INFL_ENV1 + i].get_first_sample_ptr(), start,
+                       end);
+    }
+}
+
+void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
+    for (unsigned k = 0; k < NUM_LFOS; k++) {
+        if (!is_influence_in_use(Influence(INFL_LFO1 + k)))
+            continue;
+        MonoBuffer& speed = scratch.pitch;
+        const ControllerArray& controllers = channel->get_controllers();
+        controllers.get_controller(CTRL_LFO1_SPEED + k).render_controls(speed, start, offset, true);
+        // What lies before the note is another voice's leftover.
+        MonoBuffer& out = scratch.sources[INFL_LFO1 + k];
+        std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
+        if (is_read_at_controls_only(INFL_LFO1 + k, offset))
+            lfos[k].render_controls(out, speed, offset);
+        else
+            lfos[k].render_interpolated(out, speed, offset);
+    }
+}
+
+bool Voice::is_read_at_controls_only(unsigned source, uint32_t offset) const {
+    // Pitch is read every CONTROL_PERIOD samples from the note's first on, filter controls from the
+    // block's first on.
+    const unsigned amplitude_source = source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE);
+    return offset % CONTROL_PERIOD == 0 && amplitude_source != source &&
+           amplitude_source != INFL_RESONANCE;
+}
+
+void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {
+    const auto i = unsigned(index);
+    const unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE + i;
+    const auto influence = Influence(source_of(slot));
+    MonoBuffer& out = scratch.sources[INFL_OSC1 + i];
+    const MonoBuffer* pitch = &scratch.pitch;
+    if (influence != INFL_NONE) {
+        TARQ_ASSERT(influence < Influence(INFL_OSC1 + i));
+        const Grid grid = {offset, CONTROL_PERIOD, out.get_buf_size()};
+        const float* unmodulated = scratch.pitch.get_first_sample_ptr();
+        float* modulated = scratch.modulated_pitch.get_first_sample_ptr();
+        grid.for_each([&](uint32_t t) { modulated[t] = unmodulated[t]; });
+        possibly_influence(modulated, grid, scratch, slot, 1.0F);
+        pitch = &scratch.modulated_pitch;
+    }
+    std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
+    OscillatorGroup& group = oscillators[i];
+    group.render(out, *pitch, offset);
+    const auto count = float(group.get_count());
+    if (group.get_count() > 1) {
+        // Copies in random phases add up in power, copies in phase in amplitude.
+        const bool random = controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE] != 0;
+        Buffer::scale(out, random ? 1.0F / std::sqrt(count) : 1.0F / count, out);
+    }
+}
+
+void Voice::mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
+    const ControllerArray& controllers = channel->get_controllers();
+    const float* osc1 = scratch.sources[INFL_OSC1].get_first_sample_ptr();
+    const float* osc2 = scratch.sources[INFL_OSC2].get_first_sample_ptr();
+    const float* osc3 = scratch.sources[INFL_OSC3].get_first_sample_ptr();
+    const uint32_t size = scratch.volume.get_buf_size();
+    controllers.get_controller(CTRL_OSC3_VOLUME).render_cubed(scratch.volume, start);
+    const float* volume = scratch.volume.get_first_sample_ptr();
+    float* out = signals.signal;
+    if (controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] == 0) {
+        controllers.get_controller(CTRL_OSC1_OSC2_MIX).render(scratch.mix, start, false);
+        const float* mix = scratch.mix.get_first_sample_ptr();
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] + (osc2[i] - osc1[i]) * mix[i] + volume[i] * osc3[i];
+    } else {
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] * osc2[i] + volume[i] * osc3[i];
+    }
+    std::fill_n(out, offset, 0.0F);
+}
+
+void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
+    const ControllerArray& controllers = channel->get_controllers();
+    const uint32_t size = scratch.cutoff.get_buf_size();
+    const Grid grid = {0, CONTROL_PERIOD, size};
+
+    MonoBuffer& resonance = scratch.sources[INFL_RESONANCE];
+    const Controller& resonance_controller = controllers.get_controller(CTRL_FILTER1_RESONANCE);
+    TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
+    if (source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) == INFL_RESONANCE) {
+        resonance_controller.render(resonance, start, false);
+        possibly_influence(resonance.get_first_sample_ptr(), {0, 1, size}, scratch,
+                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+    } else {
+        resonance_controller.render_controls(resonance, start, 0, false);
+        possibly_influence(resonance.get_first_sample_ptr(), grid, scratch,
+                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+    }
+
+    controllers.get_controller(CTRL_FILTER1_CUTOFF)
+        .render_controls(scratch.cutoff, start, 0, false);
+    for (const unsigned slot : {CTRL_CUTOFF1_INFLUENCE1_SOURCE, CTRL_CUTOFF1_INFLUENCE2_SOURCE,
+                                CTRL_CUTOFF1_INFLUENCE3_SOURCE}) {
+        TARQ_ASSERT(source_of(slot) < INFL_END_MARKER);
+        possibly_influence(scratch.cutoff.get_first_sample_ptr(), grid, scratch, slot, 1.0F);
+    }
+    grid.for_each([&](uint32_t t) {
+        signals.cutoff[t / CONTROL_PERIOD] = scratch.cutoff.get_first_sample_ptr()[t];
+        signals.resonance[t / CONTROL_PERIOD] = resonance.get_first_sample_ptr()[t];
+    });
+}
+
+const float* Voice::signal_of(const VoiceScratch& scratch, unsigned source) const {
+    return source == INFL_ENV1 ? signals.amplitude : scratch.sources[source].get_first_sample_ptr();
+}
+
+void Voice::possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                               unsigned source_controller, float scale) const {
+    const unsigned source = source_of(source_controller);
+    if (source == INFL_NONE)
+        return;
+    const float* signal = signal_of(scratch, source);
+    if (multiplies(source_controller)) {
+        grid.for_each([&](uint32_t t) { dest[t] *= signal[t]; });
+    } else {
+        const float factor = amount_of(source_controller) * scale;
+        grid.for_each([&](uint32_t t) { dest[t] += signal[t] * factor; });
+    }
+}
+
+unsigned Voice::source_of(unsigned source_controller) const {
+    return unsigned(controller_values_int[source_controller]);
+}
+
+float Voice::amount_of(unsigned source_controller) const {
+    return controller_values[source_controller + AMOUNT] +
+           controller_values[source_controller + FINE_AMOUNT];
+}
+
+bool Voice::multiplies(unsigned source_controller) const {
+    return controller_values_int[source_controller + AMOUNT] == MULTIPLYING_AMOUNT;
+}
+
+bool Voice::is_influence_in_use(Influence influence) const {
+    for (unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE; slot <= CTRL_AMPLITUDE_INFLUENCE_SOURCE;
+         slot++) {
+        if (source_of(slot) == influence)
+            return true;
+    }
+    return false;
+}
+
+void Voice::render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const {
+    TARQ_ASSERT(pitch_bend_mulfac_table[0] != 0.0f);
+    float* ratios = buf.get_first_sample_ptr();
+    const uint32_t end = start + buf.get_buf_size();
+    const auto length =
+        uint32_t(cubed_controller_values[CTRL_PORTAMENTO_TIME] * float(SAMPLE_RATE));
+    const uint32_t stop = std::min(start_time + length, end);
+    uint32_t t = active_start;
+    if (length > 0) {
+        for (; t < stop; t += CONTROL_PERIOD)
+            ratios[t - start] = float(t - start_time) * (1.0F - portamento_start) / float(length) +
+                                portamento_start;
+    }
+    for (; t < end; t += CONTROL_PERIOD)
+        ratios[t - start] = 1.0F;
+    add_pitch_bend(ratios, start, active_start, end);
+}
+
+void Voice::add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start,
+                           uint32_t end) const {
+    const ControllerArray& controllers = channel->get_controllers();
+    const Controller& pb_msb = controllers.get_controller(CTRL_PITCH_BEND_MSB);
+    const Controller& pb_lsb = controllers.get_controller(CTRL_PITCH_BEND_LSB);
+    TARQ_ASSERT(pb_msb.size() == pb_lsb.size());
+    uint32_t evIdx = 0;
+    for (uint32_t t = active_start; t < end; t += CONTROL_PERIOD) {
+        while (evIdx < pb_msb.size() && pb_msb.event(evIdx).time <= t)
+            evIdx++;
+        TARQ_ASSERT(pb_msb.event(evIdx - 1).time == pb_lsb.event(evIdx - 1).time);
+        const int msb = pb_msb.event(evIdx - 1).value;
+        const int lsb = pb_lsb.event(evIdx - 1).value;
+        TARQ_ASSERT(msb < 128);
+        TARQ_ASSERT(lsb < 128);
+        ratios[t - start] *= pitch_bend_mulfac_table[msb * 128 + lsb];
+    }
+}
+
+void Voice::notify_note_off(uint32_t time) {
+    for (Envelope& envelope : envelopes)
+        env_set_release_time(&envelope, time);
+}
+
+void Voice::note_cut(uint32_t time) {
+    env_set_cut_time(&envelopes[0], time);
+}
+
+bool Voice::is_cut() const {
+    return envelopes[0].cut_time < TIME_NEVER;
+}
+
+void Voice::free() {
+    channel->free_voice(*this);
+    channel = nullptr;
+}
+
+void Voice::move_clock_back(uint32_t frames, uint32_t new_start_time) {
+    start_time = new_start_time;
+    for (Envelope& envelope : envelopes)
+        env_move_clock_back(&envelope, frames);
+}
+
+} // namespace tarquil

@@ -1,0 +1,118 @@
+// One sounding note: three oscillator groups, envelopes, LFOs, modulation and a filter.
+//
+// At note-on a voice takes a snapshot of all the channel's controllers, so that later changes do
+// not reach it; only pitch bend, LFO speed, oscillator mix and volume, cutoff and resonance are
+// read from the channel's timelines in every block.  A block is rendered in three steps, each for
+// many voices before the next one: control signals and oscillators (here), the filter
+// (voice_filters), amplitude and sum (here again).
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/filters/filter.h"
+#include "softsynth/filters/ladderfilter.h"
+#include "softsynth/parameters/controller_number.h"
+#include "softsynth/voices/envelope.h"
+#include "softsynth/voices/influence.h"
+#include "softsynth/voices/voice_scratch.h"
+#include "softsynth/voices/voice_signals.h"
+#include "softsynth/wavetables/oscillator.h"
+#include "softsynth/wavetables/oscillator_group.h"
+
+namespace tarquil {
+
+class Channel;
+
+class Voice {
+  public:
+    // Starts the note (0..127) with velocity 1..127 at the absolute sample time `time`.
+    void note_on(Channel& new_channel, int new_note, int velocity, uint32_t time);
+
+    // Renders the block's signals, up to the filter: `size` samples from the time `start` on.
+    void render_signals(VoiceScratch& scratch, uint32_t start, uint32_t size);
+
+    [[nodiscard]] VoiceSignals& get_signals() { return signals; }
+    // Null when the voice has biquads instead.
+    [[nodiscard]] LadderFilter* get_ladder() { return use_ladder ? &ladder_filter : nullptr; }
+    [[nodiscard]] Filter& get_biquads() { return filter; }
+
+    // Adds the filtered signal of the block that starts at `start`, times the amplitude, to `out`;
+    // the voice frees itself in the block in which it ends.
+    void add_output(MonoBuffer& out, uint32_t start);
+
+    // Writes the pitch ratio (portamento and bend) at every 32nd sample from `active_start` on.
+    void render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const;
+
+    void notify_note_off(uint32_t time);
+    // Fades the voice out over 32 samples from `time` on.
+    void note_cut(uint32_t time);
+    void free();
+
+    // Lets the clock start `frames` later; `new_start_time` is the note-on on the new clock.
+    void move_clock_back(uint32_t frames, uint32_t new_start_time);
+
+    [[nodiscard]] bool is_active() const { return channel != nullptr; }
+    [[nodiscard]] bool is_cut() const;
+    [[nodiscard]] bool belongs_to_channel(const Channel& other) const { return channel == &other; }
+    [[nodiscard]] uint32_t get_start_time() const { return start_time; }
+    [[nodiscard]] int get_note() const { return note; }
+
+    [[nodiscard]] bool is_influence_in_use(Influence influence) const;
+
+  private:
+    static constexpr int NUM_GROUPS = 3;
+    static constexpr int NUM_ENVELOPES = 3;
+    static constexpr int NUM_LFOS = 2;
+
+    // The samples of a block at which a signal has a value: from `first` on, one every `step`.
+    struct Grid;
+
+    void init_oscillators();
+    void init_envelopes(uint32_t time, int velocity);
+    void init_portamento(float frequency);
+    void init_filter(float frequency);
+
+    // Each leaves its signals in the scratch and the voice's rows; the note's first sample within
+    // the block is `offset`.
+    void render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end);
+    void render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    [[nodiscard]] bool is_read_at_controls_only(unsigned source, uint32_t offset) const;
+    void render_group(VoiceScratch& scratch, int group, uint32_t offset);
+    void mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    void render_filter_controls(VoiceScratch& scratch, uint32_t start);
+
+    // Adds the slot's source to a signal, scaled by its amounts; an amount at its top value
+    // multiplies instead.
+    void possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                            unsigned source_controller, float scale) const;
+
+    [[nodiscard]] const float* signal_of(const VoiceScratch& scratch, unsigned source) const;
+    void add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start, uint32_t end) const;
+
+    [[nodiscard]] unsigned source_of(unsigned source_controller) const;
+    // The mapped amount plus the fine amount of a slot.
+    [[nodiscard]] float amount_of(unsigned source_controller) const;
+    [[nodiscard]] bool multiplies(unsigned source_controller) const;
+
+    Channel* channel = nullptr; // null: the voice is free
+    uint32_t start_time = 0;
+    int note = 0;
+    float velocity_scale = 0.0F;
+
+    OscillatorGroup oscillators[NUM_GROUPS];
+    Envelope envelopes[NUM_ENVELOPES];
+    Filter filter;
+    bool use_ladder = false;
+    LadderFilter ladder_filter;
+    float portamento_start = 1.0F; // the previous note's frequency as a ratio to this note's
+    Oscillator lfos[NUM_LFOS];
+
+    int controller_values_int[NUM_CONTROLLERS] = {};
+    float controller_values[NUM_CONTROLLERS] = {};
+    float cubed_controller_values[NUM_CONTROLLERS] = {};
+
+    VoiceSignals signals;
+};
+
+} // namespace tarquil

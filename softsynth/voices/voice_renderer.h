@@ -1,0 +1,28 @@
+// The part of a block that concerns voices alone, before channels add them up.
+//
+// Voices do not act on each other before their channel adds them, so the work is ordered by kind:
+// first every voice's control signals and oscillators, in pool order, then all voices' filters.
+
+#pragma once
+
+#include <cstdint>
+
+#include "softsynth/voices/voice_filters.h"
+#include "softsynth/voices/voice_scratch.h"
+
+namespace tarquil {
+
+class VoicePool;
+
+class VoiceRenderer {
+  public:
+    // Leaves the filtered signal and the amplitude of every active voice in its rows, for the block
+    // of `size` samples that starts at the absolute sample time `start`.
+    void render(VoicePool& pool, uint32_t start, uint32_t size);
+
+  private:
+    VoiceScratch scratch;
+    VoiceFilters filters;
+};
+
+} // namespace tarquil

@@ -1,0 +1,35 @@
+// What rendering a voice's signals needs besides the voice: buffers that all voices use in turn.
+
+#pragma once
+
+#include <initializer_list>
+
+#include "softsynth/signal/buffer.h"
+#include "softsynth/voices/influence.h"
+
+namespace tarquil {
+
+struct VoiceScratch {
+    // Sizes all buffers for a block.
+    void init(uint32_t size) {
+        for (MonoBuffer* buffer : {&pitch, &modulated_pitch, &mix, &volume, &cutoff})
+            buffer->init(size);
+        for (MonoBuffer& source : sources)
+            source.init(size);
+    }
+
+    // The sources of modulation by their number.  The first envelope's lies in the voice's own row
+    // of amplitudes; the resonance has a value at every CONTROL_PERIOD samples only, unless it
+    // modulates the amplitude.
+    MonoBuffer sources[INFL_END_MARKER];
+
+    // A value at every CONTROL_PERIOD samples, as ratios and octaves.
+    MonoBuffer pitch;
+    MonoBuffer modulated_pitch;
+    MonoBuffer cutoff;
+
+    MonoBuffer mix;
+    MonoBuffer volume;
+};
+
+} // namespace tarquil

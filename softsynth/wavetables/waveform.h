@@ -1,0 +1,113 @@
+// Band-limited wavetables: one waveform is a set of tables with a rising number of harmonics.
+//
+// A table is the Fourier series of its waveform up to harmonic n, each harmonic h weighted by a
+// raised-cosine taper cos^2(pi / 2 / n * (h - 1)) that tames the ringing at the cut (the idea of
+// Lanczos' sigma factors with a softer window, own design).  Samples lie at half-sample positions.
+// An oscillator picks the richest table whose highest harmonic stays below 22050 Hz.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "common/platform/large_pages.h"
+
+namespace tarquil {
+
+// The editor's labels: off, sine, saw, square, tri, noise.
+enum OscType : int {
+    OSC_NONE = 0,
+    OSC_SINE = 1,
+    OSC_SAW = 2,
+    OSC_SQUARE = 3,
+    OSC_TRIANGLE = 4,
+    OSC_NOISE = 5,
+};
+
+inline constexpr unsigned NUM_WAVETABLES = 128;   // of each waveform but the noise
+inline constexpr unsigned WAVETABLE_SIZE = 4096;  // samples, one cycle
+inline constexpr unsigned NOISE_SIZE = 1U << 20U; // samples of the one noise table
+inline constexpr unsigned WAVETABLE_GUARD = 4;    // samples behind a cycle; the first repeats it
+inline constexpr unsigned MAX_HARMONICS = 384;    // of the richest table
+
+class Wavetable {
+  public:
+    // The first sample of `memory`, samples of 0 with room for a cycle and WAVETABLE_GUARD more
+    // that outlive the table; without it init allocates.
+    void use_memory(float* memory) { data = memory; }
+
+    // Builds the table of harmonics 1..nHarmonies (`tableSize` a power of two), or copies it from
+    // `cache` (tableSize floats) when `cache_loaded`; a table that was built is copied into
+    // `cache`.
+    void init(unsigned tableSize, unsigned nHarmonies, float (*amplitude)(unsigned), float* cache,
+              bool cache_loaded);
+
+    // White noise in -1..1, the same on every start (`size` a power of two).
+    void init_noise(unsigned size);
+
+    // One cycle and its first sample once more, the guard for interpolation.
+    [[nodiscard]] const float* get_data() const { return data; }
+    [[nodiscard]] unsigned get_harmonics() const { return nHarmonies; }
+    // Right shift that turns a 32-bit phase into an index.
+    [[nodiscard]] uint32_t get_shift() const { return shift; }
+
+  private:
+    void allocate(unsigned size);
+
+    LargeFloatArray owned;
+    float* data = nullptr; // size + WAVETABLE_GUARD floats
+    unsigned nHarmonies = 0;
+    uint32_t shift = 0;
+};
+
+// A table as an oscillator uses it.
+struct Wavetable_ret {
+    const float* data = nullptr;
+    uint32_t shift = 0;
+};
+
+class Waveform {
+  public:
+    // Reads the tables from the user's cache, or builds them and writes the cache.
+    explicit Waveform(OscType type);
+
+    // The richest table for a base frequency in Hz; 0 Hz gets the richest of all.
+    void getWavetable(float frequency, Wavetable_ret* ret) const;
+
+    [[nodiscard]] unsigned size() const { return unsigned(tables.size()); }
+    [[nodiscard]] const Wavetable& table(unsigned index) const { return tables[index]; }
+
+    // Amplitude of harmonic h >= 1 before the taper.
+    static float sineWaveAmplitude(unsigned h);
+    static float sawWaveAmplitude(unsigned h);
+    static float squareWaveAmplitude(unsigned h);
+    static float triangleWaveAmplitude(unsigned h);
+    static float noAmplitude(unsigned h);
+
+  private:
+    LargeFloatArray memory; // of all tables
+    std::vector<Wavetable> tables;
+    // The table for a harmonic limit of 0..MAX_HARMONICS.
+    std::array<uint8_t, MAX_HARMONICS + 1> table_of_limit{};
+};
+
+// All waveforms; one store serves every engine of the process.
+class WaveformStore {
+  public:
+    WaveformStore();
+
+    // The process's store, built by the first call.
+    static const WaveformStore& instance();
+
+    void getWavetable(OscType type, float frequency, Wavetable_ret* ret) const;
+
+  private:
+    Waveform square{OSC_SQUARE};
+    Waveform saw{OSC_SAW};
+    Waveform triangle{OSC_TRIANGLE};
+    Waveform sine{OSC_SINE};
+    Waveform noise{OSC_NOISE};
+};
+
+} // namespace tarquil

@@ -1,0 +1,32 @@
+// Where the stand-alone editor's sound goes and its notes come from.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace tarquil {
+
+class TarqVST;
+
+// Renders the plug-in on a thread of its own from its making to its end.
+class AudioOutput {
+  public:
+    AudioOutput() = default;
+    AudioOutput(const AudioOutput&) = delete;
+    AudioOutput& operator=(const AudioOutput&) = delete;
+    virtual ~AudioOutput() = default;
+
+    // For people: "JACK, 256 frames".
+    [[nodiscard]] virtual std::string name() const = 0;
+};
+
+// Null, and a reason, when there is no such output at 44100 Hz.  The plug-in outlives it.
+std::unique_ptr<AudioOutput> make_jack_output(TarqVST& plugin, std::string& reason);
+std::unique_ptr<AudioOutput> make_alsa_output(TarqVST& plugin, std::string& reason);
+
+// Plays to nobody, in real time.
+std::unique_ptr<AudioOutput> make_silent_output(TarqVST& plugin);
+
+} // namespace tarquil

@@ -1,0 +1,56 @@
+// The computer's keyboard as a piano of one octave and a half.
+
+#include "standalone/computer_keys.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "standalone/plugin_player.h"
+#include "vst/tarq_vst.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr std::string_view KEYS = "awsedftgyhujkolp;";
+constexpr unsigned NOTE_ON = 0x90;
+constexpr unsigned NOTE_OFF = 0x80;
+constexpr uint8_t VELOCITY = 100;
+constexpr int SEMITONES_PER_OCTAVE = 12;
+constexpr int HIGHEST_START = 108;
+
+} // namespace
+
+void ComputerKeys::press(uint32_t key, bool is_pressed) {
+    if (key == 'z' || key == 'x') {
+        if (is_pressed)
+            octave_start = std::clamp(octave_start + (key == 'x' ? 1 : -1) * SEMITONES_PER_OCTAVE,
+                                      0, HIGHEST_START);
+        return;
+    }
+    if (key == 0 || key > '~')
+        return;
+    const size_t place = KEYS.find(char(key));
+    if (place == std::string_view::npos)
+        return;
+    const int note = octave_start + int(place);
+    if (note > 127 || sounding[size_t(note)] == is_pressed)
+        return;
+    sounding[size_t(note)] = is_pressed;
+    send(is_pressed ? NOTE_ON : NOTE_OFF, note);
+}
+
+void ComputerKeys::send(unsigned kind, int note) {
+    const uint8_t message[] = {uint8_t(kind | channel()), uint8_t(note), VELOCITY};
+    PluginPlayer(plugin).play(message, sizeof(message), 0);
+}
+
+unsigned ComputerKeys::channel() const {
+    for (int channel = 0; channel < NUM_CHANNELS; channel++) {
+        if (plugin.get_current_instrument(channel) == plugin.getProgram())
+            return unsigned(channel);
+    }
+    return 0;
+}
+
+} // namespace tarquil

@@ -1,0 +1,136 @@
+// Tests of files that are replaced as a whole.
+
+#include "common/platform/atomic_file.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <set>
+
+#include "common/load_string.h"
+#include "tests/temp_directory.h"
+
+namespace tarquil {
+
+namespace {
+
+std::string contents(const std::string& path) {
+    std::string text;
+    return load_file_to_string(path, text) == 0 ? text : "(cannot be read)";
+}
+
+std::set<std::string> names_in(const std::string& path) {
+    std::set<std::string> names;
+    DIR* handle = nullptr;
+    dirent* entry = nullptr;
+    for (const char* name = find_first_file(path, handle, entry); name != nullptr;
+         name = find_next_file(handle, entry))
+        names.insert(name);
+    find_close(handle);
+    names.erase(".");
+    names.erase("..");
+    return names;
+}
+
+// Any write beyond `bytes` fails.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        old_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_limit);
+        const rlimit limit{bytes, old_limit.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &old_limit);
+        std::signal(SIGXFSZ, old_handler);
+    }
+
+  private:
+    rlimit old_limit{};
+    void (*old_handler)(int) = nullptr;
+};
+
+TEST(AtomicFile, TheOldContentsStayUntilTheCommit) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+    AtomicFile file;
+    ASSERT_TRUE(file.open(path));
+    EXPECT_EQ(contents(path), "old");
+    EXPECT_TRUE(file.commit("new"));
+    EXPECT_EQ(contents(path), "new");
+    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+}
+
+TEST(AtomicFile, WithoutACommitNothingChanges) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    { EXPECT_TRUE(AtomicFile().open(path)); }
+    EXPECT_TRUE(names_in(directory.path()).empty());
+    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+    { EXPECT_TRUE(AtomicFile().open(path)); }
+    EXPECT_EQ(contents(path), "old");
+    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+}
+
+TEST(AtomicFile, AFailedWriteKeepsTheOldFile) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+    {
+        const FileSizeLimit limit(1000);
+        EXPECT_EQ(save_file_to_string(path, std::string(5000, 'x')), 2);
+        EXPECT_EQ(save_file_to_string(directory.path("other"), std::string(5000, 'x')), 2);
+    }
+    EXPECT_EQ(contents(path), "old");
+    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+}
+
+TEST(AtomicFile, PermissionsAndLinksStay) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+    ASSERT_EQ(symlink("file", directory.path("link").c_str()), 0);
+    ASSERT_EQ(save_file_to_string(directory.path("link"), "new"), 0);
+    struct stat info {};
+    ASSERT_EQ(lstat(directory.path("link").c_str(), &info), 0);
+    EXPECT_TRUE(S_ISLNK(info.st_mode));
+    ASSERT_EQ(stat(path.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0640U);
+    EXPECT_EQ(contents(path), "new");
+}
+
+TEST(AtomicFile, ANewFileHasThePermissionsOfAnyOther) {
+    const TempDirectory directory;
+    const mode_t mask = umask(027);
+    EXPECT_EQ(save_file_to_string(directory.path("file"), "text"), 0);
+    umask(mask);
+    struct stat info {};
+    ASSERT_EQ(stat(directory.path("file").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0640U);
+}
+
+TEST(AtomicFile, APipeIsWrittenDirectly) {
+    const TempDirectory directory;
+    const std::string path = directory.path("pipe");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_EQ(save_file_to_string(path, "text"), 0);
+    char buffer[16];
+    EXPECT_EQ(read(reader, buffer, sizeof(buffer)), 4);
+    close(reader);
+}
+
+} // namespace
+
+} // namespace tarquil

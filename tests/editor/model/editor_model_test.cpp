@@ -1,0 +1,202 @@
+// Tests of the editor's gestures, its undo, and what it does to programs and files.
+
+#include "editor/model/editor_model.h"
+
+#include <gmock/gmock.h>
+
+#include "common/load_string.h"
+#include "editor/model/bank_synth.h"
+#include "tests/temp_directory.h"
+
+namespace tarquil {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+// Notes what the host is told.
+class ListeningSynth : public BankSynth {
+  public:
+    void begin_edit(unsigned number) override { calls.push_back("begin " + name(number)); }
+    void set_controller(unsigned number, int value) override {
+        BankSynth::set_controller(number, value);
+        calls.push_back(name(number) + " " + std::to_string(value));
+    }
+    void end_edit(unsigned number) override { calls.push_back("end " + name(number)); }
+
+    std::vector<std::string> calls;
+
+  private:
+    static std::string name(unsigned number) { return find_controller(number)->key; }
+};
+
+class EditorModelTest : public testing::Test {
+  protected:
+    [[nodiscard]] int sound(unsigned program, unsigned number) {
+        return synth.bank.get_instrument(program).get_controller(number);
+    }
+    std::string name(unsigned program) { return synth.bank.get_instrument(program).get_name(); }
+
+    ListeningSynth synth;
+    EditorModel model{synth};
+};
+
+TEST_F(EditorModelTest, ADragIsOneStepAndOneEditOfTheHost) {
+    const int before = model.value(CTRL_FILTER1_CUTOFF);
+    model.begin_gesture("Drag");
+    for (const int value : {before, 50, 60, 500})
+        model.set_value(CTRL_FILTER1_CUTOFF, value);
+    model.end_gesture();
+    EXPECT_THAT(synth.calls,
+                ElementsAre("begin filter1_cutoff", "filter1_cutoff 50", "filter1_cutoff 60",
+                            "filter1_cutoff 127", "end filter1_cutoff"));
+    model.undo();
+    EXPECT_EQ(sound(0, CTRL_FILTER1_CUTOFF), before);
+    EXPECT_EQ(model.undo_name(), "");
+    model.redo();
+    EXPECT_EQ(model.value(CTRL_FILTER1_CUTOFF), 127);
+}
+
+TEST_F(EditorModelTest, AGestureThatEndsWhereItBeganIsNoStep) {
+    const int before = model.value(CTRL_PANNING);
+    model.begin_gesture("Drag");
+    model.set_value(CTRL_PANNING, before + 5);
+    model.set_value(CTRL_PANNING, before);
+    model.end_gesture();
+    EXPECT_EQ(model.undo_name(), "");
+    EXPECT_EQ(synth.calls.back(), "end panning");
+}
+
+TEST_F(EditorModelTest, ChoicesStayWithinTheirList) {
+    model.set_value(CTRL_OSC1_TYPE, 99);
+    EXPECT_EQ(sound(0, CTRL_OSC1_TYPE), 5);
+    model.set_value(CTRL_CHAN_MAX_VOICES, -3);
+    EXPECT_EQ(sound(0, CTRL_CHAN_MAX_VOICES), 1);
+}
+
+TEST_F(EditorModelTest, UndoGoesBackToTheProgramThatWasChanged) {
+    const int before = model.value(CTRL_MAIN_VOLUME);
+    model.select_program(3);
+    model.set_value(CTRL_MAIN_VOLUME, 5);
+    model.select_program(7);
+    model.set_value(CTRL_MAIN_VOLUME, 9);
+    model.undo();
+    model.undo();
+    EXPECT_EQ(synth.program, 3U);
+    EXPECT_EQ(sound(3, CTRL_MAIN_VOLUME), before);
+    EXPECT_EQ(sound(7, CTRL_MAIN_VOLUME), before);
+    model.select_program(100);
+    model.redo();
+    EXPECT_EQ(sound(3, CTRL_MAIN_VOLUME), 5);
+    EXPECT_EQ(sound(100, CTRL_MAIN_VOLUME), before);
+}
+
+TEST_F(EditorModelTest, AProgramChangeOfTheHostEndsTheDrag) {
+    model.begin_gesture("Drag");
+    model.set_value(CTRL_PANNING, 1);
+    synth.program = 4;
+    model.refresh();
+    model.set_value(CTRL_PANNING, 2);
+    model.end_gesture();
+    EXPECT_NE(sound(4, CTRL_PANNING), 2);
+    model.undo();
+    EXPECT_EQ(sound(0, CTRL_PANNING), 64);
+}
+
+TEST_F(EditorModelTest, AutomationWhileDraggingIsShownAndNotPartOfTheStep) {
+    model.begin_gesture("Drag");
+    model.set_value(CTRL_PANNING, 1);
+    synth.BankSynth::set_controller(CTRL_PANNING, 90);
+    synth.BankSynth::set_controller(CTRL_AUX1_LEVEL, 33);
+    model.refresh();
+    EXPECT_EQ(model.value(CTRL_PANNING), 90);
+    model.set_value(CTRL_PANNING, 2);
+    EXPECT_EQ(sound(0, CTRL_PANNING), 2);
+    model.end_gesture();
+    model.undo();
+    EXPECT_EQ(sound(0, CTRL_PANNING), 64);
+    EXPECT_EQ(sound(0, CTRL_AUX1_LEVEL), 33);
+}
+
+TEST_F(EditorModelTest, NamesAreWhatFilesCanHold) {
+    model.rename_program(2, "wide pad #2\n");
+    EXPECT_EQ(name(2), "wide_pad__2");
+    Instrument copy;
+    copy.load_from_string(synth.bank.get_instrument(2).save_to_string());
+    EXPECT_EQ(copy.get_name(), name(2));
+    model.rename_program(2, "  ");
+    EXPECT_EQ(name(2), "wide_pad__2");
+    model.undo();
+    EXPECT_EQ(name(2), "instrument_2");
+}
+
+TEST_F(EditorModelTest, SlotsAreCopiedSwappedAndInitialisedAtBothEnds) {
+    synth.bank.get_instrument(0).set_name("first");
+    synth.bank.get_instrument(0).set_controller(CTRL_PANNING, 7);
+    model.swap_programs(0, 127);
+    EXPECT_EQ(name(127), "first");
+    EXPECT_EQ(name(0), "instrument_127");
+    EXPECT_EQ(sound(127, CTRL_PANNING), 7);
+    model.copy_program(127, 64);
+    EXPECT_EQ(name(64), "first");
+    model.initialise_program(127);
+    EXPECT_EQ(name(127), "instrument_127");
+    EXPECT_EQ(sound(127, CTRL_PANNING), 64);
+    for (int i = 0; i < 3; i++)
+        model.undo();
+    EXPECT_EQ(name(0), "first");
+    EXPECT_EQ(sound(0, CTRL_PANNING), 7);
+    EXPECT_EQ(name(64), "instrument_64");
+}
+
+TEST_F(EditorModelTest, BanksAndInstrumentsGoThroughFiles) {
+    const TempDirectory directory;
+    model.set_song("Title #1", "Me");
+    model.set_value(CTRL_REVERB_DAMP, 3);
+    model.rename_program(5, "five");
+    EXPECT_EQ(model.export_bank(directory.path("b.tqb")), "");
+    EXPECT_EQ(model.export_instrument(directory.path("i.tqi"), 5), "");
+    model.initialise_program(5);
+    model.set_value(CTRL_REVERB_DAMP, 4);
+    EXPECT_EQ(model.import_bank(directory.path("b.tqb")), "");
+    EXPECT_EQ(name(5), "five");
+    EXPECT_EQ(model.value(CTRL_REVERB_DAMP), 3);
+    EXPECT_EQ(model.get_state().song_title, "Title _1");
+    EXPECT_EQ(model.import_instrument(directory.path("i.tqi"), 9), "");
+    EXPECT_EQ(name(9), "five");
+    model.undo();
+    model.undo();
+    EXPECT_EQ(model.value(CTRL_REVERB_DAMP), 4);
+    EXPECT_EQ(name(9), "instrument_9");
+}
+
+TEST_F(EditorModelTest, AFileThatDoesNotLoadSaysWhyAndChangesNothing) {
+    const TempDirectory directory;
+    ASSERT_EQ(save_file_to_string(directory.path("bad.tqb"), "nonsense\n"), 0);
+    const std::string before = synth.bank.get_instrument(1).save_to_string();
+    EXPECT_THAT(model.import_bank(directory.path("bad.tqb")), HasSubstr("line 1"));
+    EXPECT_THAT(model.import_instrument(directory.path("bad.tqb"), 1), HasSubstr("line 1"));
+    EXPECT_THAT(model.import_instrument(directory.path("none.tqi"), 1), HasSubstr("opened"));
+    EXPECT_THAT(model.export_bank(directory.path("none/x.tqb")), HasSubstr("written"));
+    EXPECT_EQ(synth.bank.get_instrument(1).save_to_string(), before);
+    EXPECT_EQ(model.undo_name(), "");
+}
+
+TEST(UndoHistory, ForgetsTheOldestAndWhatANewStepReplaces) {
+    UndoHistory history;
+    for (size_t i = 0; i <= UndoHistory::MAX_STEPS; i++)
+        history.push({std::to_string(i), {}});
+    history.undo();
+    EXPECT_EQ(history.redo_name(), std::to_string(UndoHistory::MAX_STEPS));
+    history.push({"new", {}});
+    EXPECT_EQ(history.redo(), nullptr);
+    size_t count = 0;
+    while (history.undo() != nullptr)
+        count++;
+    EXPECT_EQ(count, UndoHistory::MAX_STEPS);
+}
+
+} // namespace
+
+} // namespace tarquil

@@ -1,0 +1,234 @@
+// Tests of the editor as a whole: its pages, and what the pointer and the keys do.
+
+#include "editor/view/editor_view.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "common/load_string.h"
+#include "editor/model/bank_synth.h"
+#include "editor/pictures/picture.h"
+#include "tests/temp_directory.h"
+
+namespace tarquil {
+
+namespace {
+
+class EditorViewTest : public testing::Test {
+  protected:
+    // The widget that sets exactly that controller, and the page with it in front.
+    Point find(unsigned number) {
+        for (unsigned page = 0; page < view.get_pages().size(); page++) {
+            for (const auto& widget : view.get_pages()[page].widgets) {
+                if (widget->controllers() == std::vector<unsigned>{number}) {
+                    view.show_page(page);
+                    return widget->get_area().center();
+                }
+            }
+        }
+        ADD_FAILURE() << "no widget for " << number;
+        return {};
+    }
+
+    PointerEvent at(Point point, int button = 1) const {
+        return {point.x, point.y, button, false, false, now};
+    }
+    void press(Point point, int button = 1) { view.press(at(point, button)); }
+    void click(Point point) {
+        now += 1000;
+        press(point);
+        view.release(at(point));
+    }
+    void press_key(Key key) { view.key({key, "", false, false}); }
+    void type(const std::string& text) {
+        for (const char c : text)
+            view.key({Key::CHARACTER, std::string(1, c), false, false});
+        press_key(Key::ENTER);
+    }
+    int value(unsigned number) { return view.get_model().value(number); }
+    void draw() { view.draw(picture.context()); }
+
+    TempDirectory directory;
+    BankSynth synth;
+    EditorModel model{synth};
+    EditorSettings settings;
+    EditorView view{model, settings, true};
+    uint32_t now = 0; // ms
+    Picture picture{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+};
+
+TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
+    std::set<unsigned> shown;
+    const Rect window{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT};
+    for (const Page& page : view.get_pages()) {
+        for (const auto& widget : page.widgets) {
+            const Rect area = widget->get_area();
+            EXPECT_TRUE(window.contains({area.x, area.y}) &&
+                        window.contains({area.right(), area.bottom()}))
+                << page.title;
+            if (widget->controllers().size() == 1)
+                shown.insert(widget->controllers()[0]);
+            for (const auto& other : page.widgets) {
+                const Rect& b = other->get_area();
+                const bool is_apart = area.right() <= b.x + 0.5 || b.right() <= area.x + 0.5 ||
+                                      area.bottom() <= b.y + 0.5 || b.bottom() <= area.y + 0.5;
+                const bool is_text = widget->controllers().empty() || other->controllers().empty();
+                EXPECT_TRUE(widget == other || is_text || is_apart)
+                    << page.title << " " << area.x << "," << area.y << " " << b.x << "," << b.y;
+            }
+        }
+    }
+    for (const ControllerInfo& info : controller_rows())
+        EXPECT_TRUE(shown.contains(info.number)) << info.key;
+}
+
+TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
+    const Point knob = find(CTRL_FILTER1_CUTOFF);
+    const int start = value(CTRL_FILTER1_CUTOFF);
+    press(knob);
+    view.move(at({knob.x, knob.y - 60}));
+    const int dragged = value(CTRL_FILTER1_CUTOFF);
+    EXPECT_NEAR(dragged, start + 42, 2);
+    PointerEvent fine = at({knob.x, knob.y - 120});
+    fine.shift = true;
+    view.move(fine);
+    EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 4, 2);
+    view.release(at(knob));
+    view.wheel(at(knob), 1.0);
+    EXPECT_NEAR(value(CTRL_FILTER1_CUTOFF), dragged + 6, 2);
+    click(knob);
+    now += 100;
+    press(knob);
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+    view.get_model().undo();
+    view.get_model().undo();
+    view.get_model().undo();
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+    EXPECT_EQ(view.get_model().undo_name(), "");
+}
+
+TEST_F(EditorViewTest, AValueIsTypedAndNonsenseRefused) {
+    const Point knob = find(CTRL_OSC1_COARSE_TUNE);
+    const Point number{knob.x, knob.y + 30};
+    EditorView in_host(model, settings, false);
+    EXPECT_FALSE(in_host.key({Key::CHARACTER, "a", false, false})) << "keys belong to the host";
+    click(number);
+    ASSERT_TRUE(view.wants_keys());
+    type("-12");
+    EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
+    EXPECT_FALSE(view.wants_keys());
+    click(number);
+    type("twelve");
+    EXPECT_TRUE(view.wants_keys()) << "the field stays";
+    draw();
+    press_key(Key::ESCAPE);
+    EXPECT_EQ(value(CTRL_OSC1_COARSE_TUNE), 52);
+    EXPECT_FALSE(view.wants_keys());
+}
+
+TEST_F(EditorViewTest, CopyAndPasteGoByTheRightButton) {
+    view.get_model().set_value(CTRL_OSC1_SPREAD, 99);
+    press(find(CTRL_OSC1_SPREAD), 3);
+    for (const Key key : {Key::DOWN, Key::DOWN, Key::ENTER})
+        press_key(key);
+    press(find(CTRL_OSC2_SPREAD), 3);
+    draw();
+    for (const Key key : {Key::DOWN, Key::DOWN, Key::DOWN, Key::ENTER})
+        press_key(key);
+    EXPECT_EQ(value(CTRL_OSC2_SPREAD), 99);
+}
+
+TEST_F(EditorViewTest, TheKeyboardReachesEveryControl) {
+    view.show_page(0);
+    bool is_reached = false;
+    const int start = value(CTRL_PORTAMENTO_TIME);
+    for (int i = 0; i < 100 && !is_reached; i++) {
+        press_key(Key::TAB);
+        press_key(Key::UP);
+        is_reached = value(CTRL_PORTAMENTO_TIME) != start;
+    }
+    EXPECT_TRUE(is_reached);
+    view.key({Key::CHARACTER, "z", false, true});
+    EXPECT_EQ(value(CTRL_PORTAMENTO_TIME), start);
+}
+
+TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) {
+    const std::string path = directory.path("sound.tqi");
+    view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
+                          view.show_message(view.get_model().export_instrument(chosen, 0));
+                      }});
+    press_key(Key::ENTER);
+    std::string text;
+    ASSERT_EQ(load_file_to_string(path, text), 0);
+    ASSERT_EQ(save_file_to_string(path, "broken"), 0);
+    for (const bool is_yes : {false, true}) {
+        view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
+                              view.show_message(view.get_model().export_instrument(chosen, 0));
+                          }});
+        press_key(Key::ENTER);
+        draw();
+        press_key(is_yes ? Key::ENTER : Key::ESCAPE);
+        std::string written;
+        load_file_to_string(path, written);
+        EXPECT_EQ(written, is_yes ? text : "broken");
+    }
+}
+
+TEST_F(EditorViewTest, AnyButtonAndAnyNameLeaveItUsable) {
+    synth.bank.get_instrument(0).set_name("bad \xFF\xC3 name");
+    synth.bank.set_song_title(std::string(100000, 'x'));
+    view.host_changed();
+    view.tick(0.0);
+    const Point knob = find(CTRL_PORTAMENTO_TIME);
+    press(knob, 2);
+    view.move(at({knob.x, knob.y - 50}));
+    EXPECT_EQ(value(CTRL_PORTAMENTO_TIME), 0);
+    press(knob);
+    view.key({Key::CHARACTER, "z", false, true});
+    view.move(at({knob.x, knob.y - 50}));
+    EXPECT_GT(value(CTRL_PORTAMENTO_TIME), 0);
+    for (unsigned page = 0; page < view.get_pages().size(); page++) {
+        view.show_page(page);
+        draw();
+    }
+    EXPECT_EQ(cairo_status(picture.context()), CAIRO_STATUS_SUCCESS);
+}
+
+// Pointers: over nothing, over the meter itself, over a channel whose tooltip hides others.
+TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
+    float level = 0.01F;
+    for (unsigned page = 0; page < view.get_pages().size(); page++) {
+        for (const Point pointer : {Point{2, 2}, Point{800, 20}, Point{200, 60}}) {
+            view.show_page(page);
+            view.move(at(pointer));
+            view.tick(1.0);
+            view.wait_for_responses();
+            draw();
+            level *= 1.1F;
+            synth.meters.peaks = {level, 2 * level};
+            synth.meters.voices++;
+            synth.meters.active_channels ^= 0x55AA;
+            synth.meters.band_levels = {level, level, level, level};
+            synth.meters.band_gains = {0.5F, level, 0.1F, 1.0F};
+            ASSERT_TRUE(view.tick(1.0));
+            const Picture anew{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+            view.draw_changes(picture.context());
+            view.draw(anew.context());
+            EXPECT_EQ(picture.compare(anew, 0), "") << view.get_pages()[page].title;
+        }
+    }
+}
+
+TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
+    click({WINDOW_WIDTH - 40, 20});
+    draw();
+    press_key(Key::END);
+    for (const Key key : {Key::DOWN, Key::ENTER})
+        press_key(key);
+    EXPECT_EQ(view.scale(), 1.25);
+}
+
+} // namespace
+
+} // namespace tarquil

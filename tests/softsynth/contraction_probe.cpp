@@ -1,7 +1,0 @@
-// An expression that a compiler likes to contract; built for machines with a fused multiply-add.
-
-#include "tests/softsynth/contraction_probe.h"
-
-float multiply_and_add(float a, float b, float c) {
-    return a * b + c;
-}

@@ -1,5 +1,0 @@
-// An expression that a compiler likes to contract.
-
-#pragma once
-
-float multiply_and_add(float a, float b, float c);

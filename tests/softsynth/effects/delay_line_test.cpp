@@ -1,0 +1,150 @@
+// Echo times, feedback and the fractional read of the delay line.
+
+#include "softsynth/effects/delay_line.h"
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace tarquil {
+
+namespace {
+
+class DelayLineTest : public testing::Test {
+  protected:
+    DelayLineTest() {
+        in.init(MAX_NUM_SAMPLES);
+        out.init(MAX_NUM_SAMPLES);
+        delay.init(MAX_NUM_SAMPLES);
+    }
+
+    // The next block of the line's output; the input is `value` at the block's sample `at`.
+    void run(int at, float value, float delay_samples, float feedback, DelayLine::channel ch) {
+        in.nullify();
+        out.nullify();
+        if (at >= 0)
+            in.get_first_left_sample_ptr()[2 * at + int(ch)] = value;
+        line->render_no_lfo(in, out, delay_samples, feedback, 0.5F, ch);
+        for (uint32_t i = 0; i < out.get_buf_size(); i++) {
+            history.push_back(out.get_first_left_sample_ptr()[2 * i + ch]);
+            EXPECT_EQ(out.get_first_left_sample_ptr()[2 * i + 1 - ch], 0.0F);
+        }
+    }
+
+    StereoBuffer in;
+    StereoBuffer out;
+    MonoBuffer delay;
+    std::unique_ptr<DelayLine> line = std::make_unique<DelayLine>();
+    std::vector<float> history;
+};
+
+TEST_F(DelayLineTest, EchoesRepeatWithTheFeedback) {
+    for (int block = 0; block < 70; block++) // more than twice round the memory
+        run(block == 0 ? 5 : -1, 1.0F, 40000.9F, 0.75F, DelayLine::RIGHT);
+    for (size_t i = 0; i < history.size(); i++) {
+        const float expected = i == 40005    ? 0.5F
+                               : i == 80005  ? 0.375F
+                               : i == 120005 ? 0.28125F
+                                             : 0.0F;
+        ASSERT_EQ(history[i], expected) << i;
+    }
+}
+
+TEST_F(DelayLineTest, InPlaceEqualsSeparateBuffers) {
+    const auto other = std::make_unique<DelayLine>();
+    StereoBuffer both;
+    both.init(64);
+    in.init(64);
+    out.init(64);
+    for (int block = 0; block < 4; block++) {
+        for (int i = 0; i < 128; i++) {
+            const float x = std::sin(float(i + block));
+            in.get_first_left_sample_ptr()[i] = x;
+            out.get_first_left_sample_ptr()[i] = x;
+            both.get_first_left_sample_ptr()[i] = x;
+        }
+        line->render_no_lfo(in, out, 20.0F, 0.6F, 0.8F, DelayLine::LEFT);
+        other->render_no_lfo(both, both, 20.0F, 0.6F, 0.8F, DelayLine::LEFT);
+        for (int i = 0; i < 128; i++)
+            ASSERT_EQ(out.get_first_left_sample_ptr()[i], both.get_first_left_sample_ptr()[i]);
+    }
+}
+
+TEST_F(DelayLineTest, FractionalReadFollowsAParabolaExactly) {
+    // The cubic reproduces polynomials up to the second degree: for an input n^2 every fraction
+    // reads (n - d)^2, but for the rounding of a float.
+    in.init(200);
+    out.init(200);
+    delay.init(200);
+    out.nullify();
+    const auto square = [](float n) { return n * n / 40000.0F; };
+    for (uint32_t i = 0; i < 200; i++) {
+        *in.get_left_sample_ptr(i) = square(float(i));
+        delay.get_first_sample_ptr()[i] = 30.0F + 0.37F * float(i % 60);
+    }
+    line->render_with_lfo(in, out, delay, 0.0F, 1.0F, DelayLine::LEFT);
+    for (uint32_t i = 60; i < 200; i++) {
+        const float n = float(i) - delay.get_first_sample_ptr()[i];
+        EXPECT_NEAR(*out.get_left_sample_ptr(i), square(n), 2e-6F) << i;
+    }
+}
+
+TEST_F(DelayLineTest, ModulatedReadAtIntegersEqualsThePlainOne) {
+    const auto plain = std::make_unique<DelayLine>();
+    StereoBuffer plain_out;
+    plain_out.init(MAX_NUM_SAMPLES);
+    for (uint32_t i = 0; i < MAX_NUM_SAMPLES; i++) {
+        *in.get_left_sample_ptr(i) = std::sin(0.3F * float(i * i % 997));
+        delay.get_first_sample_ptr()[i] = 25.0F;
+    }
+    out.nullify();
+    plain_out.nullify();
+    line->render_with_lfo(in, out, delay, 0.9F, 0.7F, DelayLine::LEFT);
+    plain->render_no_lfo(in, plain_out, 25.0F, 0.9F, 0.7F, DelayLine::LEFT);
+    for (uint32_t i = 0; i < MAX_NUM_SAMPLES; i++)
+        ASSERT_EQ(*out.get_left_sample_ptr(i), *plain_out.get_left_sample_ptr(i)) << i;
+}
+
+TEST_F(DelayLineTest, ResetForgetsTheEcho) {
+    run(0, 1.0F, 3000.0F, 0.9F, DelayLine::LEFT);
+    line->reset();
+    history.clear();
+    for (int block = 0; block < 4; block++)
+        run(-1, 0.0F, 3000.0F, 0.9F, DelayLine::LEFT);
+    EXPECT_EQ(history, std::vector<float>(history.size(), 0.0F));
+}
+
+TEST_F(DelayLineTest, ValuesThatAreNotFiniteDoNotStay) {
+    // The 33rd block of 2044 samples runs over the end of the memory at its sample 128.
+    in.init(2044);
+    out.init(2044);
+    for (const int at : {10, 127, 128, 2000}) {
+        line->reset();
+        for (int block = 0; block < 32; block++)
+            run(-1, 0.0F, 2044.0F, 0.0F, DelayLine::LEFT);
+        run(at, std::numeric_limits<float>::infinity(), 2044.0F, 0.0F, DelayLine::LEFT);
+        history.clear();
+        run(-1, 0.0F, 2044.0F, 0.0F, DelayLine::LEFT);
+        EXPECT_EQ(history, std::vector<float>(2044, 0.0F)) << at;
+    }
+}
+
+TEST_F(DelayLineTest, DelaysOutOfRangeAreAsserted) {
+    out.nullify();
+    const auto render_with = [this](float d) {
+        delay.get_first_sample_ptr()[MAX_NUM_SAMPLES - 1] = d;
+        line->render_with_lfo(in, out, delay, 0.0F, 1.0F, DelayLine::RIGHT);
+    };
+    std::fill_n(delay.get_first_sample_ptr(), MAX_NUM_SAMPLES, 1.0F);
+    render_with(65533.5F);
+    EXPECT_DEATH(render_with(-0.5F), "softsynth/effects/delay_line.cpp:[0-9]+: d >= 0.0f");
+    EXPECT_DEATH(render_with(0.5F), "d1 > 0 && d1 < \\(MAX_DELAY_LENGTH-2\\)");
+    EXPECT_DEATH(render_with(65534.0F), "d1 > 0 && d1 < \\(MAX_DELAY_LENGTH-2\\)");
+}
+
+} // namespace
+
+} // namespace tarquil

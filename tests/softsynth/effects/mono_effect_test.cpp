@@ -1,0 +1,257 @@
+// The five insert effects: exact values, static curves, timing and what a change of type resets.
+
+#include "softsynth/effects/mono_effect.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
+
+namespace {
+
+using Parameters = std::array<int, 5>;
+using Samples = std::vector<float>;
+
+class MonoEffectTest : public testing::Test {
+  protected:
+    Samples run(MonoEffect::effect_type type, const Parameters& p, const Samples& input) {
+        buf.init(uint32_t(input.size()));
+        std::copy(input.begin(), input.end(), buf.get_first_sample_ptr());
+        effect.render(type, buf, time, p[0], p[1], p[2], p[3], p[4], cutoff, resonance);
+        const float* samples = buf.get_first_sample_ptr();
+        return {samples, samples + input.size()};
+    }
+
+    static Samples noise(size_t size, float height = 1.0F, unsigned seed = 1) {
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<float> uniform(-height, height);
+        Samples samples(size);
+        std::generate(samples.begin(), samples.end(), [&] { return uniform(random); });
+        return samples;
+    }
+
+    MonoEffect effect;
+    Controller cutoff;
+    Controller resonance;
+    MonoBuffer buf;
+    uint32_t time = 0;
+};
+
+// Samples until `samples` (rising or falling steadily) has changed by `factor` from index `from`.
+float steps_to(const Samples& samples, size_t from, float factor) {
+    for (size_t i = from + 1; i < samples.size(); i++) {
+        const float ratio = samples[i] / samples[from];
+        if (factor > 1 ? ratio >= factor * 0.9999F : ratio <= factor * 1.0001F)
+            return float(i - from);
+    }
+    return -1.0F;
+}
+
+TEST_F(MonoEffectTest, OffKeepsEveryBit) {
+    const Samples input = {1e-42F, -0.0F, 3.0F, std::numeric_limits<float>::infinity()};
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_OFF, {127, 127, 127, 127, 127}, input), input);
+}
+
+TEST_F(MonoEffectTest, DistortionClipsAtThresholdTimesPostGain) {
+    const Samples loud = {1.0F, -1.0F, 100.0F, 0.0F};
+    // Lowest threshold 0.001, hard clip, post gain 8.
+    const Samples low = run(MonoEffect::MONO_EFFECT_DISTORTION, {0, 127, 127, 0, 0}, loud);
+    EXPECT_FLOAT_EQ(low[0], 0.008F);
+    EXPECT_FLOAT_EQ(low[1], -0.008F);
+    EXPECT_EQ(low[3], 0.0F);
+    // Highest threshold, post gain (2 * 64 / 127)^3.
+    const Samples high = run(MonoEffect::MONO_EFFECT_DISTORTION, {127, 127, 64, 0, 0}, loud);
+    EXPECT_FLOAT_EQ(high[2], std::pow(1.145F, 3.0F) * std::pow(128.0F / 127, 3.0F));
+    // Drive 1 is linear; asymmetry then cancels out.
+    const Samples clean = run(MonoEffect::MONO_EFFECT_DISTORTION, {50, 0, 127, 90, 0}, loud);
+    EXPECT_NEAR(clean[1], -8.0F, 1e-4F);
+}
+
+TEST_F(MonoEffectTest, CompressorSettlesOnItsStaticCurve) {
+    for (const int p1 : {30, 64, 127}) {
+        for (const int p2 : {0, 20, 80, 127}) {
+            const float threshold = std::pow(float(p1) * 1.145F / 127, 3.0F);
+            const float ratio = p2 == 127 ? 1e9F : std::pow(1 + float(p2) * 3 / 127, 3.0F);
+            const float makeup = std::pow(40 * 2.715F / 127, 3.0F);
+            for (const float x : {0.01F, 0.5F, 4.0F}) {
+                const Parameters p = {p1, p2, 0, 0, 40};
+                run(MonoEffect::MONO_EFFECT_OFF, p, {x, x, x, x});
+                Samples out;
+                for (int block = 0; block < 12; block++)
+                    out = run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, Samples(2000, x));
+                const float over = std::max(x / threshold, 1.0F);
+                const float expected = std::pow(over, 1 / ratio - 1) * makeup;
+                // The detector sags by 0.5 % between two equal samples' updates of the level.
+                EXPECT_NEAR(out.back() / x / expected, 1.0F, 6e-3F) << p1 << " " << p2 << " " << x;
+            }
+        }
+    }
+}
+
+TEST_F(MonoEffectTest, CompressorReactsOneSampleLate) {
+    // Instant attack, limiting at 1.501 with makeup 1: the level 0.1 of the start lets the first
+    // loud sample through.
+    const float threshold = std::pow(1.145F, 3.0F);
+    const int unity = 47; // makeup (47 * 2.715 / 127)^3
+    const float makeup = std::pow(float(unity) * 2.715F / 127, 3.0F);
+    const Samples out = run(MonoEffect::MONO_EFFECT_COMPRESSOR, {127, 127, 0, 64, unity},
+                            {0.1F, 20.0F, 20.0F, 20.0F});
+    EXPECT_FLOAT_EQ(out[1], 20.0F * makeup);
+    EXPECT_NEAR(out[2], threshold * makeup, 1e-4F);
+}
+
+TEST_F(MonoEffectTest, CompressorLevelDoublesAndHalvesInTheTimesSet) {
+    // Limiting far below the signal: the gain is the inverse of the level.
+    const Parameters p = {5, 127, 127, 0, 127}; // attack 20 ms, release 20 ms
+    const auto inverse_gain = [](const Samples& out, float x) {
+        Samples levels;
+        for (const float y : out)
+            levels.push_back(x / y);
+        return levels;
+    };
+    const Samples rising =
+        inverse_gain(run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, Samples(2000, 0.9F)), 0.9F);
+    EXPECT_NEAR(steps_to(rising, 0, 2.0F), 883.0F, 1.0F);
+    for (int block = 0; block < 3; block++)
+        run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, Samples(2000, 0.9F));
+    const Samples falling =
+        inverse_gain(run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, Samples(2000, 0.001F)), 0.001F);
+    EXPECT_NEAR(steps_to(falling, 100, 0.5F), 883.0F, 1.0F);
+}
+
+TEST_F(MonoEffectTest, CompressorWithoutMakeupIsSilent) {
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_COMPRESSOR, {0, 127, 0, 0, 0}, Samples(64, 1.0F)),
+              Samples(64, 0.0F));
+}
+
+TEST_F(MonoEffectTest, TypeChangeRestartsTheEnvelope) {
+    const Parameters p = {20, 127, 40, 40, 60};
+    const Samples input = noise(512);
+    const Samples first = run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, input);
+    EXPECT_NE(run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, input), first);
+    run(MonoEffect::MONO_EFFECT_EXCITER, p, input);
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, input), first);
+}
+
+TEST_F(MonoEffectTest, LofiCutsBitsAndHoldsFromTheBlockStart) {
+    const float step = 1.0F / 16777216.0F;
+    const Samples input = {3.7F * step, -3.7F * step, 0.75F, -0.3F, 0.5F, 0.1F, -0.9F, 1.0F};
+    Samples out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input);
+    EXPECT_EQ(out[0], 3 * step);
+    EXPECT_EQ(out[1], -3 * step); // cut towards 0
+    EXPECT_EQ(out[2], 0.75F);
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {0, 2, 0, 0, 0}, input),
+              Samples({3 * step, 3 * step, 3 * step, -0.3F, -0.3F, -0.3F, -0.9F, -0.9F}));
+    // The hold restarts with every block.
+    out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 127, 0, 0, 0}, {0.25F, 0.5F, 0.5F, 0.5F});
+    EXPECT_EQ(out, Samples(4, 0.25F));
+    out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 127, 0, 0, 0}, {0.5F, 0.25F, 0.25F, 0.25F});
+    EXPECT_EQ(out, Samples(4, 0.5F));
+    // 22 and 24 bits off: negative values go down to the grid, positive ones too.
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {117, 0, 0, 0, 0}, {0.6F, -0.6F, -0.3F, 0.2F}),
+              Samples({0.5F, -0.75F, -0.5F, 0.0F}));
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {127, 0, 0, 0, 0}, {0.6F, -0.6F, 1.5F, 0.2F}),
+              Samples({0.0F, -1.0F, 1.0F, 0.0F}));
+}
+
+TEST_F(MonoEffectTest, LofiBeyondItsRangeYieldsTheLowestValue) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    const Samples input = {127.5F, 128.0F, -128.0F, -128.5F, 1e30F, infinity, -infinity, NAN};
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input),
+              Samples({127.5F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F}));
+}
+
+TEST_F(MonoEffectTest, ExciterAddsTheRectifiedSignal) {
+    const Samples input = {0.5F, -0.5F, 1.0F, -0.25F};
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {64, 0, 0, 0, 0}, input), input);
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {0, 0, 0, 0, 0}, input),
+              Samples({0.0F, -1.0F, 0.0F, -0.5F}));
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {96, 0, 0, 0, 0}, input),
+              Samples({0.5625F, -0.4375F, 1.125F, -0.21875F}));
+}
+
+TEST_F(MonoEffectTest, FilterFollowsItsControllers) {
+    cutoff.set_mapping(0.0F, 10.0F / 127);
+    resonance.set_mapping(0.0F, 7.5F / 127);
+    cutoff.push_back({0, 40});
+    cutoff.push_back({64, 90});
+    resonance.push_back({0, 30});
+    MonoBuffer cutoff_buf;
+    MonoBuffer reso_buf;
+    cutoff_buf.init(128);
+    reso_buf.init(128);
+    cutoff.render(cutoff_buf, 0, false);
+    resonance.render(reso_buf, 0, false);
+    const Samples input = noise(128);
+
+    Samples expected = input;
+    Filter filter; // type 12 is the waveshaped band-pass
+    filter.init(FILTER_BANDPASS, 1, 3, 0.0F);
+    filter.render(expected.data(), 128, cutoff_buf.get_first_sample_ptr(),
+                  reso_buf.get_first_sample_ptr());
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 25 + 12, 5 + 3, 0}, input), expected);
+    EXPECT_NE(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 3, 0}, input), expected);
+    // A new number of stages, or of the type, starts with empty sections.
+    run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 2, 0}, input);
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 3, 0}, input), expected);
+
+    expected = input;
+    LadderFilter ladder;
+    ladder.init(FilterType(21), 0.0F);
+    ladder.render(expected.data(), 128, cutoff_buf.get_first_sample_ptr(),
+                  reso_buf.get_first_sample_ptr());
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);
+    run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input);
+    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);
+}
+
+TEST_F(MonoEffectTest, EverySettingForgetsWhatIsNotFinite) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto upto = [&](int last) { return std::uniform_int_distribution(0, last)(random); };
+    cutoff.set_mapping(0.0F, 10.0F / 127);
+    resonance.set_mapping(0.0F, 7.5F / 127);
+    const float heights[] = {1.0F, 100.0F, 1e30F, std::numeric_limits<float>::infinity()};
+    for (int round = 0; round < 1500; round++) {
+        const auto type = MonoEffect::effect_type(upto(5));
+        const Parameters p = {upto(127), upto(127), upto(127), upto(127), upto(127)};
+        cutoff.push_back({time, p[0]});
+        resonance.push_back({time, p[1]});
+        const size_t size = 4 * size_t(1 + upto(99));
+        Samples loud = noise(size, 1.0F, unsigned(random()));
+        run(type, p, loud);
+        for (float& sample : loud)
+            sample *= heights[round % 4];
+        run(type, p, loud);
+        const Samples silent = run(type, p, Samples(size, 0.0F));
+        // A waveshaper may still turn a filter's finite ringing into infinity.
+        const int filter_type = p[2] % 25;
+        const bool is_shaped = type == MonoEffect::MONO_EFFECT_FILTER && filter_type / 9 == 1;
+        if (!is_shaped || round % 4 == 0) {
+            ASSERT_TRUE(all_finite(silent.data(), uint32_t(size))) << round << " type " << type;
+        }
+        run(MonoEffect::MONO_EFFECT_OFF, p, loud);
+    }
+}
+
+TEST_F(MonoEffectTest, ParametersAndTypesOutOfRangeAreAsserted) {
+    const Samples input(4, 0.0F);
+    EXPECT_DEATH(run(MonoEffect::MONO_EFFECT_OFF, {0, 128, 0, 0, 0}, input),
+                 "softsynth/effects/mono_effect.cpp:[0-9]+: param2 >= 0 && param2 <= 127");
+    EXPECT_DEATH(run(MonoEffect::MONO_EFFECT_OFF, {0, 0, 0, 0, -1}, input),
+                 "param5 >= 0 && param5 <= 127");
+    EXPECT_DEATH(run(MonoEffect::effect_type(6), {0, 0, 0, 0, 0}, input), "mono_effect.cpp.*: 0");
+}
+
+} // namespace
+
+} // namespace tarquil

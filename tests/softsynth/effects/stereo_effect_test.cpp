@@ -1,0 +1,175 @@
+// Delay times, sweep ranges and the life of the echoes of the stereo effect.
+
+#include "softsynth/effects/stereo_effect.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "softsynth/signal/finite.h"
+
+namespace tarquil {
+
+namespace {
+
+using Parameters = std::array<int, 5>;
+
+class StereoEffectTest : public testing::Test {
+  protected:
+    // Renders `frames` of signal(n) into an empty buffer and appends both sides' output.
+    template <typename Signal>
+    void run(StereoEffect::effect_type type, const Parameters& p, uint32_t frames,
+             const Signal& signal, float wet = 1.0F) {
+        for (uint32_t done = 0; done < frames;) {
+            const uint32_t size = std::min(frames - done, MAX_NUM_SAMPLES);
+            in.init(size);
+            out.init(size);
+            out.nullify();
+            for (uint32_t i = 0; i < size; i++, time++)
+                *in.get_left_sample_ptr(i) = *in.get_right_sample_ptr(i) = signal(time);
+            effect->render(type, in, out, p[0], p[1], p[2], p[3], p[4], wet);
+            for (uint32_t i = 0; i < size; i++) {
+                left.push_back(*out.get_left_sample_ptr(i));
+                right.push_back(*out.get_right_sample_ptr(i));
+            }
+            done += size;
+        }
+    }
+
+    void run_impulse(StereoEffect::effect_type type, const Parameters& p, uint32_t frames) {
+        run(
+            type, p, frames, [](uint32_t n) { return n == 0 ? 1.0F : 0.0F; }, 0.5F);
+    }
+
+    // The delays of every frame, read off a ramp, from `from` on.
+    void run_ramp(StereoEffect::effect_type type, const Parameters& p, uint32_t from,
+                  uint32_t frames) {
+        run(type, p, frames, [](uint32_t n) { return float(n); });
+        for (std::vector<float>* side : {&left, &right}) {
+            for (uint32_t n = 0; n < frames; n++)
+                (*side)[n] = float(n) - (*side)[n];
+            side->erase(side->begin(), side->begin() + from);
+        }
+    }
+
+    static std::vector<float> impulse_at(uint32_t at, float height, uint32_t frames) {
+        std::vector<float> samples(frames, 0.0F);
+        samples[at] = height;
+        return samples;
+    }
+
+    std::unique_ptr<StereoEffect> effect = std::make_unique<StereoEffect>();
+    StereoBuffer in;
+    StereoBuffer out;
+    uint32_t time = 0;
+    std::vector<float> left;
+    std::vector<float> right;
+};
+
+TEST_F(StereoEffectTest, OffTouchesNothing) {
+    run_impulse(StereoEffect::STEREO_EFFECT_OFF, {127, 127, 127, 5, 127}, 64);
+    EXPECT_EQ(left, std::vector<float>(64, 0.0F));
+}
+
+TEST_F(StereoEffectTest, DelayTimesSpanTenMillisecondsToOneSecond) {
+    run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {0, 127, 0, 0, 0}, 50000);
+    EXPECT_EQ(left, impulse_at(441, 0.5F, 50000));
+    EXPECT_EQ(right, impulse_at(44100, 0.5F, 50000));
+}
+
+TEST_F(StereoEffectTest, DelayFeedbackReachesNineTenths) {
+    run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {0, 0, 127, 0, 0}, 2000);
+    EXPECT_FLOAT_EQ(left[441], 0.5F);
+    EXPECT_FLOAT_EQ(left[882], 0.45F);
+    EXPECT_FLOAT_EQ(left[1323], 0.405F);
+}
+
+TEST_F(StereoEffectTest, ShortestFlangerWithoutSweepIsAPlainDelay) {
+    run_impulse(StereoEffect::STEREO_EFFECT_FLANGER, {0, 127, 0, 1, 0}, 200);
+    EXPECT_EQ(left, impulse_at(25, 0.5F, 200));
+    EXPECT_EQ(right, impulse_at(25, 0.5F, 200));
+}
+
+TEST_F(StereoEffectTest, ChorusSweepsFromDelayToDelayPlusAmount) {
+    // 30 ms and 6 ms; reading the ramp costs up to 2^-9 of a sample.
+    run_ramp(StereoEffect::STEREO_EFFECT_CHORUS, {127, 127, 127, OSC_SINE, 127}, 2000, 2000 + 7400);
+    const auto [low, high] = std::minmax_element(left.begin(), left.end());
+    EXPECT_NEAR(*low, 1323.0F, 0.01F);
+    EXPECT_NEAR(*high, 1323.0F + 264.6F, 0.01F);
+}
+
+TEST_F(StereoEffectTest, RightSweepRunsAQuarterPeriodAheadAcrossBlocks) {
+    run_ramp(StereoEffect::STEREO_EFFECT_FLANGER, {0, 127, 127, OSC_SINE, 0}, 500, 500 + 12000);
+    const uint32_t quarter = 44100 / 6 / 4; // and a half sample: at most 0.06 samples of delay
+    for (uint32_t n = 0; n + quarter + 1 < left.size(); n++) {
+        const float expected = 0.5F * (left[n + quarter] + left[n + quarter + 1]);
+        ASSERT_NEAR(right[n], expected, 0.02F) << n;
+    }
+}
+
+TEST_F(StereoEffectTest, TypeChangeClearsTheEchoAndParameterChangesDoNot) {
+    run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {127, 127, 0, 0, 0}, 1000);
+    run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {32, 32, 0, 0, 0}, 20000);
+    EXPECT_EQ(std::count(left.begin(), left.end(), 0.5F), 1);
+    run_impulse(StereoEffect::STEREO_EFFECT_CHORUS, {0, 0, 0, 0, 0}, 4);
+    left.clear();
+    run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {127, 127, 0, 0, 0}, 60000);
+    EXPECT_EQ(left, std::vector<float>(60000, 0.0F));
+}
+
+TEST_F(StereoEffectTest, SweepStartsAnewAfterATypeChange) {
+    const Parameters p = {20, 90, 90, OSC_TRIANGLE, 60};
+    run_ramp(StereoEffect::STEREO_EFFECT_FLANGER, p, 0, 4000);
+    const std::vector<float> first = std::exchange(left, {});
+    right.clear();
+    run_impulse(StereoEffect::STEREO_EFFECT_OFF, p, 4);
+    left.clear();
+    right.clear();
+    time = 0;
+    run_ramp(StereoEffect::STEREO_EFFECT_FLANGER, p, 0, 4000);
+    EXPECT_EQ(left, first);
+}
+
+TEST_F(StereoEffectTest, EverySettingStaysFiniteAndInRange) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto upto = [&random](int last) {
+        return std::uniform_int_distribution(0, last)(random);
+    };
+    const auto silence = [](uint32_t) { return 0.0F; };
+    for (int round = 0; round < 300; round++) {
+        const auto type = StereoEffect::effect_type(upto(3));
+        Parameters p = {upto(127), upto(127), upto(127), upto(5), upto(127)};
+        if (round % 3 == 0) // the ends of the ranges, where a delay could leave its memory
+            p = {127 * upto(1), 127 * upto(1), 127 * upto(1), upto(5), 127 * upto(1)};
+        const float height = round % 5 == 0   ? std::numeric_limits<float>::infinity()
+                             : round % 5 == 1 ? 1e30F
+                                              : 1.0F;
+        const uint32_t frames = 4 * uint32_t(1 + upto(511));
+        run(type, p, frames, [&](uint32_t) { return height * float(upto(2) - 1); });
+        left.clear();
+        right.clear();
+        run(type, p, frames, silence); // what was not finite is gone
+        ASSERT_TRUE(all_finite(left.data(), frames)) << round;
+        ASSERT_TRUE(all_finite(right.data(), frames)) << round;
+    }
+}
+
+TEST_F(StereoEffectTest, UnknownTypeIsAsserted) {
+    in.init(4);
+    out.init(4);
+    EXPECT_DEATH(effect->render(StereoEffect::effect_type(4), in, out, 0, 0, 0, 0, 0, 1.0F),
+                 "softsynth/effects/stereo_effect.cpp:[0-9]+: 0");
+}
+
+} // namespace
+
+} // namespace tarquil

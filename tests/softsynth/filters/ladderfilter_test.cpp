@@ -1,0 +1,199 @@
+// The ladder: levels, bounds, self-oscillation, recovery.
+
+#include "softsynth/filters/ladderfilter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <numbers>
+#include <vector>
+
+namespace tarquil {
+
+namespace {
+
+constexpr uint32_t BLOCK = 512;
+
+// Renders a quiet sine, for which the stages are nearly linear, and returns the gain.
+double gain_of(int type, double hz, float octaves, float q, double level = 0.001,
+               float key_frequency = 0) {
+    LadderFilter filter;
+    filter.init(FilterType(type), key_frequency);
+    const std::vector<float> cutoff(BLOCK, octaves);
+    const std::vector<float> resonance(BLOCK, q);
+    std::vector<float> sound(BLOCK);
+    const double step = 2 * std::numbers::pi * hz / 44100;
+    double in = 0;
+    double out = 0;
+    for (int block = 0; block < 40; block++) {
+        for (uint32_t i = 0; i < BLOCK; i++)
+            sound[i] = float(level * std::sin(step * (block * int(BLOCK) + int(i))));
+        if (block >= 20)
+            for (const float sample : sound)
+                in += double(sample) * double(sample);
+        filter.render(sound.data(), BLOCK, cutoff.data(), resonance.data());
+        if (block >= 20)
+            for (const float sample : sound)
+                out += double(sample) * double(sample);
+    }
+    return std::sqrt(out / in);
+}
+
+// The saturation's slope at 0.
+constexpr double SATURATION_SLOPE = 0.5;
+
+// The decimators' gain at 0 Hz: twice the sum of the half kernel, squared.  It is not 1.
+double decimation_gain() {
+    double sum = 0;
+    for (const float tap : alt_resample_kernel)
+        sum += 2 * double(tap);
+    return sum * sum;
+}
+
+TEST(LadderFilter, PassesLowAndStopsHighFrequenciesWithTheSlopeOfItsPoles) {
+    // Cutoff 20 Hz * 2^5 = 640 Hz, resonance 0.
+    for (int poles = 1; poles <= 4; poles++) {
+        const int type = FILTER_LADDER_START_MARKER + poles - 1;
+        EXPECT_NEAR(gain_of(type, 20, 5, 0), SATURATION_SLOPE * decimation_gain(), 0.01) << poles;
+        const double octave =
+            20 * std::log10(gain_of(type, 2560, 5, 0) / gain_of(type, 5120, 5, 0));
+        EXPECT_NEAR(octave, 6.0 * poles, 0.6 * poles) << poles;
+    }
+    // At 0 Hz all stages are equal, so that only the weights count: of the input 1, of each stage
+    // the saturation's slope.
+    EXPECT_NEAR(gain_of(22, 20, 8, 0), 0.5 * decimation_gain(), 0.01); // 1 - 2 / 2 + 1 / 2
+    EXPECT_NEAR(gain_of(23, 20, 8, 0), 0, 0.01);                       // 1 / 2 - 2 / 2 + 1 / 2
+    EXPECT_NEAR(gain_of(24, 20, 8, 0), 0, 0.05);                       // 1 - 2 / 2 + 4 / 2 - 4 / 2
+    EXPECT_GT(gain_of(23, 5120, 8, 0), 0.1);
+}
+
+// A decimator's gain at omega radians per input sample; its taps lie around 12.5 samples.
+double decimator_gain(double omega) {
+    double sum = 0;
+    for (unsigned j = 0; j < RESAMPLE_HALF_TAPS; j++)
+        sum += 2 * double(alt_resample_kernel[j]) * std::cos(omega * (12.5 - j));
+    return std::fabs(sum);
+}
+
+// With a quiet sound each pole is y += (u - y) g / 2 at 176400 Hz, each stage's output y / 2.
+TEST(LadderFilter, QuietSoundsFollowTheLinearModel) {
+    // The cutoff w in radians per oversampled sample, the pole's g and the feedback per resonance,
+    // worked out by hand from the polynomials.
+    struct Case {
+        double w, g, k;
+    };
+    for (const Case& c : {Case{0.25, 0.378499, 1.1183667}, Case{1, 0.835635, 1.1839359}}) {
+        // The cutoff comes from the key alone: -1000 octaves are 0 Hz.
+        const auto key = float(c.w * 176400 / (2 * std::numbers::pi));
+        for (const double hz : {100.0, 5000.0, 10000.0}) {
+            const double omega = 2 * std::numbers::pi * hz / 176400;
+            const double held = std::fabs(std::sin(2 * omega) / (4 * std::sin(omega / 2)));
+            const double pole = c.g / 2 / std::abs(1.0 - (1 - c.g / 2) * std::polar(1.0, -omega));
+            const double expected =
+                SATURATION_SLOPE * pole * held * decimator_gain(omega) * decimator_gain(2 * omega);
+            // 0.1 %: the measured stretch is not a whole number of periods.
+            EXPECT_NEAR(gain_of(18, hz, -1000, 0, 0.001, key) / expected, 1, 1e-3)
+                << hz << " " << c.w;
+        }
+        // At 0 Hz the fourth stage carries u = x / (1 + k); the output is raised by 1 + 1.25 r.
+        for (const double r : {1.0, 2.0}) {
+            const double expected =
+                SATURATION_SLOPE * (1 + 1.25 * r) / (1 + c.k * r) * decimation_gain();
+            const double q = r * 15 / 8;
+            EXPECT_NEAR(gain_of(21, 20, -1000, float(q), 0.001, key) / expected, 1, 2e-3) << c.w;
+        }
+    }
+}
+
+TEST(LadderFilter, ResonanceRaisesTheCutoffAndIsClamped) {
+    EXPECT_GT(gain_of(21, 640, 5, 6), 3 * gain_of(21, 640, 5, 0));
+    EXPECT_EQ(gain_of(21, 640, 5, 7.5F), gain_of(21, 640, 5, 100));
+    EXPECT_EQ(gain_of(21, 640, 5, 0), gain_of(21, 640, 5, -3));
+}
+
+TEST(LadderFilter, OscillatesByItselfAtFullResonanceOnly) {
+    const auto level_after_an_impulse = [](float q) {
+        LadderFilter filter;
+        filter.init(FilterType(21), 0.0F);
+        const std::vector<float> cutoff(BLOCK, 8.0F); // 5120 Hz
+        const std::vector<float> resonance(BLOCK, q);
+        float loudest = 0;
+        for (int block = 0; block < 100; block++) {
+            std::vector<float> sound(BLOCK);
+            sound[0] = block == 0 ? 1.0F : 0.0F;
+            filter.render(sound.data(), BLOCK, cutoff.data(), resonance.data());
+            loudest = 0;
+            for (const float sample : sound)
+                loudest = std::max(loudest, std::fabs(sample));
+        }
+        return loudest;
+    };
+    // The fourth stage's output is within -1..1; the gain is 1 + 1.25 * 4, the decimators' 1.94.
+    EXPECT_GT(level_after_an_impulse(7.5F), 0.1F);
+    EXPECT_LT(level_after_an_impulse(7.5F), 6 * 1.95F);
+    EXPECT_LT(level_after_an_impulse(3.0F), 1e-6F);
+}
+
+TEST(LadderFilter, StaysBoundedAtEverySetting) {
+    for (int type = 18; type < 25; type++) {
+        for (const float octaves : {-1000.0F, 0.0F, 5.0F, 10.0F, 1000.0F}) {
+            for (const float q : {0.0F, 7.5F}) {
+                // Input of 4 is far beyond any voice.  At the highest cutoff the feedback turns
+                // over, and only the saturation holds it.
+                EXPECT_LT(gain_of(type, 300, octaves, q, 4.0), 500) << type << " " << octaves;
+            }
+        }
+    }
+}
+
+TEST(LadderFilter, RecoversFromWhatIsNotFinite) {
+    const std::vector<float> cutoff(BLOCK, 5.0F);
+    const std::vector<float> resonance(BLOCK, 3.0F);
+    const auto impulse = [&](LadderFilter& filter) {
+        std::vector<float> sound(BLOCK);
+        sound[0] = 1.0F;
+        filter.render(sound.data(), BLOCK, cutoff.data(), resonance.data());
+        return sound;
+    };
+    LadderFilter fresh;
+    fresh.init(FilterType(21), 100.0F);
+    LadderFilter spoilt;
+    spoilt.init(FilterType(21), 100.0F);
+    std::vector<float> bad(BLOCK, INFINITY);
+    spoilt.render(bad.data(), BLOCK, cutoff.data(), resonance.data());
+    EXPECT_EQ(impulse(fresh), impulse(spoilt));
+}
+
+TEST(LadderFilter, EstimateFollowsTheResponse) {
+    const auto estimate = [](double hz) {
+        LadderFilter filter;
+        filter.init(FilterType(21), 0.0F);
+        filter.set_octaves_cutoff(6);
+        filter.set_resonance(0);
+        filter.update();
+        return filter.estimate_transfer_function(float(2 * std::numbers::pi * hz / 44100));
+    };
+    EXPECT_GT(std::fabs(estimate(200)), 0.5);
+    EXPECT_LT(std::fabs(estimate(8000)), 0.02);
+}
+
+TEST(LadderFilter, SaturationIsOddAndNearTanhOfHalf) {
+    for (int step = -800; step <= 800; step++) {
+        const float x = float(step) * 0.01F;
+        EXPECT_NEAR(tanh_approx(x), std::tanh(x / 2), 0.03) << x;
+        EXPECT_EQ(tanh_approx(-x), -tanh_approx(x));
+    }
+}
+
+TEST(LadderFilterDeathTest, UnknownTypeAndLongBlocksAbort) {
+    LadderFilter filter;
+    EXPECT_DEATH(filter.init(FilterType(25), 0), "softsynth/filters/ladderfilter.*: 0");
+    static float samples[4096];
+    EXPECT_DEATH(filter.render(samples, 2049, samples, samples), "buf_size <= MAX_NUM_SAMPLES");
+}
+
+} // namespace
+
+} // namespace tarquil

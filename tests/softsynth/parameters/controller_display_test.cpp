@@ -1,0 +1,58 @@
+// Tests of the values that people read.
+
+#include "softsynth/parameters/controller_display.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "softsynth/parameters/controller_table.h"
+
+namespace tarquil {
+
+namespace {
+
+TEST(ControllerDisplay, EveryUnitHasItsForm) {
+    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 0), "-inf dB");
+    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 127), "0.0 dB");
+    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 64), "-17.9 dB"); // 60 log10(64 / 127)
+    EXPECT_EQ(controller_display(CTRL_CHAN_FILTER1_GAIN, 0), "-20.0 dB");
+    EXPECT_EQ(controller_display(CTRL_FCMPR_PRE_GAIN, 80), "0.0 dB"); // just below 1
+    EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 0), "20.0 Hz");
+    EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 127), "20.5 kHz"); // ten octaves
+    EXPECT_EQ(controller_display(CTRL_FILTER1_RESONANCE, 127), "Q 7.50");
+    EXPECT_EQ(controller_display(CTRL_ENV1_ATTACK, 0), "0.02 ms"); // one sample
+    EXPECT_EQ(controller_display(CTRL_ENV1_ATTACK, 127), "2.00 s");
+    EXPECT_EQ(controller_display(CTRL_PORTAMENTO_TIME, 127), "1.00 s");
+    EXPECT_EQ(controller_display(CTRL_DELAY_LEFT_TIME, 0), "10.0 ms");
+    EXPECT_EQ(controller_display(CTRL_OSC1_COARSE_TUNE, 52), "-12 semitones");
+    EXPECT_EQ(controller_display(CTRL_OSC1_COARSE_TUNE, 65), "1 semitone");
+    EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 0), "1 copy");
+    EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 127), "255 copies");
+    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 127), "64.00:1");
+    EXPECT_EQ(controller_display(CTRL_RETRIGGER_BPM, 0), "60 bpm");
+    EXPECT_EQ(controller_display(CTRL_OSC1_RANDOMIZE_PHASE, 7), "7");
+}
+
+TEST(ControllerDisplay, ChoicesShowLabelsAndBytesBeyondThemNumbers) {
+    EXPECT_EQ(controller_display(CTRL_OSC1_TYPE, 5), "noise");
+    EXPECT_EQ(controller_display(CTRL_OSC1_TYPE, 6), "6");
+    EXPECT_EQ(controller_display(0, 77), "77");
+}
+
+TEST(ControllerDisplay, NeighbouringBytesOfPlainNumbersLookDifferent) {
+    for (const ControllerInfo& info : controller_rows()) {
+        const std::string unit = info.unit;
+        if (unit == "level" || unit == "s" || unit == "samples" || unit == "Hz" || unit == ":1" ||
+            info.curve == ControllerCurve::CUBED)
+            continue; // their steps may be finer than anyone hears
+        std::set<std::string> seen;
+        for (int byte = 0; byte < 128; byte++)
+            seen.insert(controller_display(info.number, byte));
+        EXPECT_EQ(seen.size(), 128U) << info.key;
+    }
+}
+
+} // namespace
+
+} // namespace tarquil

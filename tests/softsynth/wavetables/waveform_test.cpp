@@ -1,0 +1,145 @@
+// Wavetables: content, choice and cache.
+
+#include "softsynth/wavetables/waveform.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <numbers>
+#include <string>
+#include <vector>
+
+namespace tarquil {
+
+namespace {
+
+constexpr double PI = std::numbers::pi;
+
+// Amplitude of the sine of harmonic h in a table, whose samples lie half a sample late.
+double harmonic(const float* table, unsigned h) {
+    double sum = 0;
+    for (unsigned i = 0; i < WAVETABLE_SIZE; i++)
+        sum += table[i] * std::sin(2 * PI * h * (i + 0.5) / WAVETABLE_SIZE);
+    return sum * 2 / WAVETABLE_SIZE;
+}
+
+TEST(Waveform, TablesHoldTheTaperedSeriesAndNothingAbove) {
+    const auto taper = [](unsigned n, unsigned h) {
+        const double c = std::cos(PI / 2 / n * (h - 1));
+        return c * c;
+    };
+    const Waveform saw(OSC_SAW);
+    const Wavetable& table = saw.table(35); // harmonics 1..32, 34, ...: table 35 has 40
+    ASSERT_EQ(table.get_harmonics(), 40U);
+    EXPECT_EQ(table.get_shift(), 20U);
+    // The single-precision phasors drift by less than 1e-4 over a table.
+    for (const unsigned h : {1U, 2U, 3U, 10U, 39U, 40U})
+        EXPECT_NEAR(harmonic(table.get_data(), h),
+                    (h % 2 == 1 ? 1 : -1) * 2 / PI / h * taper(40, h), 1e-4)
+            << h;
+    EXPECT_NEAR(harmonic(table.get_data(), 41), 0, 1e-4);
+    EXPECT_EQ(table.get_data()[WAVETABLE_SIZE], table.get_data()[0]);
+
+    const Waveform triangle(OSC_TRIANGLE);
+    EXPECT_NEAR(harmonic(triangle.table(7).get_data(), 3), -8 / (9 * PI * PI) * taper(8, 3), 1e-4);
+    const Waveform sine(OSC_SINE);
+    EXPECT_NEAR(harmonic(sine.table(127).get_data(), 1), 1, 1e-4);
+    EXPECT_NEAR(harmonic(sine.table(127).get_data(), 3), 0, 1e-4);
+}
+
+TEST(Waveform, HarmonicCountsRiseTo384) {
+    const Waveform square(OSC_SQUARE);
+    ASSERT_EQ(square.size(), 128U);
+    EXPECT_EQ(square.table(0).get_harmonics(), 1U);
+    EXPECT_EQ(square.table(31).get_harmonics(), 32U);
+    EXPECT_EQ(square.table(32).get_harmonics(), 34U);
+    EXPECT_EQ(square.table(47).get_harmonics(), 64U);
+    EXPECT_EQ(square.table(48).get_harmonics(), 68U);
+    EXPECT_EQ(square.table(127).get_harmonics(), 384U);
+}
+
+TEST(Waveform, PicksTheRichestTableBelowTheNyquistFrequency) {
+    const Waveform saw(OSC_SAW);
+    for (const float frequency : {0.0F, 0.01F, 20.0F, 57.4F, 57.5F, 440.0F, 689.0F, 690.0F,
+                                  11025.0F, 11026.0F, 22050.0F, 30000.0F, 1e6F}) {
+        Wavetable_ret ret;
+        saw.getWavetable(frequency, &ret);
+        const unsigned limit = frequency == 0.0F ? 1000 : unsigned(22050 / frequency);
+        unsigned index = 0;
+        while (index < 127 && saw.table(index + 1).get_harmonics() <= limit)
+            index++;
+        EXPECT_EQ(ret.data, saw.table(index).get_data()) << frequency;
+    }
+}
+
+TEST(Waveform, NoiseIsTheMinimalStandardGenerator) {
+    const Waveform noise(OSC_NOISE);
+    const float* data = noise.table(0).get_data();
+    EXPECT_EQ(noise.table(0).get_shift(), 12U);
+    // 123459876 * 16807 mod (2^31 - 1) = 520932930, the published second number of this seed.
+    EXPECT_EQ(data[0], float(520932930) / 1073741824 - 1);
+    EXPECT_EQ(data[NOISE_SIZE], data[0]);
+    double sum = 0;
+    for (unsigned i = 0; i < NOISE_SIZE; i++) {
+        ASSERT_LE(std::fabs(data[i]), 1.0F);
+        sum += data[i];
+    }
+    EXPECT_NEAR(sum / NOISE_SIZE, 0, 2e-3);
+}
+
+class WaveformCache : public testing::Test {
+  protected:
+    void SetUp() override {
+        char name[] = "/tmp/tarquil-cache-XXXXXX";
+        directory = mkdtemp(name);
+        const char* old = std::getenv("XDG_CACHE_HOME");
+        saved = old == nullptr ? "" : old;
+        setenv("XDG_CACHE_HOME", directory.c_str(), 1);
+    }
+    void TearDown() override {
+        setenv("XDG_CACHE_HOME", saved.c_str(), 1);
+        std::filesystem::remove_all(directory);
+    }
+    [[nodiscard]] std::filesystem::path file() const {
+        return directory / "tarquil" / "wt128-2.dat";
+    }
+    static void expect_same(const Waveform& a, const Waveform& b) {
+        for (unsigned k = 0; k < a.size(); k++)
+            for (unsigned i = 0; i <= WAVETABLE_SIZE; i++)
+                ASSERT_EQ(a.table(k).get_data()[i], b.table(k).get_data()[i]);
+    }
+
+    std::filesystem::path directory;
+    std::string saved;
+};
+
+TEST_F(WaveformCache, SecondStartReadsTheSameBitsFromTheFile) {
+    const Waveform built(OSC_SAW);
+    ASSERT_EQ(std::filesystem::file_size(file()), 128U * 4096 * 4);
+    const Waveform read(OSC_SAW);
+    expect_same(built, read);
+    // A value that is plausible is believed, which shows that the file is really read.
+    std::fstream(file(), std::ios::in | std::ios::out | std::ios::binary).write("\0\0\x80?", 4);
+    EXPECT_EQ(Waveform(OSC_SAW).table(0).get_data()[0], 1.0F);
+}
+
+TEST_F(WaveformCache, DamagedFilesCountAsMissing) {
+    const Waveform built(OSC_SAW);
+    for (const float bad : {std::nanf(""), INFINITY, 2.5F}) {
+        std::fstream stream(file(), std::ios::in | std::ios::out | std::ios::binary);
+        stream.seekp(4L * 100000);
+        stream.write(reinterpret_cast<const char*>(&bad), 4);
+        stream.close();
+        expect_same(built, Waveform(OSC_SAW));
+    }
+    std::filesystem::resize_file(file(), 128U * 4096 * 4 - 1);
+    expect_same(built, Waveform(OSC_SAW));
+    EXPECT_EQ(std::filesystem::file_size(file()), 128U * 4096 * 4) << "the file is replaced";
+}
+
+} // namespace
+
+} // namespace tarquil

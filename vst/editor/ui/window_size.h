@@ -1,6 +1,0 @@
-// The editor's size in its own units.
-
-#pragma once
-
-inline constexpr double WINDOW_WIDTH = 1040.0;
-inline constexpr double WINDOW_HEIGHT = 680.0;
