@@ -18,9 +18,12 @@ namespace tarquil {
 
 class PluginHost {
   public:
+    // The module; the first one that is loaded serves all.
+    static inline std::string path = PLUGIN_PATH;
+
     explicit PluginHost(int32_t block_size = 256, bool start = true,
                         audioMasterCallback host = answer) {
-        static void* const module = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
+        static void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (module == nullptr)
             throw std::runtime_error(dlerror());
         using Entry = AEffect* (*)(audioMasterCallback);
