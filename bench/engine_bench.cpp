@@ -13,9 +13,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr uint8_t NOTE_ON = 0x90;
-constexpr uint8_t CONTROL_CHANGE = 0xB0;
-
 float pcm[2 * MAX_NUM_SAMPLES];
 
 void run(Tarquil& engine, uint32_t size, const std::vector<midi_event>& events, uint32_t time) {
@@ -28,14 +25,14 @@ std::vector<midi_event> chord(int voices, uint32_t time) {
     std::vector<midi_event> events;
     for (int i = 0; i < voices; i++)
         events.push_back(
-            {time, uint8_t(NOTE_ON | (i % NUM_CHANNELS)), uint8_t(36 + i / NUM_CHANNELS * 7), 100});
+            {time, uint8_t(MIDI_NOTE_ON | (i % NUM_CHANNELS)), uint8_t(36 + i / NUM_CHANNELS * 7), 100});
     return events;
 }
 
 void set_all_channels(Tarquil& engine, unsigned controller, uint8_t value) {
     std::vector<midi_event> events;
     for (int c = 0; c < NUM_CHANNELS; c++)
-        events.push_back({0, uint8_t(CONTROL_CHANGE | c), uint8_t(controller), value});
+        events.push_back({0, uint8_t(MIDI_CONTROL_CHANGE | c), uint8_t(controller), value});
     run(engine, GRANULARITY, events, 0);
 }
 

@@ -16,12 +16,6 @@ constexpr int CANNOT_OPEN = 1;
 
 constexpr int DEFAULT_FILE_NOT_SAVED = 15;
 
-constexpr uint8_t CONTROL_CHANGE = 0xB0;
-
-bool is_emitted(unsigned number) {
-    return !Controller::is_global(number);
-}
-
 // An instrument's array also has bytes for the global controllers.  They are never saved or
 // emitted, and their resonances start where a channel filter's does, not where the bank's do.
 const ControllerBytes& instrument_defaults() {
@@ -111,20 +105,13 @@ void Instrument::set_controller(unsigned controller, int val) {
     bytes[controller] = uint8_t(val);
 }
 
-void Instrument::emit_program_change(ControllerArray& controllers, uint32_t time) const {
-    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
-        if (is_emitted(number))
-            controllers.get_controller(number).push_back({time, bytes[number]});
-    }
-}
-
 unsigned Instrument::emit_program_change(midi_event* out, unsigned channel, uint32_t time,
                                          unsigned capacity) const {
     if (capacity < NUM_CONTROLLERS)
         return 0;
     unsigned count = 0;
     for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
-        if (is_emitted(number))
+        if (!is_global_controller(number))
             count += emit_single_controller(out + count, channel, number, time);
     }
     return count;
@@ -132,7 +119,7 @@ unsigned Instrument::emit_program_change(midi_event* out, unsigned channel, uint
 
 unsigned Instrument::emit_single_controller(midi_event* out, unsigned channel, unsigned controller,
                                             uint32_t time) const {
-    *out = {time, uint8_t(CONTROL_CHANGE | channel), uint8_t(controller),
+    *out = {time, midi_status(MIDI_CONTROL_CHANGE, channel), uint8_t(controller),
             uint8_t(get_controller(controller))};
     return 1;
 }

@@ -8,7 +8,6 @@
 
 #include "instrument/controller_bytes.h"
 #include "softsynth/parameters/midi_event.h"
-#include "softsynth/voices/controller.h"
 
 namespace tarquil {
 
@@ -51,9 +50,8 @@ class Instrument {
     [[nodiscard]] const ControllerBytes& get_bytes() const { return bytes; }
 
     // Changes every channel controller to this sound at the absolute sample time `time`, in number
-    // order: in `controllers`; or as control changes of `channel` (0..15) in `out`, which returns
-    // their count, or 0 and writes nothing into room for less than 206 (`capacity`, in events).
-    void emit_program_change(ControllerArray& controllers, uint32_t time) const;
+    // order, as control changes of `channel` (0..15).  Returns their count, or 0 and writes nothing
+    // into room for less than 206 (`capacity`, in events).
     unsigned emit_program_change(midi_event* out, unsigned channel, uint32_t time,
                                  unsigned capacity) const;
 

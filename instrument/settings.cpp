@@ -9,8 +9,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr uint8_t CONTROL_CHANGE_CHANNEL_0 = 0xB0;
-
 std::string instrument_key(unsigned number) {
     return "instrument" + std::to_string(number);
 }
@@ -83,18 +81,11 @@ int TarqSettings::text_save_to_string(std::string& out) const {
     return 0;
 }
 
-void TarqSettings::emit_global_controllers(ControllerArray& controllers, uint32_t time) const {
-    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
-        if (Controller::is_global(number))
-            controllers.get_controller(number).push_back({time, bytes[number]});
-    }
-}
-
 unsigned TarqSettings::emit_global_controllers(midi_event* out, uint32_t time,
                                                unsigned capacity) const {
     unsigned count = 0;
     for (unsigned number = 0; number < NUM_CONTROLLERS && count < capacity; number++) {
-        if (Controller::is_global(number))
+        if (is_global_controller(number))
             count += emit_single_global_controller(out + count, number, time);
     }
     return count;
@@ -102,8 +93,8 @@ unsigned TarqSettings::emit_global_controllers(midi_event* out, uint32_t time,
 
 unsigned TarqSettings::emit_single_global_controller(midi_event* out, unsigned num,
                                                      uint32_t time) const {
-    TARQ_ASSERT(Controller::is_global(num));
-    *out = {time, CONTROL_CHANGE_CHANNEL_0, uint8_t(num), bytes[num]};
+    TARQ_ASSERT(is_global_controller(num));
+    *out = {time, midi_status(MIDI_CONTROL_CHANGE, 0), uint8_t(num), bytes[num]};
     return 1;
 }
 

@@ -10,7 +10,6 @@
 #include "instrument/controller_bytes.h"
 #include "instrument/instrument.h"
 #include "softsynth/parameters/midi_event.h"
-#include "softsynth/voices/controller.h"
 
 namespace tarquil {
 
@@ -45,10 +44,9 @@ class TarqSettings {
     [[nodiscard]] int get_global_controller(unsigned number) const { return bytes[number]; }
     void set_global_controller(unsigned number, int value) { bytes[number] = uint8_t(value); }
 
-    // Changes every global controller at the absolute sample time `time`, in number order: in
-    // `controllers`; or as control changes of channel 0 in `out`, as many as there is room for
-    // (`capacity`, in events), and returns their count.
-    void emit_global_controllers(ControllerArray& controllers, uint32_t time) const;
+    // Changes every global controller at the absolute sample time `time`, in number order, as
+    // control changes of channel 0, as many as there is room for (`capacity`, in events), and
+    // returns their count.
     unsigned emit_global_controllers(midi_event* out, uint32_t time, unsigned capacity) const;
 
     // Writes one such event, of a global controller, and returns 1.

@@ -1,12 +1,10 @@
 // Translation of raw MIDI messages into the engine's vocabulary.
-//
-// Not reentrant: called by the thread that owns the event queue.
 
 #pragma once
 
 #include <cstdint>
 
-#include "softsynth/parameters/midi_event.h"
+#include "midi/midi_message.h"
 
 namespace tarquil {
 
@@ -18,12 +16,12 @@ inline constexpr unsigned MAX_OUT_EVENTS = 140;
 bool is_playable_message(const uint8_t* msg);
 
 // Turns the playable message `msg` (status and two data bytes) at the absolute sample time `time`
-// into events.  Sets `*out` to them, valid until the next call, and returns their number.
+// into events.  Writes them to `out` and returns their number.
 //
 // A note on with velocity 0 becomes a note off; a pitch bend its two controllers, coarse first;
 // controller 123 (all notes off) 128 note offs; a global controller moves to channel 0; values that
 // pick one of a list are clamped to it.  Pressure, system messages and the controllers that the
 // pitch bend uses itself (96, 97) become nothing.
-unsigned filter_event(uint32_t time, const uint8_t* msg, const midi_event** out);
+unsigned filter_event(uint32_t time, const uint8_t* msg, midi_event (&out)[MAX_OUT_EVENTS]);
 
 } // namespace tarquil

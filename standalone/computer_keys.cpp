@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "softsynth/parameters/midi_event.h"
 #include "standalone/plugin_player.h"
 #include "vst/tarq_vst.h"
 
@@ -13,8 +14,6 @@ namespace tarquil {
 namespace {
 
 constexpr std::string_view KEYS = "awsedftgyhujkolp;";
-constexpr unsigned NOTE_ON = 0x90;
-constexpr unsigned NOTE_OFF = 0x80;
 constexpr uint8_t VELOCITY = 100;
 constexpr int SEMITONES_PER_OCTAVE = 12;
 constexpr int HIGHEST_START = 108;
@@ -37,11 +36,11 @@ void ComputerKeys::press(uint32_t key, bool is_pressed) {
     if (note > 127 || sounding[size_t(note)] == is_pressed)
         return;
     sounding[size_t(note)] = is_pressed;
-    send(is_pressed ? NOTE_ON : NOTE_OFF, note);
+    send(is_pressed ? MIDI_NOTE_ON : MIDI_NOTE_OFF, note);
 }
 
 void ComputerKeys::send(unsigned kind, int note) {
-    const uint8_t message[] = {uint8_t(kind | channel()), uint8_t(note), VELOCITY};
+    const uint8_t message[] = {midi_status(kind, channel()), uint8_t(note), VELOCITY};
     PluginPlayer(plugin).play(message, sizeof(message), 0);
 }
 

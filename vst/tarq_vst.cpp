@@ -27,14 +27,6 @@ constexpr float LARGEST_RATE_ERROR = 0.1F; // Hz
 constexpr std::clock_t NO_WARNING_YET = std::clock_t(-1);
 constexpr std::clock_t WARNING_INTERVAL = 10000000; // clock ticks
 
-constexpr unsigned KIND = 0xF0;
-constexpr unsigned CHANNEL = 0x0F;
-constexpr unsigned NOTE_ON = 0x90;
-constexpr unsigned CONTROL_CHANGE = 0xB0;
-constexpr unsigned PROGRAM_CHANGE = 0xC0;
-constexpr unsigned PITCH_BEND = 0xE0;
-constexpr uint8_t ALL_NOTES_OFF = 123;
-
 // The engine is made with "/" as the working directory; a host's own comes back afterwards.
 class InRootDirectory {
   public:
@@ -178,21 +170,21 @@ int32_t TarqVST::processEvents(const VstEvents* host_events) {
 }
 
 bool TarqVST::queue_message(const uint8_t* message, uint32_t time) {
-    const midi_event* filtered = nullptr;
-    const unsigned count = filter_event(time, message, &filtered);
+    midi_event filtered[MAX_OUT_EVENTS];
+    const unsigned count = filter_event(time, message, filtered);
     // The two halves of a bend belong together.
-    if ((message[0] & KIND) == PITCH_BEND)
+    if (midi_kind(message[0]) == MIDI_PITCH_BEND)
         return events.push({filtered, count});
     for (unsigned i = 0; i < count; i++) {
         const midi_event& event = filtered[i];
         if (events.room() == 0)
             return false;
-        if ((event.status & KIND) == PROGRAM_CHANGE)
-            changeInstrument(event.status & CHANNEL, event.data1, event.time);
+        if (midi_kind(event.status) == MIDI_PROGRAM_CHANGE)
+            changeInstrument(int(midi_channel(event.status)), event.data1, event.time);
         else
             events.push({&event, 1});
-        if ((event.status & KIND) == NOTE_ON)
-            meters.played_channels.fetch_or(1U << (event.status & CHANNEL),
+        if (midi_kind(event.status) == MIDI_NOTE_ON)
+            meters.played_channels.fetch_or(1U << midi_channel(event.status),
                                             std::memory_order_relaxed);
     }
     return true;
@@ -342,7 +334,7 @@ void TarqVST::queue_what_found_no_room() {
 void TarqVST::release_all_notes() {
     const LockHolder holder(synth_lock);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {uint8_t(CONTROL_CHANGE | channel), ALL_NOTES_OFF, 0};
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF, 0};
         queue_message(message, curr_time);
     }
 }

@@ -103,7 +103,7 @@ void TarqVST::set_controller(int index, int value) {
     const auto controller = unsigned(index);
     value = filter_controller(controller, value);
     midi_event event;
-    if (Controller::is_global(controller)) {
+    if (is_global_controller(controller)) {
         settings.set_global_controller(controller, value);
         settings.emit_single_global_controller(&event, controller, curr_time);
         if (!events.push({&event, 1}))
@@ -145,7 +145,7 @@ void TarqVST::set_program_controller(int index, int value) {
 int TarqVST::get_controller(int index) {
     const LockHolder holder(synth_lock);
     const auto controller = unsigned(index);
-    return Controller::is_global(controller) ? settings.get_global_controller(controller)
+    return is_global_controller(controller) ? settings.get_global_controller(controller)
                                              : current_instrument().get_controller(controller);
 }
 

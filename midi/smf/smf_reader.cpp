@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "midi/midi_message.h"
 #include "midi/smf/byte_cursor.h"
 #include "midi/smf/song_clock.h"
 
@@ -96,7 +97,7 @@ void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
     size_t num_bytes = 0; // that are in `event` already
     if (first_byte >= SYSEX)
         ByteCursor::fail_at(start, "a system message that cannot be in a file");
-    if (first_byte >= 0x80) {
+    if (is_midi_status(first_byte)) {
         running_status = first_byte;
     } else {
         if (running_status == 0)
@@ -106,11 +107,10 @@ void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
     }
     event.bytes[0] = running_status;
 
-    const unsigned kind = running_status & 0xF0U;
-    const size_t num_data_bytes = kind == 0xC0 || kind == 0xD0 ? 1 : 2;
+    const size_t num_data_bytes = num_midi_data_bytes(running_status);
     for (; num_bytes < num_data_bytes; num_bytes++) {
         const uint8_t byte = cursor.take_byte("a message");
-        if (byte >= 0x80)
+        if (is_midi_status(byte))
             ByteCursor::fail_at(cursor.offset() - 1, "a data byte above 127");
         event.bytes[1 + num_bytes] = byte;
     }

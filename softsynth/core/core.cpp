@@ -13,6 +13,7 @@
 #include "softsynth/signal/finite.h"
 #include "softsynth/signal/flush_to_zero.h"
 #include "softsynth/voices/pitch_bend.h"
+#include "softsynth/voices/program_change.h"
 #include "softsynth/voices/timeline_memory.h"
 #include "softsynth/wavetables/waveform.h"
 
@@ -59,9 +60,9 @@ Tarquil::Tarquil(const char* settings_filename) {
             std::exit(1);
         }
     }
-    settings.emit_global_controllers(channels[0].get_controllers(), 0);
+    emit_global_controllers(settings, channels[0].get_controllers(), 0);
     for (int c = 0; c < NUM_CHANNELS; c++)
-        settings.get_instrument(unsigned(c)).emit_program_change(channels[c].get_controllers(), 0);
+        emit_program_change(settings.get_instrument(unsigned(c)), channels[c].get_controllers(), 0);
     prepare_timeline_memory();
     prepare_buses();
     aux_filter.init(FILTER_HIGHPASS, 1);
@@ -100,24 +101,24 @@ void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
 void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_events) {
     for (uint32_t i = 0; i < num_events; i++) {
         const midi_event& event = events[i];
-        Channel& channel = channels[event.status & 0x0FU];
-        switch (event.status & 0xF0U) {
-        case 0x80:
+        Channel& channel = channels[midi_channel(event.status)];
+        switch (midi_kind(event.status)) {
+        case MIDI_NOTE_OFF:
             channel.note_off(event.time, event.data1);
             break;
-        case 0x90:
+        case MIDI_NOTE_ON:
             // A repeated note releases the sounding one first.
             channel.note_off(event.time, event.data1);
             channel.note_on(event.time, event.data1, event.data2);
             break;
-        case 0xB0:
+        case MIDI_CONTROL_CHANGE:
             channel.get_controllers()
                 .get_controller(event.data1)
                 .push_back({event.time, event.data2});
             break;
-        case 0xC0:
-            settings.get_instrument(event.data1)
-                .emit_program_change(channel.get_controllers(), event.time);
+        case MIDI_PROGRAM_CHANGE:
+            emit_program_change(settings.get_instrument(event.data1), channel.get_controllers(),
+                                event.time);
             break;
         default:
             break;

@@ -130,6 +130,21 @@ const ControllerInfo* find_controller(unsigned number) {
     return &ROWS[ROW_OF_NUMBER[number]];
 }
 
+bool is_global_controller(unsigned number) {
+    const ControllerInfo* info = find_controller(number);
+    return info != nullptr && info->scope != ControllerScope::CHANNEL;
+}
+
+bool is_channel_controller(unsigned number) {
+    const ControllerInfo* info = find_controller(number);
+    return info != nullptr && info->scope == ControllerScope::CHANNEL;
+}
+
+bool is_constant_controller(unsigned number) {
+    const ControllerInfo* info = find_controller(number);
+    return info != nullptr && info->scope == ControllerScope::GLOBAL_CONSTANT;
+}
+
 float map_char_to_float(unsigned number, int value) {
     const ControllerInfo* info = find_controller(number);
     if (info == nullptr || !info->mapping.exists)

@@ -74,6 +74,11 @@ std::span<const ControllerInfo, NUM_GLOBAL_CONTROLLERS> global_controller_rows()
 // The row of controller `number`, or null when the number has none (or is above 205).
 const ControllerInfo* find_controller(unsigned number);
 
+// Which of the scopes a number's row has; all false without a row.
+bool is_global_controller(unsigned number); // constant or not
+bool is_channel_controller(unsigned number);
+bool is_constant_controller(unsigned number);
+
 // The float that `value` (0..127) stands for; the value itself for a controller without a mapping.
 float map_char_to_float(unsigned number, int value);
 

@@ -16,21 +16,6 @@ Controller::~Controller() {
         give_back_timeline(events);
 }
 
-bool Controller::is_global(unsigned number) {
-    const ControllerInfo* info = find_controller(number);
-    return info != nullptr && info->scope != ControllerScope::CHANNEL;
-}
-
-bool Controller::is_channel(unsigned number) {
-    const ControllerInfo* info = find_controller(number);
-    return info != nullptr && info->scope == ControllerScope::CHANNEL;
-}
-
-bool Controller::is_constant(unsigned number) {
-    const ControllerInfo* info = find_controller(number);
-    return info != nullptr && info->scope == ControllerScope::GLOBAL_CONSTANT;
-}
-
 void Controller::push_back(const ControllerEvent& event) {
     if (num_events == capacity) {
         ControllerEvent* const full = events;

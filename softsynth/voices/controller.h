@@ -25,11 +25,6 @@ class Controller {
     Controller(const Controller&) = delete;
     Controller& operator=(const Controller&) = delete;
 
-    static bool is_global(unsigned number);
-    static bool is_channel(unsigned number);
-    // True when only the last value of a block is ever used.
-    static bool is_constant(unsigned number);
-
     // Appends a change; events come in time order.  The timeline doubles when it is full, see
     // timeline_memory.
     void push_back(const ControllerEvent& event);

@@ -158,7 +158,7 @@ TEST(Instrument, AProgramChangeEmitsEveryChannelController) {
     for (unsigned i = 0; i < count; i++) {
         EXPECT_EQ(events[i].time, 1000U);
         EXPECT_EQ(events[i].status, 0xB5);
-        EXPECT_FALSE(Controller::is_global(events[i].data1));
+        EXPECT_FALSE(is_global_controller(events[i].data1));
         EXPECT_EQ(events[i].data2, instrument.get_controller(events[i].data1));
         EXPECT_TRUE(i == 0 || events[i].data1 > last);
         last = events[i].data1;
@@ -166,20 +166,6 @@ TEST(Instrument, AProgramChangeEmitsEveryChannelController) {
     EXPECT_EQ(instrument.emit_single_controller(events.data(), 15, CTRL_OSC1_TYPE, 7), 1U);
     EXPECT_EQ(events[0].status, 0xBF);
     EXPECT_EQ(events[0].data1, CTRL_OSC1_TYPE);
-}
-
-TEST(Instrument, AProgramChangeReachesTheTimelines) {
-    const Instrument instrument = varied(7);
-    ControllerArray controllers;
-    instrument.emit_program_change(controllers, 64);
-    for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
-        const Controller& controller = controllers.get_controller(number);
-        ASSERT_EQ(controller.size(), Controller::is_global(number) ? 1U : 2U) << number;
-        if (!Controller::is_global(number)) {
-            EXPECT_EQ(controller.event(1).time, 64U);
-            EXPECT_EQ(controller.get_last_int_value(), instrument.get_controller(number));
-        }
-    }
 }
 
 TEST(Instrument, NumbersAndBytesBeyondTheirRangeAssert) {

@@ -6,20 +6,11 @@
 
 namespace tarquil {
 
-namespace {
-
-constexpr unsigned KIND = 0xF0;
-constexpr unsigned CHANNEL = 0x0F;
-constexpr unsigned NOTE_ON = 0x90;
-constexpr unsigned PROGRAM_CHANGE = 0xC0;
-
-} // namespace
-
 ChannelSet find_used_channels(const Song& song, const ChannelSet& channels) {
     ChannelSet used;
     for (const SongMessage& message : song.messages)
-        if ((message.bytes[0] & KIND) == NOTE_ON && message.bytes[2] != 0)
-            used.set(message.bytes[0] & CHANNEL);
+        if (midi_kind(message.bytes[0]) == MIDI_NOTE_ON && message.bytes[2] != 0)
+            used.set(midi_channel(message.bytes[0]));
     return used & channels;
 }
 
@@ -52,16 +43,16 @@ void EngineDriver::queue_first_instruments() {
 }
 
 size_t EngineDriver::queue_message(uint32_t time, uint32_t /*block_start*/, const uint8_t* bytes) {
-    const bool is_program = (bytes[0] & KIND) == PROGRAM_CHANGE;
+    const bool is_program = midi_kind(bytes[0]) == MIDI_PROGRAM_CHANGE;
     if (!is_playable_message(bytes) ||
-        (is_program && orchestra.fixed_instruments[bytes[0] & CHANNEL]))
+        (is_program && orchestra.fixed_instruments[midi_channel(bytes[0])]))
         return events.size();
-    const midi_event* filtered = nullptr;
-    const unsigned count = filter_event(time, bytes, &filtered);
+    midi_event filtered[MAX_OUT_EVENTS];
+    const unsigned count = filter_event(time, bytes, filtered);
     for (unsigned i = 0; i < count; i++) {
         const midi_event& event = filtered[i];
-        if ((event.status & KIND) == PROGRAM_CHANGE)
-            queue_instrument(orchestra.bank.get_instrument(event.data1), event.status & CHANNEL,
+        if (midi_kind(event.status) == MIDI_PROGRAM_CHANGE)
+            queue_instrument(orchestra.bank.get_instrument(event.data1), midi_channel(event.status),
                              time);
         else
             events.push_back(event);

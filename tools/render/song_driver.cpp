@@ -2,20 +2,10 @@
 
 #include "tools/render/song_driver.h"
 
+#include "midi/midi_message.h"
 #include "tools/failure.h"
 
 namespace tarquil {
-
-namespace {
-
-constexpr unsigned KIND = 0xF0;
-constexpr unsigned CHANNEL = 0x0F;
-constexpr unsigned NOTE_OFF = 0x80;
-constexpr unsigned NOTE_ON = 0x90;
-constexpr unsigned CONTROL_CHANGE = 0xB0;
-constexpr uint8_t ALL_NOTES_OFF = 123;
-
-} // namespace
 
 void SongDriver::render(float* pcm, uint32_t num_samples) {
     const uint32_t block_end = curr_time + num_samples;
@@ -33,9 +23,9 @@ void SongDriver::queue_song(uint32_t block_end) {
         const SongMessage& message = song.messages[next_message];
         if (message.time >= block_end)
             break;
-        const unsigned kind = message.bytes[0] & KIND;
-        const bool is_note = kind == NOTE_ON || kind == NOTE_OFF;
-        if (is_note && !channels[message.bytes[0] & CHANNEL])
+        const unsigned kind = midi_kind(message.bytes[0]);
+        const bool is_note = kind == MIDI_NOTE_ON || kind == MIDI_NOTE_OFF;
+        if (is_note && !channels[midi_channel(message.bytes[0])])
             continue;
         if (queue_message(message.time, curr_time, message.bytes) > MAX_EVENTS)
             throw BadInput("sample " + std::to_string(message.time) + ": more than " +
@@ -46,7 +36,7 @@ void SongDriver::queue_song(uint32_t block_end) {
 void SongDriver::queue_releases() {
     keys_released = true;
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {uint8_t(CONTROL_CHANGE | channel), ALL_NOTES_OFF, 0};
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF, 0};
         queue_message(song.end_time, curr_time, message);
     }
 }

@@ -137,7 +137,7 @@ TEST(Core, MutedBandIsSilent) {
 // A bank can hold any byte; the choice lists are clamped before anything reaches the engine.
 void set_random_bytes(EngineHost& host, std::mt19937& random, bool extremes) {
     for (const ControllerInfo& info : controller_rows()) {
-        for (int channel = 0; channel < (Controller::is_global(info.number) ? 1 : 4); channel++) {
+        for (int channel = 0; channel < (is_global_controller(info.number) ? 1 : 4); channel++) {
             int value = int(random() % 128);
             if (extremes)
                 value = value < 64 ? 0 : 127;
@@ -162,7 +162,7 @@ TEST(Core, SurvivesEverySettingThatABankCanHold) {
         }
         // Whatever it was, a default sound plays afterwards as if nothing had happened.
         for (const ControllerInfo& info : controller_rows()) {
-            for (int channel = 0; channel < (Controller::is_global(info.number) ? 1 : 4); channel++)
+            for (int channel = 0; channel < (is_global_controller(info.number) ? 1 : 4); channel++)
                 host.set(channel, info.number, default_byte(info));
         }
         host.render(256);

@@ -8,8 +8,6 @@
 #include <limits>
 #include <string>
 
-#include "softsynth/voices/controller.h"
-
 namespace tarquil {
 
 namespace {
@@ -40,14 +38,14 @@ TEST(ControllerTable, EveryNumberHasItsScope) {
     unsigned mapped = 0;
     for (unsigned number = 0; number < 300; number++) {
         const ControllerInfo* info = find_controller(number);
-        EXPECT_FALSE(Controller::is_global(number) && Controller::is_channel(number)) << number;
-        EXPECT_EQ(info != nullptr, Controller::is_global(number) || Controller::is_channel(number));
+        EXPECT_FALSE(is_global_controller(number) && is_channel_controller(number)) << number;
+        EXPECT_EQ(info != nullptr, is_global_controller(number) || is_channel_controller(number));
         const bool constant = (number >= 12 && number <= 15) || (number >= 21 && number <= 24) ||
                               (number >= 30 && number <= 53);
-        EXPECT_EQ(Controller::is_constant(number), constant) << number;
+        EXPECT_EQ(is_constant_controller(number), constant) << number;
         const bool global =
             constant || (number >= 54 && number <= 56) || (number >= 182 && number <= 205);
-        EXPECT_EQ(Controller::is_global(number), global) << number;
+        EXPECT_EQ(is_global_controller(number), global) << number;
         if (info != nullptr && info->mapping.exists)
             mapped++;
     }
