@@ -131,6 +131,58 @@ TEST(TarqVST, AnEditedProgramChangesInEveryChannelThatPlaysIt) {
     EXPECT_EQ(vst.get_controller(CTRL_PITCH_BEND_MSB), 64);
 }
 
+TEST(TarqVST, AProgramChangeByMidiActsAtItsTime) {
+    const auto play = [](unsigned program) {
+        ClockedVST vst;
+        vst.setProgram(7);
+        vst.set_controller(CTRL_PANNING, 0);
+        vst.midi(0x90, 60, 100);
+        vst.midi(0xC0, program, 0, 1000);
+        return vst.render(2048);
+    };
+    const std::vector<float> sound = play(7);
+    const std::vector<float> same = play(0);
+    EXPECT_GT(peak(sound), 0.01F);
+    const auto first = std::mismatch(sound.begin(), sound.end(), same.begin()).first;
+    EXPECT_EQ(first - sound.begin(), 1000);
+}
+
+TEST(TarqVST, GlobalsThatFoundNoRoomFollow) {
+    const auto play = [](bool is_full) {
+        ClockedVST vst;
+        vst.render(64);
+        for (int i = 0; is_full && vst.num_queued_events() < EventQueue::CAPACITY; i++)
+            vst.midi(0xB0, CTRL_AUX2_LEVEL, 0, 1000);
+        vst.set_controller(CTRL_GLOBAL_FILTER1_TYPE, 1);
+        for (int block = 0; block < 8; block++)
+            vst.render(256);
+        vst.midi(0x90, 60, 100);
+        return vst.render(1024);
+    };
+    EXPECT_EQ(play(true), play(false));
+}
+
+TEST(TarqVST, MetersTellSidesChannelsAndVoices) {
+    ClockedVST vst;
+    vst.setProgram(2);
+    vst.set_controller(CTRL_PANNING, 0);
+    vst.set_controller(CTRL_AUX1_LEVEL, 0);
+    vst.midi(0x92, 60, 100);
+    vst.render(512);
+    EXPECT_EQ(vst.meters.peak_left, 0.0F) << "nobody watches";
+    vst.meters.watched = true;
+    const std::vector<float> sound = vst.render(512);
+    EXPECT_EQ(vst.meters.peak_left, peak({sound.begin(), sound.begin() + 512}));
+    EXPECT_GT(vst.meters.peak_left, 0.001F);
+    EXPECT_EQ(vst.meters.peak_right, 0.0F);
+    EXPECT_EQ(vst.meters.played_channels, 1U << 2);
+    EXPECT_EQ(vst.meters.voices, 1);
+    vst.midi(0x82, 60, 0);
+    vst.render(44100);
+    EXPECT_EQ(vst.meters.voices, 0);
+    EXPECT_GE(vst.meters.peak_left, peak(sound)) << "kept until it is taken";
+}
+
 TEST(TarqVST, AddsOrReplacesAndWaitsForTheBlockSize) {
     TarqVST vst(nullptr);
     float left[8];

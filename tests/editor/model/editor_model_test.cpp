@@ -12,6 +12,7 @@ namespace tarquil {
 
 namespace {
 
+using testing::_;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -183,18 +184,101 @@ TEST_F(EditorModelTest, AFileThatDoesNotLoadSaysWhyAndChangesNothing) {
     EXPECT_EQ(model.undo_name(), "");
 }
 
-TEST(UndoHistory, ForgetsTheOldestAndWhatANewStepReplaces) {
+TEST_F(EditorModelTest, AStepIsUndoneFromItsEnd) {
+    model.begin_gesture("Both");
+    model.set_value(CTRL_REVERB_DAMP, 1);
+    model.set_value(CTRL_PANNING, 2);
+    model.end_gesture();
+    synth.calls.clear();
+    model.undo();
+    EXPECT_THAT(synth.calls, ElementsAre("begin panning", "panning 64", "end panning",
+                                         "begin reverb_damp", _, "end reverb_damp"));
+    synth.calls.clear();
+    model.redo();
+    EXPECT_THAT(synth.calls, ElementsAre("begin reverb_damp", "reverb_damp 1", "end reverb_damp",
+                                         "begin panning", "panning 2", "end panning"));
+}
+
+TEST_F(EditorModelTest, ANewEditForgetsWhatWasUndone) {
+    model.set_value(CTRL_PANNING, 1);
+    model.set_value(CTRL_PANNING, 2);
+    model.undo();
+    model.undo();
+    EXPECT_EQ(model.redo_name(), "Panning");
+    model.set_value(CTRL_REVERB_DAMP, 3);
+    EXPECT_EQ(model.redo_name(), "");
+    model.redo();
+    EXPECT_EQ(sound(0, CTRL_PANNING), 64);
+    model.undo();
+    EXPECT_EQ(model.undo_name(), "");
+}
+
+TEST_F(EditorModelTest, ChannelsAndTheSongAreSteps) {
+    model.assign_channel(3, 40);
+    EXPECT_EQ(synth.channel_programs[3], 40);
+    EXPECT_EQ(model.undo_name(), "Channel 4");
+    model.set_song("Title", "");
+    model.set_song("Title", "Author");
+    model.undo();
+    EXPECT_EQ(synth.bank.get_song_title(), "Title");
+    EXPECT_EQ(synth.bank.get_song_author(), "");
+    model.undo();
+    model.undo();
+    EXPECT_EQ(model.get_state().channel_programs[3], 3);
+    EXPECT_EQ(synth.bank.get_song_title(), "");
+    model.redo();
+    EXPECT_EQ(synth.channel_programs[3], 40);
+}
+
+TEST_F(EditorModelTest, WhatChangesNothingIsNoStep) {
+    model.set_value(CTRL_PANNING, model.value(CTRL_PANNING));
+    model.assign_channel(3, 3);
+    model.set_song("", "");
+    model.rename_program(2, name(2));
+    model.copy_program(4, 4);
+    model.swap_programs(4, 4);
+    EXPECT_EQ(model.undo_name(), "");
+    EXPECT_TRUE(synth.calls.empty());
+}
+
+TEST_F(EditorModelTest, EverythingElseEndsTheDragFirst) {
+    model.begin_gesture("Drag");
+    model.set_value(CTRL_PANNING, 1);
+    model.undo();
+    EXPECT_FALSE(model.is_in_gesture());
+    EXPECT_EQ(model.redo_name(), "Drag");
+    model.begin_gesture("Drag");
+    model.set_value(CTRL_PANNING, 1);
+    model.begin_gesture("Next");
+    EXPECT_EQ(synth.calls.back(), "end panning");
+    EXPECT_EQ(model.undo_name(), "Drag");
+    model.select_program(9);
+    EXPECT_FALSE(model.is_in_gesture());
+    model.undo();
+    EXPECT_EQ(sound(0, CTRL_PANNING), 64);
+}
+
+TEST_F(EditorModelTest, ARefreshTellsOfChangesOnce) {
+    EXPECT_FALSE(model.refresh());
+    synth.bank.get_instrument(0).set_controller(CTRL_PANNING, 3);
+    EXPECT_TRUE(model.refresh());
+    EXPECT_EQ(model.value(CTRL_PANNING), 3);
+    EXPECT_FALSE(model.refresh());
+}
+
+TEST(UndoHistory, ForgetsTheOldestStepBeyondItsSize) {
     UndoHistory history;
+    EXPECT_EQ(history.undo(), nullptr);
     for (size_t i = 0; i <= UndoHistory::MAX_STEPS; i++)
         history.push({std::to_string(i), {}});
-    history.undo();
-    EXPECT_EQ(history.redo_name(), std::to_string(UndoHistory::MAX_STEPS));
-    history.push({"new", {}});
-    EXPECT_EQ(history.redo(), nullptr);
-    size_t count = 0;
-    while (history.undo() != nullptr)
-        count++;
-    EXPECT_EQ(count, UndoHistory::MAX_STEPS);
+    for (size_t i = UndoHistory::MAX_STEPS; i > 0; i--) {
+        EXPECT_EQ(history.undo_name(), std::to_string(i));
+        EXPECT_EQ(history.undo()->name, std::to_string(i));
+        EXPECT_EQ(history.redo_name(), std::to_string(i));
+    }
+    EXPECT_EQ(history.undo(), nullptr);
+    EXPECT_EQ(history.undo_name(), "");
+    EXPECT_EQ(history.redo()->name, "1");
 }
 
 } // namespace

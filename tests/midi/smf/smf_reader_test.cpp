@@ -127,6 +127,8 @@ TEST(SmfReader, NamesDamageAndItsPlace) {
         {make_smf(0, 96, {{0x00, 0x90, 1, 1}}), "track 1, byte 26: the track has no end of track"},
         {make_smf(0, 96, {{0x00, 0xFF, 0x2F, 0x00, 0x00}}), "byte 26: the track goes on"},
         {one_track({0x00, 0x3C, 0x40}), "byte 23: a data byte without a status"},
+        {make_smf(1, 96, {with_end({0x00, 0x90, 1, 1}), with_end({0x00, 0x3C, 0x40})}),
+         "track 2, byte 39: a data byte without a status"},
         {one_track({0x00, 0x90, 0x3C, 0x80}), "byte 25: a data byte above 127"},
         {one_track({0x00, 0xF8}), "byte 23: a system message"},
         {one_track({0xFF, 0xFF, 0xFF, 0xFF, 0x00}), "byte 22: a delta time has more than four"},

@@ -1,0 +1,154 @@
+// Tests of the plug-in as the editor sees it, and of what the host is told.
+
+#include "vst/plugin_synth.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/engine_host.h"
+#include "vst/tarq_vst.h"
+
+namespace tarquil {
+
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::string> told; // to the host
+
+intptr_t VST_CALL listen(AEffect*, int32_t opcode, int32_t index, intptr_t, void*, float value) {
+    switch (opcode) {
+    case audioMasterVersion:
+        return kVstVersion;
+    case audioMasterBeginEdit:
+        told.push_back("begin " + std::to_string(index));
+        break;
+    case audioMasterAutomate:
+        told.push_back(std::to_string(index) + " " + std::to_string(int(value * 127)));
+        break;
+    case audioMasterEndEdit:
+        told.push_back("end " + std::to_string(index));
+        break;
+    case audioMasterUpdateDisplay:
+        told.emplace_back("look");
+        break;
+    default:
+        break;
+    }
+    return 0;
+}
+
+class PluginSynthTest : public testing::Test {
+  protected:
+    PluginSynthTest() {
+        plugin.setBlockSize(256);
+        plugin.resume();
+        told.clear();
+    }
+    EditorState state() {
+        EditorState read;
+        synth.read_state(read);
+        return read;
+    }
+    void note_on(unsigned channel) {
+        VstMidiEvent event;
+        event.midiData[0] = char(0x90U | channel);
+        event.midiData[1] = 60;
+        event.midiData[2] = 100;
+        VstEvents batch;
+        batch.numEvents = 1;
+        batch.events[0] = reinterpret_cast<VstEvent*>(&event);
+        plugin.processEvents(&batch);
+    }
+    void render(int32_t frames) {
+        left.resize(size_t(frames));
+        right.resize(size_t(frames));
+        float* outputs[] = {left.data(), right.data()};
+        plugin.processReplacing(nullptr, outputs, frames);
+    }
+
+    TarqVST plugin{listen};
+    PluginSynth synth{plugin};
+    std::vector<float> left;
+    std::vector<float> right;
+};
+
+TEST_F(PluginSynthTest, AnEditReachesTheProgramAndTheHost) {
+    synth.set_program(5);
+    synth.begin_edit(CTRL_PANNING);
+    synth.set_controller(CTRL_PANNING, 90);
+    synth.end_edit(CTRL_PANNING);
+    const std::string parameter = std::to_string(synth.host_parameter(CTRL_PANNING));
+    EXPECT_NE(parameter, "0");
+    EXPECT_THAT(told,
+                ElementsAre("look", "begin " + parameter, parameter + " 90", "end " + parameter));
+    EXPECT_EQ(state().program, 5U);
+    EXPECT_EQ(state().bytes[CTRL_PANNING], 90);
+    EXPECT_EQ(synth.get_instrument(5).get_controller(CTRL_PANNING), 90);
+    EXPECT_EQ(synth.get_instrument(4).get_controller(CTRL_PANNING), 64);
+}
+
+TEST_F(PluginSynthTest, ProgramsBanksAndSongsAreReplacedWhole) {
+    Instrument instrument = synth.get_instrument(9);
+    instrument.set_name("nine");
+    synth.set_instrument(9, instrument);
+    synth.set_channel_program(3, 9);
+    synth.set_song("Title", "Author");
+    EXPECT_EQ(state().names[9], "nine");
+    EXPECT_EQ(state().names[3], "instrument_3");
+    EXPECT_EQ(state().channel_programs[3], 9);
+    EXPECT_EQ(state().channel_programs[9], 9);
+    EXPECT_EQ(state().song_title, "Title");
+    EXPECT_EQ(state().song_author, "Author");
+    TarqSettings bank;
+    synth.copy_bank(bank);
+    EXPECT_EQ(bank.get_instrument(9).get_name(), "nine");
+    bank.get_instrument(9).set_name("other");
+    synth.set_bank(bank);
+    EXPECT_EQ(state().names[9], "other");
+    EXPECT_EQ(state().channel_programs[3], 9);
+    EXPECT_THAT(told, ElementsAre("look", "look"));
+}
+
+TEST_F(PluginSynthTest, MetersAreReadOnce) {
+    plugin.meters.watched = true;
+    synth.set_controller(CTRL_PANNING, 0);
+    synth.set_controller(CTRL_AUX1_LEVEL, 0);
+    note_on(0);
+    render(1024);
+    const EditorMeters meters = synth.read_meters();
+    EXPECT_GT(meters.peaks[0], 0.001F);
+    EXPECT_EQ(meters.peaks[0], peak(left));
+    EXPECT_EQ(meters.peaks[1], 0.0F);
+    EXPECT_EQ(meters.voices, 1U);
+    EXPECT_EQ(meters.active_channels, 1U);
+    EXPECT_GT(meters.band_levels[1], 0.0F);
+    const EditorMeters after = synth.read_meters();
+    EXPECT_EQ(after.peaks[0], 0.0F);
+    EXPECT_EQ(after.active_channels, 0U);
+    EXPECT_EQ(after.band_levels, meters.band_levels);
+    EXPECT_EQ(after.band_gains, meters.band_gains);
+}
+
+TEST_F(PluginSynthTest, PanicEndsTheNotesOfEveryChannel) {
+    plugin.meters.watched = true;
+    note_on(0);
+    note_on(15);
+    render(256);
+    EXPECT_EQ(synth.read_meters().voices, 2U);
+    EXPECT_EQ(synth.read_meters().active_channels, 0U);
+    synth.panic();
+    render(44100);
+    EXPECT_EQ(synth.read_meters().voices, 0U);
+}
+
+TEST_F(PluginSynthTest, BandsAreMutedOneByOne) {
+    synth.set_band_muted(2, true);
+    for (unsigned band = 0; band < MC_N_BANDS; band++)
+        EXPECT_EQ(synth.is_band_muted(band), band == 2);
+    synth.set_band_muted(2, false);
+    EXPECT_FALSE(synth.is_band_muted(2));
+}
+
+} // namespace
+
+} // namespace tarquil
