@@ -1,11 +1,13 @@
-// The stages of the master section.
+// The stages of the master section, and the way to another rate.
 
+#include <algorithm>
 #include <memory>
 
 #include "bench/kernels/kernel_row.h"
 #include "bench/signals.h"
 #include "softsynth/effects/multi_compressor.h"
 #include "softsynth/effects/psola.h"
+#include "softsynth/rate/rate_bridge.h"
 #include "softsynth/reverb/revmodel.h"
 
 namespace tarquil {
@@ -70,13 +72,32 @@ KernelRow capture_row() {
             }};
 }
 
+// To a host's rate.
+KernelRow rate_row(const char* name, double rate) {
+    const auto bridge = std::make_shared<RateBridge>();
+    if (!bridge->activate(rate, 32))
+        return {};
+    return {name, KernelRow::CYCLES, BLOCK, [bridge] {
+                static float left[BLOCK];
+                static float right[BLOCK];
+                bridge->render(left, right, BLOCK, [](float* frames, uint32_t num_frames) {
+                    std::copy_n(noise.get_first_left_sample_ptr(), 2 * num_frames, frames);
+                });
+            }};
+}
+
 } // namespace
 
 std::vector<KernelRow> master_rows() {
     noise.init(BLOCK);
     bus.init(BLOCK);
     fill_noise(noise.get_first_left_sample_ptr(), 2 * BLOCK);
-    return {crossover_row(), compressor_row(), reverb_row(), capture_row()};
+    return {crossover_row(),
+            compressor_row(),
+            reverb_row(),
+            capture_row(),
+            rate_row("44100 to 48000 Hz, frame", 48000.0),
+            rate_row("44100 to 47999 Hz, frame", 47999.0)};
 }
 
 } // namespace tarquil

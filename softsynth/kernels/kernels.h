@@ -14,6 +14,7 @@
 #include "softsynth/kernels/ladder_lanes.h"
 #include "softsynth/kernels/level_detectors.h"
 #include "softsynth/kernels/oscillator_copies.h"
+#include "softsynth/kernels/polyphase.h"
 #include "softsynth/kernels/reverb_tank.h"
 
 namespace tarquil {
