@@ -2,7 +2,6 @@
 
 #include "softsynth/rate/rate_bridge.h"
 
-#include "common/assertion.h"
 #include "softsynth/parameters/constants.h"
 
 namespace tarquil {

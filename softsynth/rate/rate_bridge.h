@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "common/assertion.h"
 #include "softsynth/rate/polyphase_stream.h"
 #include "softsynth/rate/rate_ratio.h"
 
@@ -53,6 +54,7 @@ class RateBridge {
         while (count > 0) {
             const uint32_t piece = std::min(count, max_piece);
             const auto needed = uint32_t(engine_frames_needed(piece));
+            TARQ_ASSERT(2 * size_t(needed) <= quanta.size());
             if (needed > 0) {
                 run_engine(quanta.data(), needed);
                 stream.write(quanta.data(), needed);
