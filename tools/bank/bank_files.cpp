@@ -52,18 +52,19 @@ unsigned number_of_file_name(const std::string& directory, const std::string& na
 
 } // namespace
 
-Instrument load_instrument_file(const std::string& path, const std::string& name) {
+Instrument load_instrument_file(const std::string& path, const std::string& name,
+                                LoadReport& report) {
     Instrument instrument;
     instrument.set_name(name);
-    instrument.load_from_string(read_text(path));
+    instrument.load_from_string(read_text(path), &report);
     return instrument;
 }
 
-void load_globals_file(TarqSettings& bank, const std::string& path) {
+void load_globals_file(TarqSettings& bank, const std::string& path, LoadReport& report) {
     TextFileReader reader;
     reader.load_from_string(read_text(path));
     ControllerBytes bytes = default_controller_bytes();
-    read_controllers(reader, global_controller_rows(), bytes);
+    read_controllers(reader, global_controller_rows(), bytes, &report);
     for (const ControllerInfo& info : global_controller_rows())
         bank.set_global_controller(info.number, bytes[info.number]);
     std::string title;
