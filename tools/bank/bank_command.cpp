@@ -9,7 +9,7 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
-#include "tools/load_summary.h"
+#include "tools/notice.h"
 #include "tools/write_result.h"
 
 namespace tarquil {

@@ -11,7 +11,7 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
-#include "tools/load_summary.h"
+#include "tools/notice.h"
 #include "tools/plot/filter_type_name.h"
 #include "tools/plot/instrument_plots.h"
 #include "tools/plot/plot_canvas.h"

@@ -14,7 +14,7 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
-#include "tools/load_summary.h"
+#include "tools/notice.h"
 #include "tools/render/render_options.h"
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
