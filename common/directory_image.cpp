@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <string_view>
+#include <set>
 
 #include "common/assertion.h"
 #include "common/file_handle.h"
@@ -73,6 +73,48 @@ bool stays_below_target(std::string_view name) {
     }
 }
 
+// The path without its empty and "." parts.
+std::string plain_path(std::string_view name) {
+    std::string path;
+    while (!name.empty()) {
+        const size_t end = std::min(name.find('/'), name.size());
+        const std::string_view part = name.substr(0, end);
+        if (!part.empty() && part != ".")
+            path += (path.empty() ? "" : "/") + std::string(part);
+        name.remove_prefix(std::min(end + 1, name.size()));
+    }
+    return path;
+}
+
+// What an image's records have made so far, and whether the next one can be.
+class UnpackedTree {
+  public:
+    void make_directory(std::string_view name) {
+        const std::string path = plain_path(name);
+        if (!is_dot(name) && has_parent(path) && !files.contains(path))
+            directories.insert(path);
+    }
+
+    bool make_file(std::string_view name) {
+        const std::string path = plain_path(name);
+        if (is_dot(name) || name.ends_with('/') || !has_parent(path) || directories.contains(path))
+            return false;
+        files.insert(path);
+        return true;
+    }
+
+  private:
+    static bool is_dot(std::string_view name) { return name == "." || name.ends_with("/."); }
+
+    [[nodiscard]] bool has_parent(const std::string& path) const {
+        const size_t slash = path.rfind('/');
+        return slash == std::string::npos || directories.contains(path.substr(0, slash));
+    }
+
+    std::set<std::string> directories{""};
+    std::set<std::string> files;
+};
+
 bool starts_with_magic(const char* image, int length) {
     return length >= int(IMAGE_MAGIC.size()) &&
            std::string_view(image, IMAGE_MAGIC.size()) == IMAGE_MAGIC;
@@ -97,26 +139,33 @@ int unpack_file(const std::string& path, const char* data, int arrsize, uint32_t
 
 } // namespace
 
-bool directory_image_is_sound(const char* image, int length) {
-    if (!starts_with_magic(image, length))
-        return false;
-    image += IMAGE_MAGIC.size();
-    int arrsize = length - int(IMAGE_MAGIC.size());
-    while (arrsize >= HEADER_LENGTH) {
-        const RecordHeader header(image, arrsize);
-        const bool is_file = header.kind() == FILE_KIND;
-        if ((!is_file && header.kind() != DIRECTORY_KIND) || !stays_below_target(header.name()))
-            return false;
-        image += HEADER_LENGTH;
-        arrsize -= HEADER_LENGTH;
-        if (!is_file)
+std::optional<std::string_view> find_in_directory_image(std::string_view image,
+                                                        std::string_view wanted) {
+    if (!image.starts_with(IMAGE_MAGIC))
+        return std::nullopt;
+    image.remove_prefix(IMAGE_MAGIC.size());
+    std::optional<std::string_view> found;
+    UnpackedTree tree;
+    while (image.size() >= HEADER_LENGTH) {
+        const RecordHeader header(image.data(), HEADER_LENGTH);
+        image.remove_prefix(HEADER_LENGTH);
+        if (!stays_below_target(header.name()))
+            break;
+        if (header.kind() == DIRECTORY_KIND) {
+            tree.make_directory(header.name());
             continue;
-        if (header.size() > uint32_t(arrsize))
-            return false;
-        image += header.size();
-        arrsize -= int(header.size());
+        }
+        if (header.kind() != FILE_KIND || header.size() > image.size() ||
+            !tree.make_file(header.name()))
+            break;
+        const std::string_view data = image.substr(0, header.size());
+        if (plain_path(header.name()) == wanted)
+            found = data;
+        if (data.empty())
+            break;
+        image.remove_prefix(data.size());
     }
-    return arrsize == 0;
+    return found;
 }
 
 int memory_to_directory(const std::string& target, const char* image, int length) {

@@ -38,27 +38,28 @@ template <typename Object, typename Load> int load_checked(Object& object, const
 
 } // namespace
 
-int load_bank_checked(TarqSettings& bank, const std::string& path) {
-    return load_checked(bank, [&](TarqSettings& fresh) { return fresh.text_load(path); });
+int load_bank_checked(TarqSettings& bank, const std::string& path, LoadReport* report) {
+    return load_checked(bank, [&](TarqSettings& fresh) { return fresh.text_load(path, report); });
 }
 
-int load_bank_checked_from_string(TarqSettings& bank, std::string_view text) {
-    return load_checked(bank,
-                        [&](TarqSettings& fresh) { return fresh.text_load_from_string(text); });
+int load_bank_checked_from_string(TarqSettings& bank, std::string_view text, LoadReport* report) {
+    return load_checked(
+        bank, [&](TarqSettings& fresh) { return fresh.text_load_from_string(text, report); });
 }
 
-int load_instrument_checked(Instrument& instrument, const std::string& path) {
+int load_instrument_checked(Instrument& instrument, const std::string& path, LoadReport* report) {
     return load_checked(instrument, [&](Instrument& fresh) {
-        const int error = fresh.text_load(path);
+        const int error = fresh.text_load(path, report);
         if (error == 0)
             fresh.set_filename(path);
         return error;
     });
 }
 
-int load_instrument_checked_from_string(Instrument& instrument, std::string_view text) {
+int load_instrument_checked_from_string(Instrument& instrument, std::string_view text,
+                                        LoadReport* report) {
     return load_checked(instrument,
-                        [&](Instrument& fresh) { return fresh.load_from_string(text); });
+                        [&](Instrument& fresh) { return fresh.load_from_string(text, report); });
 }
 
 } // namespace tarquil

@@ -18,11 +18,14 @@ namespace tarquil {
 // Every controller that picks one of a list gets a byte within it.
 void clamp_choices(Instrument& instrument);
 
-int load_bank_checked(TarqSettings& bank, const std::string& path);
-int load_bank_checked_from_string(TarqSettings& bank, std::string_view text);
+int load_bank_checked(TarqSettings& bank, const std::string& path, LoadReport* report = nullptr);
+int load_bank_checked_from_string(TarqSettings& bank, std::string_view text,
+                                  LoadReport* report = nullptr);
 
 // `path` becomes the instrument's file name.
-int load_instrument_checked(Instrument& instrument, const std::string& path);
-int load_instrument_checked_from_string(Instrument& instrument, std::string_view text);
+int load_instrument_checked(Instrument& instrument, const std::string& path,
+                            LoadReport* report = nullptr);
+int load_instrument_checked_from_string(Instrument& instrument, std::string_view text,
+                                        LoadReport* report = nullptr);
 
 } // namespace tarquil

@@ -2,8 +2,6 @@
 
 #include "instrument/controller_bytes.h"
 
-#include <cstdio>
-
 namespace tarquil {
 
 const ControllerBytes& default_controller_bytes() {
@@ -23,13 +21,17 @@ void write_controllers(TextFileMemoryWriter& writer, std::span<const ControllerI
 }
 
 void read_controllers(const TextFileReader& reader, std::span<const ControllerInfo> rows,
-                      ControllerBytes& bytes) {
+                      ControllerBytes& bytes, LoadReport* report) {
     for (const ControllerInfo& info : rows) {
         float value = 0.0F;
-        if (reader.get_float(info.key, value))
-            bytes[info.number] = uint8_t(map_float_to_char(info.number, value));
-        else
-            std::printf("%s not found, using defaults\n", info.key);
+        if (!reader.get_float(info.key, value)) {
+            report_missing_key(report, info.key);
+            continue;
+        }
+        const NearestByte nearest = nearest_byte(info.number, value);
+        if (!nearest.in_range)
+            report_out_of_range(report, info.number, value);
+        bytes[info.number] = uint8_t(nearest.byte);
     }
 }
 

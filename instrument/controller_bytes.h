@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 
+#include "instrument/load_report.h"
 #include "instrument/text_file_memory_writer.h"
 #include "instrument/text_file_reader.h"
 #include "softsynth/parameters/controller_table.h"
@@ -22,8 +23,8 @@ const ControllerBytes& default_controller_bytes();
 void write_controllers(TextFileMemoryWriter& writer, std::span<const ControllerInfo> rows,
                        const ControllerBytes& bytes);
 
-// Sets the byte of each row whose key is there; for any other a message goes to standard output.
+// Sets the byte of each row whose key is there; the others keep theirs.
 void read_controllers(const TextFileReader& reader, std::span<const ControllerInfo> rows,
-                      ControllerBytes& bytes);
+                      ControllerBytes& bytes, LoadReport* report = nullptr);
 
 } // namespace tarquil

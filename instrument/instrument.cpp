@@ -40,23 +40,23 @@ void Instrument::load_default() {
     bytes = instrument_defaults();
 }
 
-int Instrument::text_load(const std::string& path) {
+int Instrument::text_load(const std::string& path, LoadReport* report) {
     TextFileReader reader;
     const int error = reader.load_from_file(path);
-    return error != 0 ? error : load_from(reader);
+    return error != 0 ? error : load_from(reader, report);
 }
 
-int Instrument::load_from_string(std::string_view text) {
+int Instrument::load_from_string(std::string_view text, LoadReport* report) {
     TextFileReader reader;
     const int error = reader.load_from_string(text);
-    return error != 0 ? error : load_from(reader);
+    return error != 0 ? error : load_from(reader, report);
 }
 
-int Instrument::load_from(const TextFileReader& reader) {
+int Instrument::load_from(const TextFileReader& reader, LoadReport* report) {
     reader.get_str("name", name);
     set_name(name);
     load_default();
-    read_controllers(reader, channel_controller_rows(), bytes);
+    read_controllers(reader, channel_controller_rows(), bytes, report);
     return 0;
 }
 

@@ -27,11 +27,11 @@ class Instrument {
 
     // Reads the sound from `filename` (a path, or "hex:" and the text in hex), from `path`, which
     // does not become the file name, or from the text itself.  A missing key gives its default, and
-    // a message on standard output; a missing name leaves the name.  A load that fails changes
-    // nothing.  Bytes are as the text maps, choices beyond their list included (see checked_load).
-    int text_load() { return text_load(filename); }
-    int text_load(const std::string& path);
-    int load_from_string(std::string_view text);
+    // a warning in the report; a missing name leaves the name.  A load that fails changes nothing.
+    // Bytes are as the text maps, choices beyond their list included (see checked_load).
+    int text_load(LoadReport* report = nullptr) { return text_load(filename, report); }
+    int text_load(const std::string& path, LoadReport* report = nullptr);
+    int load_from_string(std::string_view text, LoadReport* report = nullptr);
 
     // Writes the sound to `filename`.  DEFAULT_INSTRUMENT_FILE is made empty instead: 15.
     [[nodiscard]] int text_save() const;
@@ -60,7 +60,7 @@ class Instrument {
                                     uint32_t time) const;
 
   private:
-    int load_from(const TextFileReader& reader);
+    int load_from(const TextFileReader& reader, LoadReport* report);
     void write(TextFileMemoryWriter& writer) const;
 
     ControllerBytes bytes{};

@@ -37,24 +37,28 @@ void TarqSettings::load_default() {
     song_author.clear();
 }
 
-int TarqSettings::text_load(const std::string& path) {
+int TarqSettings::text_load(const std::string& path, LoadReport* report) {
     std::string text;
     const int error = load_file_to_string(path, text);
-    return error != 0 ? error : text_load_from_string(text);
+    return error != 0 ? error : text_load_from_string(text, report);
 }
 
-int TarqSettings::text_load_from_string(std::string_view text) {
+int TarqSettings::text_load_from_string(std::string_view text, LoadReport* report) {
     TextFileReader reader;
     const int parse_error = reader.load_from_string(text);
     if (parse_error != 0)
         return parse_error;
     load_default();
-    read_controllers(reader, global_controller_rows(), bytes);
+    read_controllers(reader, global_controller_rows(), bytes, report);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
         std::string filename = DEFAULT_INSTRUMENT_FILE;
         reader.get_str(instrument_key(i), filename);
         instruments[i].set_filename(filename);
-        const int error = instruments[i].text_load();
+        if (report != nullptr)
+            report->place = instrument_key(i) + ": ";
+        const int error = instruments[i].text_load(report);
+        if (report != nullptr)
+            report->place.clear();
         if (error != 0)
             return error;
     }

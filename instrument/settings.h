@@ -33,8 +33,8 @@ class TarqSettings {
     // Text with a broken line changes nothing; an instrument that cannot be loaded ends the load
     // and leaves defaults from there on.  See checked_load for loads that succeed or change
     // nothing.
-    int text_load(const std::string& path);
-    int text_load_from_string(std::string_view text);
+    int text_load(const std::string& path, LoadReport* report = nullptr);
+    int text_load_from_string(std::string_view text, LoadReport* report = nullptr);
 
     // Writes a bank; a file on disk is replaced as a whole or not at all.
     [[nodiscard]] int text_save(const std::string& path) const;

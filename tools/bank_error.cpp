@@ -8,10 +8,10 @@
 
 namespace tarquil {
 
-std::unique_ptr<TarqSettings> load_bank_file(const std::string& path) {
+std::unique_ptr<TarqSettings> load_bank_file(const std::string& path, LoadReport& report) {
     auto bank = std::make_unique<TarqSettings>();
     set_default_names(*bank);
-    const int error = bank->text_load(path);
+    const int error = bank->text_load(path, &report);
     if (error != 0)
         throw BadInput(explain_bank_error(path, error));
     remove_lone_blanks(*bank);

@@ -1,7 +1,7 @@
 // Standard output kept for results.
 //
-// Loading instruments and clamping values print messages on standard output.  A command whose
-// result goes there moves those messages out of the way before anything can be printed.
+// A plug-in of another maker prints where it likes.  A command whose result goes to standard output
+// moves such messages out of the way before anything can be printed.
 
 #pragma once
 

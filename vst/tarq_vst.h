@@ -134,8 +134,6 @@ class TarqVST : public AudioEffectX {
 
     void save_channel_programs(std::string& text) const;
     void load_channel_programs(std::string_view text);
-
-    bool load_image(const char* image, int32_t length, bool isPreset);
     // After a load: the engine and the editor follow.
     void follow_load();
     void update_editor();

@@ -6,20 +6,18 @@
 #include <string_view>
 
 #include "common/assertion.h"
-#include "common/directory_image.h"
 #include "common/log/log.h"
 #include "common/number_text.h"
-#include "common/platform/file_system.h"
 #include "instrument/checked_load.h"
 #include "instrument/names.h"
+#include "instrument/state_text.h"
+#include "instrument/text_error.h"
 #include "vst/abi/host_text.h"
 #include "vst/tarq_vst.h"
 
 namespace tarquil {
 
 namespace {
-
-constexpr const char* BANK_OF_IMAGE = "default.tqb";
 
 // A line at the end of a saved state, which a bank's reader passes over: the programs of the
 // channels, when they are not those that a new plug-in starts with.
@@ -29,10 +27,6 @@ std::string shown_value(int controller, int byte) {
     char text[kVstMaxParamStrLen];
     float2string(map_char_to_float(unsigned(controller), byte), text, sizeof(text));
     return text;
-}
-
-bool is_image(std::string_view bytes) {
-    return bytes.size() >= 4 && (bytes.substr(0, 4) == "MFIL" || bytes.substr(0, 4) == "MVFS");
 }
 
 void copy_instrument_name(const Instrument& instrument, char* text) {
@@ -225,50 +219,20 @@ int32_t TarqVST::setChunk(const void* data, int32_t byteSize, bool isPreset) {
     logPrintf("setChunk called, data is %p, byteSize is %d, isPreset is %d\n", data, int(byteSize),
               int(isPreset));
     const std::string_view bytes(static_cast<const char*>(data), size_t(byteSize));
-    if (is_image(bytes)) {
-        if (!load_image(bytes.data(), byteSize, isPreset))
-            return 0;
-    } else if (isPreset) {
-        const int error = load_curr_instrument_from_string(bytes);
-        if (error != 0) {
-            logPrintf("setChunk: load_curr_instrument_from_string failed with code %d\n", error);
-            return 0;
-        }
-    } else {
-        const int error = load_bank_from_string(bytes);
-        if (error != 0) {
-            logPrintf("setChunk: load_bank_from_string failed with code %d\n", error);
-            return 0;
-        }
-        load_channel_programs(bytes);
+    const auto text = find_state_text(bytes, isPreset ? StateKind::PROGRAM : StateKind::BANK);
+    int error = CANNOT_OPEN;
+    if (text)
+        error = isPreset ? load_curr_instrument_from_string(*text) : load_bank_from_string(*text);
+    if (error != 0) {
+        logPrintf("setChunk: %s%s failed with code %d\n",
+                  isPreset ? "load_curr_instrument" : "load_bank",
+                  is_image_state(bytes) ? "" : "_from_string", error);
+        return 0;
     }
+    if (!isPreset && !is_image_state(bytes))
+        load_channel_programs(bytes);
     logPrintf("setChunk succeeded\n");
     return 1;
-}
-
-// A damaged image is not unpacked, so that its load fails.
-bool TarqVST::load_image(const char* image, int32_t length, bool isPreset) {
-    const char* made = mktempdir();
-    if (made == nullptr)
-        return false;
-    const std::string directory = made;
-    if (directory_image_is_sound(image, length))
-        memory_to_directory(directory, image, length);
-    int error = 0;
-    if (isPreset) {
-        // The temporary file is not where the instrument lives.
-        const std::string filename = current_instrument().get_filename();
-        error = load_curr_instrument(concat_paths(directory, DEFAULT_INSTRUMENT_FILE));
-        current_instrument().set_filename(filename);
-        if (error != 0)
-            logPrintf("setChunk: load_curr_instrument failed with code %d\n", error);
-    } else {
-        error = load_bank(concat_paths(directory, BANK_OF_IMAGE));
-        if (error != 0)
-            logPrintf("setChunk: load_bank failed with code %d\n", error);
-    }
-    recursive_remove(directory);
-    return error == 0;
 }
 
 void TarqVST::save_channel_programs(std::string& text) const {

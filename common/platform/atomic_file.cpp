@@ -14,6 +14,7 @@
 
 #include "common/assertion.h"
 #include "common/platform/file_system.h"
+#include "common/platform/nameless_file.h"
 
 namespace tarquil {
 
@@ -51,6 +52,36 @@ bool write_all(int descriptor, std::string_view text) {
     return true;
 }
 
+// Descriptors that cannot be flushed need not be.
+bool flush(int descriptor) {
+    return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOSYS || errno == EROFS;
+}
+
+// A name is on disk when its folder is; where folders cannot be flushed there is nothing to do.
+void flush_folder(const std::string& path) {
+    const std::string folder = get_directory_from_filename(path);
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+bool copy_contents(int from, int to) {
+    char chunk[65536];
+    off_t position = 0;
+    for (;;) {
+        const ssize_t count = pread(from, chunk, sizeof(chunk), position);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return count == 0;
+        if (!write_all(to, {chunk, size_t(count)}))
+            return false;
+        position += count;
+    }
+}
+
 } // namespace
 
 AtomicFile::~AtomicFile() {
@@ -66,11 +97,12 @@ bool AtomicFile::open(const std::string& path) {
     const bool exists = stat(path.c_str(), &info) == 0;
     if (exists && (!S_ISREG(info.st_mode) || is_system_path(path)))
         return open_directly(path);
-    if (exists && access(path.c_str(), W_OK) != 0)
+    if (exists && faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
         return false;
     target = follow_links(path);
+    way = Way::RENAME;
     if (!open_temporary(NEW_FILE_MODE))
-        return false;
+        return exists && open_nameless();
     if (exists && fchmod(descriptor, info.st_mode & PERMISSION_BITS) != 0) {
         discard();
         return false;
@@ -81,6 +113,15 @@ bool AtomicFile::open(const std::string& path) {
 bool AtomicFile::open_directly(const std::string& path) {
     descriptor = ::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY);
     temporary.clear();
+    way = Way::DIRECT;
+    return descriptor >= 0;
+}
+
+bool AtomicFile::open_nameless() {
+    std::string ignored;
+    descriptor = open_nameless_file(ignored);
+    temporary.clear();
+    way = Way::IN_PLACE;
     return descriptor >= 0;
 }
 
@@ -99,17 +140,46 @@ bool AtomicFile::open_temporary(unsigned mode) {
     return false;
 }
 
-bool AtomicFile::commit(std::string_view text) {
+bool AtomicFile::commit(std::string_view text, Durability durability) {
     TARQ_ASSERT(descriptor >= 0);
-    bool good = write_all(descriptor, text);
+    const bool flushed = durability == Durability::FLUSHED && way == Way::RENAME;
+    bool good = write_all(descriptor, text) && (!flushed || flush(descriptor)) &&
+                (way == Way::DIRECT || replace());
     good = close(descriptor) == 0 && good;
     descriptor = -1;
-    if (temporary.empty())
-        return good;
-    good = good && std::rename(temporary.c_str(), target.c_str()) == 0;
-    if (!good)
+    if (!good && !temporary.empty())
         unlink(temporary.c_str());
+    if (good && flushed)
+        flush_folder(target);
     return good;
+}
+
+bool AtomicFile::replace() {
+    if (way == Way::RENAME && std::rename(temporary.c_str(), target.c_str()) == 0)
+        return true;
+    if (!overwrite())
+        return false;
+    if (!temporary.empty())
+        unlink(temporary.c_str());
+    return true;
+}
+
+bool AtomicFile::overwrite() const {
+    const int destination = ::open(target.c_str(), O_WRONLY | O_CLOEXEC);
+    struct stat before {};
+    struct stat wanted {};
+    if (destination < 0)
+        return false;
+    bool good = fstat(destination, &before) == 0 && fstat(descriptor, &wanted) == 0;
+    // A full disk shows here, while the old contents are still there.
+    if (good && wanted.st_size > before.st_size &&
+        posix_fallocate(destination, 0, wanted.st_size) != 0) {
+        good = false;
+        static_cast<void>(ftruncate(destination, before.st_size) == 0);
+    }
+    good = good && copy_contents(descriptor, destination) &&
+           ftruncate(destination, wanted.st_size) == 0 && flush(destination);
+    return close(destination) == 0 && good;
 }
 
 void AtomicFile::discard() {
@@ -117,6 +187,11 @@ void AtomicFile::discard() {
     descriptor = -1;
     if (!temporary.empty())
         unlink(temporary.c_str());
+}
+
+std::string in_place_warning(const std::string& path) {
+    return path + ": its folder takes no new files, so it is overwritten where it is; the old "
+                  "contents are lost if the machine stops now";
 }
 
 } // namespace tarquil

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "common/printable_text.h"
+#include "common/utf8.h"
 
 namespace tarquil {
 
@@ -18,14 +19,10 @@ double part(Color color, unsigned shift) {
     return double((color >> shift) & 0xFFU) / 255;
 }
 
-bool is_continuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
 } // namespace
 
 void pop_character(std::string& text) {
-    while (!text.empty() && is_continuation(text.back()))
+    while (!text.empty() && is_utf8_continuation(text.back()))
         text.pop_back();
     if (!text.empty())
         text.pop_back();

@@ -4,13 +4,11 @@
 
 #include <algorithm>
 
+#include "common/utf8.h"
+
 namespace tarquil {
 
 namespace {
-
-bool is_continuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
 
 bool is_control(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
@@ -19,7 +17,7 @@ bool is_control(char c) {
 size_t before(const std::string& text, size_t position) {
     if (position > 0)
         position--;
-    while (position > 0 && is_continuation(text[position]))
+    while (position > 0 && is_utf8_continuation(text[position]))
         position--;
     return position;
 }
@@ -27,7 +25,7 @@ size_t before(const std::string& text, size_t position) {
 size_t behind(const std::string& text, size_t position) {
     if (position < text.size())
         position++;
-    while (position < text.size() && is_continuation(text[position]))
+    while (position < text.size() && is_utf8_continuation(text[position]))
         position++;
     return position;
 }

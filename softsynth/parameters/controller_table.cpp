@@ -152,7 +152,7 @@ float map_char_to_float(unsigned number, int value) {
     return info->mapping.offset + info->mapping.scale * float(value);
 }
 
-int map_float_to_char(unsigned number, float value) {
+NearestByte nearest_byte(unsigned number, float value) {
     const ControllerInfo* info = find_controller(number);
     const bool exists = info != nullptr && info->mapping.exists;
     const float offset = exists ? info->mapping.offset : 0.0F;
@@ -160,17 +160,19 @@ int map_float_to_char(unsigned number, float value) {
     const float position = (value - offset) / scale + 0.5F;
     // The comparisons come before the conversion, which only holds for values that fit.  Truncation
     // turns everything above -1 into 0.
-    int mapped = 0;
-    if (position > -1.0F && position < 128.0F) {
-        mapped = int(position);
-    } else {
+    if (position > -1.0F && position < 128.0F)
+        return {int(position), true};
+    return {position >= 128.0F ? 127 : 0, false};
+}
+
+int map_float_to_char(unsigned number, float value) {
+    const NearestByte nearest = nearest_byte(number, value);
+    if (!nearest.in_range)
         std::printf("Controller %u value %s out of range, clamping to lowest\n", number,
                     number_to_text(double(value)).c_str());
-        mapped = position >= 128.0F ? 127 : 0;
-    }
-    TARQ_ASSERT(mapped >= 0);
-    TARQ_ASSERT(mapped < 128);
-    return mapped;
+    TARQ_ASSERT(nearest.byte >= 0);
+    TARQ_ASSERT(nearest.byte < 128);
+    return nearest.byte;
 }
 
 int default_byte(const ControllerInfo& info) {

@@ -82,8 +82,16 @@ bool is_constant_controller(unsigned number);
 // The float that `value` (0..127) stands for; the value itself for a controller without a mapping.
 float map_char_to_float(unsigned number, int value);
 
-// The inverse, rounded: 0..127.  A value out of range is clamped with a message on standard output;
-// not a number and minus infinity give 0, plus infinity gives 127.
+struct NearestByte {
+    int byte = 0; // 0..127
+    bool in_range = true;
+};
+
+// The inverse, rounded.  A value out of range is clamped; not a number and minus infinity give 0,
+// plus infinity gives 127.
+NearestByte nearest_byte(unsigned number, float value);
+
+// The same with a message on standard output for a value out of range.
 int map_float_to_char(unsigned number, float value);
 
 // The default as a byte.

@@ -73,7 +73,7 @@ void write_file(const fs::path& path, std::string_view bytes) {
     fs::create_directories(path.parent_path(), error);
     AtomicFile file;
     if (!error && file.open(path.string()))
-        file.commit(bytes);
+        file.commit(bytes, Durability::UNFLUSHED);
 }
 
 } // namespace

@@ -32,8 +32,9 @@ std::string good_image() {
            file_record("samples/inner/a b", std::string(70000, 'x'));
 }
 
-bool is_sound(const std::string& image) {
-    return directory_image_is_sound(image.data(), int(image.size()));
+// What the image has at the path, without unpacking it.
+std::string found(const std::string& image, const std::string& path) {
+    return std::string(find_in_directory_image(image, path).value_or("(nothing)"));
 }
 
 class DirectoryImage : public testing::Test {
@@ -60,12 +61,14 @@ class DirectoryImage : public testing::Test {
 };
 
 TEST_F(DirectoryImage, UnpacksATree) {
-    EXPECT_TRUE(is_sound(good_image()));
+    EXPECT_EQ(found(good_image(), "default.tqb"), "bank");
+    EXPECT_EQ(found(good_image(), "samples/inner/a b"), std::string(70000, 'x'));
+    EXPECT_EQ(found(good_image(), "samples"), "(nothing)");
     EXPECT_EQ(unpack(good_image()), 0);
     EXPECT_EQ(contents("default.tqb"), "bank");
     EXPECT_EQ(contents("samples/inner/a b"), std::string(70000, 'x'));
     EXPECT_EQ(unpack(good_image()), 0) << "directories may exist already";
-    EXPECT_TRUE(is_sound("MVFS"));
+    EXPECT_EQ(found("MVFS", "a"), "(nothing)");
     EXPECT_EQ(unpack("MVFS"), 0);
 }
 
@@ -99,8 +102,8 @@ TEST_F(DirectoryImage, NothingIsMadeOutsideTheTarget) {
           std::string(".."), std::string("a/.."), std::string(256, 'n')}) {
         EXPECT_EQ(unpack("MVFS" + file_record(name, "x")), 1234) << name;
         EXPECT_EQ(unpack("MVFS" + header("MDIR", name)), 0) << name;
-        EXPECT_FALSE(is_sound("MVFS" + file_record(name, "x"))) << name;
-        EXPECT_FALSE(is_sound("MVFS" + header("MDIR", name))) << name;
+        for (const std::string& record : {file_record(name, "x"), header("MDIR", name)})
+            EXPECT_EQ(found("MVFS" + record + file_record("a", "x"), "a"), "(nothing)") << name;
     }
     EXPECT_FALSE(is_directory(target() + "/../outside"));
     EXPECT_FALSE(is_regular_file(target() + "/../outside"));
@@ -108,14 +111,34 @@ TEST_F(DirectoryImage, NothingIsMadeOutsideTheTarget) {
     EXPECT_EQ(unpack("MVFS" + file_record("..a", "x") + file_record("b..", "x")), 0);
 }
 
-TEST_F(DirectoryImage, EveryCutOfAnImageIsSeen) {
-    const std::string image = "MVFS" + file_record("a", "four") + header("MDIR", "b");
-    for (size_t length = 0; length < image.size(); length++) {
-        const bool whole_records = length == 4 || length == 4 + 264 + 4;
-        EXPECT_EQ(is_sound(image.substr(0, length)), whole_records) << length;
+TEST_F(DirectoryImage, OnlyWhatLiesBeforeTheEndOfTheWantedFileMatters) {
+    const std::string before = "MVFS" + file_record("first", "1") + header("MDIR", "b");
+    const std::string image = before + file_record("b/a", "four");
+    for (size_t length = 0; length < image.size(); length++)
+        ASSERT_EQ(found(image.substr(0, length), "b/a"), "(nothing)") << length;
+    for (const std::string& behind :
+         {std::string(), std::string(1, '\0'), std::string(4096, '\0'), std::string("MFIL"),
+          header("MXXX", "x"), header("MFIL", "x", 9) + "short", header("MFIL", "b/a", 5) + "four",
+          file_record("../x", "x")})
+        EXPECT_EQ(found(image + behind, "b/a"), "four");
+    for (const std::string& damage :
+         {header("MXXX", "x"), file_record("../x", "x"), file_record("empty", ""),
+          file_record("missing/x", "x"), file_record("b", "x"), header("MFIL", "x", 0x80000000)})
+        EXPECT_EQ(found(before + damage + file_record("b/a", "four"), "b/a"), "(nothing)");
+}
+
+TEST_F(DirectoryImage, PathsAreThoseOfTheUnpackedTree) {
+    const std::string image = "MVFS" + header("MDIR", "./b//") + header("MDIR", "c/d") +
+                              file_record("b/./a", "1") + file_record("a", "2") +
+                              file_record("./a", "3") + header("MDIR", "a") +
+                              file_record("d/", "4") + file_record("e", "5");
+    EXPECT_EQ(unpack(image), 1234);
+    for (const char* path : {"b/a", "a", "e", "c/d"}) {
+        const std::string unpacked =
+            is_regular_file(target() + "/" + path) ? contents(path) : "(nothing)";
+        EXPECT_EQ(found(image, path), unpacked) << path;
     }
-    EXPECT_FALSE(is_sound(image + "x"));
-    EXPECT_FALSE(is_sound("MVFS" + header("MFIL", "a", 0x80000000)));
+    EXPECT_EQ(found(image, "a"), "3");
 }
 
 TEST_F(DirectoryImage, AFileLongerThanTheImageAsserts) {

@@ -28,7 +28,7 @@ std::string bank_of(const std::string& instrument, const std::string& globals) {
 class CheckedLoad : public testing::Test {
   protected:
     void SetUp() override { testing::internal::CaptureStdout(); }
-    void TearDown() override { testing::internal::GetCapturedStdout(); }
+    void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStdout(), ""); }
 };
 
 TEST_F(CheckedLoad, ChoicesOfAnInstrumentAreClamped) {

@@ -33,14 +33,6 @@ bool same_controllers(const Instrument& a, const Instrument& b) {
     return true;
 }
 
-// Loads without showing the messages about missing keys.
-int load_quietly(Instrument& instrument, const std::string& text) {
-    testing::internal::CaptureStdout();
-    const int error = instrument.load_from_string(text);
-    testing::internal::GetCapturedStdout();
-    return error;
-}
-
 TEST(Instrument, DefaultsAreThoseOfTheTable) {
     const Instrument instrument;
     EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 76);
@@ -75,13 +67,15 @@ TEST(Instrument, TextHasTheNameAndEveryKeyInOrder) {
     EXPECT_EQ(text.rfind("\nchan_max_voices = "), text.rfind('\n', text.size() - 2));
 }
 
-TEST(Instrument, TextWithoutKeysGivesDefaultsAndAMessageForEach) {
+TEST(Instrument, TextWithoutKeysGivesDefaultsAndAWarningForEach) {
     Instrument instrument = varied(1);
+    LoadReport report;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(instrument.load_from_string("unknown = 1"), 0);
-    const std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(printed.rfind("main_volume not found, using defaults\n", 0), 0U);
-    EXPECT_EQ(std::count(printed.begin(), printed.end(), '\n'), 113);
+    EXPECT_EQ(instrument.load_from_string("unknown = 1", &report), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    ASSERT_EQ(report.warnings.size(), 113U);
+    EXPECT_EQ(report.warnings[0], "main_volume not found, using defaults");
+    EXPECT_EQ(report.summary(), "113 keys are missing and take their defaults");
     EXPECT_TRUE(same_controllers(instrument, Instrument()));
     EXPECT_EQ(instrument.get_name(), "Some_name");
 }
@@ -98,10 +92,14 @@ TEST(Instrument, AFailedLoadChangesNothing) {
 
 TEST(Instrument, BytesComeAsTheTextMapsThem) {
     Instrument instrument;
-    EXPECT_EQ(load_quietly(instrument, "osc1_type = 77\nmain_volume = 99\npanning = nan\n"
-                                       "aux1_level = inf\naux2_level = -inf\nfilter1_type = 0x3\n"
-                                       "osc3_type = x"),
+    LoadReport report;
+    EXPECT_EQ(instrument.load_from_string(
+                  "osc1_type = 77\nmain_volume = 99\npanning = nan\n"
+                  "aux1_level = inf\naux2_level = -inf\nfilter1_type = 0x3\nosc3_type = x",
+                  &report),
               0);
+    EXPECT_EQ(report.num_out_of_range, 4U);
+    EXPECT_EQ(report.warnings[0], "Controller 7 value 99.000000 out of range, clamping to lowest");
     EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 77);
     EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 127);
     EXPECT_EQ(instrument.get_controller(CTRL_PANNING), 0);

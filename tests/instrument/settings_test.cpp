@@ -36,22 +36,14 @@ std::string text_of(const TarqSettings& bank) {
     return text;
 }
 
-// Loads without showing the messages about missing keys.
-int load_quietly(TarqSettings& bank, const std::string& text) {
-    testing::internal::CaptureStdout();
-    const int error = bank.text_load_from_string(text);
-    testing::internal::GetCapturedStdout();
-    return error;
-}
-
 TEST(Settings, ABankSurvivesItsFile) {
     const TempDirectory directory;
     const auto saved = varied();
     ASSERT_EQ(saved->text_save(directory.path("x.tqb")), 0);
     TarqSettings loaded;
-    testing::internal::CaptureStdout();
-    ASSERT_EQ(loaded.text_load(directory.path("x.tqb")), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    LoadReport report;
+    ASSERT_EQ(loaded.text_load(directory.path("x.tqb"), &report), 0);
+    EXPECT_EQ(report.summary(), "");
     EXPECT_EQ(text_of(loaded), text_of(*saved));
     EXPECT_EQ(loaded.get_song_title(), "A title");
     EXPECT_EQ(loaded.get_song_author(), "An author = someone");
@@ -79,14 +71,27 @@ TEST(Settings, TextHasGlobalsInstrumentsAndSong) {
 TEST(Settings, AMissingInstrumentIsReadFromTheDefaultFile) {
     const InTempDirectory here;
     TarqSettings bank;
-    EXPECT_EQ(load_quietly(bank, "song_title = x"), 1);
+    EXPECT_EQ(bank.text_load_from_string("song_title = x"), 1);
     EXPECT_EQ(bank.get_song_title(), "");
     ASSERT_EQ(save_file_to_string("default.tqi", "name = spare\nmain_volume = 1"), 0);
-    EXPECT_EQ(load_quietly(bank, "song_title = x"), 0);
+    EXPECT_EQ(bank.text_load_from_string("song_title = x"), 0);
     EXPECT_EQ(bank.get_song_title(), "x");
     EXPECT_EQ(bank.get_instrument(127).get_name(), "spare");
     EXPECT_EQ(bank.get_instrument(127).get_filename(), "default.tqi");
     EXPECT_EQ(bank.get_instrument(127).get_controller(CTRL_MAIN_VOLUME), 127);
+}
+
+TEST(Settings, WarningsNameTheirInstrument) {
+    std::string text = text_of(TarqSettings());
+    text.replace(0, text.find('\n') + 1, "");
+    const std::string key = "instrument9 = hex:";
+    text.insert(text.find(key) + key.size(), str2hex("main_volume = 9\n"));
+    LoadReport report;
+    EXPECT_EQ(TarqSettings().text_load_from_string(text, &report), 0);
+    EXPECT_EQ(report.warnings,
+              (std::vector<std::string>{"global_filter1_type not found, using defaults",
+                                        "instrument9: Controller 7 value 9.000000 out of range, "
+                                        "clamping to lowest"}));
 }
 
 TEST(Settings, AFailedInstrumentLeavesDefaultsFromThereOn) {

@@ -25,20 +25,20 @@ std::string bank_text(const std::string& instrument_5) {
 std::string reason(const std::string& text) {
     const InTempDirectory directory;
     save_file_to_string("song.tqb", text);
-    testing::internal::CaptureStdout();
     std::string message = "no failure";
+    LoadReport report;
     try {
-        load_bank_file("song.tqb");
+        load_bank_file("song.tqb", report);
     } catch (const BadInput& failure) {
         message = failure.what();
     }
-    testing::internal::GetCapturedStdout();
     return message;
 }
 
 TEST(BankError, NamesThePlaceAndTheReason) {
     const InTempDirectory directory;
-    EXPECT_THROW(load_bank_file("missing.tqb"), BadInput);
+    LoadReport report;
+    EXPECT_THROW(load_bank_file("missing.tqb", report), BadInput);
     EXPECT_EQ(explain_bank_error("missing.tqb", 1), "missing.tqb: cannot be opened");
     EXPECT_EQ(explain_bank_error(".", 2), ".: cannot be read, or is larger than 64 MiB");
     EXPECT_EQ(reason("a = 1\r\n# b\r\nc\r\n"), "song.tqb: line 3: no \"=\" with a value after it");
@@ -57,9 +57,9 @@ TEST(BankError, NamesThePlaceAndTheReason) {
 TEST(BankError, AGoodBankLoadsWithNamesAndWithoutLoneBlanks) {
     const InTempDirectory directory;
     save_file_to_string("song.tqb", bank_text("instrument5 = hex:"));
-    testing::internal::CaptureStdout();
-    const auto bank = load_bank_file("song.tqb");
-    testing::internal::GetCapturedStdout();
+    LoadReport report;
+    const auto bank = load_bank_file("song.tqb", report);
+    EXPECT_EQ(report.num_missing, NUM_CHANNEL_CONTROLLERS);
     EXPECT_EQ(bank->get_instrument(5).get_name(), "instrument_5");
     EXPECT_EQ(bank->get_song_title(), "");
 }

@@ -2,15 +2,15 @@
 
 #include "tools/audio/output_file.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
+#include "common/platform/nameless_file.h"
 #include "tools/failure.h"
+#include "tools/notice.h"
 
 namespace tarquil {
 
@@ -25,13 +25,10 @@ bool is_standard_output(const std::string& path) {
 } // namespace
 
 int open_spool_file() {
-    const char* folder = std::getenv("TMPDIR");
-    std::string name = folder != nullptr && *folder != '\0' ? folder : "/tmp";
-    name += "/tarquil-XXXXXX";
-    const int descriptor = mkostemp(name.data(), O_CLOEXEC);
+    std::string name;
+    const int descriptor = open_nameless_file(name);
     if (descriptor < 0)
         throw Failure(STATUS_CANNOT, name + ": no temporary file: " + strerror(errno));
-    unlink(name.c_str());
     return descriptor;
 }
 
@@ -49,6 +46,8 @@ OutputFile::OutputFile(const OutputPlace& place)
         fail();
     if (file.is_direct())
         spool = open_spool_file();
+    if (file.is_in_place())
+        print_notice(in_place_warning(path));
 }
 
 OutputFile::~OutputFile() {

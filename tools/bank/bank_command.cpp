@@ -9,7 +9,7 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
-#include "tools/silent_messages.h"
+#include "tools/notice.h"
 #include "tools/write_result.h"
 
 namespace tarquil {
@@ -34,6 +34,14 @@ struct BankOptions {
 
 using SharedBankOptions = std::shared_ptr<BankOptions>;
 
+// The bank that the command reads, with a line about what it lacks.
+std::unique_ptr<TarqSettings> load_bank(const BankOptions& options) {
+    LoadReport report;
+    std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank, report);
+    print_load_summary(report);
+    return bank;
+}
+
 CLI::Option* add_number(CLI::App& command, const SharedBankOptions& options) {
     return command.add_option("N", options->number, "The instrument's number, 0 to 127")
         ->check(CLI::Range(0U, MAX_INSTRUMENTS - 1));
@@ -55,15 +63,14 @@ void add_list(CLI::App& bank, int results) {
                     "  tarquil bank list song.tqb\n"
                     "  tarquil bank list --all --json song.tqb");
     command->callback([=] {
-        write_result(results,
-                     list_bank(*load_bank_file(options->bank), {options->all, options->json}));
+        write_result(results, list_bank(*load_bank(*options), {options->all, options->json}));
     });
 }
 
 void show(const BankOptions& options, int results) {
     if (options.number.has_value() == options.globals)
         throw BadInput("bank show: either an instrument's number or --globals is needed");
-    const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank);
+    const std::unique_ptr<TarqSettings> bank = load_bank(options);
     write_result(results, options.globals ? show_globals(*bank, options.json)
                                           : show_instrument(*bank, *options.number, options.json));
 }
@@ -84,7 +91,7 @@ void add_show(CLI::App& bank, int results) {
 void extract(const BankOptions& options, int results) {
     if (options.number.has_value() == !options.output.empty())
         throw BadInput("bank extract: either an instrument's number or --all is needed");
-    const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank);
+    const std::unique_ptr<TarqSettings> bank = load_bank(options);
     if (!options.output.empty()) {
         extract_all(*bank, options.output);
         return;
@@ -115,10 +122,11 @@ void add_extract(CLI::App& bank, int results) {
 }
 
 void insert(const BankOptions& options) {
-    const SilentMessages silent;
-    const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank);
-    insert_instrument(*bank, {*options.number, options.file, options.name});
+    LoadReport report;
+    const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank, report);
+    insert_instrument(*bank, {*options.number, options.file, options.name}, report);
     save_bank_file(*bank, options.output.empty() ? options.bank : options.output);
+    print_load_summary(report);
 }
 
 void add_insert(CLI::App& bank) {
@@ -142,10 +150,12 @@ void add_insert(CLI::App& bank) {
 }
 
 void make(const BankOptions& options) {
-    const SilentMessages silent;
     if (!options.force && std::filesystem::exists(options.bank))
         throw BadInput(options.bank + ": is there already; --force overwrites it");
-    save_bank_file(*make_bank(options.parts), options.bank);
+    LoadReport report;
+    const std::unique_ptr<TarqSettings> bank = make_bank(options.parts, report);
+    save_bank_file(*bank, options.bank);
+    print_load_summary(report);
 }
 
 void add_new(CLI::App& bank) {

@@ -7,11 +7,14 @@
 #include <system_error>
 
 #include "common/load_string.h"
+#include "common/platform/atomic_file.h"
+#include "common/utf8.h"
 #include "instrument/controller_bytes.h"
 #include "instrument/names.h"
 #include "instrument/text_error.h"
 #include "tools/bank_error.h"
 #include "tools/failure.h"
+#include "tools/notice.h"
 
 namespace tarquil {
 
@@ -52,18 +55,19 @@ unsigned number_of_file_name(const std::string& directory, const std::string& na
 
 } // namespace
 
-Instrument load_instrument_file(const std::string& path, const std::string& name) {
+Instrument load_instrument_file(const std::string& path, const std::string& name,
+                                LoadReport& report) {
     Instrument instrument;
     instrument.set_name(name);
-    instrument.load_from_string(read_text(path));
+    instrument.load_from_string(read_text(path), &report);
     return instrument;
 }
 
-void load_globals_file(TarqSettings& bank, const std::string& path) {
+void load_globals_file(TarqSettings& bank, const std::string& path, LoadReport& report) {
     TextFileReader reader;
     reader.load_from_string(read_text(path));
     ControllerBytes bytes = default_controller_bytes();
-    read_controllers(reader, global_controller_rows(), bytes);
+    read_controllers(reader, global_controller_rows(), bytes, &report);
     for (const ControllerInfo& info : global_controller_rows())
         bank.set_global_controller(info.number, bytes[info.number]);
     std::string title;
@@ -89,7 +93,7 @@ std::string instrument_file_name(unsigned number, std::string_view name) {
     std::string text = std::to_string(number);
     text.insert(0, 3 - text.size(), '0');
     text += '-';
-    for (const char c : name.substr(0, MAX_NAME_LENGTH))
+    for (const char c : utf8_prefix(name, MAX_NAME_LENGTH))
         text += uint8_t(c) < ' ' || c == '/' || c == '\x7f' ? '_' : c;
     return text.append(EXTENSION);
 }
@@ -112,11 +116,13 @@ std::map<unsigned, std::string> find_instrument_files(const std::string& directo
 }
 
 void save_file(const std::string& path, std::string_view text) {
-    const int error = save_file_to_string(path, text);
-    if (error != 0)
-        throw Failure(error == CANNOT_OPEN ? STATUS_BAD_INPUT : STATUS_CANNOT,
-                      path + ": cannot be " +
-                          (error == CANNOT_OPEN ? "opened for writing" : "written"));
+    AtomicFile file;
+    if (!file.open(path))
+        throw BadInput(path + ": cannot be opened for writing");
+    if (file.is_in_place())
+        print_notice(in_place_warning(path));
+    if (!file.commit(text))
+        throw Failure(STATUS_CANNOT, path + ": cannot be written");
 }
 
 void save_bank_file(const TarqSettings& bank, const std::string& path) {

@@ -15,10 +15,11 @@ inline constexpr const char* GLOBALS_FILE = "globals.txt";
 
 // The instrument at `path` ("-" is standard input), which gets `name` when it has none.
 // BadInput when it can not be loaded.
-Instrument load_instrument_file(const std::string& path, const std::string& name);
+Instrument load_instrument_file(const std::string& path, const std::string& name,
+                                LoadReport& report);
 
 // Takes global controllers, title and author from the file; what it lacks keeps defaults.
-void load_globals_file(TarqSettings& bank, const std::string& path);
+void load_globals_file(TarqSettings& bank, const std::string& path, LoadReport& report);
 std::string globals_text(const TarqSettings& bank);
 
 // "007-lead.tqi"; what a file name can not hold becomes "_".

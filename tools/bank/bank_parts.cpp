@@ -81,9 +81,9 @@ void extract_all(const TarqSettings& bank, const std::string& directory) {
     save_file(folder / GLOBALS_FILE, globals_text(bank));
 }
 
-void insert_instrument(TarqSettings& bank, const BankInsertion& insertion) {
+void insert_instrument(TarqSettings& bank, const BankInsertion& insertion, LoadReport& report) {
     Instrument instrument =
-        load_instrument_file(insertion.file, default_instrument_name(insertion.number));
+        load_instrument_file(insertion.file, default_instrument_name(insertion.number), report);
     if (insertion.name) {
         check_text("--name", *insertion.name);
         instrument.set_name(*insertion.name);
@@ -91,14 +91,14 @@ void insert_instrument(TarqSettings& bank, const BankInsertion& insertion) {
     bank.get_instrument(insertion.number) = instrument;
 }
 
-std::unique_ptr<TarqSettings> make_bank(const NewBank& request) {
+std::unique_ptr<TarqSettings> make_bank(const NewBank& request, LoadReport& report) {
     auto bank = std::make_unique<TarqSettings>();
     set_default_names(*bank);
     const Parts parts = find_parts(request);
     if (!parts.globals.empty())
-        load_globals_file(*bank, parts.globals);
+        load_globals_file(*bank, parts.globals, report);
     for (const auto& [number, file] : parts.instruments)
-        insert_instrument(*bank, {number, file, std::nullopt});
+        insert_instrument(*bank, {number, file, std::nullopt}, report);
     if (request.title) {
         check_text("--title", *request.title);
         bank->set_song_title(*request.title);

@@ -22,7 +22,7 @@ struct BankInsertion {
 };
 
 // Replaces one instrument of `bank` as a whole.
-void insert_instrument(TarqSettings& bank, const BankInsertion& insertion);
+void insert_instrument(TarqSettings& bank, const BankInsertion& insertion, LoadReport& report);
 
 struct NewBank {
     std::optional<std::string> title;
@@ -32,6 +32,6 @@ struct NewBank {
 };
 
 // A bank of default instruments with what is given put in.
-std::unique_ptr<TarqSettings> make_bank(const NewBank& request);
+std::unique_ptr<TarqSettings> make_bank(const NewBank& request, LoadReport& report);
 
 } // namespace tarquil

@@ -11,11 +11,11 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
+#include "tools/notice.h"
 #include "tools/plot/filter_type_name.h"
 #include "tools/plot/instrument_plots.h"
 #include "tools/plot/plot_canvas.h"
 #include "tools/plot/plot_file.h"
-#include "tools/silent_messages.h"
 
 namespace tarquil {
 
@@ -112,13 +112,13 @@ bool has_instrument(const PlotOptions& options) {
     return !options.instrument.empty() || !options.bank.empty();
 }
 
-Instrument load_instrument(const PlotOptions& options, const char* needed) {
+Instrument load_instrument(const PlotOptions& options, const char* needed, LoadReport& report) {
     if (!has_instrument(options))
         throw BadInput(needed);
-    const SilentMessages silent;
-    Instrument instrument = options.bank.empty()
-                                ? load_instrument_file(options.instrument, options.instrument)
-                                : load_bank_file(options.bank)->get_instrument(options.program);
+    Instrument instrument =
+        options.bank.empty()
+            ? load_instrument_file(options.instrument, options.instrument, report)
+            : load_bank_file(options.bank, report)->get_instrument(options.program);
     clamp_choices(instrument);
     return instrument;
 }
@@ -135,13 +135,16 @@ FilterSettings typed_filter(const PlotOptions& options) {
 }
 
 void draw_filter(const PlotOptions& options, int results) {
+    LoadReport report;
     const Plot plot =
         options.type.empty()
             ? plot_instrument_filters(
-                  load_instrument(options, "plot filter: --type, --instrument or --bank is needed"),
+                  load_instrument(options, "plot filter: --type, --instrument or --bank is needed",
+                                  report),
                   options.note)
             : plot_filter(typed_filter(options));
     write_plot(plot, options.picture, results);
+    print_load_summary(report);
 }
 
 void add_filter(CLI::App& plot, int results) {
@@ -185,10 +188,12 @@ void add_wave(CLI::App& plot, int results) {
                     "  tarquil plot wave --bank song.tqb --program 3 --note 36 --periods 4 "
                     "wave.png");
     command->callback([=] {
+        LoadReport report;
         const Instrument instrument =
-            load_instrument(*options, "plot wave: --instrument or --bank is needed");
+            load_instrument(*options, "plot wave: --instrument or --bank is needed", report);
         write_plot(plot_wave(instrument, options->note, options->periods), options->picture,
                    results);
+        print_load_summary(report);
     });
 }
 
@@ -202,9 +207,11 @@ void add_envelope(CLI::App& plot, int results) {
                     "  tarquil plot envelope --instrument pad.tqi --hold 2.5 envelope.svg\n"
                     "  tarquil plot envelope --bank song.tqb --program 3 - > envelope.svg");
     command->callback([=] {
+        LoadReport report;
         const Instrument instrument =
-            load_instrument(*options, "plot envelope: --instrument or --bank is needed");
+            load_instrument(*options, "plot envelope: --instrument or --bank is needed", report);
         write_plot(plot_envelopes(instrument, options->hold), options->picture, results);
+        print_load_summary(report);
     });
 }
 

@@ -14,50 +14,51 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
+#include "tools/notice.h"
 #include "tools/render/render_options.h"
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
-#include "tools/silent_messages.h"
 #include "tools/write_result.h"
 
 namespace tarquil {
 
 namespace {
 
-Instrument load_played_instrument(const std::string& path) {
+Instrument load_played_instrument(const std::string& path, LoadReport& report) {
     std::string text;
     const int error = load_file_to_string(path, text);
     if (error != 0)
         throw BadInput(path + ": " + explain_file_error(error));
     Instrument instrument;
-    if (load_instrument_checked_from_string(instrument, text) != 0)
+    if (load_instrument_checked_from_string(instrument, text, &report) != 0)
         throw BadInput(path + ": " + explain_broken_line(text));
     return instrument;
 }
 
-std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options) {
+std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options, LoadReport& report) {
     auto orchestra = std::make_unique<Orchestra>();
     orchestra->channels = options.channels;
     if (!options.bank_path.empty()) {
-        const int error = load_bank_checked(orchestra->bank, options.bank_path);
+        const int error = load_bank_checked(orchestra->bank, options.bank_path, &report);
         if (error != 0)
             throw BadInput(explain_bank_error(options.bank_path, error));
     }
     for (size_t channel = 0; channel < options.instrument_paths.size(); channel++) {
         const std::string& path = options.instrument_paths[channel];
         if (!path.empty())
-            orchestra->fixed_instruments[channel] = load_played_instrument(path);
+            orchestra->fixed_instruments[channel] = load_played_instrument(path, report);
     }
     return orchestra;
 }
 
 void render(const RenderOptions& options) {
-    // A line for every key that a file lacks would bury the one that says what is wrong.
-    const SilentMessages silent;
     choose_audio_format(options.audio); // complains before anything is read
     const Song song = load_song(options.song_path);
-    const std::unique_ptr<Orchestra> orchestra = load_orchestra(options);
+    LoadReport report;
+    const std::unique_ptr<Orchestra> orchestra = load_orchestra(options, report);
     const RenderResult result = render_song(options, song, *orchestra);
+    if (!options.quiet && !options.json)
+        print_load_summary(report);
 
     // Standard output that carries the sound carries nothing else.
     const std::string& path = options.audio.path;

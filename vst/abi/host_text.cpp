@@ -2,17 +2,17 @@
 
 #include "vst/abi/host_text.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "common/number_text.h"
+#include "common/utf8.h"
 
 namespace tarquil {
 
 void copy_host_text(char* buffer, std::string_view text, size_t room) {
-    const size_t length = std::min(text.size(), room - 1);
-    std::memcpy(buffer, text.data(), length);
-    buffer[length] = '\0';
+    text = utf8_prefix(text, room - 1);
+    std::memcpy(buffer, text.data(), text.size());
+    buffer[text.size()] = '\0';
 }
 
 void float2string(float value, char* buffer, size_t room, int digits) {

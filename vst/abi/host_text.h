@@ -7,7 +7,8 @@
 
 namespace tarquil {
 
-// Copies as much of `text` as fits into `room` bytes (at least 1) with the closing NUL.
+// Copies as many whole characters of `text` (UTF-8) as fit into `room` bytes (at least 1) with the
+// closing NUL.
 void copy_host_text(char* buffer, std::string_view text, size_t room);
 
 // `value` with `digits` digits after the point, in the C locale, cut to `room` bytes.

@@ -7,13 +7,28 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #include <set>
 
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
+
+namespace {
+
+std::function<void(int)> flush_watcher;
+
+} // namespace
+
+// Stands before the system's.
+extern "C" int fsync(int descriptor) {
+    if (flush_watcher)
+        flush_watcher(descriptor);
+    return int(syscall(SYS_fsync, descriptor));
+}
 
 namespace tarquil {
 
@@ -117,6 +132,76 @@ TEST(AtomicFile, ANewFileHasThePermissionsOfAnyOther) {
     struct stat info {};
     ASSERT_EQ(stat(directory.path("file").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0640U);
+}
+
+// While an object lives, a user whom permissions bind.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() {
+        if (before == 0)
+            good = seteuid(NOBODY) == 0;
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() { good = good && seteuid(before) == 0; }
+
+  private:
+    static constexpr uid_t NOBODY = 65534;
+    uid_t before = geteuid();
+    bool good = true;
+};
+
+TEST(AtomicFile, AFileThatCannotBeReplacedIsOverwritten) {
+    for (const mode_t folder_mode : {0555U, 01777U}) {
+        const TempDirectory directory;
+        const std::string path = directory.path("file");
+        ASSERT_EQ(save_file_to_string(path, "the old contents"), 0);
+        ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+        ASSERT_EQ(chmod(directory.path().c_str(), folder_mode), 0);
+        struct stat before {};
+        ASSERT_EQ(stat(path.c_str(), &before), 0);
+        {
+            const OrdinaryUser user;
+            AtomicFile file;
+            ASSERT_TRUE(file.open(path));
+            EXPECT_EQ(file.is_in_place(), folder_mode == 0555U);
+            EXPECT_FALSE(file.is_direct());
+            EXPECT_EQ(contents(path), "the old contents");
+            EXPECT_TRUE(file.commit("new"));
+            EXPECT_EQ(contents(path), "new");
+            EXPECT_EQ(save_file_to_string(path, std::string(200000, 'x')), 0);
+            EXPECT_FALSE(AtomicFile().open(directory.path("missing/other")));
+        }
+        EXPECT_EQ(contents(path), std::string(200000, 'x'));
+        EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+        struct stat after {};
+        ASSERT_EQ(stat(path.c_str(), &after), 0);
+        // In its owner's folder a user without special rights may rename.
+        if (geteuid() == 0 || folder_mode == 0555U) {
+            EXPECT_EQ(after.st_ino, before.st_ino);
+        }
+    }
+}
+
+TEST(AtomicFile, TheDataAndThenItsNameAreFlushed) {
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
+    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+    std::vector<std::string> seen;
+    flush_watcher = [&](int descriptor) {
+        struct stat info {};
+        fstat(descriptor, &info);
+        seen.push_back(S_ISDIR(info.st_mode)
+                           ? "folder, " + contents(path)
+                           : std::to_string(info.st_size) + ", " + contents(path));
+    };
+    EXPECT_EQ(save_file_to_string(path, "newer"), 0);
+    EXPECT_EQ(seen, (std::vector<std::string>{"5, old", "folder, newer"}));
+    seen.clear();
+    AtomicFile file;
+    EXPECT_TRUE(file.open(path) && file.commit("x", Durability::UNFLUSHED));
+    EXPECT_TRUE(seen.empty());
+    flush_watcher = nullptr;
 }
 
 TEST(AtomicFile, APipeIsWrittenDirectly) {

@@ -79,11 +79,14 @@ TEST_F(BankCommand, InsertReplacesOneInstrumentOnly) {
     EXPECT_EQ(run({"bank", "extract", "other.tqb", "4"}).find("name = new_name\n"), 0U);
 }
 
-TEST_F(BankCommand, ShortInstrumentFilesTakeDefaultsWithoutMessages) {
+TEST_F(BankCommand, ShortInstrumentFilesTakeDefaultsWhichOneLineCounts) {
     save_file_to_string("lead.tqi", "osc1_type = 4\n");
     testing::internal::CaptureStdout();
-    run({"bank", "new", "song.tqb", "--title", "A", "--author", "B", "9=lead.tqi"});
-    run({"bank", "insert", "song.tqb", "10", "lead.tqi", "--name", "x"});
+    const CommandRun made = run_command(
+        {"bank", "new", "song.tqb", "--title", "A", "--author", "B", "9=lead.tqi", "10=lead.tqi"});
+    EXPECT_EQ(made.errors, "tarquil: 224 keys are missing and take their defaults\n");
+    EXPECT_EQ(run_command({"bank", "insert", "song.tqb", "10", "lead.tqi", "--name", "x"}).errors,
+              "tarquil: 112 keys are missing and take their defaults\n");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(run({"bank", "list", "song.tqb"}),
               "title:  A\nauthor: B\n  9  instrument_9\n 10  x\n");

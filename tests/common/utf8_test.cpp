@@ -1,0 +1,28 @@
+// Tests of cutting text between its characters.
+
+#include "common/utf8.h"
+
+#include <gtest/gtest.h>
+
+namespace tarquil {
+
+namespace {
+
+TEST(Utf8, APrefixEndsBetweenCharacters) {
+    // One, two, three and four bytes.
+    const std::string_view text = "a\xC3\xA9\xE2\x82\xAC\xF0\x9D\x84\x9E!";
+    const size_t lengths[] = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 11, 11};
+    for (size_t room = 0; room < std::size(lengths); room++)
+        EXPECT_EQ(utf8_prefix(text, room), text.substr(0, lengths[room])) << room;
+    EXPECT_EQ(utf8_prefix("", 0), "");
+}
+
+TEST(Utf8, WhatIsNoUtf8IsCutWhereTheRoomEnds) {
+    for (const std::string_view text : {"\xA9\xA9\xA9\xA9\xA9\xA9", "\xE9\xE9\xE9\xE9\xE9\xE9",
+                                        "a\xC3\xA9\xA9\xA9\xA9", "\xF8\x80\x80\x80\x80\x80"})
+        EXPECT_EQ(utf8_prefix(text, 4), text.substr(0, 4));
+}
+
+} // namespace
+
+} // namespace tarquil
