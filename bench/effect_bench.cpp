@@ -7,7 +7,6 @@
 #include "softsynth/effects/psola.h"
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/reverb/revmodel.h"
-#include "softsynth/voices/controller.h"
 
 namespace tarquil {
 
@@ -42,15 +41,15 @@ template <typename Block> void run_stereo(benchmark::State& state, const Block& 
 void mono_effect(benchmark::State& state) {
     static MonoEffect effect;
     const auto type = MonoEffect::effect_type(state.range(0));
-    const Controller cutoff;
-    const Controller resonance;
+    static MonoBuffer cutoff;
+    static MonoBuffer resonance;
     mono_noise.init(BENCH_BLOCK);
     mono.init(BENCH_BLOCK);
     fill_noise(mono_noise.get_first_sample_ptr(), BENCH_BLOCK);
     AudioHash hash;
     const auto block = [&] {
         std::copy_n(mono_noise.get_first_sample_ptr(), BENCH_BLOCK, mono.get_first_sample_ptr());
-        effect.render(type, mono, 0, 40, 60, 1, 4, 60, cutoff, resonance);
+        effect.render(type, mono, 40, 60, 1, 4, 60, cutoff, resonance);
     };
     block();
     hash.add(mono.get_first_sample_ptr(), BENCH_BLOCK);
@@ -66,8 +65,10 @@ BENCHMARK(mono_effect)->DenseRange(1, 5);
 // Argument: the effect's type (delay, chorus, flanger).
 void stereo_effect(benchmark::State& state) {
     static StereoEffect effect;
+    static StereoEffectScratch scratch;
     const auto type = StereoEffect::effect_type(state.range(0));
-    run_stereo(state, [&] { effect.render(type, stereo, stereo, 40, 60, 60, 1, 60, 0.5F); });
+    run_stereo(state,
+               [&] { effect.render(type, stereo, stereo, 40, 60, 60, 1, 60, 0.5F, scratch); });
 }
 BENCHMARK(stereo_effect)->DenseRange(1, 3);
 

@@ -84,7 +84,8 @@ void note_on(benchmark::State& state) {
     static Voice voice;
     static VoicePool pool;
     static PhaseRandom random;
-    channel.attach(pool, random);
+    static TimelineMemory timelines;
+    channel.attach(pool, random, timelines);
     for (const unsigned c : {CTRL_OSC1_MULTI_COUNT, CTRL_OSC2_MULTI_COUNT, CTRL_OSC3_MULTI_COUNT})
         channel.get_controllers().get_controller(c).push_back({0, byte});
     for (auto _ : state) {

@@ -78,11 +78,11 @@ void PluginSynth::set_song(const std::string& title, const std::string& author) 
 }
 
 bool PluginSynth::is_band_muted(unsigned band) const {
-    return band_muted[band].load(std::memory_order_relaxed);
+    return plugin.is_band_muted(band);
 }
 
 void PluginSynth::set_band_muted(unsigned band, bool muted) {
-    band_muted[band].store(muted, std::memory_order_relaxed);
+    plugin.set_band_muted(band, muted);
 }
 
 void PluginSynth::panic() {

@@ -144,6 +144,8 @@ void TarqVST::resume() {
     if (synth == nullptr) {
         const InRootDirectory in_root_directory;
         synth.reset(new Tarquil(nullptr));
+        for (unsigned band = 0; band < MC_N_BANDS; band++)
+            synth->set_band_muted(band, is_band_muted(band));
         curr_time = 0;
     }
     refresh_synth();
@@ -329,6 +331,13 @@ void TarqVST::queue_what_found_no_room() {
     }
     if (globals_wait)
         queue_globals(curr_time);
+}
+
+void TarqVST::set_band_muted(unsigned band, bool muted) {
+    const LockHolder holder(synth_lock);
+    band_muted[band].store(muted, std::memory_order_relaxed);
+    if (synth != nullptr)
+        synth->set_band_muted(band, muted);
 }
 
 void TarqVST::release_all_notes() {

@@ -102,6 +102,12 @@ class TarqVST : public AudioEffectX {
     // Sends every channel its instrument, and the engine the global controllers.
     void refresh_synth();
 
+    // Silences a band of the master compressor, or lets it sound again.
+    void set_band_muted(unsigned band, bool muted);
+    [[nodiscard]] bool is_band_muted(unsigned band) const {
+        return band_muted[band].load(std::memory_order_relaxed);
+    }
+
     // Releases every key of every channel.
     void release_all_notes();
 
@@ -145,6 +151,7 @@ class TarqVST : public AudioEffectX {
     float spare_buf[2 * (GRANULARITY - 1)] = {};
     uint32_t n_samples_in_spare = 0;
     std::unique_ptr<Tarquil> synth;
+    std::atomic<bool> band_muted[MC_N_BANDS] = {}; // as the engine has it, or will
     EventQueue events;
     bool block_size_is_known = false;
     unsigned current_instruments[NUM_CHANNELS] = {};

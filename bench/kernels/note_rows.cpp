@@ -15,13 +15,14 @@ KernelRow note_row(bool again) {
     struct Setup {
         VoicePool pool;
         PhaseRandom random;
+        TimelineMemory timelines;
         Channel channel;
         Voice voice;
         uint32_t time = 0;
     };
     const auto setup = std::make_shared<Setup>();
     constexpr int MOST_COPIES = 127;
-    setup->channel.attach(setup->pool, setup->random);
+    setup->channel.attach(setup->pool, setup->random, setup->timelines);
     ControllerArray& controllers = setup->channel.get_controllers();
     for (const unsigned c : {CTRL_OSC1_MULTI_COUNT, CTRL_OSC2_MULTI_COUNT, CTRL_OSC3_MULTI_COUNT})
         controllers.get_controller(c).push_back({0, MOST_COPIES});

@@ -35,7 +35,7 @@ std::string get_directory_from_filename(const std::string& path, unsigned* pos) 
 }
 
 const char* mktempdir() {
-    static char name[sizeof(TEMP_TEMPLATE)];
+    static thread_local char name[sizeof(TEMP_TEMPLATE)];
     std::memcpy(name, TEMP_TEMPLATE, sizeof(TEMP_TEMPLATE));
     return mkdtemp(name);
 }

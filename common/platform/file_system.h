@@ -16,7 +16,7 @@ std::string concat_paths(const std::string& a, const std::string& b);
 std::string get_directory_from_filename(const std::string& path, unsigned* pos = nullptr);
 
 // Creates an empty directory /tmp/TqLXXXXXX and returns its name, null on failure.  Every call
-// overwrites the name that the last one returned: callers hold a lock and copy it.
+// overwrites the name that the thread's last one returned.
 const char* mktempdir();
 
 // True when the path, its links followed, is a directory or a regular file.

@@ -14,14 +14,9 @@
 #include "softsynth/signal/flush_to_zero.h"
 #include "softsynth/voices/pitch_bend.h"
 #include "softsynth/voices/program_change.h"
-#include "softsynth/voices/timeline_memory.h"
 #include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
-
-Tarquil* g_synth = nullptr;
-
-std::atomic<bool> band_muted[MC_N_BANDS];
 
 static_assert(alignof(Tarquil) <= TARQUIL_ALIGN);
 
@@ -46,10 +41,9 @@ void Tarquil::operator delete(void* synth) {
 }
 
 Tarquil::Tarquil(const char* settings_filename) {
-    g_synth = this;
     logPrintf("Tarquil is a-booting\n");
     for (Channel& channel : channels)
-        channel.attach(voice_pool, phase_random);
+        channel.attach(voice_pool, phase_random, timelines);
     if (settings_filename == nullptr) {
         settings.load_default();
     } else {
@@ -63,8 +57,6 @@ Tarquil::Tarquil(const char* settings_filename) {
     emit_global_controllers(settings, channels[0].get_controllers(), 0);
     for (int c = 0; c < NUM_CHANNELS; c++)
         emit_program_change(settings.get_instrument(unsigned(c)), channels[c].get_controllers(), 0);
-    prepare_timeline_memory();
-    prepare_buses();
     aux_filter.init(FILTER_HIGHPASS, 1);
     compressor.reset();
     retrigger.reset();
@@ -74,7 +66,6 @@ Tarquil::Tarquil(const char* settings_filename) {
 
 void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events,
                   uint32_t num_events, uint32_t time) {
-    g_synth = this;
     const midi_event* mid = events;
     TARQ_ASSERT(pcm_out);
     TARQ_ASSERT(num_samples > 0);
@@ -89,6 +80,16 @@ void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events
     scrub_non_finite(pcm_out, 2 * num_samples);
     for (uint32_t i = 0; i < 2 * num_samples; i++)
         pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+}
+
+void Tarquil::set_band_muted(unsigned band, bool muted) {
+    TARQ_ASSERT(band < MC_N_BANDS);
+    band_muted[band].store(muted, std::memory_order_relaxed);
+}
+
+bool Tarquil::is_band_muted(unsigned band) const {
+    TARQ_ASSERT(band < MC_N_BANDS);
+    return band_muted[band].load(std::memory_order_relaxed);
 }
 
 void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {

@@ -11,6 +11,7 @@
 #include <cstdint>
 
 #include "instrument/settings.h"
+#include "softsynth/core/engine_scratch.h"
 #include "softsynth/effects/multi_compressor.h"
 #include "softsynth/effects/retrigger.h"
 #include "softsynth/effects/stereo_effect.h"
@@ -58,6 +59,11 @@ class Tarquil {
     TarqSettings& get_settings() { return settings; }
     [[nodiscard]] const MultiCompressor& get_compressor() const { return compressor; }
 
+    // Silences a band (0..MC_N_BANDS - 1) of the master compressor from the next run on, or lets it
+    // sound again; any thread may call this.
+    void set_band_muted(unsigned band, bool muted);
+    [[nodiscard]] bool is_band_muted(unsigned band) const;
+
     // Restarts the random start phases of the oscillators.
     void seed_phases(uint32_t seed) { phase_random.seed(seed); }
 
@@ -71,8 +77,6 @@ class Tarquil {
     void process_midi_messages(const midi_event* events, uint32_t num_events);
     void render(float* pcm_out, uint32_t num_samples, uint32_t time);
 
-    // Writes the shared buffers once, so that no block meets their first page faults.
-    static void prepare_buses();
     void render_channels(uint32_t num_samples, uint32_t time);
     void render_aux_returns();
     void render_global_filters();
@@ -85,6 +89,7 @@ class Tarquil {
         return channels[0].get_controllers().get_controller(number);
     }
 
+    TimelineMemory timelines; // outlives the controllers
     Channel channels[NUM_CHANNELS];
     VoicePool voice_pool;
     VoiceRenderer voice_renderer;
@@ -97,12 +102,8 @@ class Tarquil {
     TarqSettings settings;
     PhaseRandom phase_random;
     StereoBuffer* channel_taps = nullptr;
+    std::atomic<bool> band_muted[MC_N_BANDS] = {};
+    EngineScratch scratch;
 };
-
-// The engine that was made or has run last.
-extern Tarquil* g_synth;
-
-// Bands of the master compressor that are muted; written by the editor, read by every run.
-extern std::atomic<bool> band_muted[MC_N_BANDS];
 
 } // namespace tarquil

@@ -31,13 +31,6 @@ constexpr unsigned FILTER_GAIN = CTRL_GLOBAL_FILTER1_GAIN - CTRL_GLOBAL_FILTER1_
 // From a compressor band's controllers to the next band's.
 constexpr unsigned BAND_STRIDE = CTRL_FCMPR_BAND2_THRESHOLD - CTRL_FCMPR_BAND1_THRESHOLD;
 
-// One set for the process: rendering is not reentrant.
-StereoBuffer aux_buffers[NUM_AUX_BUSES];
-StereoBuffer tmp_buf;
-MonoBuffer retrigger_bpm_buffer;
-MonoBuffer retrigger_speedup_buffer;
-MonoBuffer retrigger_wet_buffer;
-
 void scrub(StereoBuffer& buffer) {
     scrub_non_finite(buffer.get_first_left_sample_ptr(), 2 * buffer.get_buf_size());
 }
@@ -51,62 +44,48 @@ void Tarquil::render(float* pcm_out, uint32_t num_samples, uint32_t time) {
     render_retrigger(time);
     render_pre_gain();
     render_compressor();
-    std::memcpy(pcm_out, aux_buffers[MAIN_BUS].get_first_left_sample_ptr(),
+    std::memcpy(pcm_out, scratch.buses[MAIN_BUS].get_first_left_sample_ptr(),
                 size_t(2) * num_samples * sizeof(float));
 }
 
-void Tarquil::prepare_buses() {
-    for (StereoBuffer* buffer : {&aux_buffers[0], &aux_buffers[1], &aux_buffers[2], &tmp_buf})
-        *buffer = StereoBuffer();
-    for (MonoBuffer* buffer :
-         {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
-        *buffer = MonoBuffer();
-}
-
 void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
-    for (StereoBuffer& bus : aux_buffers) {
-        bus.init(num_samples);
-        bus.nullify();
-    }
-    tmp_buf.init(num_samples);
-    tmp_buf.nullify();
-    for (MonoBuffer* buffer :
-         {&retrigger_bpm_buffer, &retrigger_speedup_buffer, &retrigger_wet_buffer})
-        buffer->init(num_samples);
+    scratch.init(num_samples);
     // Asking the channels keeps an idle pool out of the caches.
     if (std::any_of(channels, channels + NUM_CHANNELS, std::mem_fn(&Channel::has_voices)))
         voice_renderer.render(voice_pool, time, num_samples);
     for (int c = 0; c < NUM_CHANNELS; c++) {
-        channels[c].render(aux_buffers, time, channel_taps == nullptr ? nullptr : &channel_taps[c]);
+        channels[c].render(scratch.buses, time, scratch.channel,
+                           channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();
     }
 }
 
 void Tarquil::render_aux_returns() {
-    scrub(aux_buffers[REVERB_BUS]);
-    scrub(aux_buffers[DELAY_BUS]);
+    scrub(scratch.buses[REVERB_BUS]);
+    scrub(scratch.buses[DELAY_BUS]);
 
     reverb.setroomsize(global(CTRL_REVERB_ROOMSIZE).get_last_value());
     reverb.setdamp(global(CTRL_REVERB_DAMP).get_last_value());
     reverb.setwidth(global(CTRL_REVERB_WIDTH).get_last_value());
     reverb.setwet(global(CTRL_REVERB_WET).get_last_cubed_value());
     reverb.update();
-    reverb.processmix(aux_buffers[REVERB_BUS].get_first_left_sample_ptr(),
-                      tmp_buf.get_first_left_sample_ptr(), long(tmp_buf.get_buf_size()));
+    StereoBuffer& sum = scratch.aux_return;
+    reverb.processmix(scratch.buses[REVERB_BUS].get_first_left_sample_ptr(),
+                      sum.get_first_left_sample_ptr(), long(sum.get_buf_size()));
 
     const auto byte = [this](unsigned number) { return global(number).get_last_int_value(); };
-    delay.render(StereoEffect::STEREO_EFFECT_DELAY, aux_buffers[DELAY_BUS], tmp_buf,
+    delay.render(StereoEffect::STEREO_EFFECT_DELAY, scratch.buses[DELAY_BUS], sum,
                  byte(CTRL_DELAY_LEFT_TIME), byte(CTRL_DELAY_RIGHT_TIME), byte(CTRL_DELAY_FEEDBACK),
-                 0, 0, 1.0F);
+                 0, 0, 1.0F, scratch.channel.stereo_effect);
 
-    aux_filter.render(tmp_buf.get_first_left_sample_ptr(), tmp_buf.get_buf_size(),
+    aux_filter.render(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
                       global(CTRL_AUX_CUTOFF).get_last_cubed_value() * RADIANS_PER_HZ,
                       BUTTERWORTH_Q, 0.0F);
-    aux_buffers[MAIN_BUS] += tmp_buf;
+    scratch.buses[MAIN_BUS] += sum;
 }
 
 void Tarquil::render_global_filters() {
-    StereoBuffer& bus = aux_buffers[MAIN_BUS];
+    StereoBuffer& bus = scratch.buses[MAIN_BUS];
     for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
         StereoFilter& filter = global_filters[i];
         const unsigned type_controller = CTRL_GLOBAL_FILTER1_TYPE + i * FILTER_STRIDE;
@@ -128,18 +107,18 @@ void Tarquil::render_retrigger(uint32_t time) {
     const Controller& speedup = global(CTRL_RETRIGGER_SPEEDUP);
     if (!speedup.has_multiple_values() && speedup.get_last_value() == 0.0F)
         return;
-    global(CTRL_RETRIGGER_BPM).render(retrigger_bpm_buffer, time, false);
-    speedup.render(retrigger_speedup_buffer, time, false);
-    global(CTRL_RETRIGGER_WET_LEVEL).render(retrigger_wet_buffer, time, false);
-    scrub(aux_buffers[MAIN_BUS]);
-    retrigger.render(aux_buffers[MAIN_BUS], retrigger_bpm_buffer, retrigger_speedup_buffer,
-                     retrigger_wet_buffer);
+    global(CTRL_RETRIGGER_BPM).render(scratch.retrigger_bpm, time, false);
+    speedup.render(scratch.retrigger_speedup, time, false);
+    global(CTRL_RETRIGGER_WET_LEVEL).render(scratch.retrigger_wet, time, false);
+    StereoBuffer& bus = scratch.buses[MAIN_BUS];
+    scrub(bus);
+    retrigger.render(bus, scratch.retrigger_bpm, scratch.retrigger_speedup, scratch.retrigger_wet);
 }
 
 void Tarquil::render_pre_gain() {
     const float gain = global(CTRL_FCMPR_PRE_GAIN).get_last_cubed_value();
     if (gain < LOWEST_UNITY_GAIN || gain > HIGHEST_UNITY_GAIN)
-        Buffer::scale(aux_buffers[MAIN_BUS], gain, aux_buffers[MAIN_BUS]);
+        Buffer::scale(scratch.buses[MAIN_BUS], gain, scratch.buses[MAIN_BUS]);
 }
 
 void Tarquil::render_compressor() {
@@ -161,13 +140,11 @@ void Tarquil::render_compressor() {
         ratios[b] = setting(CTRL_FCMPR_BAND1_RATIO);
         attacks[b] = setting(CTRL_FCMPR_BAND1_ATTACK_TIME);
         releases[b] = setting(CTRL_FCMPR_BAND1_RELEASE_TIME);
-        makeups[b] = band_muted[b].load(std::memory_order_relaxed)
-                         ? 0.0F
-                         : setting(CTRL_FCMPR_BAND1_MAKEUP_GAIN);
+        makeups[b] = is_band_muted(b) ? 0.0F : setting(CTRL_FCMPR_BAND1_MAKEUP_GAIN);
     }
-    scrub(aux_buffers[MAIN_BUS]);
-    compressor.process(aux_buffers[MAIN_BUS], crossovers, thresholds, ratios, attacks, releases,
-                       makeups);
+    StereoBuffer& bus = scratch.buses[MAIN_BUS];
+    scrub(bus);
+    compressor.process(bus, crossovers, thresholds, ratios, attacks, releases, makeups);
 }
 
 } // namespace tarquil

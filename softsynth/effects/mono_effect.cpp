@@ -17,10 +17,6 @@ namespace {
 constexpr float LOFI_SCALE = 16777216.0F; // 2^24
 constexpr float LOFI_STEP = 1.0F / LOFI_SCALE;
 
-// The filter's controls; shared by all: rendering is not reentrant.
-MonoBuffer cutoff_buf;
-MonoBuffer reso_buf;
-
 // A 32-bit integer conversion that has, for values out of range and NaN, the result of the x86
 // instruction on every machine.
 int32_t truncate_to_int32(float x) {
@@ -30,21 +26,14 @@ int32_t truncate_to_int32(float x) {
 
 } // namespace
 
-MonoEffect::MonoEffect() {
-    // So that no block meets their first page faults.
-    cutoff_buf = MonoBuffer();
-    reso_buf = MonoBuffer();
-}
-
 void MonoEffect::reset_compressor() {
     peak = level = COMPRESSOR_START_LEVEL;
     gain = 0.0F;
 }
 
-void MonoEffect::render(effect_type new_type, MonoBuffer& buf, uint32_t start_time, int param1,
-                        int param2, int param3, int param4, int param5,
-                        const Controller& cutoff_controller,
-                        const Controller& resonance_controller) {
+void MonoEffect::render(effect_type new_type, MonoBuffer& buf, int param1, int param2, int param3,
+                        int param4, int param5, const MonoBuffer& cutoff,
+                        const MonoBuffer& resonance) {
     TARQ_ASSERT(param1 >= 0 && param1 <= 127);
     TARQ_ASSERT(param2 >= 0 && param2 <= 127);
     TARQ_ASSERT(param3 >= 0 && param3 <= 127);
@@ -70,7 +59,7 @@ void MonoEffect::render(effect_type new_type, MonoBuffer& buf, uint32_t start_ti
         render_lofi(buf, param1, param2);
         return;
     case MONO_EFFECT_FILTER:
-        render_filter(buf, start_time, param3, param4, cutoff_controller, resonance_controller);
+        render_filter(buf, param3, param4, cutoff, resonance);
         return;
     case MONO_EFFECT_EXCITER:
         render_exciter(buf, param1);
@@ -143,31 +132,25 @@ void MonoEffect::render_lofi(MonoBuffer& buf, int p1, int p2) {
     }
 }
 
-void MonoEffect::render_filter(MonoBuffer& buf, uint32_t start_time, int p3, int p4,
-                               const Controller& cutoff_controller,
-                               const Controller& resonance_controller) {
+void MonoEffect::render_filter(MonoBuffer& buf, int p3, int p4, const MonoBuffer& cutoff,
+                               const MonoBuffer& resonance) {
     const uint32_t size = buf.get_buf_size();
-    cutoff_buf.init(size);
-    reso_buf.init(size);
-    cutoff_controller.render(cutoff_buf, start_time, false);
-    resonance_controller.render(reso_buf, start_time, false);
-
     const auto filter_type = mono_filter_type(p3);
     const int depth = mono_filter_depth(p4);
     const bool is_new_type = int(filter_type) != last_filter_type;
     if (is_ladder_filter(filter_type)) {
         if (is_new_type)
             ladder_filter.init(filter_type, 0.0F);
-        ladder_filter.render(buf.get_first_sample_ptr(), size, cutoff_buf.get_first_sample_ptr(),
-                             reso_buf.get_first_sample_ptr());
+        ladder_filter.render(buf.get_first_sample_ptr(), size, cutoff.get_first_sample_ptr(),
+                             resonance.get_first_sample_ptr());
     } else {
         // A count without a type stays 0 in the filter, so that case starts anew in every block;
         // there is no state to lose.
         if (is_new_type || depth != filter.get_depth())
             filter.init(get_base_filter_type(filter_type), get_filter_waveshape(filter_type), depth,
                         0.0F);
-        filter.render(buf.get_first_sample_ptr(), size, cutoff_buf.get_first_sample_ptr(),
-                      reso_buf.get_first_sample_ptr());
+        filter.render(buf.get_first_sample_ptr(), size, cutoff.get_first_sample_ptr(),
+                      resonance.get_first_sample_ptr());
     }
     last_filter_type = filter_type;
 }

@@ -17,7 +17,6 @@
 #include "softsynth/filters/filter.h"
 #include "softsynth/filters/ladderfilter.h"
 #include "softsynth/signal/buffer.h"
-#include "softsynth/voices/controller.h"
 
 namespace tarquil {
 
@@ -32,11 +31,8 @@ class MonoEffect {
         MONO_EFFECT_EXCITER = 5,
     };
 
-    MonoEffect();
-
-    // In place.  `start_time` is the absolute time of the first sample, at which the controllers
-    // (cutoff in octaves above 20 Hz, resonance as Q) are rendered for the filter.  A change of
-    // type restarts the effect.
+    // In place.  The filter alone reads `cutoff` (octaves above 20 Hz) and `resonance` (Q), at
+    // every CONTROL_PERIOD samples from the first on.  A change of type restarts the effect.
     //
     //   0..127    distortion      compressor          lo-fi             filter         exciter
     //   param1    threshold ..1.5 threshold ..1.5     bits off 0..24    -              k -1..1
@@ -44,16 +40,15 @@ class MonoEffect {
     //   param3    post gain 0..8  attack 0..20 ms                       type mod 25
     //   param4    asymmetry 0..1  release 20 ms..1 s                    sections mod 5
     //   param5                    makeup gain 0..20
-    void render(effect_type new_type, MonoBuffer& buf, uint32_t start_time, int param1, int param2,
-                int param3, int param4, int param5, const Controller& cutoff_controller,
-                const Controller& resonance_controller);
+    void render(effect_type new_type, MonoBuffer& buf, int param1, int param2, int param3,
+                int param4, int param5, const MonoBuffer& cutoff, const MonoBuffer& resonance);
 
   private:
     static void render_distortion(MonoBuffer& buf, int p1, int p2, int p3, int p4);
     void render_compression(MonoBuffer& buf, int p1, int p2, int p3, int p4, int p5);
     static void render_lofi(MonoBuffer& buf, int p1, int p2);
-    void render_filter(MonoBuffer& buf, uint32_t start_time, int p3, int p4,
-                       const Controller& cutoff_controller, const Controller& resonance_controller);
+    void render_filter(MonoBuffer& buf, int p3, int p4, const MonoBuffer& cutoff,
+                       const MonoBuffer& resonance);
     static void render_exciter(MonoBuffer& buf, int p1);
 
     void reset_compressor();

@@ -15,9 +15,6 @@ namespace {
 constexpr int SPLIT_STAGES = 4;
 constexpr float SPLIT_RESONANCE = 0.25F;
 
-// The lower bands; shared by all: rendering is not reentrant.
-StereoBuffer low[MC_N_BANDS - 1];
-
 } // namespace
 
 void MultiCompressor::reset() {
@@ -25,9 +22,6 @@ void MultiCompressor::reset() {
         compressor.reset();
     for (SplittingStereoFilter& split : splits)
         split.init(SPLIT_STAGES);
-    for (StereoBuffer& band : low)
-        band = StereoBuffer(); // so that no block meets their first page faults
-    StereoCompressor::prepare();
     was_at_rest = silence_kept = false;
 }
 
@@ -53,7 +47,7 @@ void MultiCompressor::process(StereoBuffer& buf, const float* crossover_hz, cons
         splits[b].render(low[b].get_first_left_sample_ptr(), buf.get_first_left_sample_ptr(),
                          frames, crossover_hz[b] * RADIANS_PER_HZ, SPLIT_RESONANCE);
     }
-    StereoCompressor::process(compressors, bands, settings, MC_N_BANDS);
+    StereoCompressor::process(compressors, bands, settings, MC_N_BANDS, levels);
 
     const float* lows[MC_N_BANDS - 1];
     for (unsigned b = 0; b < MC_N_BANDS - 1; b++)

@@ -45,6 +45,10 @@ class MultiCompressor {
     StereoCompressor::Settings last_settings[MC_N_BANDS] = {};
     bool was_at_rest = false;  // after it
     bool silence_kept = false; // it was at rest before and after, and silent on both sides
+
+    // scratch
+    StereoBuffer low[MC_N_BANDS - 1];
+    StereoCompressor::Levels levels;
 };
 
 } // namespace tarquil

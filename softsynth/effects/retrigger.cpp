@@ -13,9 +13,6 @@ namespace {
 
 constexpr float SAMPLES_PER_MINUTE = 60.0F * SAMPLE_RATE;
 
-// The beat that is being shortened; shared by all boxes: rendering is not reentrant.
-float beat[65536];
-
 // At most `longest`, which also takes the place of what is not a number.
 uint32_t samples_per_beat(float bpm, uint32_t longest) {
     const float samples = SAMPLES_PER_MINUTE / bpm;
@@ -29,7 +26,6 @@ uint32_t samples_per_beat(float bpm, uint32_t longest) {
 void RetriggerBox::reset() {
     std::fill_n(history, LENGTH, 0.0F);
     std::fill_n(loop, LENGTH, 0.0F);
-    std::fill_n(beat, LENGTH, 0.0F); // so that no block meets its first page faults
     write_pos = capture_start = play_pos = 0;
     loop_len = 1;
     bpm = 120.0F;

@@ -43,6 +43,9 @@ class RetriggerBox {
     float loop[LENGTH] = {};
     uint32_t play_pos = 0;
     uint32_t loop_len = 1;
+
+    // scratch: the beat that is being shortened
+    float beat[LENGTH] = {};
 };
 
 } // namespace tarquil

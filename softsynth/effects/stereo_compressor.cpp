@@ -2,23 +2,9 @@
 
 #include "softsynth/effects/stereo_compressor.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "softsynth/kernels/kernels.h"
 
 namespace tarquil {
-
-namespace {
-
-// Shared by all: rendering is not reentrant.
-float levels[MAX_NUM_SAMPLES * LevelDetectors::SIGNALS];
-
-} // namespace
-
-void StereoCompressor::prepare() {
-    std::fill(std::begin(levels), std::end(levels), 0.0F);
-}
 
 void StereoCompressor::reset() {
     peak = level = COMPRESSOR_START_LEVEL;
@@ -26,7 +12,7 @@ void StereoCompressor::reset() {
 }
 
 void StereoCompressor::process(StereoCompressor* compressors, StereoBuffer* const* bufs,
-                               const Settings* settings, unsigned count) {
+                               const Settings* settings, unsigned count, Levels& levels) {
     LevelDetectors detectors;
     detectors.count = count;
     for (unsigned i = 0; i < count; i++) {
@@ -36,11 +22,11 @@ void StereoCompressor::process(StereoCompressor* compressors, StereoBuffer* cons
         detectors.peak[i] = compressors[i].peak;
         detectors.level[i] = compressors[i].level;
     }
-    kernels().detect_levels(detectors, levels, bufs[0]->get_buf_size());
+    kernels().detect_levels(detectors, levels.samples, bufs[0]->get_buf_size());
     for (unsigned i = 0; i < count; i++) {
         compressors[i].peak = detectors.peak[i];
         compressors[i].level = detectors.level[i];
-        compressors[i].apply(*bufs[i], settings[i], levels + i);
+        compressors[i].apply(*bufs[i], settings[i], levels.samples + i);
     }
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "softsynth/effects/compressor.h"
+#include "softsynth/kernels/level_detectors.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
@@ -27,12 +28,14 @@ class StereoCompressor {
 
     void reset();
 
-    // Writes the memory that all share, so that no block meets its first page faults.
-    static void prepare();
+    // Scratch of `process`: the levels of the bands in turn, frame after frame.
+    struct Levels {
+        float samples[MAX_NUM_SAMPLES * LevelDetectors::SIGNALS] = {};
+    };
 
     // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
     static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
-                        const Settings* settings, unsigned count);
+                        const Settings* settings, unsigned count, Levels& levels);
 
     // True when peak and level have decayed as far as they do.
     [[nodiscard]] bool is_at_floor() const {

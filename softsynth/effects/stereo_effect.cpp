@@ -18,24 +18,14 @@ constexpr auto RATE = float(SAMPLE_RATE);
 // How far the right side's LFO runs ahead, in cycles.
 constexpr float RIGHT_LFO_LEAD = 0.25F;
 
-// The LFO's pitch ratio: 1 throughout.
-MonoBuffer lfo_pitch_buffer = [] {
-    MonoBuffer ones;
-    std::fill_n(ones.get_first_sample_ptr(), MAX_NUM_SAMPLES, 1.0F);
-    return ones;
-}();
-
-// The delay of each sample of the block, in samples.
-MonoBuffer delay_amount_buffer;
-
 } // namespace
 
-StereoEffect::StereoEffect() {
-    delay_amount_buffer = MonoBuffer(); // so that no block meets its first page faults
+StereoEffectScratch::StereoEffectScratch() {
+    std::fill_n(pitch.get_first_sample_ptr(), MAX_NUM_SAMPLES, 1.0F);
 }
 
 void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1,
-                          int p2, int p3, int p4, int p5, float wet) {
+                          int p2, int p3, int p4, int p5, float wet, StereoEffectScratch& scratch) {
     if (type != new_type) {
         for (DelayLine& line : delay_lines)
             line.reset();
@@ -54,11 +44,11 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
         return;
     case STEREO_EFFECT_CHORUS:
         render_lfoed_delay(in, out, chorus_delay_samples(p1), 0.0F, wet, lfo_speed_hz, lfo_amount,
-                           OscType(p4));
+                           OscType(p4), scratch);
         return;
     case STEREO_EFFECT_FLANGER:
         render_lfoed_delay(in, out, flanger_delay_samples(p1), stereo_effect_feedback(p5), wet,
-                           lfo_speed_hz, lfo_amount, OscType(p4));
+                           lfo_speed_hz, lfo_amount, OscType(p4), scratch);
         return;
     default:
         TARQ_ASSERT(0);
@@ -74,17 +64,18 @@ void StereoEffect::render_delay(const StereoBuffer& in, StereoBuffer& out, float
 void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,
                                       float delay_samples, float feedback, float wet,
                                       float lfo_speed_hz, float lfo_amount_samples,
-                                      OscType lfo_type) {
+                                      OscType lfo_type, StereoEffectScratch& scratch) {
     const uint32_t size = in.get_buf_size();
     const float half_amount = lfo_amount_samples * 0.5F;
-    delay_amount_buffer.init(size);
-    lfo_pitch_buffer.init(size);
+    MonoBuffer& delay = scratch.delay;
+    delay.init(size);
+    scratch.pitch.init(size);
     for (const DelayLine::channel side : {DelayLine::LEFT, DelayLine::RIGHT}) {
         lfo.init(lfo_type, lfo_speed_hz, std::fmod(float(side) * RIGHT_LFO_LEAD + lfo_phase, 1.0F));
-        lfo.render_interpolated(delay_amount_buffer, lfo_pitch_buffer, 0);
-        float* delay_buf_ptr = delay_amount_buffer.get_first_sample_ptr();
+        lfo.render_interpolated(delay, scratch.pitch, 0);
+        float* delay_buf_ptr = delay.get_first_sample_ptr();
         for (uint32_t i = 0; i < size; i++, delay_buf_ptr++) {
-            TARQ_ASSERT(delay_amount_buffer.is_valid(delay_buf_ptr));
+            TARQ_ASSERT(delay.is_valid(delay_buf_ptr));
             // A wave may overshoot -1 (tables read from disk are held to +-2 only); the shortest
             // flanger with the widest sweep must not read ahead of its input then.
             const float f =
@@ -92,7 +83,7 @@ void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,
             TARQ_ASSERT(f >= 1.0f);
             *delay_buf_ptr = f;
         }
-        delay_lines[side].render_with_lfo(in, out, delay_amount_buffer, feedback, wet, side);
+        delay_lines[side].render_with_lfo(in, out, delay, feedback, wet, side);
     }
     lfo_phase = std::fmod(lfo_phase + float(size) * lfo_speed_hz / RATE, 1.0F);
 }

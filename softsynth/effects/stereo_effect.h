@@ -17,6 +17,14 @@
 
 namespace tarquil {
 
+// What a stereo effect works with besides its memory; any number of them may use one in turn.
+struct StereoEffectScratch {
+    StereoEffectScratch();
+
+    MonoBuffer delay; // of each sample of the block, in samples
+    MonoBuffer pitch; // the sweeping oscillator's ratio: 1 throughout
+};
+
 class StereoEffect {
   public:
     enum effect_type : uint32_t {
@@ -25,8 +33,6 @@ class StereoEffect {
         STEREO_EFFECT_CHORUS = 2,
         STEREO_EFFECT_FLANGER = 3,
     };
-
-    StereoEffect();
 
     // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes.
     //
@@ -37,7 +43,7 @@ class StereoEffect {
     //   p4                                  LFO waveform, an OscType
     //   p5                                                     feedback 0..0.9
     void render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1, int p2,
-                int p3, int p4, int p5, float wet);
+                int p3, int p4, int p5, float wet, StereoEffectScratch& scratch);
 
     // Times in seconds, cut to whole samples.
     void render_delay(const StereoBuffer& in, StereoBuffer& out, float left_seconds,
@@ -46,7 +52,7 @@ class StereoEffect {
     // Sweeps between delay_samples and delay_samples + lfo_amount_samples.
     void render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out, float delay_samples,
                             float feedback, float wet, float lfo_speed_hz, float lfo_amount_samples,
-                            OscType lfo_type);
+                            OscType lfo_type, StereoEffectScratch& scratch);
 
   private:
     // settings

@@ -26,21 +26,13 @@ constexpr unsigned FILTER_GAIN = CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE
 
 } // namespace
 
-MonoBuffer Channel::tmp_buf;
-MonoBuffer Channel::vol_buf;
-MonoBuffer Channel::buf2;
-MonoBuffer Channel::buf3;
-StereoBuffer Channel::mix_buf;
-
 Channel::Channel() : last_render_time(0U - FRESH_SILENCE) {}
 
-void Channel::attach(VoicePool& shared_pool, PhaseRandom& shared_random) {
+void Channel::attach(VoicePool& shared_pool, PhaseRandom& shared_random,
+                     TimelineMemory& timelines) {
     pool = &shared_pool;
     phase_random = &shared_random;
-    // Written once, so that no block meets their first page faults.
-    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
-        *buffer = MonoBuffer();
-    mix_buf = StereoBuffer();
+    controllers.use_memory(timelines);
 }
 
 void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
@@ -94,7 +86,8 @@ int Channel::last_int(unsigned controller) const {
     return controllers.get_controller(controller).get_last_int_value();
 }
 
-void Channel::render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap) {
+void Channel::render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                     StereoBuffer* tap) {
     const uint32_t size = outputs[0].get_buf_size();
     if (tap != nullptr) {
         tap->init(size);
@@ -102,46 +95,52 @@ void Channel::render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap) {
     }
     if (used_voices == 0 && is_silent(start))
         return;
-    for (MonoBuffer* buffer : {&tmp_buf, &vol_buf, &buf2, &buf3})
-        buffer->init(size);
-    mix_buf.init(size);
-    render_voices(start, size);
+    scratch.init(size);
+    MonoBuffer& signal = scratch.signal;
+    render_voices(signal, start);
     if (is_silent(start))
         return;
-    scrub_non_finite(tmp_buf.get_first_sample_ptr(), size);
-    render_insert_effect(insert_effects[0], CTRL_CHANFX1_TYPE, CTRL_CHANFX1_PARAM1, start);
-    render_insert_effect(insert_effects[1], CTRL_CHANFX1B_TYPE, CTRL_CHANFX1B_PARAM1, start);
-    render_filters();
-    render_stereo(start);
-    send(outputs);
+    scrub_non_finite(signal.get_first_sample_ptr(), size);
+    render_insert_effect(insert_effects[0], CTRL_CHANFX1_TYPE, CTRL_CHANFX1_PARAM1, start, scratch);
+    render_insert_effect(insert_effects[1], CTRL_CHANFX1B_TYPE, CTRL_CHANFX1B_PARAM1, start,
+                         scratch);
+    render_filters(signal);
+    render_stereo(start, scratch);
+    send(scratch.mix, outputs);
     if (tap != nullptr)
-        Buffer::copy(mix_buf, *tap);
+        Buffer::copy(scratch.mix, *tap);
 }
 
 bool Channel::is_silent(uint32_t start) const {
     return int32_t(start - last_render_time) > SILENCE_AFTER;
 }
 
-void Channel::render_voices(uint32_t start, uint32_t size) {
-    tmp_buf.nullify();
+void Channel::render_voices(MonoBuffer& signal, uint32_t start) {
+    signal.nullify();
     for (Voice& voice : *pool) {
         if (voice.belongs_to_channel(*this)) {
-            voice.add_output(tmp_buf, start);
-            last_render_time = start + size;
+            voice.add_output(signal, start);
+            last_render_time = start + signal.get_buf_size();
         }
     }
 }
 
 void Channel::render_insert_effect(MonoEffect& effect, unsigned type_controller,
-                                   unsigned first_parameter, uint32_t start) {
+                                   unsigned first_parameter, uint32_t start,
+                                   ChannelScratch& scratch) {
+    const auto type = MonoEffect::effect_type(last_int(type_controller));
+    if (type == MonoEffect::MONO_EFFECT_FILTER) {
+        controllers.get_controller(first_parameter)
+            .render_controls(scratch.cutoff, start, 0, false);
+        controllers.get_controller(first_parameter + 1)
+            .render_controls(scratch.resonance, start, 0, false);
+    }
     const auto parameter = [&](unsigned index) { return last_int(first_parameter + index); };
-    effect.render(MonoEffect::effect_type(last_int(type_controller)), tmp_buf, start, parameter(0),
-                  parameter(1), parameter(2), parameter(3), parameter(4),
-                  controllers.get_controller(first_parameter),
-                  controllers.get_controller(first_parameter + 1));
+    effect.render(type, scratch.signal, parameter(0), parameter(1), parameter(2), parameter(3),
+                  parameter(4), scratch.cutoff, scratch.resonance);
 }
 
-void Channel::render_filters() {
+void Channel::render_filters(MonoBuffer& signal) {
     for (unsigned i = 0; i < NUM_FILTERS; i++) {
         Filter& filter = filters[i];
         const unsigned type_controller = CTRL_CHAN_FILTER1_TYPE + i * FILTER_STRIDE;
@@ -157,23 +156,25 @@ void Channel::render_filters() {
         filter.set_resonance(setting(FILTER_RESONANCE));
         filter.set_dbgain_normalized(setting(FILTER_GAIN));
         filter.update();
-        filter.render_chunk(tmp_buf.get_first_sample_ptr(), tmp_buf.get_buf_size());
+        filter.render_chunk(signal.get_first_sample_ptr(), signal.get_buf_size());
     }
 }
 
-void Channel::render_stereo(uint32_t start) {
-    controllers.get_controller(CTRL_MAIN_VOLUME).render_cubed(vol_buf, start);
-    controllers.get_controller(CTRL_PANNING).render_sqr(buf2, buf3, start);
-    mix_buf.make_from_mono(tmp_buf, vol_buf, buf2, buf3);
-    const uint32_t num_floats = 2 * mix_buf.get_buf_size();
-    scrub_non_finite(mix_buf.get_first_left_sample_ptr(), num_floats);
+void Channel::render_stereo(uint32_t start, ChannelScratch& scratch) {
+    StereoBuffer& mix = scratch.mix;
+    controllers.get_controller(CTRL_MAIN_VOLUME).render_cubed(scratch.volume, start);
+    controllers.get_controller(CTRL_PANNING)
+        .render_sqr(scratch.left_gain, scratch.right_gain, start);
+    mix.make_from_mono(scratch.signal, scratch.volume, scratch.left_gain, scratch.right_gain);
+    scrub_non_finite(mix.get_first_left_sample_ptr(), 2 * mix.get_buf_size());
     const auto parameter = [&](unsigned index) { return last_int(CTRL_CHANFX2_PARAM1 + index); };
-    stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix_buf, mix_buf,
+    stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix, mix,
                          parameter(0), parameter(1), parameter(2), parameter(3), parameter(4),
-                         controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value());
+                         controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value(),
+                         scratch.stereo_effect);
 }
 
-void Channel::send(StereoBuffer* outputs) {
+void Channel::send(const StereoBuffer& mix, StereoBuffer* outputs) {
     for (int i = 0; i < NUM_AUX_BUSES; i++) {
         float aux_level = 1.0F;
         if (i > 0) {
@@ -182,7 +183,7 @@ void Channel::send(StereoBuffer* outputs) {
         }
         TARQ_ASSERT(aux_level >= 0.0f);
         if (aux_level > SMALLEST_SEND)
-            Buffer::add_scaled(mix_buf, aux_level, outputs[i]);
+            Buffer::add_scaled(mix, aux_level, outputs[i]);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/filters/filter.h"
 #include "softsynth/signal/buffer.h"
+#include "softsynth/voices/channel_scratch.h"
 #include "softsynth/voices/controller.h"
 #include "softsynth/voices/voice_pool.h"
 #include "softsynth/wavetables/phase_random.h"
@@ -23,8 +24,9 @@ class Channel {
   public:
     Channel();
 
-    // The pool and the random numbers that the channel's notes draw from; before anything else.
-    void attach(VoicePool& shared_pool, PhaseRandom& shared_random);
+    // What the channel shares with the engine's others, before anything else: the pool and the
+    // random numbers that its notes draw from, and where its timelines find room.
+    void attach(VoicePool& shared_pool, PhaseRandom& shared_random, TimelineMemory& timelines);
 
     // Starts a note (0..127) with velocity 1..127; the pitch must not be sounding.  A channel at
     // its maximum of voices cuts its oldest one; a full pool drops the note.
@@ -36,7 +38,8 @@ class Channel {
     // Renders the block that starts at `start`, for which the voices have been rendered, and adds
     // it to the three buses, whose size is the block's.  `tap`, if given, receives what is added to
     // the main bus.
-    void render(StereoBuffer* outputs, uint32_t start, StereoBuffer* tap = nullptr);
+    void render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                StereoBuffer* tap = nullptr);
 
     [[nodiscard]] bool has_voices() const { return used_voices > 0; }
 
@@ -59,12 +62,12 @@ class Channel {
 
     // True when the last voice before `start` lies so far back that its tails count as silence.
     [[nodiscard]] bool is_silent(uint32_t start) const;
-    void render_voices(uint32_t start, uint32_t size);
+    void render_voices(MonoBuffer& signal, uint32_t start);
     void render_insert_effect(MonoEffect& effect, unsigned type_controller,
-                              unsigned first_parameter, uint32_t start);
-    void render_filters();
-    void render_stereo(uint32_t start);
-    void send(StereoBuffer* outputs);
+                              unsigned first_parameter, uint32_t start, ChannelScratch& scratch);
+    void render_filters(MonoBuffer& signal);
+    void render_stereo(uint32_t start, ChannelScratch& scratch);
+    void send(const StereoBuffer& mix, StereoBuffer* outputs);
 
     [[nodiscard]] int last_int(unsigned controller) const;
 
@@ -81,13 +84,6 @@ class Channel {
 
     VoicePool* pool = nullptr;
     PhaseRandom* phase_random = nullptr;
-
-    // Shared by all channels: rendering is not reentrant.
-    static MonoBuffer tmp_buf;
-    static MonoBuffer vol_buf;
-    static MonoBuffer buf2;
-    static MonoBuffer buf3;
-    static StereoBuffer mix_buf;
 };
 
 } // namespace tarquil

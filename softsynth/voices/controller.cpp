@@ -5,15 +5,26 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 
 #include "common/assertion.h"
-#include "softsynth/voices/timeline_memory.h"
 
 namespace tarquil {
 
 Controller::~Controller() {
     if (events != own_events)
         give_back_timeline(events);
+}
+
+ControllerEvent* Controller::take_timeline(uint32_t count) {
+    return memory != nullptr ? memory->take(count) : new (std::nothrow) ControllerEvent[count];
+}
+
+void Controller::give_back_timeline(ControllerEvent* timeline) {
+    if (memory != nullptr)
+        memory->give_back(timeline);
+    else
+        delete[] timeline;
 }
 
 void Controller::push_back(const ControllerEvent& event) {
@@ -104,6 +115,11 @@ ControllerArray::ControllerArray() {
     }
     for (unsigned c = 0; c < NUM_CONTROLLERS; c++)
         controllers[c].set_changed_flag(&changed[c]);
+}
+
+void ControllerArray::use_memory(TimelineMemory& timelines) {
+    for (Controller& controller : controllers)
+        controller.use_memory(timelines);
 }
 
 Controller& ControllerArray::get_controller(unsigned num) {

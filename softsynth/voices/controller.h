@@ -10,13 +10,9 @@
 
 #include "softsynth/parameters/controller_table.h"
 #include "softsynth/signal/buffer.h"
+#include "softsynth/voices/timeline_memory.h"
 
 namespace tarquil {
-
-struct ControllerEvent {
-    uint32_t time = 0; // absolute sample time
-    int32_t value = 0; // 0..127
-};
 
 class Controller {
   public:
@@ -25,8 +21,7 @@ class Controller {
     Controller(const Controller&) = delete;
     Controller& operator=(const Controller&) = delete;
 
-    // Appends a change; events come in time order.  The timeline doubles when it is full, see
-    // timeline_memory.
+    // Appends a change; events come in time order.  The timeline doubles when it is full.
     void push_back(const ControllerEvent& event);
 
     // Keeps one event: the last value, at the first event's time.
@@ -34,6 +29,8 @@ class Controller {
 
     // A flag that is set with every change, or none.
     void set_changed_flag(bool* flag) { changed_flag = flag; }
+    // Where the timeline finds room when it grows; from the heap without.
+    void use_memory(TimelineMemory& timelines) { memory = &timelines; }
 
     // Lets the clock start `frames` later: all times become smaller by that, 0 at least.
     void move_clock_back(uint32_t frames);
@@ -68,6 +65,9 @@ class Controller {
     template <typename Fill>
     void for_each_step(uint32_t time, uint32_t num_samples, const Fill& fill) const;
 
+    ControllerEvent* take_timeline(uint32_t count);
+    void give_back_timeline(ControllerEvent* timeline);
+
     static constexpr uint32_t OWN_EVENTS = 8;
 
     int32_t last_value = 0;
@@ -76,6 +76,7 @@ class Controller {
     float offset = 0.0F;
     float scale = 1.0F / 127;
     bool* changed_flag = nullptr;
+    TimelineMemory* memory = nullptr;
     ControllerEvent* events = own_events;
     ControllerEvent own_events[OWN_EVENTS];
 };
@@ -86,6 +87,9 @@ class ControllerArray {
     ControllerArray();
     ControllerArray(const ControllerArray&) = delete;
     ControllerArray& operator=(const ControllerArray&) = delete;
+
+    // As Controller::use_memory, for all.
+    void use_memory(TimelineMemory& timelines);
 
     Controller& get_controller(unsigned num);
     [[nodiscard]] const Controller& get_controller(unsigned num) const;

@@ -119,21 +119,6 @@ TEST(Core, RetriggerIsOffAtMappedValueZeroAndMonoOtherwise) {
     EXPECT_FALSE(sides_differ(0)) << "byte 0 is a speed-up of -63";
 }
 
-TEST(Core, MutedBandIsSilent) {
-    const auto level = [](bool muted) {
-        for (std::atomic<bool>& band : band_muted)
-            band = muted;
-        EngineHost host;
-        host.note_on(0, 60);
-        const float highest = peak(host.render(2048));
-        for (std::atomic<bool>& band : band_muted)
-            band = false;
-        return highest;
-    };
-    EXPECT_GT(level(false), 0.05F);
-    EXPECT_EQ(level(true), 0.0F);
-}
-
 // A bank can hold any byte; the choice lists are clamped before anything reaches the engine.
 void set_random_bytes(EngineHost& host, std::mt19937& random, bool extremes) {
     for (const ControllerInfo& info : controller_rows()) {

@@ -69,10 +69,12 @@ TEST(Silence, RestsInTheReverb) {
 
 TEST(Silence, RestsInTheDelay) {
     static StereoEffect effect;
+    static StereoEffectScratch scratch;
     expect_rest(
         [] {
             return [](StereoBuffer& in, StereoBuffer& out) {
-                effect.render(StereoEffect::STEREO_EFFECT_DELAY, in, out, 0, 10, 64, 0, 0, 1.0F);
+                effect.render(StereoEffect::STEREO_EFFECT_DELAY, in, out, 0, 10, 64, 0, 0, 1.0F,
+                              scratch);
             };
         },
         20);

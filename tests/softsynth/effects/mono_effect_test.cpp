@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "softsynth/signal/finite.h"
+#include "softsynth/voices/controller.h"
 
 namespace tarquil {
 
@@ -25,7 +26,11 @@ class MonoEffectTest : public testing::Test {
     Samples run(MonoEffect::effect_type type, const Parameters& p, const Samples& input) {
         buf.init(uint32_t(input.size()));
         std::copy(input.begin(), input.end(), buf.get_first_sample_ptr());
-        effect.render(type, buf, time, p[0], p[1], p[2], p[3], p[4], cutoff, resonance);
+        cutoffs.init(uint32_t(input.size()));
+        resonances.init(uint32_t(input.size()));
+        cutoff.render(cutoffs, time, false);
+        resonance.render(resonances, time, false);
+        effect.render(type, buf, p[0], p[1], p[2], p[3], p[4], cutoffs, resonances);
         const float* samples = buf.get_first_sample_ptr();
         return {samples, samples + input.size()};
     }
@@ -41,6 +46,8 @@ class MonoEffectTest : public testing::Test {
     MonoEffect effect;
     Controller cutoff;
     Controller resonance;
+    MonoBuffer cutoffs;
+    MonoBuffer resonances;
     MonoBuffer buf;
     uint32_t time = 0;
 };
@@ -184,19 +191,17 @@ TEST_F(MonoEffectTest, FilterFollowsItsControllers) {
     cutoff.push_back({0, 40});
     cutoff.push_back({64, 90});
     resonance.push_back({0, 30});
-    MonoBuffer cutoff_buf;
-    MonoBuffer reso_buf;
-    cutoff_buf.init(128);
-    reso_buf.init(128);
-    cutoff.render(cutoff_buf, 0, false);
-    resonance.render(reso_buf, 0, false);
+    cutoffs.init(128);
+    resonances.init(128);
+    cutoff.render(cutoffs, 0, false);
+    resonance.render(resonances, 0, false);
     const Samples input = noise(128);
 
     Samples expected = input;
     Filter filter; // type 12 is the waveshaped band-pass
     filter.init(FILTER_BANDPASS, 1, 3, 0.0F);
-    filter.render(expected.data(), 128, cutoff_buf.get_first_sample_ptr(),
-                  reso_buf.get_first_sample_ptr());
+    filter.render(expected.data(), 128, cutoffs.get_first_sample_ptr(),
+                  resonances.get_first_sample_ptr());
     EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 25 + 12, 5 + 3, 0}, input), expected);
     EXPECT_NE(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 3, 0}, input), expected);
     // A new number of stages, or of the type, starts with empty sections.
@@ -206,8 +211,8 @@ TEST_F(MonoEffectTest, FilterFollowsItsControllers) {
     expected = input;
     LadderFilter ladder;
     ladder.init(FilterType(21), 0.0F);
-    ladder.render(expected.data(), 128, cutoff_buf.get_first_sample_ptr(),
-                  reso_buf.get_first_sample_ptr());
+    ladder.render(expected.data(), 128, cutoffs.get_first_sample_ptr(),
+                  resonances.get_first_sample_ptr());
     EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);
     run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input);
     EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);

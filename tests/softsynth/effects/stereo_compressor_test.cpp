@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -25,7 +26,7 @@ class StereoCompressorTest : public testing::Test {
             }
             StereoBuffer* const bufs[] = {&buf};
             const StereoCompressor::Settings settings = {threshold, ratio, attack, release, makeup};
-            StereoCompressor::process(&compressor, bufs, &settings, 1);
+            StereoCompressor::process(&compressor, bufs, &settings, 1, *levels);
         }
         return *buf.get_left_sample_ptr(BLOCK - 1) / left;
     }
@@ -36,6 +37,7 @@ class StereoCompressorTest : public testing::Test {
     }
 
     StereoCompressor compressor;
+    std::unique_ptr<StereoCompressor::Levels> levels = std::make_unique<StereoCompressor::Levels>();
     StereoBuffer buf;
     float threshold = 0.1F;
     float ratio = 4.0F;

@@ -34,7 +34,7 @@ class StereoEffectTest : public testing::Test {
             out.nullify();
             for (uint32_t i = 0; i < size; i++, time++)
                 *in.get_left_sample_ptr(i) = *in.get_right_sample_ptr(i) = signal(time);
-            effect->render(type, in, out, p[0], p[1], p[2], p[3], p[4], wet);
+            effect->render(type, in, out, p[0], p[1], p[2], p[3], p[4], wet, scratch);
             for (uint32_t i = 0; i < size; i++) {
                 left.push_back(*out.get_left_sample_ptr(i));
                 right.push_back(*out.get_right_sample_ptr(i));
@@ -66,6 +66,7 @@ class StereoEffectTest : public testing::Test {
     }
 
     std::unique_ptr<StereoEffect> effect = std::make_unique<StereoEffect>();
+    StereoEffectScratch scratch;
     StereoBuffer in;
     StereoBuffer out;
     uint32_t time = 0;
@@ -166,8 +167,9 @@ TEST_F(StereoEffectTest, EverySettingStaysFiniteAndInRange) {
 TEST_F(StereoEffectTest, UnknownTypeIsAsserted) {
     in.init(4);
     out.init(4);
-    EXPECT_DEATH(effect->render(StereoEffect::effect_type(4), in, out, 0, 0, 0, 0, 0, 1.0F),
-                 "softsynth/effects/stereo_effect.cpp:[0-9]+: 0");
+    EXPECT_DEATH(
+        effect->render(StereoEffect::effect_type(4), in, out, 0, 0, 0, 0, 0, 1.0F, scratch),
+        "softsynth/effects/stereo_effect.cpp:[0-9]+: 0");
 }
 
 } // namespace

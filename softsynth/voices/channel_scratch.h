@@ -1,0 +1,34 @@
+// What rendering a channel needs besides the channel: buffers that all channels use in turn.
+
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+
+#include "softsynth/effects/stereo_effect.h"
+#include "softsynth/signal/buffer.h"
+
+namespace tarquil {
+
+struct ChannelScratch {
+    // Sizes all buffers for a block.
+    void init(uint32_t size) {
+        for (MonoBuffer* buffer : {&signal, &volume, &left_gain, &right_gain, &cutoff, &resonance})
+            buffer->init(size);
+        mix.init(size);
+    }
+
+    MonoBuffer signal; // the voices' sum on its way through the inserts and filters
+    MonoBuffer volume;
+    MonoBuffer left_gain;
+    MonoBuffer right_gain;
+
+    // Of an insert effect's filter: a value at every CONTROL_PERIOD samples.
+    MonoBuffer cutoff;
+    MonoBuffer resonance;
+
+    StereoBuffer mix;
+    StereoEffectScratch stereo_effect;
+};
+
+} // namespace tarquil

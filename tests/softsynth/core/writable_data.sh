@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Looks for objects that two engines would share and could write to.
+#
+# Usage: writable_data.sh NM OBJECT...   Only what is named below may exist: whatever else a block
+# writes belongs to its engine, so that engines render at the same time on any threads.
+set -euo pipefail
+
+allowed=(
+    # References to the personality routine of exceptions and the like.
+    'DW\.ref\..*'
+    # Written once, by whoever comes first: the compiler guards them, or main has not begun.
+    'guard variable for .*'
+    'tarquil::default_controller_bytes()::defaults'
+    'tarquil::(anonymous namespace)::instrument_defaults()::defaults'
+    'tarquil::kernel_levels()::levels'
+    'tarquil::(anonymous namespace)::current' # the kernels; later only by tests, while nothing renders
+    'tarquil::pitch_bend_mulfac_table'
+    'tarquil::generate_pitch_bend_table()::is_generated'
+    'tarquil::WaveformStore::instance()::store'
+    # Atomic: the log's switch, and the numbers of temporary files.
+    'tarquil::(anonymous namespace)::enabled'
+    'tarquil::AtomicFile::open_temporary(unsigned int)::last_number'
+    # The lock itself.
+    'tarquil::synth_lock'
+    # Of the threads that queue events and load states.
+    'tarquil::(anonymous namespace)::out_events'
+    'tarquil::(anonymous namespace)::n_out_events'
+)
+
+nm=$1
+shift
+[ $# -gt 0 ] || { echo "no objects given" >&2; exit 1; }
+patterns=$(printf '%s\n' "${allowed[@]}" | sed -e 's/[][()]/\\&/g' -e 's/.*/^&$/')
+# The section tells constants with addresses in them (.data.rel.ro) from variables.
+found=$("$nm" --demangle --defined-only --format=sysv "$@" |
+    awk -F'|' '$NF ~ /^ *(\.data|\.bss|\*COM\*)/ && $NF !~ /^ *\.data\.rel\.ro/ {
+        gsub(/^ +| +$/, "", $1); print $1 }' | grep -v -E -f <(echo "$patterns") || true)
+[ -z "$found" ] || { echo "writable data that engines share:"; echo "$found"; exit 1; } >&2
