@@ -41,22 +41,6 @@ int load_quietly(Instrument& instrument, const std::string& text) {
     return error;
 }
 
-TEST(Instrument, DefaultsAreThoseOfTheTable) {
-    const Instrument instrument;
-    EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 76);
-    EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 2);
-    EXPECT_EQ(instrument.get_controller(CTRL_OSC2_TYPE), 3);
-    EXPECT_EQ(instrument.get_controller(CTRL_PITCH_BEND_MSB), 64);
-    EXPECT_EQ(instrument.get_controller(CTRL_CHAN_MAX_VOICES), 96);
-    EXPECT_EQ(instrument.get_controller(CTRL_RETRIGGER_BPM), 60);
-    EXPECT_EQ(instrument.get_controller(CTRL_GLOBAL_FILTER5_TYPE), 2);
-    for (unsigned number = CTRL_GLOBAL_FILTER1_RESONANCE; number <= CTRL_GLOBAL_FILTER6_RESONANCE;
-         number += 4)
-        EXPECT_EQ(instrument.get_controller(number), map_float_to_char(number, 1.5F));
-    for (const unsigned number : {0U, 11U, 64U, 101U, 147U})
-        EXPECT_EQ(instrument.get_controller(number), 0);
-}
-
 TEST(Instrument, EveryByteSurvivesItsText) {
     for (int shift = 0; shift < 128; shift++) {
         const Instrument saved = varied(shift);
