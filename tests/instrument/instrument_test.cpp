@@ -41,6 +41,14 @@ int load_quietly(Instrument& instrument, const std::string& text) {
     return error;
 }
 
+TEST(Instrument, ItsGlobalResonancesStartAsAChannelFiltersDo) {
+    const Instrument instrument;
+    for (unsigned number = CTRL_GLOBAL_FILTER1_RESONANCE; number <= CTRL_GLOBAL_FILTER6_RESONANCE;
+         number += 4)
+        EXPECT_EQ(instrument.get_controller(number), map_float_to_char(number, 1.5F));
+    EXPECT_EQ(instrument.get_controller(CTRL_GLOBAL_FILTER5_TYPE), 2);
+}
+
 TEST(Instrument, EveryByteSurvivesItsText) {
     for (int shift = 0; shift < 128; shift++) {
         const Instrument saved = varied(shift);
