@@ -111,14 +111,6 @@ TEST(Wav, DataThatEndsEarlyIsAnError) {
     }
 }
 
-TEST(Wav, CodesHaveTexts) {
-    EXPECT_STREQ(wav_get_error_string(0), "Success");
-    EXPECT_STREQ(wav_get_error_string(5),
-                 "Waveform must be 16 bit. If you really need 8 bit support, tell Maro");
-    EXPECT_STREQ(wav_get_error_string(7), "Generic error");
-    EXPECT_STREQ(wav_get_error_string(-1), "Generic error");
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -77,6 +77,59 @@ TEST(Plugin, TellsHostsWhatItIs) {
     EXPECT_EQ(host.call(effGetOutputProperties, 2, 0, &right), 0);
 }
 
+TEST(Plugin, AnswersWhatHostsAsk) {
+    PluginHost host(64);
+    EXPECT_EQ(host.call(effIdentify), 0x4E764566); // "NvEf"
+    EXPECT_EQ(host.call(effGetNumMidiInputChannels), 16);
+    EXPECT_EQ(host.call(effKeysRequired), 1);
+    EXPECT_EQ(host.call(effCanDo, 0, 0, nullptr), 0);
+    EXPECT_EQ(host.call(effString2Parameter, 1, 0, nullptr), 1) << "it can";
+    EXPECT_EQ(host.call(effProcessEvents, 0, 0, nullptr), 0);
+    VstPinProperties pin;
+    EXPECT_EQ(host.call(effGetInputProperties, 0, 0, &pin), 0);
+    EXPECT_EQ(host.call(effGetOutputProperties, 0, 0, &pin), 1);
+    EXPECT_STREQ(pin.label, "Tarquil 1");
+    EXPECT_EQ(host.call(effGetOutputProperties, -1, 0, &pin), 0);
+    for (const int32_t opcode : {effGetParamName, effGetParamDisplay, effGetParamLabel}) {
+        EXPECT_EQ(host.text(opcode, -1), "");
+        EXPECT_EQ(host.text(opcode, NUM_PARAMS), "");
+        EXPECT_NE(host.text(opcode, NUM_PARAMS - 2), "");
+    }
+    for (const int32_t program : {-1, 128}) {
+        EXPECT_EQ(host.text(effGetProgramNameIndexed, program), "");
+        EXPECT_EQ(host.call(effCopyProgram, program), 0);
+    }
+    char state[] = "name = x\n";
+    EXPECT_EQ(host.call(effSetChunk, 1, 0, state), 0);
+    EXPECT_EQ(host.call(effSetChunk, 1, -1, state), 0);
+    EXPECT_EQ(host.call(effSetChunk, 1, sizeof(state), nullptr), 0);
+    EXPECT_EQ(host.text(effGetProgramName), "instrument_0");
+}
+
+TEST(Plugin, AddsToWhatIsThereAndLeavesNothingWithoutOutputs) {
+    PluginHost replacing(64);
+    PluginHost adding(64);
+    for (PluginHost* host : {&replacing, &adding}) {
+        host->midi(0x90, 60, 100);
+        host->send_events();
+    }
+    const std::vector<float> sound = replacing.block(64);
+    std::vector<float> sum(128, 2.0F);
+    float* outputs[] = {sum.data(), sum.data() + 64};
+    float* one[] = {sum.data(), nullptr};
+    for (const auto render : {adding.effect->process, adding.effect->processReplacing}) {
+        render(adding.effect, nullptr, nullptr, 64);
+        render(adding.effect, nullptr, one, 64);
+        render(adding.effect, nullptr, outputs, 0);
+        render(adding.effect, nullptr, outputs, -64);
+    }
+    EXPECT_EQ(sum, std::vector<float>(128, 2.0F));
+    adding.effect->process(adding.effect, nullptr, outputs, 64);
+    EXPECT_GT(peak(sound), 0.0F);
+    for (size_t i = 0; i < 128; i++)
+        EXPECT_EQ(sum[i], 2.0F + sound[i]);
+}
+
 TEST(Plugin, SurvivesEveryOpcodeWithNonsense) {
     PluginHost host(64, false);
     const std::string before = host.save(false);

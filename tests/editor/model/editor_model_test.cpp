@@ -103,6 +103,8 @@ TEST_F(EditorModelTest, AProgramChangeOfTheHostEndsTheDrag) {
     EXPECT_NE(sound(4, CTRL_PANNING), 2);
     model.undo();
     EXPECT_EQ(sound(0, CTRL_PANNING), 64);
+    model.set_value(CTRL_PANNING, 3);
+    EXPECT_EQ(sound(0, CTRL_PANNING), 3) << "the next one is heard again";
 }
 
 TEST_F(EditorModelTest, AutomationWhileDraggingIsShownAndNotPartOfTheStep) {
@@ -144,7 +146,11 @@ TEST_F(EditorModelTest, SlotsAreCopiedSwappedAndInitialisedAtBothEnds) {
     model.initialise_program(127);
     EXPECT_EQ(name(127), "instrument_127");
     EXPECT_EQ(sound(127, CTRL_PANNING), 64);
-    for (int i = 0; i < 3; i++)
+    EXPECT_EQ(synth.bank.get_instrument(127).get_filename(), "instr_127.tqi");
+    model.paste_instrument(synth.bank.get_instrument(64), 3);
+    EXPECT_EQ(name(3), "first");
+    EXPECT_EQ(model.undo_name(), "Paste");
+    for (int i = 0; i < 4; i++)
         model.undo();
     EXPECT_EQ(name(0), "first");
     EXPECT_EQ(sound(0, CTRL_PANNING), 7);
@@ -228,6 +234,7 @@ TEST_F(EditorModelTest, ChannelsAndTheSongAreSteps) {
     EXPECT_EQ(synth.bank.get_song_title(), "");
     model.redo();
     EXPECT_EQ(synth.channel_programs[3], 40);
+    EXPECT_EQ(model.get_state().channel_programs[3], 40);
 }
 
 TEST_F(EditorModelTest, WhatChangesNothingIsNoStep) {

@@ -115,6 +115,8 @@ TEST(SmfReader, NamesDamageAndItsPlace) {
     const Case cases[] = {
         {{}, "byte 0: not a MIDI file"},
         {{'R', 'I', 'F', 'F', 0, 0, 0, 0}, "byte 0: not a MIDI file"},
+        {{'M', 'T', 'h', 'd', 0, 0, 0, 5, 0, 1, 0, 1, 0}, "byte 4: the header is shorter"},
+        {SmfBytes(MAX_SMF_BYTES + 1), "larger than 16 MiB"},
         {make_smf(2, 96, {END}), "byte 8: format 2"},
         {make_smf(3, 96, {END}), "byte 8: unknown format 3"},
         {make_smf(0, 96, {END, END}), "byte 10: format 0 with 2 tracks"},
@@ -137,6 +139,7 @@ TEST(SmfReader, NamesDamageAndItsPlace) {
         {one_track({0x00, 0xFF, 0x80, 0x00}), "a meta event has a type above 127"},
         {one_track({0x00, 0xFF, 0x51, 0x03, 0, 0, 0}), "a tempo is 0"},
         {one_track({0x00, 0xFF, 0x51, 0x02, 0, 1}), "a tempo has a length"},
+        {one_track({0x00, 0xFF, 0x2F, 0x01, 0}), "an end of track has a length"},
         {one_track({0xFF, 0xFF, 0xFF, 0x7F, 0x90, 1, 1}), "longer than 12 hours"},
     };
     for (const Case& c : cases)

@@ -92,22 +92,6 @@ TEST_F(DelayLineTest, FractionalReadFollowsAParabolaExactly) {
     }
 }
 
-TEST_F(DelayLineTest, ModulatedReadAtIntegersEqualsThePlainOne) {
-    const auto plain = std::make_unique<DelayLine>();
-    StereoBuffer plain_out;
-    plain_out.init(MAX_NUM_SAMPLES);
-    for (uint32_t i = 0; i < MAX_NUM_SAMPLES; i++) {
-        *in.get_left_sample_ptr(i) = std::sin(0.3F * float(i * i % 997));
-        delay.get_first_sample_ptr()[i] = 25.0F;
-    }
-    out.nullify();
-    plain_out.nullify();
-    line->render_with_lfo(in, out, delay, 0.9F, 0.7F, DelayLine::LEFT);
-    plain->render_no_lfo(in, plain_out, 25.0F, 0.9F, 0.7F, DelayLine::LEFT);
-    for (uint32_t i = 0; i < MAX_NUM_SAMPLES; i++)
-        ASSERT_EQ(*out.get_left_sample_ptr(i), *plain_out.get_left_sample_ptr(i)) << i;
-}
-
 TEST_F(DelayLineTest, ResetForgetsTheEcho) {
     run(0, 1.0F, 3000.0F, 0.9F, DelayLine::LEFT);
     line->reset();

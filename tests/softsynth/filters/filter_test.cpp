@@ -177,17 +177,6 @@ TEST(Filter, StateThatIsNotFiniteIsCleared) {
     EXPECT_EQ(impulse_response(filter), expected);
 }
 
-TEST(Filter, DebugPrintsAGnuplotScript) {
-    testing::internal::CaptureStdout();
-    make(FILTER_NONE, 1, 1000, 1).debug();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              "set xrange [2:22050.000000]; set yrange [-80:20]; set log x; phasor(x) = "
-              "cos(x*pi/22050.000000)*{1,0} + sin(x*pi/22050.000000)*{0,1}; tfunc(x, b0, b1, b2, "
-              "a0, a1, a2) = (b0 * phasor(x)**2 + b1 * phasor(x) + b2) / (a0 * phasor(x)**2 + a1 * "
-              "phasor(x) + a2); db(x) = 20*log10(x); plot db(abs(tfunc(x, 1.000000, 0.000000, "
-              "0.000000, 1.000000, 0.000000, 0.000000))) title \"\"\n");
-}
-
 TEST(FilterDeathTest, WrongSizesAndTypesAbort) {
     Filter filter = make(FILTER_LOWPASS, 1, 1000, 1);
     float samples[8] = {};

@@ -187,15 +187,6 @@ TEST_F(RenderCommand, NormalizesToThePeak) {
     }
 }
 
-TEST_F(RenderCommand, ALostNoteOffEnds) {
-    save_bytes(song, make_smf(0, 96, {{0x00, 0x90, 60, 100, 0x60, 0xFF, 0x2F, 0x00}}));
-    rendered({song});
-    const sf_count_t frames = read_sound(out).info.frames;
-    EXPECT_GT(frames, 22050);
-    EXPECT_LE(frames, 22050 + 30 * 44100);
-    EXPECT_LT(frames, 22050 + 10 * 44100); // the release of the built-in sound is short
-}
-
 TEST_F(RenderCommand, DamagedSongsLeaveNothingBehind) {
     const SmfBytes whole = small_song();
     const std::set<std::string> before = files();
