@@ -48,6 +48,7 @@ class Instrument {
     void set_controller(unsigned controller, int val);
     // Those of global controllers mean nothing.
     [[nodiscard]] const ControllerBytes& get_bytes() const { return bytes; }
+    void set_bytes(const ControllerBytes& new_bytes) { bytes = new_bytes; }
 
     // Changes every channel controller to this sound at the absolute sample time `time`, in number
     // order, as control changes of `channel` (0..15).  Returns their count, or 0 and writes nothing

@@ -10,7 +10,7 @@
 
 #include "softsynth/parameters/constants.h"
 #include "standalone/audio_output.h"
-#include "standalone/plugin_player.h"
+#include "standalone/device_player.h"
 
 namespace tarquil {
 
@@ -44,7 +44,7 @@ class AlsaMidi {
             snd_seq_close(sequencer);
     }
 
-    void play_all(PluginPlayer& player) {
+    void play_all(DevicePlayer& player) {
         snd_seq_event_t* event = nullptr;
         while (sequencer != nullptr && snd_seq_event_input(sequencer, &event) >= 0) {
             uint8_t bytes[MAX_MESSAGE];
@@ -63,8 +63,8 @@ class AlsaMidi {
 
 class AlsaOutput : public AudioOutput {
   public:
-    AlsaOutput(TarqVST& plugin, snd_pcm_t* opened)
-        : player(plugin), pcm(opened), left(BLOCK), right(BLOCK), frames(2 * BLOCK),
+    AlsaOutput(Player& played, snd_pcm_t* opened)
+        : player(played), pcm(opened), left(BLOCK), right(BLOCK), frames(2 * BLOCK),
           thread([this] { run(); }) {}
     AlsaOutput(const AlsaOutput&) = delete;
     AlsaOutput& operator=(const AlsaOutput&) = delete;
@@ -82,7 +82,7 @@ class AlsaOutput : public AudioOutput {
     void run() {
         while (!is_stopping) {
             midi.play_all(player);
-            player.render(left.data(), right.data(), int32_t(BLOCK));
+            player.render(left.data(), right.data(), uint32_t(BLOCK));
             for (size_t i = 0; i < BLOCK; i++) {
                 frames[2 * i] = int16_t(std::lrint(left[i] * FULL_SCALE));
                 frames[2 * i + 1] = int16_t(std::lrint(right[i] * FULL_SCALE));
@@ -93,7 +93,7 @@ class AlsaOutput : public AudioOutput {
         }
     }
 
-    PluginPlayer player;
+    DevicePlayer player;
     AlsaMidi midi;
     snd_pcm_t* pcm;
     std::vector<float> left;
@@ -109,7 +109,7 @@ void keep_quiet(const char* /*file*/, int /*line*/, const char* /*function*/, in
 
 } // namespace
 
-std::unique_ptr<AudioOutput> make_alsa_output(TarqVST& plugin, std::string& reason) {
+std::unique_ptr<AudioOutput> make_alsa_output(Player& played, std::string& reason) {
     snd_lib_error_set_handler(keep_quiet);
     snd_pcm_t* pcm = nullptr;
     int error = snd_pcm_open(&pcm, "default", SND_PCM_STREAM_PLAYBACK, 0);
@@ -124,7 +124,7 @@ std::unique_ptr<AudioOutput> make_alsa_output(TarqVST& plugin, std::string& reas
             snd_pcm_close(pcm);
         return nullptr;
     }
-    return std::make_unique<AlsaOutput>(plugin, pcm);
+    return std::make_unique<AlsaOutput>(played, pcm);
 }
 
 } // namespace tarquil

@@ -8,9 +8,9 @@
 
 namespace tarquil {
 
-class TarqVST;
+class Player;
 
-// Renders the plug-in on a thread of its own from its making to its end.
+// Renders the player on a thread of its own from its making to its end.
 class AudioOutput {
   public:
     AudioOutput() = default;
@@ -22,11 +22,11 @@ class AudioOutput {
     [[nodiscard]] virtual std::string name() const = 0;
 };
 
-// Null, and a reason, when there is no such output at 44100 Hz.  The plug-in outlives it.
-std::unique_ptr<AudioOutput> make_jack_output(TarqVST& plugin, std::string& reason);
-std::unique_ptr<AudioOutput> make_alsa_output(TarqVST& plugin, std::string& reason);
+// Null, and a reason, when there is no such output at 44100 Hz.  The player outlives it.
+std::unique_ptr<AudioOutput> make_jack_output(Player& played, std::string& reason);
+std::unique_ptr<AudioOutput> make_alsa_output(Player& played, std::string& reason);
 
 // Plays to nobody, in real time.
-std::unique_ptr<AudioOutput> make_silent_output(TarqVST& plugin);
+std::unique_ptr<AudioOutput> make_silent_output(Player& played);
 
 } // namespace tarquil

@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "player/player.h"
 #include "softsynth/parameters/midi_event.h"
-#include "standalone/plugin_player.h"
-#include "vst/tarq_vst.h"
 
 namespace tarquil {
 
@@ -40,14 +39,13 @@ void ComputerKeys::press(uint32_t key, bool is_pressed) {
 }
 
 void ComputerKeys::send(unsigned kind, int note) {
-    const uint8_t message[] = {midi_status(kind, channel()), uint8_t(note), VELOCITY};
-    PluginPlayer(plugin).play(message, sizeof(message), 0);
+    player.play_message({midi_status(kind, channel()), uint8_t(note), VELOCITY});
 }
 
 unsigned ComputerKeys::channel() const {
-    for (int channel = 0; channel < NUM_CHANNELS; channel++) {
-        if (plugin.get_current_instrument(channel) == plugin.getProgram())
-            return unsigned(channel);
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        if (player.channel_program(channel) == player.edited_program())
+            return channel;
     }
     return 0;
 }

@@ -8,12 +8,12 @@
 
 namespace tarquil {
 
-class TarqVST;
+class Player;
 
 // The rows of "a" and "w" are the white and the black keys from C on; "z" and "x" shift by octaves.
 class ComputerKeys {
   public:
-    explicit ComputerKeys(TarqVST& played_plugin) : plugin(played_plugin) {}
+    explicit ComputerKeys(Player& played) : player(played) {}
 
     // `key` is a Unicode code point.  Keys that repeat play once.  The notes go to the channel that
     // plays the current program, channel 1 when none does.
@@ -23,7 +23,7 @@ class ComputerKeys {
     void send(unsigned kind, int note);
     [[nodiscard]] unsigned channel() const;
 
-    TarqVST& plugin;
+    Player& player;
     int octave_start = 60; // a MIDI note
     std::bitset<128> sounding;
 };

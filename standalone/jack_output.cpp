@@ -5,7 +5,7 @@
 
 #include "softsynth/parameters/constants.h"
 #include "standalone/audio_output.h"
-#include "standalone/plugin_player.h"
+#include "standalone/device_player.h"
 
 namespace tarquil {
 
@@ -13,7 +13,7 @@ namespace {
 
 class JackOutput : public AudioOutput {
   public:
-    JackOutput(TarqVST& plugin, jack_client_t* made_client) : player(plugin), client(made_client) {
+    JackOutput(Player& played, jack_client_t* made_client) : player(played), client(made_client) {
         left = add_port("left", JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
         right = add_port("right", JACK_DEFAULT_AUDIO_TYPE, JackPortIsOutput);
         midi = add_port("midi", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput);
@@ -64,7 +64,7 @@ class JackOutput : public AudioOutput {
         return 0;
     }
 
-    PluginPlayer player;
+    DevicePlayer player;
     jack_client_t* client;
     jack_port_t* left = nullptr;
     jack_port_t* right = nullptr;
@@ -73,7 +73,7 @@ class JackOutput : public AudioOutput {
 
 } // namespace
 
-std::unique_ptr<AudioOutput> make_jack_output(TarqVST& plugin, std::string& reason) {
+std::unique_ptr<AudioOutput> make_jack_output(Player& played, std::string& reason) {
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
     jack_client_t* client = jack_client_open("Tarquil", JackNoStartServer, nullptr);
@@ -87,7 +87,7 @@ std::unique_ptr<AudioOutput> make_jack_output(TarqVST& plugin, std::string& reas
         jack_client_close(client);
         return nullptr;
     }
-    auto output = std::make_unique<JackOutput>(plugin, client);
+    auto output = std::make_unique<JackOutput>(played, client);
     if (!output->start()) {
         reason = "the JACK server gives no ports";
         return nullptr;

@@ -9,30 +9,30 @@
 #include <string>
 #include <thread>
 
+#include "frame/editor_frame.h"
+#include "frame/player_synth.h"
+#include "instrument/checked_load.h"
 #include "standalone/audio_output.h"
 #include "standalone/computer_keys.h"
-#include "vst/tarq_editor.h"
-#include "vst/tarq_vst.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr int LARGEST_BLOCK = 8192;
 constexpr auto FRAME_TIME = std::chrono::milliseconds(16);
 
 volatile std::sig_atomic_t is_interrupted = 0;
 
-std::unique_ptr<AudioOutput> find_output(TarqVST& plugin, bool silent) {
+std::unique_ptr<AudioOutput> find_output(Player& player, bool silent) {
     std::string jack_reason;
     std::string alsa_reason;
     std::unique_ptr<AudioOutput> output;
     if (!silent)
-        output = make_jack_output(plugin, jack_reason);
+        output = make_jack_output(player, jack_reason);
     if (output == nullptr && !silent)
-        output = make_alsa_output(plugin, alsa_reason);
+        output = make_alsa_output(player, alsa_reason);
     if (output == nullptr)
-        output = make_silent_output(plugin);
+        output = make_silent_output(player);
     std::string line = "sound: " + output->name();
     for (const std::string& reason : {jack_reason, alsa_reason})
         line += reason.empty() ? "" : "; " + reason;
@@ -41,27 +41,29 @@ std::unique_ptr<AudioOutput> find_output(TarqVST& plugin, bool silent) {
 }
 
 int run(const std::string& bank, bool silent) {
-    TarqVST plugin(nullptr);
+    Player player;
     if (!bank.empty()) {
-        const int error = plugin.load_bank(bank);
+        TarqSettings loaded = player.get_bank();
+        const int error = load_bank_checked(loaded, bank);
         if (error != 0) {
             std::fprintf(stderr, "tarquil-editor: %s: %s\n", bank.c_str(),
                          error == 1 ? "cannot be opened" : "is no bank, or is damaged");
             return 2;
         }
+        player.set_bank(loaded);
     }
-    plugin.setBlockSize(LARGEST_BLOCK);
-    plugin.resume();
-    TarqEditor editor(plugin);
-    if (!editor.open_alone()) {
+    player.start();
+    PlayerSynth synth(player);
+    EditorFrame editor(player, synth);
+    if (!editor.open(0)) {
         std::fputs("tarquil-editor: no window can be opened: is DISPLAY set?\n", stderr);
         return 1;
     }
-    ComputerKeys keys(plugin);
+    ComputerKeys keys(player);
     editor.get_window()->on_unused_key = [&keys](uint32_t key, bool is_pressed) {
         keys.press(key, is_pressed);
     };
-    const std::unique_ptr<AudioOutput> output = find_output(plugin, silent);
+    const std::unique_ptr<AudioOutput> output = find_output(player, silent);
     while (is_interrupted == 0 && !editor.get_window()->is_closed_by_user()) {
         editor.idle();
         std::this_thread::sleep_for(FRAME_TIME);

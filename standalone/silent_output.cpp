@@ -7,17 +7,17 @@
 
 #include "softsynth/parameters/constants.h"
 #include "standalone/audio_output.h"
-#include "standalone/plugin_player.h"
+#include "standalone/device_player.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr int32_t BLOCK = 512;
+constexpr uint32_t BLOCK = 512;
 
 class SilentOutput : public AudioOutput {
   public:
-    explicit SilentOutput(TarqVST& plugin) : player(plugin), thread([this] { run(); }) {}
+    explicit SilentOutput(Player& played) : player(played), thread([this] { run(); }) {}
     SilentOutput(const SilentOutput&) = delete;
     SilentOutput& operator=(const SilentOutput&) = delete;
     ~SilentOutput() override {
@@ -39,15 +39,15 @@ class SilentOutput : public AudioOutput {
         }
     }
 
-    PluginPlayer player;
+    DevicePlayer player;
     std::atomic<bool> is_stopping{false};
     std::thread thread; // the last: it uses the others
 };
 
 } // namespace
 
-std::unique_ptr<AudioOutput> make_silent_output(TarqVST& plugin) {
-    return std::make_unique<SilentOutput>(plugin);
+std::unique_ptr<AudioOutput> make_silent_output(Player& played) {
+    return std::make_unique<SilentOutput>(played);
 }
 
 } // namespace tarquil

@@ -4,7 +4,7 @@
 
 namespace tarquil {
 
-std::unique_ptr<PluginEditor> make_editor(TarqVST& plugin) {
+std::unique_ptr<AEffEditor> make_editor(TarqVST& plugin) {
     return std::make_unique<TarqEditor>(plugin);
 }
 

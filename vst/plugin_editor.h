@@ -1,4 +1,4 @@
-// What the plug-in asks of its editor, and where it gets one.
+// Where the plug-in gets its editor.
 
 #pragma once
 
@@ -10,14 +10,7 @@ namespace tarquil {
 
 class TarqVST;
 
-class PluginEditor : public AEffEditor {
-  public:
-    // A value, a name or the bank has changed.  Called on any thread, the audio thread among them,
-    // as isOpen is, and mostly with synth_lock held: an editor notes it and looks at the next idle.
-    virtual void tarq_update() = 0;
-};
-
 // The editor of a new plug-in, which outlives it.  Null in a build without windows.
-std::unique_ptr<PluginEditor> make_editor(TarqVST& plugin);
+std::unique_ptr<AEffEditor> make_editor(TarqVST& plugin);
 
 } // namespace tarquil

@@ -1,38 +1,25 @@
-// The plug-in as the editor sees it.
+// The plug-in as the editor sees it: its player, and a host that is told of each edit.
 
 #pragma once
 
-#include "editor/model/editor_synth.h"
+#include "frame/player_synth.h"
 
 namespace tarquil {
 
 class TarqVST;
 
-class PluginSynth : public EditorSynth {
+class PluginSynth : public PlayerSynth {
   public:
     // The plug-in stays as long as the object.
     explicit PluginSynth(TarqVST& edited_plugin);
 
-    void read_state(EditorState& state) override;
-    EditorMeters read_meters() override;
-
+    [[nodiscard]] int host_parameter(unsigned number) const override;
     void begin_edit(unsigned number) override;
     void set_controller(unsigned number, int value) override;
     void end_edit(unsigned number) override;
-    [[nodiscard]] int host_parameter(unsigned number) const override;
-
     void set_program(unsigned program) override;
-    void set_channel_program(unsigned channel, unsigned program) override;
-
-    Instrument get_instrument(unsigned program) override;
     void set_instrument(unsigned program, const Instrument& instrument) override;
-    void copy_bank(TarqSettings& bank) override;
     void set_bank(const TarqSettings& bank) override;
-    void set_song(const std::string& title, const std::string& author) override;
-
-    [[nodiscard]] bool is_band_muted(unsigned band) const override;
-    void set_band_muted(unsigned band, bool muted) override;
-    void panic() override;
 
   private:
     TarqVST& plugin;

@@ -1,8 +1,7 @@
-// The plug-in object: a bank, an engine that plays it, and the host's operations on both.
+// The plug-in object: a player, and a host's operations on it.
 //
-// The host's events become a queue ordered by time, its arbitrary block sizes become runs of the
-// engine in whole granules.  The engine plays whatever controller events arrive; the bank stays
-// here, and every change of it is queued as events for the channels that play it.
+// The host's arbitrary block sizes become runs of the engine in whole granules.  What hosts and the
+// editor change goes to the player, which the audio calls never wait for.
 
 #pragma once
 
@@ -14,12 +13,9 @@
 #include <string_view>
 
 #include "common/platform/lock.h"
-#include "instrument/settings.h"
-#include "softsynth/core/core.h"
-#include "softsynth/parameters/constants.h"
+#include "player/granule_stream.h"
+#include "player/player.h"
 #include "vst/abi/audio_effect_x.h"
-#include "vst/event_queue.h"
-#include "vst/meters.h"
 #include "vst/plugin_editor.h"
 #include "vst/plugin_parameters.h"
 
@@ -73,10 +69,6 @@ class TarqVST : public AudioEffectX {
     void set_controller(int index, int value);
     int get_controller(int index);
 
-    // As set_controller, for the pitch bend of the current program as well: what its channels start
-    // with when they get the program.
-    void set_program_controller(int index, int value);
-
     // `channel` 0..15 plays `instrument` 0..127 from the absolute sample time `time` on.
     void changeInstrument(int channel, int instrument, uint32_t time);
     int get_current_instrument(int channel);
@@ -89,80 +81,35 @@ class TarqVST : public AudioEffectX {
     int load_bank_from_string(std::string_view text);
     int save_bank(std::string& text);
 
-    // The bank; only with synth_lock held.
-    [[nodiscard]] const TarqSettings& bank() const { return settings; }
-
-    // Replace and read whole pieces of the bank, for the editor.
-    void set_bank(const TarqSettings& bank);
-    TarqSettings get_bank();
-    void set_instrument(int number, const Instrument& instrument);
-    Instrument get_instrument(int number);
-    void set_song(const std::string& title, const std::string& author);
-
     // Sends every channel its instrument, and the engine the global controllers.
-    void refresh_synth();
-
-    // Silences a band of the master compressor, or lets it sound again.
-    void set_band_muted(unsigned band, bool muted);
-    [[nodiscard]] bool is_band_muted(unsigned band) const {
-        return band_muted[band].load(std::memory_order_relaxed);
-    }
-
-    // Releases every key of every channel.
-    void release_all_notes();
+    void refresh_synth() { synth.refresh(); }
 
     // The clock: frames rendered so far, less what it was moved back by.
-    [[nodiscard]] uint32_t get_time();
-
+    // For the audio thread, as the number of events that wait for the engine.
+    [[nodiscard]] uint32_t get_time() { return synth.audio().time(); }
     [[nodiscard]] uint32_t num_queued_events();
 
-    Meters meters;
+    Player& player() { return synth; }
 
   protected:
-    // Once the clock is there it is moved back: six hours and 46 minutes, half of TIME_NEVER.
-    static constexpr uint32_t CLOCK_LIMIT = 0x40000000;
-
-    uint32_t curr_time = 0;
+    // Sets the clock, as if that many frames had been rendered; before anything else.
+    void set_clock(uint32_t time) { synth.audio().set_clock(time); }
 
   private:
-    // Renders a piece of at most MAX_NUM_SAMPLES frames; the pointer is valid until the next call.
-    const float* run_synth(uint32_t frames);
-
     // Calls write(frames rendered, first frame, frame count) for each piece of a host's block.
     template <typename Write> void render_pieces(int32_t frames, const Write& write);
 
-    bool queue_message(const uint8_t* message, uint32_t time);
-    void queue_instrument(unsigned channel, uint32_t time);
-    void queue_globals(uint32_t time);
-    void queue_what_found_no_room();
-    void keep_clock_low();
-    void measure(const float* frames, uint32_t num_frames);
+    unsigned current_program() { return synth.edited_program(); }
 
-    void save_channel_programs(std::string& text) const;
-    void load_channel_programs(std::string_view text);
-    // After a load: the engine and the editor follow.
-    void follow_load();
-    void update_editor();
-    Instrument& current_instrument() { return settings.get_instrument(unsigned(getProgram())); }
-
-    TarqSettings settings;
-    // Room for a run and the spare frames in front of it, interleaved.
-    float out_buf[2 * (MAX_NUM_SAMPLES + GRANULARITY)] = {};
-    float spare_buf[2 * (GRANULARITY - 1)] = {};
-    uint32_t n_samples_in_spare = 0;
-    std::unique_ptr<Tarquil> synth;
-    std::atomic<bool> band_muted[MC_N_BANDS] = {}; // as the engine has it, or will
-    EventQueue events;
-    bool block_size_is_known = false;
-    unsigned current_instruments[NUM_CHANNELS] = {};
-    std::unique_ptr<PluginEditor> tarq_editor;
+    Player synth;
+    // An audio call is on its way: one that comes meanwhile, from another thread, does nothing.
+    std::atomic_flag is_in_audio;
+    GranuleStream stream;
+    std::atomic<bool> block_size_is_known{false};
+    std::unique_ptr<AEffEditor> tarq_editor;
+    Lock chunk_lock;
     std::string chunk;
     std::clock_t last_rate_warning;
-
-    // What did not fit into the queue and follows when there is room: channels by bit, and the
-    // global controllers.
-    uint32_t waiting_channels = 0;
-    bool globals_wait = false;
 };
 
 } // namespace tarquil

@@ -1,10 +1,8 @@
-// The one mutex of the process.
+// A mutex that lends priority.
 
 #include "common/platform/lock.h"
 
 namespace tarquil {
-
-Lock synth_lock;
 
 Lock::Lock() {
     pthread_mutexattr_t attributes;

@@ -1,7 +1,4 @@
-// The one mutex of the process.
-//
-// Rendering uses scratch memory that all engines share, so it serialises every entry of every
-// instance: the audio callbacks, parameters, programs and states.
+// A mutex that lends priority.
 
 #pragma once
 
@@ -10,8 +7,8 @@
 namespace tarquil {
 
 // A recursive mutex, since entries that hold it call others that take it again.  A thread that
-// waits for it lends its priority to the holder, so that an audio thread waits no longer than the
-// holder's work takes.
+// waits for it lends its priority to the holder, so that a thread that matters waits no longer than
+// the holder's work takes.
 class Lock {
   public:
     Lock();
@@ -37,7 +34,5 @@ class LockHolder {
   private:
     Lock& lock;
 };
-
-extern Lock synth_lock;
 
 } // namespace tarquil

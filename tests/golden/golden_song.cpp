@@ -13,7 +13,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr uint32_t BLOCK = DEFAULT_BLOCK;
 constexpr uint32_t TAIL = 2 * SAMPLE_RATE;
 
 } // namespace
@@ -28,10 +27,10 @@ std::vector<float> play_song(const std::string& song_path, const std::string& ba
             return {};
         }
         EngineDriver driver(song, orchestra, 1);
-        const uint32_t num_blocks = (song.end_time + TAIL) / BLOCK;
-        std::vector<float> sound(size_t(2) * BLOCK * num_blocks);
+        const uint32_t num_blocks = (song.end_time + TAIL) / driver.block();
+        std::vector<float> sound(size_t(2) * driver.block() * num_blocks);
         for (uint32_t i = 0; i < num_blocks; i++)
-            driver.render(sound.data() + size_t(2) * BLOCK * i, BLOCK);
+            driver.render(sound.data() + size_t(2) * driver.block() * i);
         return sound;
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());

@@ -16,8 +16,8 @@ class ClockedVST : public TarqVST {
         setBlockSize(64);
         resume();
     }
-    void set_clock(uint32_t time) { curr_time = time; }
-    static constexpr uint32_t limit() { return CLOCK_LIMIT; }
+    using TarqVST::set_clock;
+    static constexpr uint32_t limit() { return PlayerAudio::CLOCK_LIMIT; }
 
     void midi(unsigned status, unsigned data1, unsigned data2, int32_t delay = 0) {
         VstMidiEvent event;
@@ -169,18 +169,18 @@ TEST(TarqVST, MetersTellSidesChannelsAndVoices) {
     vst.set_controller(CTRL_AUX1_LEVEL, 0);
     vst.midi(0x92, 60, 100);
     vst.render(512);
-    EXPECT_EQ(vst.meters.peak_left, 0.0F) << "nobody watches";
-    vst.meters.watched = true;
+    EXPECT_EQ(vst.player().meters().peak_left, 0.0F) << "nobody watches";
+    vst.player().meters().watched = true;
     const std::vector<float> sound = vst.render(512);
-    EXPECT_EQ(vst.meters.peak_left, peak({sound.begin(), sound.begin() + 512}));
-    EXPECT_GT(vst.meters.peak_left, 0.001F);
-    EXPECT_EQ(vst.meters.peak_right, 0.0F);
-    EXPECT_EQ(vst.meters.played_channels, 1U << 2);
-    EXPECT_EQ(vst.meters.voices, 1);
+    EXPECT_EQ(vst.player().meters().peak_left, peak({sound.begin(), sound.begin() + 512}));
+    EXPECT_GT(vst.player().meters().peak_left, 0.001F);
+    EXPECT_EQ(vst.player().meters().peak_right, 0.0F);
+    EXPECT_EQ(vst.player().meters().played_channels, 1U << 2);
+    EXPECT_EQ(vst.player().meters().voices, 1);
     vst.midi(0x82, 60, 0);
     vst.render(44100);
-    EXPECT_EQ(vst.meters.voices, 0);
-    EXPECT_GE(vst.meters.peak_left, peak(sound)) << "kept until it is taken";
+    EXPECT_EQ(vst.player().meters().voices, 0);
+    EXPECT_GE(vst.player().meters().peak_left, peak(sound)) << "kept until it is taken";
 }
 
 TEST(TarqVST, AddsOrReplacesAndWaitsForTheBlockSize) {

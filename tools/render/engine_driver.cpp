@@ -1,8 +1,9 @@
-// An engine that plays a song.
+// A player that plays a song.
 
 #include "tools/render/engine_driver.h"
 
-#include "midi/midifilter.h"
+#include "midi/midi_message.h"
+#include "tools/failure.h"
 
 namespace tarquil {
 
@@ -15,56 +16,34 @@ ChannelSet find_used_channels(const Song& song, const ChannelSet& channels) {
 }
 
 EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed)
-    : SongDriver(played_song, players.channels), orchestra(players), synth(new Tarquil(nullptr)) {
-    synth->seed_phases(seed);
-    events.reserve(USUAL_EVENTS); // also gives the engine a pointer when there are no events
-    queue_first_instruments();
+    : SongDriver(played_song, players.channels), orchestra(players) {
+    player.set_bank(orchestra.bank);
+    player.start(seed);
+    player.audio().follow_edits();
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        if (orchestra.fixed_instruments[channel])
+            player.audio().play_sound(channel, orchestra.fixed_instruments[channel]->get_bytes(),
+                                      0);
+    }
 }
 
 void EngineDriver::keep_channels() {
     taps.resize(NUM_CHANNELS);
-    synth->set_channel_taps(taps.data());
+    player.set_channel_taps(taps.data());
 }
 
-void EngineDriver::run(float* pcm, uint32_t num_samples, uint32_t block_start) {
-    synth->run(pcm, num_samples, events.data(), uint32_t(events.size()), block_start);
-    events.clear();
+void EngineDriver::run(float* pcm, uint32_t /*block_start*/) {
+    player.audio().run(pcm, QuantumStream::QUANTUM);
 }
 
-void EngineDriver::queue_first_instruments() {
-    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const std::optional<Instrument>& fixed = orchestra.fixed_instruments[channel];
-        queue_instrument(fixed ? *fixed : orchestra.bank.get_instrument(channel), channel, 0);
-    }
-    const size_t count = events.size();
-    events.resize(count + NUM_CONTROLLERS);
-    events.resize(count +
-                  orchestra.bank.emit_global_controllers(&events[count], 0, NUM_CONTROLLERS));
-}
-
-size_t EngineDriver::queue_message(uint32_t time, uint32_t /*block_start*/, const uint8_t* bytes) {
-    const bool is_program = midi_kind(bytes[0]) == MIDI_PROGRAM_CHANGE;
-    if (!is_playable_message(bytes) ||
-        (is_program && orchestra.fixed_instruments[midi_channel(bytes[0])]))
-        return events.size();
-    midi_event filtered[MAX_OUT_EVENTS];
-    const unsigned count = filter_event(time, bytes, filtered);
-    for (unsigned i = 0; i < count; i++) {
-        const midi_event& event = filtered[i];
-        if (midi_kind(event.status) == MIDI_PROGRAM_CHANGE)
-            queue_instrument(orchestra.bank.get_instrument(event.data1), midi_channel(event.status),
-                             time);
-        else
-            events.push_back(event);
-    }
-    return events.size();
-}
-
-void EngineDriver::queue_instrument(const Instrument& instrument, unsigned channel, uint32_t time) {
-    const size_t count = events.size();
-    events.resize(count + NUM_CONTROLLERS);
-    events.resize(count +
-                  instrument.emit_program_change(&events[count], channel, time, NUM_CONTROLLERS));
+void EngineDriver::queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) {
+    if (midi_kind(bytes[0]) == MIDI_PROGRAM_CHANGE &&
+        orchestra.fixed_instruments[midi_channel(bytes[0])])
+        return;
+    // The player's clock may have been moved back.
+    if (!player.audio().add_message(bytes, player.audio().time() + (time - block_start)))
+        throw BadInput("sample " + std::to_string(time) + ": more than " +
+                       std::to_string(EventQueue::CAPACITY) + " events at once");
 }
 
 } // namespace tarquil

@@ -1,20 +1,19 @@
-// An engine that plays a song.
+// A player that plays a song.
 //
-// It does what a host does with the plug-in: every channel c starts with instrument c of the bank,
-// raw messages go through the MIDI filter, a program change becomes the controllers of that
-// instrument at its time.
+// Every channel c starts with instrument c of the bank, unless it is given an instrument of its
+// own.
 
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "instrument/instrument.h"
 #include "instrument/settings.h"
-#include "softsynth/core/core.h"
+#include "player/player.h"
+#include "player/quantum_stream.h"
 #include "softsynth/signal/buffer.h"
 #include "tools/render/song_driver.h"
 
@@ -31,11 +30,13 @@ struct Orchestra {
 // The channels with a note that sounds.
 ChannelSet find_used_channels(const Song& song, const ChannelSet& channels);
 
-// Renders within -1..1.
+// Renders within -1..1, in blocks of a quantum.
 class EngineDriver : public SongDriver {
   public:
     // Both stay where they are as long as the driver.
     EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed);
+
+    [[nodiscard]] uint32_t block() const override { return QuantumStream::QUANTUM; }
 
     // Keeps each channel's own sound from here on.
     void keep_channels();
@@ -46,17 +47,13 @@ class EngineDriver : public SongDriver {
     }
 
   protected:
-    size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
-    void run(float* pcm, uint32_t num_samples, uint32_t block_start) override;
+    void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
+    void run(float* pcm, uint32_t block_start) override;
 
   private:
-    void queue_first_instruments();
-    void queue_instrument(const Instrument& instrument, unsigned channel, uint32_t time);
-
     const Orchestra& orchestra;
-    std::unique_ptr<Tarquil> synth;
+    Player player;
     std::vector<StereoBuffer> taps;
-    std::vector<midi_event> events; // of the current block
 };
 
 } // namespace tarquil

@@ -11,7 +11,8 @@ namespace tarquil {
 
 PluginDriver::PluginDriver(const Song& played_song, const RenderOptions& options,
                            const TarqSettings* bank)
-    : SongDriver(played_song, options.channels), plugin(options.plugin_path, options.block) {
+    : SongDriver(played_song, options.channels), block_size(options.block),
+      plugin(options.plugin_path, options.block) {
     if (bank != nullptr) {
         if (!plugin.is_tarquil())
             throw BadInput("--bank " + options.bank_path + ": only Tarquil takes banks, not " +
@@ -23,18 +24,20 @@ PluginDriver::PluginDriver(const Song& played_song, const RenderOptions& options
     plugin.start();
 }
 
-size_t PluginDriver::queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) {
+void PluginDriver::queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) {
     VstMidiEvent message;
     message.deltaFrames = int32_t(time - block_start);
     std::memcpy(message.midiData, bytes, 3);
+    if (messages.size() == MAX_EVENTS)
+        throw BadInput("sample " + std::to_string(time) + ": more than " +
+                       std::to_string(MAX_EVENTS) + " events at once");
     messages.push_back(message);
-    return messages.size();
 }
 
-void PluginDriver::run(float* pcm, uint32_t num_samples, uint32_t block_start) {
+void PluginDriver::run(float* pcm, uint32_t block_start) {
     if (!messages.empty())
         plugin.send(messages);
-    plugin.render(pcm, num_samples, block_start);
+    plugin.render(pcm, block_size, block_start);
     messages.clear();
 }
 

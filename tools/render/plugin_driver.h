@@ -16,11 +16,17 @@ class PluginDriver : public SongDriver {
     // Tarquil can do: BadInput for another plug-in, as for one that does not load.
     PluginDriver(const Song& played_song, const RenderOptions& options, const TarqSettings* bank);
 
+    [[nodiscard]] uint32_t block() const override { return block_size; }
+
   protected:
-    size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
-    void run(float* pcm, uint32_t num_samples, uint32_t block_start) override;
+    void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
+    void run(float* pcm, uint32_t block_start) override;
 
   private:
+    // A file made to fill the memory with events at one time stops here.
+    static constexpr size_t MAX_EVENTS = 262144;
+
+    const uint32_t block_size;
     LoadedPlugin plugin;
     std::vector<VstMidiEvent> messages; // of the current block
 };

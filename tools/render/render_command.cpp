@@ -102,7 +102,8 @@ void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& 
     add_text_option(
         command, "--block",
         [options](const std::string& text) { options->block = parse_block(text); },
-        "Samples that the engine renders at once: 4-2048, a multiple of 4; 256 if not given")
+        "Samples that a plug-in renders at once: 4-2048, a multiple of 4; 64 if not given, as the "
+        "engine's own")
         ->type_name("N");
     add_text_option(
         command, "--seed", [options](const std::string& text) { options->seed = parse_seed(text); },

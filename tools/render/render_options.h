@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "player/quantum_stream.h"
 #include "softsynth/parameters/constants.h"
 #include "tools/audio/audio_format.h"
 
@@ -20,7 +21,8 @@ namespace tarquil {
 // Indexed by channel, 0..15.
 using ChannelSet = std::bitset<NUM_CHANNELS>;
 
-inline constexpr uint32_t DEFAULT_BLOCK = 256;
+// That of the engine linked in, so that the plug-in gives the same bytes.
+inline constexpr uint32_t DEFAULT_BLOCK = QuantumStream::QUANTUM;
 
 struct RenderOptions {
     std::string song_path; // "-": standard input
@@ -33,7 +35,7 @@ struct RenderOptions {
     std::string stem_folder;                  // empty: no stems
     std::optional<uint32_t> tail;             // samples after the song's end; none: until silence
     std::optional<double> normalize_dbfs;     // the peak
-    uint32_t block = DEFAULT_BLOCK;           // samples that are rendered at once
+    uint32_t block = DEFAULT_BLOCK;           // samples that a plug-in renders at once
     uint32_t seed = 1;                        // of the oscillators' start phases
     bool quiet = false;
     bool json = false;

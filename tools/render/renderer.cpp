@@ -26,8 +26,8 @@ void play(const RenderOptions& options, const Song& song, SongDriver& driver, Ma
     uint32_t time = 0;
     while (time < tail.get_end()) {
         Interruption::check();
-        driver.render(pcm, options.block);
-        const uint32_t num_frames = tail.add(pcm, options.block, time);
+        driver.render(pcm);
+        const uint32_t num_frames = tail.add(pcm, driver.block(), time);
         output.write(pcm, num_frames);
         if (stems != nullptr)
             stems->write(num_frames);

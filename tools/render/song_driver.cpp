@@ -7,18 +7,16 @@
 
 namespace tarquil {
 
-void SongDriver::render(float* pcm, uint32_t num_samples) {
-    const uint32_t block_end = curr_time + num_samples;
+void SongDriver::render(float* pcm) {
+    const uint32_t block_end = curr_time + block();
     queue_song(block_end);
     if (!keys_released && song.end_time < block_end)
         queue_releases();
-    run(pcm, num_samples, curr_time);
+    run(pcm, curr_time);
     curr_time = block_end;
 }
 
 void SongDriver::queue_song(uint32_t block_end) {
-    // A file made to fill the memory with events at one time stops here.
-    constexpr size_t MAX_EVENTS = 16 * USUAL_EVENTS;
     for (; next_message < song.messages.size(); next_message++) {
         const SongMessage& message = song.messages[next_message];
         if (message.time >= block_end)
@@ -27,16 +25,15 @@ void SongDriver::queue_song(uint32_t block_end) {
         const bool is_note = kind == MIDI_NOTE_ON || kind == MIDI_NOTE_OFF;
         if (is_note && !channels[midi_channel(message.bytes[0])])
             continue;
-        if (queue_message(message.time, curr_time, message.bytes) > MAX_EVENTS)
-            throw BadInput("sample " + std::to_string(message.time) + ": more than " +
-                           std::to_string(MAX_EVENTS) + " events at once");
+        queue_message(message.time, curr_time, message.bytes);
     }
 }
 
 void SongDriver::queue_releases() {
     keys_released = true;
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF, 0};
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
+                                   0};
         queue_message(song.end_time, curr_time, message);
     }
 }

@@ -22,20 +22,19 @@ class SongDriver {
     SongDriver& operator=(const SongDriver&) = delete;
     virtual ~SongDriver() = default;
 
-    // Renders the next `num_samples` frames, interleaved.  BadInput when the song has more events
-    // in a block than any instrument makes of it.
-    void render(float* pcm, uint32_t num_samples);
+    // The frames of each block.
+    [[nodiscard]] virtual uint32_t block() const = 0;
+
+    // Renders the next block, interleaved.
+    void render(float* pcm);
 
   protected:
-    // What a full event queue of the plug-in holds; a block of a real song needs a few hundred.
-    static constexpr size_t USUAL_EVENTS = 16384;
-
     // Takes a message of three bytes that sounds at `time`, in the block that begins at
-    // `block_start`, and returns how many events wait for the block.
-    virtual size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
+    // `block_start`.  BadInput when there are more at once than the instrument takes.
+    virtual void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
 
     // Plays what was queued.
-    virtual void run(float* pcm, uint32_t num_samples, uint32_t block_start) = 0;
+    virtual void run(float* pcm, uint32_t block_start) = 0;
 
   private:
     void queue_song(uint32_t block_end);

@@ -111,7 +111,7 @@ TEST_F(PluginSynthTest, ProgramsBanksAndSongsAreReplacedWhole) {
 }
 
 TEST_F(PluginSynthTest, MetersAreReadOnce) {
-    plugin.meters.watched = true;
+    plugin.player().meters().watched = true;
     synth.set_controller(CTRL_PANNING, 0);
     synth.set_controller(CTRL_AUX1_LEVEL, 0);
     note_on(0);
@@ -131,7 +131,7 @@ TEST_F(PluginSynthTest, MetersAreReadOnce) {
 }
 
 TEST_F(PluginSynthTest, PanicEndsTheNotesOfEveryChannel) {
-    plugin.meters.watched = true;
+    plugin.player().meters().watched = true;
     note_on(0);
     note_on(15);
     render(256);

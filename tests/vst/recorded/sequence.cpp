@@ -110,6 +110,9 @@ void RecordedSequence::save_or_load_preset() {
 }
 
 void RecordedSequence::save_and_load_bank() {
+    // The first channel plays another program than its usual one, so that the bank says so.
+    host.midi(0xC0, 1 + any(NUM_PROGRAMS_USED - 1));
+    host.send_events();
     const std::string bank = host.save(false);
     hash.add(bank.data(), bank.size());
     for (uint32_t i = any(3); i > 0; i--)

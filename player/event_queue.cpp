@@ -1,6 +1,6 @@
 // Events on their way to the engine, in the order of their times.
 
-#include "vst/event_queue.h"
+#include "player/event_queue.h"
 
 #include <algorithm>
 

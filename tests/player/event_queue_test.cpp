@@ -1,6 +1,6 @@
 // Tests of the order of events, and of a queue without room.
 
-#include "vst/event_queue.h"
+#include "player/event_queue.h"
 
 #include <gmock/gmock.h>
 

@@ -1,0 +1,70 @@
+// A player as the editor sees it, whatever host it plays in.
+
+#include "frame/player_synth.h"
+
+namespace tarquil {
+
+void PlayerSynth::read_state(EditorState& state) {
+    read_bank(player.get_bank(), player.edited_program(), state);
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        state.channel_programs[channel] = uint8_t(player.channel_program(channel));
+}
+
+EditorMeters PlayerSynth::read_meters() {
+    Meters& meters = player.meters();
+    EditorMeters shown;
+    shown.peaks = {meters.peak_left.exchange(0.0F), meters.peak_right.exchange(0.0F)};
+    for (unsigned band = 0; band < MC_N_BANDS; band++) {
+        shown.band_levels[band] = meters.band_levels[band].load(std::memory_order_relaxed);
+        shown.band_gains[band] = meters.band_gains[band].load(std::memory_order_relaxed);
+    }
+    shown.voices = unsigned(meters.voices.load(std::memory_order_relaxed));
+    shown.active_channels = meters.played_channels.exchange(0);
+    return shown;
+}
+
+void PlayerSynth::set_controller(unsigned number, int value) {
+    player.set_controller(number, value);
+}
+
+void PlayerSynth::set_program(unsigned program) {
+    player.set_edited_program(program);
+}
+
+void PlayerSynth::set_channel_program(unsigned channel, unsigned program) {
+    player.set_channel_program(channel, program);
+}
+
+Instrument PlayerSynth::get_instrument(unsigned program) {
+    return player.get_instrument(program);
+}
+
+void PlayerSynth::set_instrument(unsigned program, const Instrument& instrument) {
+    player.set_instrument(program, instrument);
+}
+
+void PlayerSynth::copy_bank(TarqSettings& bank) {
+    bank = player.get_bank();
+}
+
+void PlayerSynth::set_bank(const TarqSettings& bank) {
+    player.set_bank(bank);
+}
+
+void PlayerSynth::set_song(const std::string& title, const std::string& author) {
+    player.set_song(title, author);
+}
+
+bool PlayerSynth::is_band_muted(unsigned band) const {
+    return player.is_band_muted(band);
+}
+
+void PlayerSynth::set_band_muted(unsigned band, bool muted) {
+    player.set_band_muted(band, muted);
+}
+
+void PlayerSynth::panic() {
+    player.release_all_notes();
+}
+
+} // namespace tarquil

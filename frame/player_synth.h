@@ -1,0 +1,41 @@
+// A player as the editor sees it, whatever host it plays in.
+
+#pragma once
+
+#include "editor/model/editor_synth.h"
+#include "player/player.h"
+
+namespace tarquil {
+
+// What differs between hosts: who is told of an edit.
+class PlayerSynth : public EditorSynth {
+  public:
+    // The player stays as long as the object.
+    explicit PlayerSynth(Player& edited_player) : player(edited_player) {}
+
+    void read_state(EditorState& state) override;
+    EditorMeters read_meters() override;
+
+    void begin_edit(unsigned /*number*/) override {}
+    void set_controller(unsigned number, int value) override;
+    void end_edit(unsigned /*number*/) override {}
+    [[nodiscard]] int host_parameter(unsigned /*number*/) const override { return 0; }
+
+    void set_program(unsigned program) override;
+    void set_channel_program(unsigned channel, unsigned program) override;
+
+    Instrument get_instrument(unsigned program) override;
+    void set_instrument(unsigned program, const Instrument& instrument) override;
+    void copy_bank(TarqSettings& bank) override;
+    void set_bank(const TarqSettings& bank) override;
+    void set_song(const std::string& title, const std::string& author) override;
+
+    [[nodiscard]] bool is_band_muted(unsigned band) const override;
+    void set_band_muted(unsigned band, bool muted) override;
+    void panic() override;
+
+  private:
+    Player& player;
+};
+
+} // namespace tarquil

@@ -1,0 +1,27 @@
+// The line of a saved state that says which program each channel plays.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
+
+// Program 0..127 of each channel.
+using ChannelPrograms = std::array<uint8_t, NUM_CHANNELS>;
+
+// Channel c plays program c.
+ChannelPrograms usual_channel_programs();
+
+// "channel_programs = 0 1 2 ...", which a bank's reader passes over, and a line break.
+std::string channel_programs_line(const ChannelPrograms& programs);
+
+// The programs of the last such line of a state's text; channels that it does not name well play
+// the usual ones.
+ChannelPrograms find_channel_programs(std::string_view text);
+
+} // namespace tarquil

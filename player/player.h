@@ -1,0 +1,116 @@
+// What a host needs of an instrument, without any host: a bank, an engine that plays it, and the
+// operations on both.
+//
+// A player has two sides.  The control side is for any thread but the audio thread: it changes and
+// reads the bank, loads and saves, under a lock that is never held while text is parsed or written
+// and that the audio thread never takes.  The audio side (`audio`) renders; what the control side
+// has changed reaches it through a queue at its next call.
+
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/platform/lock.h"
+#include "instrument/settings.h"
+#include "player/channel_programs.h"
+#include "player/player_audio.h"
+#include "player/player_link.h"
+
+namespace tarquil {
+
+class Player {
+  public:
+    // The built-in default sounds; channel c plays program c.  There is no engine yet.
+    Player();
+    Player(const Player&) = delete;
+    Player& operator=(const Player&) = delete;
+    ~Player();
+
+    // For the audio thread.
+    PlayerAudio& audio() { return audio_side; }
+
+    // Makes the engine if there is none, and sends it the bank as a whole.  `seed` is that of the
+    // oscillators' random start phases.
+    void start(uint32_t seed = 1);
+    void refresh();
+
+    // The program that hosts and editors work on, 0..127.
+    [[nodiscard]] unsigned edited_program() const { return link.edited_program.load(); }
+    void set_edited_program(unsigned program);
+
+    // The byte (0..127) of a controller (0..205): a global one, or the edited program's, which
+    // sounds at once on every channel that plays it.  Bytes beyond a list's end are clamped.
+    void set_controller(unsigned number, int value);
+    [[nodiscard]] int get_controller(unsigned number);
+
+    // `channel` 0..15 plays `program` 0..127 from the absolute sample time `time` on.
+    void set_channel_program(unsigned channel, unsigned program, uint32_t time = PLAY_NOW);
+    [[nodiscard]] unsigned channel_program(unsigned channel) const {
+        return link.channel_programs[channel].load(std::memory_order_relaxed);
+    }
+
+    // Whole programs.  `set_instrument` sounds on the channels that play it, and only what differs;
+    // `load_instrument` sends every channel its whole program.
+    [[nodiscard]] Instrument get_instrument(unsigned program);
+    void set_instrument(unsigned program, const Instrument& instrument);
+    void load_instrument(unsigned program, const Instrument& instrument);
+
+    [[nodiscard]] std::string program_name(unsigned program);
+    void set_program_name(unsigned program, const std::string& name);
+    void set_song(const std::string& title, const std::string& author);
+
+    // The whole bank.  A new one is sent as a whole; the channels keep their program numbers.
+    [[nodiscard]] TarqSettings get_bank();
+    void set_bank(const TarqSettings& bank);
+
+    // See Tarquil::set_channel_taps; after the start, before anything is rendered.
+    void set_channel_taps(StereoBuffer* taps) { engine->set_channel_taps(taps); }
+
+    // Releases every key of every channel.
+    void release_all_notes();
+    // Plays a MIDI message of three bytes (status and two data bytes) as soon as possible.
+    void play_message(const std::array<uint8_t, 3>& message);
+
+    // Silences a band (0..MC_N_BANDS - 1) of the master compressor, or lets it sound again.
+    void set_band_muted(unsigned band, bool muted);
+    [[nodiscard]] bool is_band_muted(unsigned band) const {
+        return muted_bands[band].load(std::memory_order_relaxed);
+    }
+
+    // The bank as text and, which belongs to no bank, the channels' programs.
+    [[nodiscard]] std::string save_state();
+    // Takes such a text, a bank's, or a directory image that holds one: without a line of channels,
+    // channel c plays program c. Returns 0, or an error code of TarqSettings and changes nothing.
+    int load_state(std::string_view text);
+
+    // Read and taken by whoever shows them.
+    Meters& meters() { return link.meters; }
+    // Changes whenever a value, a name or a channel's program has.
+    [[nodiscard]] uint32_t num_changes() const {
+        return link.changes.load(std::memory_order_relaxed);
+    }
+
+  private:
+    void post(const PlayerEdit& edit);
+    void post_difference(unsigned program, const ControllerBytes& before,
+                         const ControllerBytes& after);
+    void replace_bank(const TarqSettings& fresh, const ChannelPrograms* channels);
+    void store_instrument(unsigned program, const Instrument& instrument);
+    BankBytes& bank() { return *banks.back(); }
+
+    Lock lock; // of what follows, and of the link's writing end
+    PlayerLink link;
+    TarqSettings texts; // the names; the sounds are the current bank's
+    // The last is the current one, those before are still known to the audio side.
+    std::vector<std::unique_ptr<BankBytes>> banks;
+    std::unique_ptr<Tarquil> engine;
+    std::atomic<bool> muted_bands[MC_N_BANDS] = {}; // as the engine has it, or will
+
+    PlayerAudio audio_side;
+};
+
+} // namespace tarquil

@@ -1,0 +1,231 @@
+// The audio side of a player: the engine, the events on their way to it, and the clock.
+
+#include "player/player_audio.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/assertion.h"
+#include "common/log/log.h"
+#include "midi/midifilter.h"
+#include "player/controller_events.h"
+
+namespace tarquil {
+
+PlayerAudio::PlayerAudio(PlayerLink& control_link, BankBytes* first_bank)
+    : link(control_link), bank(first_bank) {
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        playing[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
+}
+
+void PlayerAudio::follow_edits() {
+    PlayerEdit edit;
+    while (link.edits.pop(edit))
+        follow(edit);
+    if (link.edits_lost.load(std::memory_order_relaxed) && link.edits_lost.exchange(false)) {
+        for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+            playing[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
+        refresh();
+    }
+}
+
+void PlayerAudio::follow(const PlayerEdit& edit) {
+    const uint32_t time = edit.time == PLAY_NOW ? curr_time : edit.time;
+    switch (edit.kind) {
+    case PlayerEdit::Kind::BYTE:
+        send_byte(edit.program, edit.number, edit.value, time);
+        break;
+    case PlayerEdit::Kind::BEND:
+        send_bend(edit.program, edit.value, edit.fine);
+        break;
+    case PlayerEdit::Kind::CHANNEL_PROGRAM:
+        play_program(edit.number, edit.program, time);
+        break;
+    case PlayerEdit::Kind::REFRESH:
+        refresh();
+        break;
+    case PlayerEdit::Kind::RELEASE_NOTES:
+        release_notes();
+        break;
+    case PlayerEdit::Kind::MESSAGE: {
+        const uint8_t message[] = {edit.program, edit.number, edit.value};
+        add_message(message, curr_time);
+        break;
+    }
+    }
+}
+
+void PlayerAudio::take_next_bank() {
+    BankBytes* const fresh = link.next_bank.exchange(nullptr, std::memory_order_acq_rel);
+    if (fresh == nullptr)
+        return;
+    const bool is_handed_back = link.retired_banks.push(bank);
+    TARQ_ASSERT(is_handed_back);
+    bank = fresh;
+}
+
+bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {
+    if (!is_playable_message(message))
+        return true;
+    midi_event filtered[MAX_OUT_EVENTS];
+    const unsigned count = filter_event(time, message, filtered);
+    // The two halves of a bend belong together.
+    if (midi_kind(message[0]) == MIDI_PITCH_BEND)
+        return events.push({filtered, count});
+    for (unsigned i = 0; i < count; i++) {
+        const midi_event& event = filtered[i];
+        if (events.room() == 0)
+            return false;
+        const unsigned channel = midi_channel(event.status);
+        if (midi_kind(event.status) == MIDI_PROGRAM_CHANGE) {
+            play_program(channel, event.data1, event.time);
+            link.channel_programs[channel].store(event.data1, std::memory_order_relaxed);
+            link.note_change();
+        } else {
+            events.push({&event, 1});
+        }
+        if (midi_kind(event.status) == MIDI_NOTE_ON)
+            link.meters.played_channels.fetch_or(1U << channel, std::memory_order_relaxed);
+    }
+    return true;
+}
+
+void PlayerAudio::set_controller(unsigned number, int value, uint32_t time) {
+    const unsigned program = link.edited_program.load(std::memory_order_relaxed);
+    value = filter_controller(number, value);
+    if (is_global_controller(number))
+        bank->set_global(number, value);
+    else
+        bank->set(program, number, value);
+    send_byte(program, number, value, time);
+    link.note_change();
+}
+
+void PlayerAudio::send_byte(unsigned program, unsigned number, int value, uint32_t time) {
+    if (is_global_controller(number)) {
+        const midi_event event = controller_event(0, number, value, time);
+        if (!events.push({&event, 1}))
+            globals_wait = true;
+        return;
+    }
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        if (playing[channel] != program)
+            continue;
+        const midi_event event = controller_event(channel, number, value, time);
+        if (!events.push({&event, 1}))
+            waiting_channels |= 1U << channel;
+    }
+}
+
+void PlayerAudio::send_bend(unsigned program, int coarse, int fine) {
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        if (playing[channel] != program)
+            continue;
+        const midi_event halves[] = {
+            controller_event(channel, CTRL_PITCH_BEND_MSB, coarse, curr_time),
+            controller_event(channel, CTRL_PITCH_BEND_LSB, fine, curr_time)};
+        if (!events.push(halves))
+            waiting_channels |= 1U << channel;
+    }
+}
+
+void PlayerAudio::play_program(unsigned channel, unsigned program, uint32_t time) {
+    playing[channel] = uint8_t(program);
+    send_program(channel, time);
+}
+
+void PlayerAudio::send_program(unsigned channel, uint32_t time) {
+    midi_event emitted[NUM_CONTROLLERS];
+    const uint32_t bit = 1U << channel;
+    const unsigned count = program_events(bank->program(playing[channel]), channel, time, emitted);
+    // Room for every controller is asked for, whatever their number.
+    const bool is_sent = events.room() >= NUM_CONTROLLERS && events.push({emitted, count});
+    waiting_channels = is_sent ? waiting_channels & ~bit : waiting_channels | bit;
+}
+
+void PlayerAudio::play_sound(unsigned channel, const ControllerBytes& bytes, uint32_t time) {
+    midi_event emitted[NUM_CONTROLLERS];
+    events.push({emitted, program_events(bytes, channel, time, emitted)});
+}
+
+void PlayerAudio::send_globals(uint32_t time) {
+    midi_event emitted[NUM_CONTROLLERS];
+    const unsigned count = global_events(bank->global(), time, emitted);
+    globals_wait = !events.push({emitted, count});
+}
+
+void PlayerAudio::refresh() {
+    take_next_bank();
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        send_program(channel, curr_time);
+    send_globals(curr_time);
+}
+
+void PlayerAudio::release_notes() {
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
+                                   0};
+        add_message(message, curr_time);
+    }
+}
+
+// The engine must not be left with another sound than the bank's.
+void PlayerAudio::send_what_found_no_room() {
+    for (unsigned channel = 0; waiting_channels >> channel != 0; channel++) {
+        if ((waiting_channels >> channel & 1U) != 0)
+            send_program(channel, curr_time);
+    }
+    if (globals_wait)
+        send_globals(curr_time);
+}
+
+void PlayerAudio::run(float* pcm, uint32_t frames) {
+    follow_edits();
+    if (events.size() >= EventQueue::CAPACITY)
+        logPrintf("run_synth with %d events, %d is max - very likely a midi event overflow\n",
+                  int(events.size()), int(EventQueue::CAPACITY));
+    Tarquil* const engine = link.engine.load(std::memory_order_acquire);
+    if (engine == nullptr) {
+        std::fill_n(pcm, size_t(2) * frames, 0.0F);
+        return;
+    }
+    const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
+    engine->run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
+    curr_time += frames;
+    if (link.meters.watched.load(std::memory_order_relaxed))
+        measure(*engine, pcm, frames);
+    keep_clock_low(*engine);
+    send_what_found_no_room();
+}
+
+void PlayerAudio::keep_clock_low(Tarquil& engine) {
+    if (curr_time < CLOCK_LIMIT)
+        return;
+    const uint32_t frames = curr_time - Tarquil::MIN_MOVED_CLOCK;
+    engine.move_clock_back(frames, curr_time);
+    events.move_clock_back(frames);
+    curr_time -= frames;
+}
+
+void PlayerAudio::measure(Tarquil& engine, const float* frames, uint32_t num_frames) {
+    float left = 0;
+    float right = 0;
+    for (uint32_t i = 0; i < num_frames; i++) {
+        left = std::max(left, std::fabs(frames[2 * i]));
+        right = std::max(right, std::fabs(frames[2 * i + 1]));
+    }
+    Meters& meters = link.meters;
+    // A peak that is taken meanwhile may be shown twice, which nobody sees.
+    if (left > meters.peak_left.load(std::memory_order_relaxed))
+        meters.peak_left.store(left, std::memory_order_relaxed);
+    if (right > meters.peak_right.load(std::memory_order_relaxed))
+        meters.peak_right.store(right, std::memory_order_relaxed);
+    const MultiCompressor& compressor = engine.get_compressor();
+    for (unsigned band = 0; band < MC_N_BANDS; band++) {
+        meters.band_levels[band].store(compressor.get_level(band), std::memory_order_relaxed);
+        meters.band_gains[band].store(compressor.get_attenuation(band), std::memory_order_relaxed);
+    }
+    meters.voices.store(engine.get_voice_pool().voices_used(), std::memory_order_relaxed);
+}
+
+} // namespace tarquil

@@ -1,0 +1,76 @@
+// The audio side of a player: the engine, the events on their way to it, and the clock.
+
+#pragma once
+
+#include <cstdint>
+
+#include "player/event_queue.h"
+#include "player/player_link.h"
+#include "softsynth/parameters/constants.h"
+
+namespace tarquil {
+
+// For the audio thread alone (or whoever keeps it out meanwhile); nothing here allocates, waits or
+// calls the system.  Times are absolute sample times of the engine.
+class PlayerAudio {
+  public:
+    // Both stay as long as the object.
+    PlayerAudio(PlayerLink& control_link, BankBytes* first_bank);
+
+    // Takes over what the control side has changed; what it asks for is played at the clock's time
+    // or, if it says so, later.  Before anything is queued or rendered.
+    void follow_edits();
+
+    // Queues a raw message of three bytes (status and two data bytes); messages that no engine
+    // takes are dropped.  False when there is no room.  A program change acts on later calls at
+    // once and on the sound at its time.
+    bool add_message(const uint8_t* message, uint32_t time);
+
+    // Changes a controller but the pitch bend, of the edited program or a global one, in the bank
+    // and, from `time` on, in the sound.
+    void set_controller(unsigned number, int value, uint32_t time);
+
+    // Channel `channel` plays a sound that belongs to no program from `time` on, until it is given
+    // a program.
+    void play_sound(unsigned channel, const ControllerBytes& bytes, uint32_t time);
+
+    // Renders `frames` (at most MAX_NUM_SAMPLES, whole granules) of interleaved stereo.  Without an
+    // engine: silence, and the clock stands still.
+    void run(float* pcm, uint32_t frames);
+
+    // Frames rendered so far, less what the clock was moved back by.
+    [[nodiscard]] uint32_t time() const { return curr_time; }
+    [[nodiscard]] uint32_t num_queued_events() const { return events.size(); }
+
+    // Once the clock is there it is moved back: six hours and 46 minutes, half of TIME_NEVER.
+    static constexpr uint32_t CLOCK_LIMIT = 0x40000000;
+    // Between two runs, before anything has been queued.
+    void set_clock(uint32_t time) { curr_time = time; }
+
+  private:
+    void follow(const PlayerEdit& edit);
+    void take_next_bank();
+    void send_byte(unsigned program, unsigned number, int value, uint32_t time);
+    void send_bend(unsigned program, int coarse, int fine);
+    void play_program(unsigned channel, unsigned program, uint32_t time);
+    void send_program(unsigned channel, uint32_t time);
+    void send_globals(uint32_t time);
+    void refresh();
+    void release_notes();
+    void send_what_found_no_room();
+    void keep_clock_low(Tarquil& engine);
+    void measure(Tarquil& engine, const float* frames, uint32_t num_frames);
+
+    PlayerLink& link;
+    BankBytes* bank;
+    EventQueue events;
+    uint32_t curr_time = 0;
+    uint8_t playing[NUM_CHANNELS] = {};
+
+    // What did not fit into the queue and follows when there is room: channels by bit, and the
+    // global controllers.
+    uint32_t waiting_channels = 0;
+    bool globals_wait = false;
+};
+
+} // namespace tarquil
