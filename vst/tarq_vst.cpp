@@ -68,9 +68,8 @@ TarqVST::TarqVST(audioMasterCallback host)
         setVersion(TarqVST::getVendorVersion());
     }
     settings.load_default();
-    set_default_names(settings);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
-        settings.get_instrument(i).set_filename("instr_" + std::to_string(i) + ".tqi");
+        settings.get_instrument(i) = built_in_instrument(i);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
         current_instruments[channel] = channel;
     tarq_editor = make_editor(*this);
@@ -343,7 +342,8 @@ void TarqVST::set_band_muted(unsigned band, bool muted) {
 void TarqVST::release_all_notes() {
     const LockHolder holder(synth_lock);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF, 0};
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
+                                   0};
         queue_message(message, curr_time);
     }
 }
