@@ -2,8 +2,10 @@
 
 #include "common/load_string.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 #include "common/file_handle.h"
 #include "common/platform/atomic_file.h"
@@ -24,13 +26,29 @@ constexpr size_t CHUNK_LENGTH = 4096;
 // Far above any bank (about 1 MiB), far below what a machine's memory holds.
 constexpr size_t MAX_FILE_LENGTH = size_t(64) << 20;
 
-constexpr int NOT_A_DIGIT = -1;
+constexpr int8_t NOT_A_DIGIT = -1;
+
+constexpr std::array<int8_t, 256> DIGIT_VALUES = [] {
+    std::array<int8_t, 256> values{};
+    values.fill(NOT_A_DIGIT);
+    for (size_t digit = 0; digit < 16; digit++) {
+        values[uint8_t("0123456789abcdef"[digit])] = int8_t(digit);
+        values[uint8_t("0123456789ABCDEF"[digit])] = int8_t(digit);
+    }
+    return values;
+}();
+
+// The two digits of every byte.
+constexpr std::array<std::array<char, 2>, 256> BYTE_DIGITS = [] {
+    constexpr char DIGITS[] = "0123456789abcdef";
+    std::array<std::array<char, 2>, 256> digits{};
+    for (size_t byte = 0; byte < 256; byte++)
+        digits[byte] = {DIGITS[byte >> 4], DIGITS[byte & 15]};
+    return digits;
+}();
 
 int hex_digit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = char(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : NOT_A_DIGIT;
+    return DIGIT_VALUES[uint8_t(c)];
 }
 
 // The byte that the pair stands for, or NOT_A_DIGIT.
@@ -74,25 +92,35 @@ int save_file_to_string(const std::string& path, std::string_view text) {
 }
 
 std::string str2hex(std::string_view text) {
-    constexpr char DIGITS[] = "0123456789abcdef";
-    std::string hex(text.size() * 2, '\0');
-    for (size_t i = 0; i < text.size(); i++) {
-        const auto byte = uint8_t(text[i]);
-        hex[i * 2] = DIGITS[byte >> 4];
-        hex[i * 2 + 1] = DIGITS[byte & 15];
-    }
+    std::string hex;
+    append_hex(hex, text);
     return hex;
+}
+
+void append_hex(std::string& out, std::string_view text) {
+    const size_t start = out.size();
+    out.resize(start + text.size() * 2);
+    char* digits = out.data() + start;
+    for (size_t i = 0; i < text.size(); i++)
+        std::memcpy(digits + i * 2, BYTE_DIGITS[uint8_t(text[i])].data(), 2);
 }
 
 int hex2str(std::string_view hex, std::string& out) {
     if (hex.size() % 2 != 0)
         return ODD_HEX_LENGTH;
-    out.resize(hex.size() / 2);
-    for (size_t i = 0; i < out.size(); i++) {
-        const int byte = hex_pair(hex[i * 2], hex[i * 2 + 1]);
+    const size_t count = hex.size() / 2;
+    out.resize(count);
+    const char* digits = hex.data();
+    char* bytes = out.data(); // without it each byte's store would make the string be read anew
+    for (size_t i = 0; i < count; i++) {
+        const int high = hex_digit(digits[i * 2]);
+        const int low = hex_digit(digits[i * 2 + 1]);
+        // Both are digits, as in all but damaged text, or one may stand alone.
+        const int byte =
+            (high | low) >= 0 ? high * 16 + low : hex_pair(digits[i * 2], digits[i * 2 + 1]);
         if (byte == NOT_A_DIGIT)
             return BAD_HEX_DIGIT;
-        out[i] = char(byte);
+        bytes[i] = char(byte);
     }
     return 0;
 }

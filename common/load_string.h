@@ -21,6 +21,7 @@ int save_file_to_string(const std::string& path, std::string_view text);
 
 // Two lowercase hexadecimal digits for each byte.
 std::string str2hex(std::string_view text);
+void append_hex(std::string& out, std::string_view text);
 
 // The inverse.  0; 2 odd length; 3 a pair is not hexadecimal.  A pair is read as `scanf`'s "%x"
 // reads it, so a blank or a sign and one digit count, and one digit and anything.

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <system_error>
@@ -85,9 +87,38 @@ std::optional<double> read_magnitude(std::string_view text) {
     return value;
 }
 
+// A float with so few digits before its point that they and six behind it are an integer without
+// rounding: 24 bits of mantissa, 14 of 10^6 = 2^6 * 15625.
+bool has_exact_millionths(double value) {
+    return std::fabs(value) < 1e9 && double(float(value)) == value;
+}
+
+// Rounded half to even, as "%f" rounds.
+void append_millionths(std::string& text, double value) {
+    const double exact = std::fabs(value) * 1e6;
+    auto millionths = uint64_t(exact);
+    const double rest = exact - double(millionths);
+    millionths += rest > 0.5 || (rest == 0.5 && millionths % 2 != 0) ? 1 : 0;
+    char buffer[24];
+    char* first = buffer + sizeof(buffer);
+    for (int digit = 0; digit <= DIGITS_AFTER_POINT || millionths != 0; digit++) {
+        if (digit == DIGITS_AFTER_POINT)
+            *--first = '.';
+        *--first = char('0' + millionths % 10);
+        millionths /= 10;
+    }
+    if (std::signbit(value))
+        *--first = '-';
+    text.append(first, buffer + sizeof(buffer));
+}
+
 } // namespace
 
 void append_number(std::string& text, double value) {
+    if (has_exact_millionths(value)) {
+        append_millionths(text, value);
+        return;
+    }
     char buffer[LONGEST_NUMBER];
     const std::to_chars_result result = std::to_chars(buffer, buffer + sizeof(buffer), value,
                                                       std::chars_format::fixed, DIGITS_AFTER_POINT);

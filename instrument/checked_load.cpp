@@ -4,7 +4,11 @@
 
 #include <memory>
 
+#include "common/load_string.h"
 #include "instrument/names.h"
+#include "instrument/text_error.h"
+#include "instrument/text_kind.h"
+#include "instrument/text_source.h"
 
 namespace tarquil {
 
@@ -39,25 +43,32 @@ template <typename Object, typename Load> int load_checked(Object& object, const
 } // namespace
 
 int load_bank_checked(TarqSettings& bank, const std::string& path, LoadReport* report) {
-    return load_checked(bank, [&](TarqSettings& fresh) { return fresh.text_load(path, report); });
+    std::string text;
+    const int error = load_file_to_string(path, text);
+    return error != 0 ? error : load_bank_checked_from_string(bank, text, report);
 }
 
 int load_bank_checked_from_string(TarqSettings& bank, std::string_view text, LoadReport* report) {
+    if (!is_text_of(TextKind::BANK, text))
+        return WRONG_KIND;
     return load_checked(
         bank, [&](TarqSettings& fresh) { return fresh.text_load_from_string(text, report); });
 }
 
 int load_instrument_checked(Instrument& instrument, const std::string& path, LoadReport* report) {
-    return load_checked(instrument, [&](Instrument& fresh) {
-        const int error = fresh.text_load(path, report);
-        if (error == 0)
-            fresh.set_filename(path);
-        return error;
-    });
+    std::string text;
+    int error = load_text_source(path, text);
+    if (error == 0)
+        error = load_instrument_checked_from_string(instrument, text, report);
+    if (error == 0)
+        instrument.set_filename(path);
+    return error;
 }
 
 int load_instrument_checked_from_string(Instrument& instrument, std::string_view text,
                                         LoadReport* report) {
+    if (!is_text_of(TextKind::INSTRUMENT, text))
+        return WRONG_KIND;
     return load_checked(instrument,
                         [&](Instrument& fresh) { return fresh.load_from_string(text, report); });
 }

@@ -3,7 +3,8 @@
 // What the engine, the renderer and the plug-in load goes through here.  After a load that
 // succeeded every controller that picks one of a list has a byte within it; after one that failed
 // the caller's object is as it was.  An empty title stays empty.  The error codes are those of
-// Instrument and TarqSettings.
+// Instrument and TarqSettings, and 7 for a text without any key of its kind: a bank where an
+// instrument is wanted, an empty file, no text at all (see load_error.h).
 
 #pragma once
 

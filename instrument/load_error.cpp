@@ -8,6 +8,8 @@
 #include "instrument/settings.h"
 #include "instrument/text_error.h"
 #include "instrument/text_file_reader.h"
+#include "instrument/text_kind.h"
+#include "instrument/text_source.h"
 
 namespace tarquil {
 
@@ -55,14 +57,12 @@ std::string explain_instrument(const TextFileReader& bank, const std::string& ke
     return explain_linked(instrument.get_filename());
 }
 
-std::string explain_bank_text(std::string_view text) {
-    std::string broken = explain_broken_line(text);
-    if (!broken.empty())
-        return broken;
+// A bank's key with what is wrong with the instrument behind it.
+std::string explain_instruments(std::string_view text) {
     TextFileReader bank;
     bank.load_from_string(text);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
-        const std::string key = "instrument" + std::to_string(i);
+        const std::string key = instrument_key(i);
         const std::string reason = explain_instrument(bank, key);
         if (!reason.empty())
             return std::string(key).append(": ").append(reason);
@@ -70,18 +70,38 @@ std::string explain_bank_text(std::string_view text) {
     return "";
 }
 
+std::string with_path(const std::string& path, int code, const std::string& reason) {
+    return path + ": " + (reason.empty() ? "error " + std::to_string(code) : reason);
+}
+
 } // namespace
+
+std::string explain_bank_text(int code, std::string_view text) {
+    if (code == WRONG_KIND)
+        return explain_wrong_kind(TextKind::BANK, text);
+    if (code == NEWER_VERSION)
+        return "was saved by a later version";
+    std::string broken = explain_broken_line(text);
+    return broken.empty() ? explain_instruments(text) : broken;
+}
+
+std::string explain_instrument_text(int code, std::string_view text) {
+    return code == WRONG_KIND ? explain_wrong_kind(TextKind::INSTRUMENT, text)
+                              : explain_broken_line(text);
+}
 
 std::string explain_bank_error(const std::string& path, int code) {
     std::string text;
     const int error = load_file_to_string(path, text);
-    const std::string reason = error != 0 ? explain_file_error(error) : explain_bank_text(text);
-    return path + ": " + (reason.empty() ? "error " + std::to_string(code) : reason);
+    return with_path(path, code,
+                     error != 0 ? explain_file_error(error) : explain_bank_text(code, text));
 }
 
 std::string explain_instrument_error(const std::string& path, int code) {
-    const std::string reason = explain_linked(path);
-    return reason.empty() ? path + ": error " + std::to_string(code) : reason;
+    std::string text;
+    const int error = load_regular_file_to_string(path, text);
+    return with_path(path, code,
+                     error != 0 ? explain_file_error(error) : explain_instrument_text(code, text));
 }
 
 } // namespace tarquil

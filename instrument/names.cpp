@@ -1,10 +1,6 @@
-// Names and titles: the defaults, and what of a text survives being saved.
+// Names and titles: the defaults, and what of them survives being saved.
 
 #include "instrument/names.h"
-
-#include <algorithm>
-
-#include "common/white_space.h"
 
 namespace tarquil {
 
@@ -12,25 +8,16 @@ std::string default_instrument_name(unsigned number) {
     return "instrument_" + std::to_string(number);
 }
 
+Instrument built_in_instrument(unsigned number) {
+    Instrument instrument;
+    instrument.set_name(default_instrument_name(number));
+    instrument.set_filename("instr_" + std::to_string(number) + ".tqi");
+    return instrument;
+}
+
 void set_default_names(TarqSettings& bank) {
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
         bank.get_instrument(i).set_name(default_instrument_name(i));
-}
-
-std::string storable_text(std::string_view typed) {
-    while (!typed.empty() && is_white_space(typed.front()))
-        typed.remove_prefix(1);
-    while (!typed.empty() && is_white_space(typed.back()))
-        typed.remove_suffix(1);
-    std::string text(typed);
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char c) { return uint8_t(c) < uint8_t(' ') || c == '\x7f' || c == '#'; }, '_');
-    return text;
-}
-
-std::string without_lone_blanks(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), is_white_space) ? "" : text;
 }
 
 void remove_lone_blanks(TarqSettings& bank) {

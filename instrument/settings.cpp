@@ -4,16 +4,13 @@
 
 #include "common/assertion.h"
 #include "common/load_string.h"
+#include "instrument/bank_pairs.h"
+#include "instrument/keys.h"
+#include "instrument/names.h"
+#include "instrument/text_error.h"
+#include "instrument/text_source.h"
 
 namespace tarquil {
-
-namespace {
-
-std::string instrument_key(unsigned number) {
-    return "instrument" + std::to_string(number);
-}
-
-} // namespace
 
 TarqSettings::TarqSettings() {
     load_default();
@@ -35,6 +32,7 @@ void TarqSettings::load_default() {
     bytes = default_controller_bytes();
     song_title.clear();
     song_author.clear();
+    kept_lines.clear();
 }
 
 int TarqSettings::text_load(const std::string& path, LoadReport* report) {
@@ -44,26 +42,55 @@ int TarqSettings::text_load(const std::string& path, LoadReport* report) {
 }
 
 int TarqSettings::text_load_from_string(std::string_view text, LoadReport* report) {
-    TextFileReader reader;
-    const int parse_error = reader.load_from_string(text);
+    BankPairs pairs;
+    const int parse_error = pairs.read(text, report);
     if (parse_error != 0)
         return parse_error;
+    if (!pairs.is_known_version())
+        return NEWER_VERSION;
     load_default();
-    read_controllers(reader, global_controller_rows(), bytes, report);
+    pairs.globals.apply(bytes, pairs.missing(), report);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
-        std::string filename = DEFAULT_INSTRUMENT_FILE;
-        reader.get_str(instrument_key(i), filename);
-        instruments[i].set_filename(filename);
-        if (report != nullptr)
-            report->place = instrument_key(i) + ": ";
-        const int error = instruments[i].text_load(report);
-        if (report != nullptr)
-            report->place.clear();
+        const int error = load_instrument(i, pairs, report);
         if (error != 0)
             return error;
     }
-    reader.get_str("song_title", song_title);
-    reader.get_str("song_author", song_author);
+    take_song(pairs);
+    return 0;
+}
+
+int TarqSettings::load_instrument(unsigned number, const BankPairs& pairs, LoadReport* report) {
+    Instrument& instrument = instruments[number];
+    const std::string_view source = pairs.sources[number];
+    if (pairs.is_compact()) {
+        instrument = built_in_instrument(number);
+        if (source.empty())
+            return 0;
+        instrument.set_name("");
+    }
+    instrument.set_filename(source.empty() ? DEFAULT_INSTRUMENT_FILE : source);
+    if (report != nullptr)
+        report->place = instrument_key(number) + ": ";
+    const int error = instrument.text_load(instrument.get_filename(), report, pairs.missing());
+    if (report != nullptr)
+        report->place.clear();
+    return error;
+}
+
+void TarqSettings::take_song(const BankPairs& pairs) {
+    song_title = pairs.title;
+    song_author = pairs.author;
+    kept_lines = pairs.others;
+}
+
+int TarqSettings::load_globals_from_string(std::string_view text, LoadReport* report) {
+    BankPairs pairs;
+    const int parse_error = pairs.read(text, report);
+    if (parse_error != 0)
+        return parse_error;
+    bytes = default_controller_bytes();
+    pairs.globals.apply(bytes, pairs.missing(), report);
+    take_song(pairs);
     return 0;
 }
 
@@ -74,15 +101,53 @@ int TarqSettings::text_save(const std::string& path) const {
 }
 
 int TarqSettings::text_save_to_string(std::string& out) const {
-    TextFileMemoryWriter writer;
+    TextFileMemoryWriter writer(std::move(out));
     write_controllers(writer, global_controller_rows(), bytes);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
-        writer.write_str(instrument_key(i),
-                         std::string(EMBEDDED_PREFIX) + str2hex(instruments[i].save_to_string()));
-    writer.write_str("song_title", song_title);
-    writer.write_str("song_author", song_author);
-    out = writer.get_string();
+        writer.write_hex(instrument_key(i), EMBEDDED_PREFIX, instruments[i].save_to_string());
+    write_song(writer);
+    out = writer.take_string();
     return 0;
+}
+
+std::string TarqSettings::globals_to_string() const {
+    TextFileMemoryWriter writer;
+    write_controllers(writer, global_controller_rows(), bytes);
+    write_song(writer);
+    return writer.take_string();
+}
+
+void TarqSettings::write_song(TextFileMemoryWriter& writer) const {
+    writer.write_str(SONG_TITLE_KEY, song_title);
+    writer.write_str(SONG_AUTHOR_KEY, song_author);
+    kept_lines.write(writer);
+}
+
+std::string save_state_compact(const TarqSettings& bank) {
+    TextFileMemoryWriter writer;
+    writer.write_int(STATE_VERSION_KEY, STATE_VERSION);
+    write_changed_controllers(writer, global_controller_rows(), bank.bytes,
+                              default_controller_bytes());
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+        const std::string text = bank.instruments[i].save_changes_to_string();
+        if (text != built_in_instrument(i).save_changes_to_string())
+            writer.write_hex(instrument_key(i), EMBEDDED_PREFIX, text);
+    }
+    if (!bank.song_title.empty())
+        writer.write_str(SONG_TITLE_KEY, bank.song_title);
+    if (!bank.song_author.empty())
+        writer.write_str(SONG_AUTHOR_KEY, bank.song_author);
+    bank.kept_lines.write(writer);
+    return writer.take_string();
+}
+
+void TarqSettings::set_midi_dialect(MidiDialect dialect) {
+    kept_lines.set(MIDI_KEY, dialect == MidiDialect::GENERAL_MIDI ? GENERAL_MIDI_VALUE : "");
+}
+
+MidiDialect TarqSettings::get_midi_dialect() const {
+    return kept_lines.get(MIDI_KEY) == GENERAL_MIDI_VALUE ? MidiDialect::GENERAL_MIDI
+                                                          : MidiDialect::NATIVE;
 }
 
 unsigned TarqSettings::emit_global_controllers(midi_event* out, uint32_t time,

@@ -1,7 +1,7 @@
 // Reading of the key/value text that instruments, banks and saved states are stored in.
 //
 // One "key = value" pair per line; a "#" starts a comment; the first of several equal keys counts.
-// Blanks before a key and after a value belong to it.
+// Blanks before a key and after a value belong to it.  A byte order mark at the start is skipped.
 
 #pragma once
 
@@ -11,18 +11,13 @@
 
 namespace tarquil {
 
-// Starts a file name that is the file itself, in hexadecimal digits.
-inline constexpr std::string_view EMBEDDED_PREFIX = "hex:";
-
 class TextFileReader {
   public:
     // 0; 6 for a line that is not blank and has no "=" or nothing after it, which ends the load and
     // leaves the pairs before it.
     int load_from_string(std::string_view text);
 
-    // The text of the regular file at `path`; or of the name itself when it starts with
-    // EMBEDDED_PREFIX.  As load_from_string; 1 cannot be opened; 2 read error or an odd
-    // number of digits; 3 not hexadecimal.
+    // The text that load_text_source finds; its errors, or those of load_from_string.
     int load_from_file(const std::string& path);
 
     // The value of `key`.  False, and `out` untouched, when there is none.
@@ -31,9 +26,12 @@ class TextFileReader {
     // The number that the value starts with; 0 when it starts with none.
     bool get_float(std::string_view key, float& out) const;
 
-  private:
-    int handle_line(unsigned line_number, std::string_view line);
+    // All keys and values, by key.
+    [[nodiscard]] const std::map<std::string, std::string, std::less<>>& get_pairs() const {
+        return pairs;
+    }
 
+  private:
     std::map<std::string, std::string, std::less<>> pairs;
 };
 

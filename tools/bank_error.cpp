@@ -2,8 +2,11 @@
 
 #include "tools/bank_error.h"
 
+#include "common/load_string.h"
 #include "instrument/load_error.h"
 #include "instrument/names.h"
+#include "instrument/text_error.h"
+#include "instrument/text_kind.h"
 #include "tools/failure.h"
 
 namespace tarquil {
@@ -11,7 +14,12 @@ namespace tarquil {
 std::unique_ptr<TarqSettings> load_bank_file(const std::string& path, LoadReport& report) {
     auto bank = std::make_unique<TarqSettings>();
     set_default_names(*bank);
-    const int error = bank->text_load(path, &report);
+    std::string text;
+    int error = load_file_to_string(path, text);
+    if (error == 0 && !is_text_of(TextKind::BANK, text))
+        error = WRONG_KIND;
+    if (error == 0)
+        error = bank->text_load_from_string(text, &report);
     if (error != 0)
         throw BadInput(explain_bank_error(path, error));
     remove_lone_blanks(*bank);

@@ -218,10 +218,7 @@ void EditorModel::swap_programs(unsigned one, unsigned other) {
 }
 
 void EditorModel::initialise_program(unsigned program) {
-    Instrument fresh;
-    fresh.set_name(default_instrument_name(program));
-    fresh.set_filename("instr_" + std::to_string(program) + ".tqi");
-    replace_instrument("Initialise", program, fresh);
+    replace_instrument("Initialise", program, built_in_instrument(program));
 }
 
 std::string EditorModel::import_instrument(const std::string& path, unsigned program) {

@@ -2,6 +2,7 @@
 
 #include "softsynth/parameters/controller_table.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -101,6 +102,16 @@ constexpr std::array<uint8_t, NUM_CONTROLLERS> ROW_OF_NUMBER = [] {
     return rows;
 }();
 
+constexpr std::array<const ControllerInfo*, NUM_KEYED_CONTROLLERS> ROWS_BY_KEY = [] {
+    std::array<const ControllerInfo*, NUM_KEYED_CONTROLLERS> sorted{};
+    for (unsigned i = 0; i < NUM_KEYED_CONTROLLERS; i++)
+        sorted[i] = &ROWS[i];
+    std::sort(sorted.begin(), sorted.end(), [](const ControllerInfo* a, const ControllerInfo* b) {
+        return std::string_view(a->key) < b->key;
+    });
+    return sorted;
+}();
+
 constexpr bool channel_rows_come_first() {
     for (unsigned i = 0; i < NUM_KEYED_CONTROLLERS; i++) {
         if ((ROWS[i].scope == ControllerScope::CHANNEL) != (i < NUM_CHANNEL_CONTROLLERS))
@@ -143,6 +154,13 @@ bool is_channel_controller(unsigned number) {
 bool is_constant_controller(unsigned number) {
     const ControllerInfo* info = find_controller(number);
     return info != nullptr && info->scope == ControllerScope::GLOBAL_CONSTANT;
+}
+
+const ControllerInfo* find_controller_by_key(std::string_view key) {
+    const auto* const found = std::lower_bound(
+        ROWS_BY_KEY.begin(), ROWS_BY_KEY.end(), key,
+        [](const ControllerInfo* info, std::string_view k) { return info->key < k; });
+    return found != ROWS_BY_KEY.end() && (*found)->key == key ? *found : nullptr;
 }
 
 float map_char_to_float(unsigned number, int value) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "softsynth/parameters/controller_number.h"
 
@@ -73,6 +74,9 @@ std::span<const ControllerInfo, NUM_GLOBAL_CONTROLLERS> global_controller_rows()
 
 // The row of controller `number`, or null when the number has none (or is above 205).
 const ControllerInfo* find_controller(unsigned number);
+
+// The row with this key, or null.
+const ControllerInfo* find_controller_by_key(std::string_view key);
 
 // Which of the scopes a number's row has; all false without a row.
 bool is_global_controller(unsigned number); // constant or not

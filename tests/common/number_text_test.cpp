@@ -91,6 +91,24 @@ TEST(NumberText, TheHostsLocaleIsWithoutInfluence) {
               "Controller 7 value -0.500000 out of range, clamping to lowest\n");
 }
 
+// The reason for a form of its own: exact halves, and what rounding carries into.
+TEST(NumberText, FloatsPrintAsTheCLibraryPrintsThem) {
+    std::mt19937 random(7);
+    const auto check = [](float value) {
+        char expected[64];
+        std::snprintf(expected, sizeof(expected), "%f", double(value));
+        ASSERT_EQ(number_to_text(double(value)), expected);
+    };
+    for (int i = 0; i < 100000; i++) {
+        const auto sign = i % 2 == 0 ? 1.0F : -1.0F;
+        check(sign * std::ldexp(float(random()), int(random() % 70) - 60));
+        // Halves of a millionth: k / 128 has seven digits.
+        check(sign * float(random() % 100000) / 128.0F);
+    }
+    for (const float value : {0.0F, -0.0F, 0.9999999F, -1e-9F, 999999.9375F, 1e9F, 1e30F})
+        check(value);
+}
+
 TEST(NumberText, RoundedNumbersHaveNoSignOnZeroAndTrimmedOnesNoLastZeros) {
     EXPECT_EQ(fixed_number(-0.004, 2), "0.00");
     EXPECT_EQ(fixed_number(-0.006, 2), "-0.01");

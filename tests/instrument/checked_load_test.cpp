@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "common/load_string.h"
+#include "instrument/load_error.h"
+#include "instrument/text_error.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -64,6 +66,64 @@ TEST_F(CheckedLoad, AFailedBankLeavesTheUsersBank) {
     EXPECT_EQ(text_of(bank), before);
     EXPECT_EQ(load_bank_checked(bank, "/missing"), 1);
     EXPECT_EQ(text_of(bank), before);
+}
+
+TEST_F(CheckedLoad, WhatIsOfAnotherKindIsRefusedAndSaysWhatItIs) {
+    const std::string instrument_text = Instrument().save_to_string();
+    const std::string bank_text = text_of(TarqSettings());
+    struct Case {
+        std::string text;
+        const char* as_instrument; // null: it is one
+        const char* as_bank;
+    };
+    const Case cases[] = {
+        {instrument_text, nullptr, "is an instrument, not a bank"},
+        {"\xEF\xBB\xBF"
+         "name = x\n",
+         nullptr, "is an instrument, not a bank"},
+        {"unknown = 1\r\nchan_max_voices = 8", nullptr, "is an instrument, not a bank"},
+        {bank_text, "is a bank, not an instrument", nullptr},
+        {"\xEF\xBB\xBF" + bank_text, "is a bank, not an instrument", nullptr},
+        {"", "is empty", "is empty"},
+        {"# nothing\n\n \r\n", "is empty", "is empty"},
+        {"\xEF\xBB\xBF", "is empty", "is empty"},
+        {std::string("name\0 = \0", 9), "is not a text", "is not a text"},
+        {"  name = x\n\tpanning = 0.3\n", "has indented keys, which are not read",
+         "has no key of a bank"},
+        {" song_title = x\n instrument0 = hex:\n", "has no key of an instrument",
+         "has indented keys, which are not read"},
+        {"Dear reader\n", "has no key of an instrument", "has no key of a bank"},
+        {"instrument128 = hex:\ninstrument05 = hex:\ninstrument = x\nchannel_programs = 1\n",
+         "has no key of an instrument", "has no key of a bank"},
+    };
+    for (const Case& c : cases) {
+        Instrument instrument;
+        instrument.set_name("mine");
+        instrument.set_controller(CTRL_PANNING, 3);
+        const std::string before = instrument.save_to_string();
+        EXPECT_EQ(load_instrument_checked_from_string(instrument, c.text),
+                  c.as_instrument != nullptr ? WRONG_KIND : 0)
+            << c.text;
+        if (c.as_instrument != nullptr) {
+            EXPECT_EQ(explain_instrument_text(WRONG_KIND, c.text), c.as_instrument);
+            EXPECT_EQ(instrument.save_to_string(), before);
+        }
+        TarqSettings bank;
+        EXPECT_EQ(load_bank_checked_from_string(bank, c.text),
+                  c.as_bank != nullptr ? WRONG_KIND : 0)
+            << c.text;
+        if (c.as_bank != nullptr) {
+            EXPECT_EQ(explain_bank_text(WRONG_KIND, c.text), c.as_bank);
+        }
+    }
+}
+
+TEST_F(CheckedLoad, ALineThatIsIndentedIsNotReadAndSaidSo) {
+    Instrument instrument;
+    LoadReport report;
+    const std::string text = Instrument().save_to_string() + " panning = 1\n";
+    EXPECT_EQ(load_instrument_checked_from_string(instrument, text, &report), 0);
+    EXPECT_EQ(report.warnings, std::vector<std::string>{"\" panning\" is indented and not read"});
 }
 
 TEST_F(CheckedLoad, AnInstrumentFileIsTakenByItsOwnName) {

@@ -94,6 +94,49 @@ TEST(Settings, WarningsNameTheirInstrument) {
                                         "clamping to lowest"}));
 }
 
+TEST(Settings, TheDialectIsSavedWhenItIsNotTheNativeOne) {
+    TarqSettings bank;
+    const std::string native = text_of(bank);
+    EXPECT_EQ(bank.get_midi_dialect(), MidiDialect::NATIVE);
+    bank.set_midi_dialect(MidiDialect::GENERAL_MIDI);
+    const std::string general = text_of(bank);
+    EXPECT_EQ(general, native + "midi = gm\n");
+    TarqSettings loaded;
+    EXPECT_EQ(loaded.text_load_from_string(general + "\n"), 0);
+    EXPECT_EQ(loaded.get_midi_dialect(), MidiDialect::GENERAL_MIDI);
+    for (const char* line : {"", "midi = native \n"}) {
+        LoadReport report;
+        EXPECT_EQ(loaded.text_load_from_string(native + line, &report), 0);
+        EXPECT_EQ(loaded.get_midi_dialect(), MidiDialect::NATIVE);
+        EXPECT_EQ(text_of(loaded).find("midi"), std::string::npos);
+        EXPECT_EQ(report.summary(), "");
+    }
+    // One that a later version knows is kept for it until the user chooses.
+    LoadReport report;
+    EXPECT_EQ(loaded.text_load_from_string(native + "midi = later\n", &report), 0);
+    EXPECT_EQ(report.summary(), "midi = later is not known, native is used");
+    EXPECT_EQ(loaded.get_midi_dialect(), MidiDialect::NATIVE);
+    EXPECT_EQ(text_of(loaded),
+              text_of(loaded).substr(0, text_of(loaded).size() - 13) + "midi = later\n");
+    loaded.set_midi_dialect(MidiDialect::NATIVE);
+    EXPECT_EQ(text_of(loaded).find("midi"), std::string::npos);
+}
+
+TEST(Settings, UnknownLinesAreKeptButThoseOfAState) {
+    TarqSettings bank;
+    bank.get_instrument(7).set_text(InstrumentText::TAGS, "t");
+    const std::string text = text_of(bank) + "later = 1\nmidi = gm\n2nd = x\n";
+    TarqSettings loaded;
+    EXPECT_EQ(loaded.text_load_from_string(text + "channel_programs = 1 2\n"), 0);
+    std::string expected = text_of(loaded);
+    EXPECT_EQ(expected.substr(expected.find("later")), "later = 1\nmidi = gm\n2nd = x\n");
+    EXPECT_EQ(loaded.get_instrument(7).get_text(InstrumentText::TAGS), "t");
+    TarqSettings other;
+    EXPECT_EQ(other.load_globals_from_string(text), 0);
+    EXPECT_EQ(other.globals_to_string(), loaded.globals_to_string());
+    EXPECT_EQ(other.get_midi_dialect(), MidiDialect::GENERAL_MIDI);
+}
+
 TEST(Settings, AFailedInstrumentLeavesDefaultsFromThereOn) {
     std::string text = text_of(*varied());
     const size_t key = text.find("instrument2 = hex:");

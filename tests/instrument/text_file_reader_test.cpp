@@ -43,6 +43,21 @@ TEST(TextFileReader, EveryLineEndingSeparates) {
     }
 }
 
+TEST(TextFileReader, AByteOrderMarkAtTheStartIsSkipped) {
+    EXPECT_EQ(value_in("\xEF\xBB\xBF"
+                       "a=1\nb=2",
+                       "a"),
+              "1");
+    EXPECT_EQ(value_in("a=1\n\xEF\xBB\xBF"
+                       "b=2",
+                       "b"),
+              "(none)");
+    EXPECT_EQ(value_in("\xEF\xBB\xBF\xEF\xBB\xBF"
+                       "a=1",
+                       "a"),
+              "(none)");
+}
+
 TEST(TextFileReader, TheFirstOfEqualKeysCounts) {
     EXPECT_EQ(value_in("a=1\na=2", "a"), "1");
     TextFileReader reader;

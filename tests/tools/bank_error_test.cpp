@@ -41,7 +41,10 @@ TEST(BankError, NamesThePlaceAndTheReason) {
     EXPECT_THROW(load_bank_file("missing.tqb", report), BadInput);
     EXPECT_EQ(explain_bank_error("missing.tqb", 1), "missing.tqb: cannot be opened");
     EXPECT_EQ(explain_bank_error(".", 2), ".: cannot be read, or is larger than 64 MiB");
-    EXPECT_EQ(reason("a = 1\r\n# b\r\nc\r\n"), "song.tqb: line 3: no \"=\" with a value after it");
+    EXPECT_EQ(reason("reverb_wet = 1\r\n# b\r\nc\r\n"),
+              "song.tqb: line 3: no \"=\" with a value after it");
+    EXPECT_EQ(reason("name = x\n"), "song.tqb: is an instrument, not a bank");
+    EXPECT_EQ(reason("state_version = 2\n"), "song.tqb: was saved by a later version");
     EXPECT_EQ(reason(bank_text("instrument5 = hex:6e6")),
               "song.tqb: instrument5: an odd number of hex digits");
     EXPECT_EQ(reason(bank_text("instrument5 = hex:6e6fxx61")),

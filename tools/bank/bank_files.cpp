@@ -9,9 +9,10 @@
 #include "common/load_string.h"
 #include "common/platform/atomic_file.h"
 #include "common/utf8.h"
-#include "instrument/controller_bytes.h"
+#include "instrument/load_error.h"
 #include "instrument/names.h"
 #include "instrument/text_error.h"
+#include "instrument/text_kind.h"
 #include "tools/bank_error.h"
 #include "tools/failure.h"
 #include "tools/notice.h"
@@ -21,21 +22,21 @@ namespace tarquil {
 namespace {
 
 constexpr const char* STANDARD_INPUT = "/dev/stdin";
-constexpr const char* TITLE_KEY = "song_title";
-constexpr const char* AUTHOR_KEY = "song_author";
 constexpr std::string_view EXTENSION = ".tqi";
 
 // Bytes of an instrument's name in a file name, which systems limit to 255.
 constexpr size_t MAX_NAME_LENGTH = 200;
 
-// The file's text once it is known to have no broken line.
+// What messages call the file.
+std::string shown_name(const std::string& path) {
+    return path == "-" ? "standard input" : path;
+}
+
 std::string read_text(const std::string& path) {
     std::string text;
-    const bool standard_input = path == "-";
-    const int error = load_file_to_string(standard_input ? STANDARD_INPUT : path, text);
-    const std::string reason = error != 0 ? explain_file_error(error) : explain_broken_line(text);
-    if (!reason.empty())
-        throw BadInput((standard_input ? "standard input" : path) + ": " + reason);
+    const int error = load_file_to_string(path == "-" ? STANDARD_INPUT : path, text);
+    if (error != 0)
+        throw BadInput(shown_name(path) + ": " + explain_file_error(error));
     return text;
 }
 
@@ -59,34 +60,23 @@ Instrument load_instrument_file(const std::string& path, const std::string& name
                                 LoadReport& report) {
     Instrument instrument;
     instrument.set_name(name);
-    instrument.load_from_string(read_text(path), &report);
+    const std::string text = read_text(path);
+    const int error = is_text_of(TextKind::INSTRUMENT, text)
+                          ? instrument.load_from_string(text, &report)
+                          : WRONG_KIND;
+    if (error != 0)
+        throw BadInput(shown_name(path) + ": " + explain_instrument_text(error, text));
     return instrument;
 }
 
 void load_globals_file(TarqSettings& bank, const std::string& path, LoadReport& report) {
-    TextFileReader reader;
-    reader.load_from_string(read_text(path));
-    ControllerBytes bytes = default_controller_bytes();
-    read_controllers(reader, global_controller_rows(), bytes, &report);
-    for (const ControllerInfo& info : global_controller_rows())
-        bank.set_global_controller(info.number, bytes[info.number]);
-    std::string title;
-    std::string author;
-    reader.get_str(TITLE_KEY, title);
-    reader.get_str(AUTHOR_KEY, author);
-    bank.set_song_title(without_lone_blanks(title));
-    bank.set_song_author(without_lone_blanks(author));
-}
-
-std::string globals_text(const TarqSettings& bank) {
-    ControllerBytes bytes{};
-    for (const ControllerInfo& info : global_controller_rows())
-        bytes[info.number] = uint8_t(bank.get_global_controller(info.number));
-    TextFileMemoryWriter writer;
-    write_controllers(writer, global_controller_rows(), bytes);
-    writer.write_str(TITLE_KEY, bank.get_song_title());
-    writer.write_str(AUTHOR_KEY, bank.get_song_author());
-    return writer.get_string();
+    const std::string text = read_text(path);
+    const int error = is_text_of(TextKind::BANK, text)
+                          ? bank.load_globals_from_string(text, &report)
+                          : WRONG_KIND;
+    if (error != 0)
+        throw BadInput(path + ": " + explain_bank_text(error, text));
+    remove_lone_blanks(bank);
 }
 
 std::string instrument_file_name(unsigned number, std::string_view name) {

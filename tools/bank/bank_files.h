@@ -20,7 +20,6 @@ Instrument load_instrument_file(const std::string& path, const std::string& name
 
 // Takes global controllers, title and author from the file; what it lacks keeps defaults.
 void load_globals_file(TarqSettings& bank, const std::string& path, LoadReport& report);
-std::string globals_text(const TarqSettings& bank);
 
 // "007-lead.tqi"; what a file name can not hold becomes "_".
 std::string instrument_file_name(unsigned number, std::string_view name);

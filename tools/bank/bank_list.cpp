@@ -13,9 +13,7 @@ namespace {
 constexpr size_t NUMBER_WIDTH = 3;
 
 bool is_default(const Instrument& instrument, unsigned number) {
-    Instrument fresh;
-    fresh.set_name(default_instrument_name(number));
-    return instrument.save_to_string() == fresh.save_to_string();
+    return instrument.save_to_string() == built_in_instrument(number).save_to_string();
 }
 
 std::string list_as_table(const TarqSettings& bank, bool all) {

@@ -78,7 +78,7 @@ void extract_all(const TarqSettings& bank, const std::string& directory) {
         save_file(folder / instrument_file_name(i, instrument.get_name()),
                   instrument.save_to_string());
     }
-    save_file(folder / GLOBALS_FILE, globals_text(bank));
+    save_file(folder / GLOBALS_FILE, bank.globals_to_string());
 }
 
 void insert_instrument(TarqSettings& bank, const BankInsertion& insertion, LoadReport& report) {

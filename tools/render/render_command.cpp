@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "common/load_string.h"
 #include "instrument/checked_load.h"
 #include "instrument/load_error.h"
-#include "instrument/text_error.h"
 #include "midi/smf/song_file.h"
+#include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/failure.h"
@@ -24,17 +23,6 @@ namespace tarquil {
 
 namespace {
 
-Instrument load_played_instrument(const std::string& path, LoadReport& report) {
-    std::string text;
-    const int error = load_file_to_string(path, text);
-    if (error != 0)
-        throw BadInput(path + ": " + explain_file_error(error));
-    Instrument instrument;
-    if (load_instrument_checked_from_string(instrument, text, &report) != 0)
-        throw BadInput(path + ": " + explain_broken_line(text));
-    return instrument;
-}
-
 std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options, LoadReport& report) {
     auto orchestra = std::make_unique<Orchestra>();
     orchestra->channels = options.channels;
@@ -45,8 +33,11 @@ std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options, LoadRepo
     }
     for (size_t channel = 0; channel < options.instrument_paths.size(); channel++) {
         const std::string& path = options.instrument_paths[channel];
-        if (!path.empty())
-            orchestra->fixed_instruments[channel] = load_played_instrument(path, report);
+        if (path.empty())
+            continue;
+        Instrument instrument = load_instrument_file(path, "", report);
+        clamp_choices(instrument);
+        orchestra->fixed_instruments[channel] = instrument;
     }
     return orchestra;
 }

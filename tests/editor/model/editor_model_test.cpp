@@ -182,8 +182,8 @@ TEST_F(EditorModelTest, AFileThatDoesNotLoadSaysWhyAndChangesNothing) {
     const TempDirectory directory;
     ASSERT_EQ(save_file_to_string(directory.path("bad.tqb"), "nonsense\n"), 0);
     const std::string before = synth.bank.get_instrument(1).save_to_string();
-    EXPECT_THAT(model.import_bank(directory.path("bad.tqb")), HasSubstr("line 1"));
-    EXPECT_THAT(model.import_instrument(directory.path("bad.tqb"), 1), HasSubstr("line 1"));
+    EXPECT_THAT(model.import_bank(directory.path("bad.tqb")), HasSubstr("has no key of"));
+    EXPECT_THAT(model.import_instrument(directory.path("bad.tqb"), 1), HasSubstr("has no key of"));
     EXPECT_THAT(model.import_instrument(directory.path("none.tqi"), 1), HasSubstr("opened"));
     EXPECT_THAT(model.export_bank(directory.path("none/x.tqb")), HasSubstr("written"));
     EXPECT_EQ(synth.bank.get_instrument(1).save_to_string(), before);

@@ -1,0 +1,75 @@
+// The lines of a bank's text.
+
+#include "instrument/bank_pairs.h"
+
+#include <charconv>
+
+#include "instrument/keys.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr std::string_view NATIVE_VALUE = "native";
+
+std::string_view trimmed(std::string_view value) {
+    const size_t last = value.find_last_not_of(" \t");
+    return value.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+} // namespace
+
+int BankPairs::read(std::string_view text, LoadReport* report) {
+    for (TextLines lines(text); lines.next();) {
+        const TextPair line = parse_line(lines.line());
+        if (line.kind == LineKind::BROKEN)
+            return broken_line(lines);
+        if (line.kind == LineKind::BLANK || globals.take(line.key, line.value))
+            continue;
+        std::string_view* field = field_of(line.key);
+        if (field == nullptr)
+            take_other(line, report);
+        else if (field->empty())
+            *field = line.value;
+    }
+    return 0;
+}
+
+std::string_view* BankPairs::field_of(std::string_view key) {
+    const int number = instrument_of_key(key);
+    if (number >= 0)
+        return &sources[size_t(number)];
+    if (key == SONG_TITLE_KEY)
+        return &title;
+    if (key == SONG_AUTHOR_KEY)
+        return &author;
+    return key == STATE_VERSION_KEY ? &version : nullptr;
+}
+
+void BankPairs::take_other(const TextPair& line, LoadReport* report) {
+    if (line.key == CHANNEL_PROGRAMS_KEY)
+        return; // written and read by whoever has channels
+    if (line.key == MIDI_KEY) {
+        const std::string_view value = trimmed(line.value);
+        if (value == NATIVE_VALUE)
+            return;
+        if (value != GENERAL_MIDI_VALUE)
+            report_warning(report,
+                           "midi = " + std::string(value) + " is not known, native is used");
+        if (others.get(MIDI_KEY).empty())
+            others.set(MIDI_KEY, value);
+        return;
+    }
+    if (is_indented_key_of(TextKind::BANK, line.key))
+        report_warning(report, "\"" + std::string(line.key) + "\" is indented and not read");
+    if (!others.keep(line.key, line.value))
+        report_warning(report, "more unknown lines than are kept");
+}
+
+bool BankPairs::is_known_version() const {
+    int number = 0;
+    std::from_chars(version.data(), version.data() + version.size(), number);
+    return !is_compact() || (number >= 1 && number <= STATE_VERSION);
+}
+
+} // namespace tarquil
