@@ -22,9 +22,6 @@ allowed=(
     'tarquil::AtomicFile::open_temporary(unsigned int)::last_number'
     # The lock itself.
     'tarquil::synth_lock'
-    # Of the threads that queue events and load states.
-    'tarquil::(anonymous namespace)::out_events'
-    'tarquil::(anonymous namespace)::n_out_events'
 )
 
 nm=$1
