@@ -2,6 +2,7 @@
 
 #include "vst/plugin_synth.h"
 
+#include "player/shared_waveforms.h"
 #include "softsynth/core/core.h"
 #include "vst/tarq_vst.h"
 
@@ -75,6 +76,10 @@ void PluginSynth::set_bank(const TarqSettings& bank) {
 
 void PluginSynth::set_song(const std::string& title, const std::string& author) {
     plugin.set_song(title, author);
+}
+
+const WaveformStore& PluginSynth::get_waves() {
+    return shared_waveforms();
 }
 
 bool PluginSynth::is_band_muted(unsigned band) const {

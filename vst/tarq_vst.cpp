@@ -14,6 +14,7 @@
 #include "common/log/log.h"
 #include "instrument/names.h"
 #include "midi/midifilter.h"
+#include "player/shared_waveforms.h"
 #include "vst/abi/host_text.h"
 
 namespace tarquil {
@@ -143,7 +144,7 @@ void TarqVST::resume() {
     AudioEffectX::resume();
     if (synth == nullptr) {
         const InRootDirectory in_root_directory;
-        synth.reset(new Tarquil(nullptr));
+        synth.reset(new Tarquil(settings, shared_waveforms()));
         for (unsigned band = 0; band < MC_N_BANDS; band++)
             synth->set_band_muted(band, is_band_muted(band));
         curr_time = 0;
@@ -343,7 +344,8 @@ void TarqVST::set_band_muted(unsigned band, bool muted) {
 void TarqVST::release_all_notes() {
     const LockHolder holder(synth_lock);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF, 0};
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
+                                   0};
         queue_message(message, curr_time);
     }
 }

@@ -3,6 +3,7 @@
 #include "tools/render/engine_driver.h"
 
 #include "midi/midifilter.h"
+#include "player/shared_waveforms.h"
 
 namespace tarquil {
 
@@ -15,7 +16,8 @@ ChannelSet find_used_channels(const Song& song, const ChannelSet& channels) {
 }
 
 EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed)
-    : SongDriver(played_song, players.channels), orchestra(players), synth(new Tarquil(nullptr)) {
+    : SongDriver(played_song, players.channels), orchestra(players),
+      synth(new Tarquil(players.bank, shared_waveforms())) {
     synth->seed_phases(seed);
     events.reserve(USUAL_EVENTS); // also gives the engine a pointer when there are no events
     queue_first_instruments();
