@@ -2,6 +2,7 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/effects/mono_effect.h"
 #include "softsynth/effects/multi_compressor.h"
 #include "softsynth/effects/psola.h"
@@ -65,7 +66,7 @@ BENCHMARK(mono_effect)->DenseRange(1, 5);
 // Argument: the effect's type (delay, chorus, flanger).
 void stereo_effect(benchmark::State& state) {
     static StereoEffect effect;
-    static StereoEffectScratch scratch;
+    static StereoEffectScratch scratch(shared_waveforms());
     const auto type = StereoEffect::effect_type(state.range(0));
     run_stereo(state,
                [&] { effect.render(type, stereo, stereo, 40, 60, 60, 1, 60, 0.5F, scratch); });

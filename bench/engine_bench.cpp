@@ -7,6 +7,7 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/core/core.h"
 
 namespace tarquil {
@@ -14,6 +15,8 @@ namespace tarquil {
 namespace {
 
 float pcm[2 * MAX_NUM_SAMPLES];
+
+const TarqSettings bank;
 
 void run(Tarquil& engine, uint32_t size, const std::vector<midi_event>& events, uint32_t time) {
     static const midi_event none;
@@ -24,8 +27,8 @@ void run(Tarquil& engine, uint32_t size, const std::vector<midi_event>& events, 
 std::vector<midi_event> chord(int voices, uint32_t time) {
     std::vector<midi_event> events;
     for (int i = 0; i < voices; i++)
-        events.push_back(
-            {time, uint8_t(MIDI_NOTE_ON | (i % NUM_CHANNELS)), uint8_t(36 + i / NUM_CHANNELS * 7), 100});
+        events.push_back({time, uint8_t(MIDI_NOTE_ON | (i % NUM_CHANNELS)),
+                          uint8_t(36 + i / NUM_CHANNELS * 7), 100});
     return events;
 }
 
@@ -46,7 +49,7 @@ double milliseconds_now() {
 void engine_blocks(benchmark::State& state) {
     const int voices = int(state.range(0));
     const auto size = uint32_t(state.range(1));
-    const std::unique_ptr<Tarquil> engine(new Tarquil(nullptr));
+    const std::unique_ptr<Tarquil> engine(new Tarquil(bank, shared_waveforms()));
     set_all_channels(*engine, CTRL_FILTER1_TYPE, uint8_t(state.range(2)));
     set_all_channels(*engine, CTRL_FILTER1_DEPTH, 1);
     set_all_channels(*engine, CTRL_FILTER1_CUTOFF, 80);
@@ -76,7 +79,7 @@ BENCHMARK(engine_blocks)
 
 // One voice of three groups.  Argument: copies a group.
 void note_on(benchmark::State& state) {
-    const std::unique_ptr<Tarquil> engine(new Tarquil(nullptr));
+    const std::unique_ptr<Tarquil> engine(new Tarquil(bank, shared_waveforms()));
     const auto byte = uint8_t((state.range(0) - 1) / 2);
     for (const unsigned c : {CTRL_OSC1_MULTI_COUNT, CTRL_OSC2_MULTI_COUNT, CTRL_OSC3_MULTI_COUNT})
         set_all_channels(*engine, c, byte);
@@ -85,7 +88,7 @@ void note_on(benchmark::State& state) {
     static VoicePool pool;
     static PhaseRandom random;
     static TimelineMemory timelines;
-    channel.attach(pool, random, timelines);
+    channel.attach(pool, random, shared_waveforms(), timelines);
     for (const unsigned c : {CTRL_OSC1_MULTI_COUNT, CTRL_OSC2_MULTI_COUNT, CTRL_OSC3_MULTI_COUNT})
         channel.get_controllers().get_controller(c).push_back({0, byte});
     for (auto _ : state) {
@@ -101,7 +104,7 @@ void note_burst(benchmark::State& state) {
     double worst = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        const std::unique_ptr<Tarquil> engine(new Tarquil(nullptr));
+        const std::unique_ptr<Tarquil> engine(new Tarquil(bank, shared_waveforms()));
         run(*engine, SIZE, {}, 0);
         const std::vector<midi_event> events = chord(96, SIZE);
         state.ResumeTiming();
@@ -116,7 +119,7 @@ BENCHMARK(note_burst)->Unit(benchmark::kMicrosecond)->Iterations(50);
 // An engine of its own, the wavetables being there already.
 void engine_start(benchmark::State& state) {
     for (auto _ : state) {
-        const std::unique_ptr<Tarquil> engine(new Tarquil(nullptr));
+        const std::unique_ptr<Tarquil> engine(new Tarquil(bank, shared_waveforms()));
         benchmark::DoNotOptimize(engine.get());
     }
 }
@@ -124,9 +127,9 @@ BENCHMARK(engine_start)->Unit(benchmark::kMillisecond);
 
 // The process's wavetables, read from the cache.
 void tables_warm(benchmark::State& state) {
-    WaveformStore::instance();
+    shared_waveforms();
     for (auto _ : state) {
-        const WaveformStore store;
+        const WaveformStore store(waveform_cache_folder());
         benchmark::DoNotOptimize(&store);
     }
 }

@@ -4,6 +4,7 @@
 
 #include "bench/audio_hash.h"
 #include "bench/signals.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/voices/envelope.h"
 #include "softsynth/wavetables/oscillator_group.h"
 
@@ -19,7 +20,7 @@ void oscillator_group(benchmark::State& state) {
     static OscillatorGroup group;
     group.init(OSC_SAW);
     for (int j = 0; j < copies; j++)
-        group.add_copy(220.0F + 0.01F * float(j), float(j) / float(copies));
+        group.add_copy(shared_waveforms(), 220.0F + 0.01F * float(j), float(j) / float(copies));
     fill_value(pitch, BENCH_BLOCK, 1.0F);
     out.init(BENCH_BLOCK);
     AudioHash hash;

@@ -22,11 +22,11 @@ float mapped(const ControllerBytes& bytes, unsigned number) {
 constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
 
 // The copies of one group start as those of a voice do (see Voice::init_oscillators).
-void start_copies(OscillatorGroup& group, const ControllerBytes& bytes, float note, unsigned index,
-                  WaveCopies copies) {
+void start_copies(OscillatorGroup& group, const WaveformStore& waves, const ControllerBytes& bytes,
+                  float note, unsigned index, WaveCopies copies) {
     group.init(OscType(bytes[CTRL_OSC1_TYPE + index]));
     if (copies == WaveCopies::ONE) {
-        group.add_copy(note_frequency(note), 0.0F);
+        group.add_copy(waves, note_frequency(note), 0.0F);
         return;
     }
     const int count = int(mapped(bytes, CTRL_OSC1_MULTI_COUNT + index));
@@ -36,7 +36,7 @@ void start_copies(OscillatorGroup& group, const ControllerBytes& bytes, float no
     PhaseRandom random;
     for (int j = -half; j <= half; j++) {
         const double phase = random.next() * RANDOM_TO_CYCLES * bytes[CTRL_OSC1_RANDOMIZE_PHASE];
-        group.add_copy(note_frequency(note + step * float(j)), float(phase));
+        group.add_copy(waves, note_frequency(note + step * float(j)), float(phase));
     }
 }
 
@@ -46,12 +46,13 @@ float group_scale(const ControllerBytes& bytes, int count) {
                                                  : 1.0F / float(count);
 }
 
-std::vector<float> render_oscillator(const ControllerBytes& bytes, int note, unsigned index,
-                                     uint32_t num_samples, WaveCopies copies) {
+std::vector<float> render_oscillator(const WaveformStore& waves, const ControllerBytes& bytes,
+                                     int note, unsigned index, uint32_t num_samples,
+                                     WaveCopies copies) {
     const float tuned_note = float(note) + mapped(bytes, CTRL_OSC1_COARSE_TUNE + index) +
                              mapped(bytes, CTRL_OSC1_FINE_TUNE + index);
     const auto group = std::make_unique<OscillatorGroup>();
-    start_copies(*group, bytes, tuned_note, index, copies);
+    start_copies(*group, waves, bytes, tuned_note, index, copies);
     const float scale = group_scale(bytes, group->get_count());
     const auto pitch = std::make_unique<MonoBuffer>();
     const auto out = std::make_unique<MonoBuffer>();
@@ -80,15 +81,15 @@ std::array<float, NUM_OSCILLATORS> mix_levels(const ControllerBytes& bytes) {
 
 } // namespace
 
-WaveShape render_wave_shape(const ControllerBytes& bytes, int note, uint32_t num_samples,
-                            WaveCopies copies) {
+WaveShape render_wave_shape(const WaveformStore& waves, const ControllerBytes& bytes, int note,
+                            uint32_t num_samples, WaveCopies copies) {
     const std::array<float, NUM_OSCILLATORS> levels = mix_levels(bytes);
     const bool ring = bytes[CTRL_OSC1_OSC2_RING_MODULATOR] != 0;
     WaveShape shape;
     for (unsigned i = 0; i < NUM_OSCILLATORS; i++) {
         if (levels[i] == 0.0F || bytes[CTRL_OSC1_TYPE + i] == OSC_NONE)
             continue;
-        shape.parts[i] = render_oscillator(bytes, note, i, num_samples, copies);
+        shape.parts[i] = render_oscillator(waves, bytes, note, i, num_samples, copies);
         for (float& sample : shape.parts[i])
             sample *= levels[i];
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "instrument/controller_bytes.h"
+#include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
 
@@ -25,7 +26,7 @@ struct WaveShape {
 enum class WaveCopies { ONE, ALL };
 
 // `note` 0..127.  Without modulation.
-WaveShape render_wave_shape(const ControllerBytes& bytes, int note, uint32_t num_samples,
-                            WaveCopies copies = WaveCopies::ONE);
+WaveShape render_wave_shape(const WaveformStore& waves, const ControllerBytes& bytes, int note,
+                            uint32_t num_samples, WaveCopies copies = WaveCopies::ONE);
 
 } // namespace tarquil

@@ -2,6 +2,8 @@
 
 #include "frame/player_synth.h"
 
+#include "player/shared_waveforms.h"
+
 namespace tarquil {
 
 void PlayerSynth::read_state(EditorState& state) {
@@ -53,6 +55,10 @@ void PlayerSynth::set_bank(const TarqSettings& bank) {
 
 void PlayerSynth::set_song(const std::string& title, const std::string& author) {
     player.set_song(title, author);
+}
+
+const WaveformStore& PlayerSynth::get_waves() {
+    return shared_waveforms();
 }
 
 bool PlayerSynth::is_band_muted(unsigned band) const {

@@ -30,6 +30,8 @@ class PlayerSynth : public EditorSynth {
     void set_bank(const TarqSettings& bank) override;
     void set_song(const std::string& title, const std::string& author) override;
 
+    const WaveformStore& get_waves() override;
+
     [[nodiscard]] bool is_band_muted(unsigned band) const override;
     void set_band_muted(unsigned band, bool muted) override;
     void panic() override;

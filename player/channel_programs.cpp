@@ -4,13 +4,14 @@
 
 #include <charconv>
 
+#include "instrument/keys.h"
 #include "instrument/settings.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr std::string_view KEY = "channel_programs = ";
+const std::string KEY = std::string(CHANNEL_PROGRAMS_KEY) + " = ";
 
 } // namespace
 

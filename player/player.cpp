@@ -11,6 +11,7 @@
 #include "instrument/state_text.h"
 #include "instrument/text_error.h"
 #include "player/channel_programs.h"
+#include "player/shared_waveforms.h"
 
 namespace tarquil {
 
@@ -26,9 +27,8 @@ bool is_bend(unsigned number) {
 // The built-in sounds, under their default names.
 TarqSettings default_bank() {
     TarqSettings bank;
-    set_default_names(bank);
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
-        bank.get_instrument(i).set_filename("instr_" + std::to_string(i) + ".tqi");
+        bank.get_instrument(i) = built_in_instrument(i);
     return bank;
 }
 
@@ -51,7 +51,8 @@ Player::~Player() = default;
 void Player::start(uint32_t seed) {
     const LockHolder holder(lock);
     if (engine == nullptr) {
-        engine.reset(new Tarquil(nullptr));
+        // Program changes never reach the engine as such: they are sent as controllers.
+        engine.reset(new Tarquil(texts, shared_waveforms()));
         engine->seed_phases(seed);
         for (unsigned band = 0; band < MC_N_BANDS; band++)
             engine->set_band_muted(band, is_band_muted(band));

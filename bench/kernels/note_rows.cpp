@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "bench/kernels/kernel_row.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/voice_pool.h"
 
@@ -22,7 +23,7 @@ KernelRow note_row(bool again) {
     };
     const auto setup = std::make_shared<Setup>();
     constexpr int MOST_COPIES = 127;
-    setup->channel.attach(setup->pool, setup->random, setup->timelines);
+    setup->channel.attach(setup->pool, setup->random, shared_waveforms(), setup->timelines);
     ControllerArray& controllers = setup->channel.get_controllers();
     for (const unsigned c : {CTRL_OSC1_MULTI_COUNT, CTRL_OSC2_MULTI_COUNT, CTRL_OSC3_MULTI_COUNT})
         controllers.get_controller(c).push_back({0, MOST_COPIES});

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bench/kernels/kernel_row.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/voices/voice_pool.h"
 #include "softsynth/wavetables/oscillator_group.h"
 
@@ -27,7 +28,7 @@ void render(OscillatorGroup& group, uint32_t size) {
 void fill(OscillatorGroup& group, int copies, float low, float step) {
     group.init(OSC_SAW);
     for (int j = 0; j < copies; j++)
-        group.add_copy(low + step * float(j), float(j) * 0.618F);
+        group.add_copy(shared_waveforms(), low + step * float(j), float(j) * 0.618F);
 }
 
 KernelRow group_row(int copies, uint32_t size) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "bench/kernels/kernel_row.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/wavetables/waveform.h"
 #include "softsynth/wavetables/wavetable_builder.h"
 
@@ -27,7 +28,7 @@ void build_all() {
 std::vector<KernelRow> table_rows() {
     return {{"4 x 128 wavetables built", KernelRow::MICROSECONDS, 1, build_all},
             {"all wavetables read from the cache", KernelRow::MICROSECONDS, 1,
-             [] { const WaveformStore store; }, false}};
+             [] { const WaveformStore store(waveform_cache_folder()); }, false}};
 }
 
 } // namespace tarquil

@@ -4,6 +4,7 @@
 
 #include "instrument/names.h"
 #include "softsynth/parameters/controller_table.h"
+#include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
 
@@ -11,6 +12,14 @@ BankSynth::BankSynth() {
     set_default_names(bank);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
         channel_programs[channel] = uint8_t(channel);
+}
+
+BankSynth::~BankSynth() = default;
+
+const WaveformStore& BankSynth::get_waves() {
+    if (waves == nullptr)
+        waves = std::make_unique<const WaveformStore>();
+    return *waves;
 }
 
 void BankSynth::read_state(EditorState& state) {

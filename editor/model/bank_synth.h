@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <memory>
+
 #include "editor/model/editor_synth.h"
 
 namespace tarquil {
@@ -10,6 +12,7 @@ class BankSynth : public EditorSynth {
   public:
     // The built-in sounds; channel c plays program c.
     BankSynth();
+    ~BankSynth() override;
 
     void read_state(EditorState& state) override;
     EditorMeters read_meters() override { return meters; }
@@ -28,6 +31,8 @@ class BankSynth : public EditorSynth {
     void set_bank(const TarqSettings& new_bank) override { bank = new_bank; }
     void set_song(const std::string& title, const std::string& author) override;
 
+    const WaveformStore& get_waves() override;
+
     [[nodiscard]] bool is_band_muted(unsigned band) const override { return muted[band]; }
     void set_band_muted(unsigned band, bool is_muted) override { muted[band] = is_muted; }
     void panic() override { panics++; }
@@ -40,6 +45,7 @@ class BankSynth : public EditorSynth {
 
   private:
     std::array<bool, MC_N_BANDS> muted{};
+    std::unique_ptr<const WaveformStore> waves; // built when they are first asked for
 };
 
 } // namespace tarquil

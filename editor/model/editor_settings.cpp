@@ -2,29 +2,18 @@
 
 #include "editor/model/editor_settings.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "common/load_string.h"
 #include "common/platform/atomic_file.h"
+#include "common/platform/user_folder.h"
 #include "instrument/text_file_memory_writer.h"
 #include "instrument/text_file_reader.h"
 
 namespace tarquil {
 
-namespace {
-
-std::string variable(const char* name) {
-    const char* text = std::getenv(name);
-    return text != nullptr ? text : "";
-}
-
-} // namespace
-
 std::string editor_settings_path() {
-    std::string base = variable("XDG_CONFIG_HOME");
-    if (base.empty() && !variable("HOME").empty())
-        base = variable("HOME") + "/.config";
+    const std::string base = user_folder("XDG_CONFIG_HOME", ".config");
     return base.empty() ? "" : base + "/tarquil/editor.conf";
 }
 

@@ -15,6 +15,8 @@
 
 namespace tarquil {
 
+class WaveformStore;
+
 // What is shown, copied as a whole once per refresh.
 struct EditorState {
     ControllerBytes bytes{}; // the current program's, and the global ones
@@ -68,6 +70,9 @@ class EditorSynth {
     virtual void copy_bank(TarqSettings& bank) = 0;
     virtual void set_bank(const TarqSettings& bank) = 0;
     virtual void set_song(const std::string& title, const std::string& author) = 0;
+
+    // What its oscillators play, to be drawn.
+    virtual const WaveformStore& get_waves() = 0;
 
     [[nodiscard]] virtual bool is_band_muted(unsigned band) const = 0;
     virtual void set_band_muted(unsigned band, bool muted) = 0;

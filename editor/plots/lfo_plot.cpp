@@ -25,14 +25,15 @@ constexpr double SHORTEST_SECONDS = 2.0;
 
 // Each sample of the drawing stands for a longer piece of time than one of the engine's, so the
 // oscillator runs that much faster.
-void LfoPlot::compute(const ControllerBytes& bytes, double seconds) {
+void LfoPlot::compute(EditorSynth& synth, const ControllerBytes& bytes, double seconds) {
     const std::vector<int> from{bytes[CTRL_LFO1_TYPE + lfo], bytes[CTRL_LFO1_SPEED + lfo],
                                 bytes[CTRL_LFO1_PHASE + lfo]};
     if (from == computed_from)
         return;
     computed_from = from;
     Oscillator oscillator;
-    oscillator.init(OscType(from[0]), 1.0F, map_char_to_float(CTRL_LFO1_PHASE + lfo, from[2]));
+    oscillator.init(synth.get_waves(), OscType(from[0]), 1.0F,
+                    map_char_to_float(CTRL_LFO1_PHASE + lfo, from[2]));
     const auto pitch = std::make_unique<MonoBuffer>();
     const auto out = std::make_unique<MonoBuffer>();
     pitch->init(NUM_SAMPLES);
@@ -50,7 +51,7 @@ void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     double seconds = SHORTEST_SECONDS;
     while (seconds * hertz < FEWEST_PERIODS)
         seconds *= 2.0;
-    compute(bytes, seconds);
+    compute(host.get_model().get_synth(), bytes, seconds);
     const PlotFrame frame(area, 0.0, seconds, -1.25, 1.25);
     std::vector<GridLine> columns;
     const double step = seconds / 8;

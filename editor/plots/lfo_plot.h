@@ -15,7 +15,7 @@ class LfoPlot : public Widget {
     [[nodiscard]] bool takes_focus() const override { return false; }
 
   private:
-    void compute(const ControllerBytes& bytes, double seconds);
+    void compute(EditorSynth& synth, const ControllerBytes& bytes, double seconds);
 
     const unsigned lfo;
     std::vector<int> computed_from;

@@ -48,8 +48,8 @@ void draw_echoes(Canvas& canvas, const Rect& area, const double* seconds, double
     }
 }
 
-void draw_sweep(Canvas& canvas, const Rect& area, double delay_ms, double amount_ms, double hertz,
-                OscType wave) {
+void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, double delay_ms,
+                double amount_ms, double hertz, OscType wave) {
     constexpr uint32_t NUM_SAMPLES = 512;
     constexpr double SHOWN_SECONDS = 2.0;
     const double highest = std::max(2.0, (delay_ms + amount_ms) * 1.15);
@@ -67,7 +67,7 @@ void draw_sweep(Canvas& canvas, const Rect& area, double delay_ms, double amount
                 float(SHOWN_SECONDS * SAMPLE_RATE / NUM_SAMPLES));
     for (int side = 1; side >= 0; side--) {
         Oscillator lfo;
-        lfo.init(wave, float(hertz), side == 0 ? 0.0F : 0.25F);
+        lfo.init(waves, wave, float(hertz), side == 0 ? 0.0F : 0.25F);
         lfo.render_interpolated(*out, *pitch, 0);
         std::vector<Point> points;
         for (uint32_t i = 0; i < NUM_SAMPLES; i++)
@@ -95,9 +95,9 @@ void StereoEffectPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*s
         const float delay = type == StereoEffect::STEREO_EFFECT_CHORUS
                                 ? chorus_delay_samples(p[0])
                                 : flanger_delay_samples(p[0]);
-        draw_sweep(canvas, area, double(delay) * MS_PER_SAMPLE,
-                   double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE, double(stereo_lfo_hz(p[1])),
-                   OscType(p[3]));
+        draw_sweep(canvas, area, host.get_model().get_synth().get_waves(),
+                   double(delay) * MS_PER_SAMPLE, double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE,
+                   double(stereo_lfo_hz(p[1])), OscType(p[3]));
     } else {
         const PlotFrame frame(area, 0.0, 2.0, -1.0, 1.0);
         frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}},

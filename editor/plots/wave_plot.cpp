@@ -49,14 +49,17 @@ bool is_wave_the_same(const ControllerBytes& a, const ControllerBytes& b) {
 
 } // namespace
 
-void WavePlot::compute(const ControllerBytes& bytes, int note, double num_periods) {
+void WavePlot::compute(EditorSynth& synth, const ControllerBytes& bytes, int note,
+                       double num_periods) {
     if (note == computed_note && is_wave_the_same(bytes, computed_bytes))
         return;
     computed_note = note;
     computed_bytes = bytes;
     const double length = num_periods * SAMPLE_RATE / double(note_frequency(float(note)));
     const ControllerBytes shown = oscillator == MIX ? bytes : only(bytes, oscillator);
-    samples = render_wave_shape(shown, note, uint32_t(length) + 2, WaveCopies::ALL).mix;
+    samples =
+        render_wave_shape(synth.get_waves(), shown, note, uint32_t(length) + 2, WaveCopies::ALL)
+            .mix;
 }
 
 void WavePlot::draw_copies(Canvas& canvas, const ControllerBytes& bytes, const Rect& strip) const {
@@ -82,7 +85,7 @@ void WavePlot::draw_copies(Canvas& canvas, const ControllerBytes& bytes, const R
 void WavePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
     const int note = host.get_view_state().plot_note;
-    compute(bytes, note, NUM_PERIODS);
+    compute(host.get_model().get_synth(), bytes, note, NUM_PERIODS);
     Rect wave_area = area;
     Rect strip{};
     if (oscillator != MIX)

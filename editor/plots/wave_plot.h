@@ -19,7 +19,7 @@ class WavePlot : public Widget {
     static constexpr unsigned MIX = 3;
 
   private:
-    void compute(const ControllerBytes& bytes, int note, double num_periods);
+    void compute(EditorSynth& synth, const ControllerBytes& bytes, int note, double num_periods);
     void draw_copies(Canvas& canvas, const ControllerBytes& bytes, const Rect& strip) const;
 
     const unsigned oscillator;

@@ -7,14 +7,11 @@
 #include <new>
 
 #include "common/assertion.h"
-#include "common/log/log.h"
 #include "common/platform/large_pages.h"
-#include "instrument/checked_load.h"
 #include "softsynth/signal/finite.h"
 #include "softsynth/signal/flush_to_zero.h"
 #include "softsynth/voices/pitch_bend.h"
 #include "softsynth/voices/program_change.h"
-#include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
 
@@ -40,27 +37,16 @@ void Tarquil::operator delete(void* synth) {
         std::free(static_cast<void**>(synth)[-1]);
 }
 
-Tarquil::Tarquil(const char* settings_filename) {
-    logPrintf("Tarquil is a-booting\n");
+Tarquil::Tarquil(const TarqSettings& bank, const WaveformStore& waves)
+    : settings(&bank), scratch(waves) {
     for (Channel& channel : channels)
-        channel.attach(voice_pool, phase_random, timelines);
-    if (settings_filename == nullptr) {
-        settings.load_default();
-    } else {
-        const int retcode = load_bank_checked(settings, settings_filename);
-        if (retcode != 0) {
-            logPrintf("I failed to load the synth settings from %s, retcode was %d\n",
-                      settings_filename, retcode);
-            std::exit(1);
-        }
-    }
-    emit_global_controllers(settings, channels[0].get_controllers(), 0);
+        channel.attach(voice_pool, phase_random, waves, timelines);
+    emit_global_controllers(bank, channels[0].get_controllers(), 0);
     for (int c = 0; c < NUM_CHANNELS; c++)
-        emit_program_change(settings.get_instrument(unsigned(c)), channels[c].get_controllers(), 0);
+        emit_program_change(bank.get_instrument(unsigned(c)), channels[c].get_controllers(), 0);
     aux_filter.init(FILTER_HIGHPASS, 1);
     compressor.reset();
     retrigger.reset();
-    WaveformStore::instance();
     generate_pitch_bend_table();
 }
 
@@ -118,7 +104,7 @@ void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_event
                 .push_back({event.time, event.data2});
             break;
         case MIDI_PROGRAM_CHANGE:
-            emit_program_change(settings.get_instrument(event.data1), channel.get_controllers(),
+            emit_program_change(settings->get_instrument(event.data1), channel.get_controllers(),
                                 event.time);
             break;
         default:

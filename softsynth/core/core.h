@@ -1,8 +1,9 @@
-// The engine object: sixteen channels, the voices they share, the master section and the bank.
+// The engine object: sixteen channels, the voices they share and the master section.
 //
 // One run renders one block: it dispatches the block's events into notes and controller timelines,
 // renders every channel into three stereo buses, runs the master chain and writes clipped,
-// interleaved stereo.  The engine knows nothing of hosts; it is driven by sample time alone.
+// interleaved stereo.  The engine knows nothing of hosts, files or threads; it is driven by sample
+// time alone, and is handed its bank and its wavetables.
 
 #pragma once
 
@@ -35,9 +36,10 @@ class Tarquil {
     static void* operator new(size_t size);
     static void operator delete(void* synth);
 
-    // Loads the bank, or the built-in defaults for null; a bank that does not load ends the process
-    // with a log line (callers look their banks over first).  Builds the process's wavetables.
-    explicit Tarquil(const char* settings_filename);
+    // Channel c starts with instrument c of `bank`, whose choice bytes are within their lists (see
+    // checked_load.h).  Bank and waves stay as long as the engine, or the bank until another one
+    // takes its place.
+    Tarquil(const TarqSettings& bank, const WaveformStore& waves);
     Tarquil(const Tarquil&) = delete;
     Tarquil& operator=(const Tarquil&) = delete;
 
@@ -56,7 +58,12 @@ class Tarquil {
     static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
 
     VoicePool& get_voice_pool() { return voice_pool; }
-    TarqSettings& get_settings() { return settings; }
+
+    // Between two runs: the bank whose instruments program changes take from now on.  Nothing that
+    // plays changes.
+    void set_settings(const TarqSettings& bank) { settings = &bank; }
+    [[nodiscard]] const TarqSettings& get_settings() const { return *settings; }
+
     [[nodiscard]] const MultiCompressor& get_compressor() const { return compressor; }
 
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor from the next run on, or lets it
@@ -99,7 +106,7 @@ class Tarquil {
     StereoFilter global_filters[NUM_GLOBAL_FILTERS];
     StereoFilter aux_filter;
     MultiCompressor compressor;
-    TarqSettings settings;
+    const TarqSettings* settings;
     PhaseRandom phase_random;
     StereoBuffer* channel_taps = nullptr;
     std::atomic<bool> band_muted[MC_N_BANDS] = {};

@@ -12,6 +12,8 @@
 namespace tarquil {
 
 struct EngineScratch {
+    explicit EngineScratch(const WaveformStore& waves) : channel(waves) {}
+
     // Sizes the buses and the retrigger's controls for a block, and clears the buses.
     void init(uint32_t size) {
         for (StereoBuffer& bus : buses) {

@@ -20,7 +20,8 @@ constexpr float RIGHT_LFO_LEAD = 0.25F;
 
 } // namespace
 
-StereoEffectScratch::StereoEffectScratch() {
+StereoEffectScratch::StereoEffectScratch(const WaveformStore& sweeping_waves)
+    : waves(sweeping_waves) {
     std::fill_n(pitch.get_first_sample_ptr(), MAX_NUM_SAMPLES, 1.0F);
 }
 
@@ -71,7 +72,8 @@ void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,
     delay.init(size);
     scratch.pitch.init(size);
     for (const DelayLine::channel side : {DelayLine::LEFT, DelayLine::RIGHT}) {
-        lfo.init(lfo_type, lfo_speed_hz, std::fmod(float(side) * RIGHT_LFO_LEAD + lfo_phase, 1.0F));
+        lfo.init(scratch.waves, lfo_type, lfo_speed_hz,
+                 std::fmod(float(side) * RIGHT_LFO_LEAD + lfo_phase, 1.0F));
         lfo.render_interpolated(delay, scratch.pitch, 0);
         float* delay_buf_ptr = delay.get_first_sample_ptr();
         for (uint32_t i = 0; i < size; i++, delay_buf_ptr++) {

@@ -19,10 +19,11 @@ namespace tarquil {
 
 // What a stereo effect works with besides its memory; any number of them may use one in turn.
 struct StereoEffectScratch {
-    StereoEffectScratch();
+    explicit StereoEffectScratch(const WaveformStore& sweeping_waves);
 
-    MonoBuffer delay; // of each sample of the block, in samples
-    MonoBuffer pitch; // the sweeping oscillator's ratio: 1 throughout
+    const WaveformStore& waves; // that the delays are swept with
+    MonoBuffer delay;           // of each sample of the block, in samples
+    MonoBuffer pitch;           // the sweeping oscillator's ratio: 1 throughout
 };
 
 class StereoEffect {

@@ -3,7 +3,6 @@
 #include "softsynth/voices/channel.h"
 
 #include "common/assertion.h"
-#include "common/log/log.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -29,9 +28,10 @@ constexpr unsigned FILTER_GAIN = CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE
 Channel::Channel() : last_render_time(0U - FRESH_SILENCE) {}
 
 void Channel::attach(VoicePool& shared_pool, PhaseRandom& shared_random,
-                     TimelineMemory& timelines) {
+                     const WaveformStore& shared_waves, TimelineMemory& timelines) {
     pool = &shared_pool;
     phase_random = &shared_random;
+    waves = &shared_waves;
     controllers.use_memory(timelines);
 }
 
@@ -48,10 +48,8 @@ void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
             oldest->note_cut(time);
     }
     Voice* voice = pool->alloc();
-    if (voice == nullptr) {
-        logPrintf("Warning: No free voices, ignoring note-on\n");
+    if (voice == nullptr)
         return;
-    }
     voice->note_on(*this, midi_pitch, velocity, time);
     active_voices[midi_pitch] = voice;
     used_voices++;

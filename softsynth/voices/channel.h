@@ -24,9 +24,10 @@ class Channel {
   public:
     Channel();
 
-    // What the channel shares with the engine's others, before anything else: the pool and the
-    // random numbers that its notes draw from, and where its timelines find room.
-    void attach(VoicePool& shared_pool, PhaseRandom& shared_random, TimelineMemory& timelines);
+    // What the channel shares with the engine's others, before anything else: the pool, the random
+    // numbers and the waves that its notes draw from, and where its timelines find room.
+    void attach(VoicePool& shared_pool, PhaseRandom& shared_random,
+                const WaveformStore& shared_waves, TimelineMemory& timelines);
 
     // Starts a note (0..127) with velocity 1..127; the pitch must not be sounding.  A channel at
     // its maximum of voices cuts its oldest one; a full pool drops the note.
@@ -55,6 +56,7 @@ class Channel {
 
     ControllerArray& get_controllers() { return controllers; }
     PhaseRandom& get_phase_random() { return *phase_random; }
+    [[nodiscard]] const WaveformStore& get_waves() const { return *waves; }
     CopyTuningCache& get_copy_tunings() { return pool->get_copy_tunings(); }
 
   private:
@@ -84,6 +86,7 @@ class Channel {
 
     VoicePool* pool = nullptr;
     PhaseRandom* phase_random = nullptr;
+    const WaveformStore* waves = nullptr;
 };
 
 } // namespace tarquil

@@ -11,6 +11,8 @@
 namespace tarquil {
 
 struct ChannelScratch {
+    explicit ChannelScratch(const WaveformStore& waves) : stereo_effect(waves) {}
+
     // Sizes all buffers for a block.
     void init(uint32_t size) {
         for (MonoBuffer* buffer : {&signal, &volume, &left_gain, &right_gain, &cutoff, &resonance})

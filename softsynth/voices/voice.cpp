@@ -81,10 +81,10 @@ void Voice::init_oscillators() {
         }
         const CopyTuning tuning = {OscType(controller_values_int[CTRL_OSC1_TYPE + i]),
                                    uint32_t(osc_count), base, step};
-        oscillators[i].init(channel->get_copy_tunings().get(tuning), phases);
+        oscillators[i].init(channel->get_copy_tunings().get(channel->get_waves(), tuning), phases);
     }
     for (unsigned k = 0; k < NUM_LFOS; k++)
-        lfos[k].init(OscType(controller_values_int[CTRL_LFO1_TYPE + k]), 1.0F,
+        lfos[k].init(channel->get_waves(), OscType(controller_values_int[CTRL_LFO1_TYPE + k]), 1.0F,
                      controller_values[CTRL_LFO1_PHASE + k]);
 }
 

@@ -42,11 +42,11 @@ void TunedCopies::init(OscType new_type) {
     runs = 0;
 }
 
-void TunedCopies::add(float frequency) {
+void TunedCopies::add(const WaveformStore& waves, float frequency) {
     TARQ_ASSERT(count < MAX_OSCILLATOR_COPIES);
     if (type != OSC_NONE) {
         Wavetable_ret wavetable;
-        WaveformStore::instance().getWavetable(type, frequency, &wavetable);
+        waves.getWavetable(type, frequency, &wavetable);
         if (count == 0 || wavetable.data != table[count - 1])
             runs++;
         table[count] = wavetable.data;
@@ -56,18 +56,18 @@ void TunedCopies::add(float frequency) {
     count++;
 }
 
-void TunedCopies::init(const CopyTuning& tuning) {
+void TunedCopies::init(const WaveformStore& waves, const CopyTuning& tuning) {
     init(tuning.type);
     const auto half = int(tuning.count / 2);
     for (int j = 0; j < int(tuning.count); j++)
-        add(note_frequency(tuning.step * float(j - half) + tuning.base));
+        add(waves, note_frequency(tuning.step * float(j - half) + tuning.base));
 }
 
-const TunedCopies& CopyTuningCache::get(const CopyTuning& tuning) {
+const TunedCopies& CopyTuningCache::get(const WaveformStore& waves, const CopyTuning& tuning) {
     Entry& entry = entries[hash(tuning) / (UINT32_MAX / SIZE + 1)];
     if (!(entry.tuning == tuning)) {
         entry.tuning = tuning;
-        entry.copies.init(tuning);
+        entry.copies.init(waves, tuning);
     }
     return entry.copies;
 }

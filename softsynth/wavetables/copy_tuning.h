@@ -32,8 +32,8 @@ class TunedCopies {
 
     void init(OscType new_type);
     // Appends a copy of that frequency in Hz, at most MAX_OSCILLATOR_COPIES.
-    void add(float frequency);
-    void init(const CopyTuning& tuning);
+    void add(const WaveformStore& waves, float frequency);
+    void init(const WaveformStore& waves, const CopyTuning& tuning);
 
     [[nodiscard]] OscType get_type() const { return type; }
     [[nodiscard]] uint32_t get_count() const { return count; }
@@ -54,8 +54,8 @@ class TunedCopies {
 // The tunings of recent notes, about 200 KB.
 class CopyTuningCache {
   public:
-    // Computes what it does not hold; valid until the next call.
-    const TunedCopies& get(const CopyTuning& tuning);
+    // Computes what it does not hold; valid until the next call.  All calls name the same `waves`.
+    const TunedCopies& get(const WaveformStore& waves, const CopyTuning& tuning);
 
   private:
     static constexpr unsigned SIZE = 64; // a power of two

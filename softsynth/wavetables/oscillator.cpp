@@ -15,12 +15,13 @@ constexpr float FRACTION_SCALE = 1.0F / (1U << 20U);
 
 } // namespace
 
-void Oscillator::init(OscType new_type, float frequency, float start_phase) {
+void Oscillator::init(const WaveformStore& waves, OscType new_type, float frequency,
+                      float start_phase) {
     type = new_type;
     if (type == OSC_NONE)
         return;
     Wavetable_ret wavetable;
-    WaveformStore::instance().getWavetable(type, frequency, &wavetable);
+    waves.getWavetable(type, frequency, &wavetable);
     table = wavetable.data;
     table_shift = wavetable.shift;
     increment_scale = oscillator_increment_scale(frequency);

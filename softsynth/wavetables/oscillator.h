@@ -29,8 +29,9 @@ inline float linear_interpolate(float a, float b, float t) {
 
 class Oscillator {
   public:
-    // `frequency` in Hz is the pitch ratio 1; it also chooses the table, once.  `phase` in cycles.
-    void init(OscType type, float frequency, float phase);
+    // `frequency` in Hz is the pitch ratio 1; it also chooses the table of `waves`, once.  `phase`
+    // in cycles.
+    void init(const WaveformStore& waves, OscType type, float frequency, float phase);
 
     // Writes the samples of `out` from `offset` on.  `pitch` holds ratios to the base frequency and
     // is read at the first of every 32 samples, counted from `offset`.  A silent oscillator clears

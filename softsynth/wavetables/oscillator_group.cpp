@@ -14,8 +14,8 @@ void OscillatorGroup::init(const TunedCopies& tuned, const uint32_t* phases) {
     std::copy_n(phases, copies.get_count(), phase);
 }
 
-void OscillatorGroup::add_copy(float frequency, float start_phase) {
-    copies.add(frequency);
+void OscillatorGroup::add_copy(const WaveformStore& waves, float frequency, float start_phase) {
+    copies.add(waves, frequency);
     phase[copies.get_count() - 1] = oscillator_phase(start_phase);
 }
 

@@ -22,7 +22,7 @@ class OscillatorGroup {
     // Starts a note with no copy yet.
     void init(OscType type) { copies.init(type); }
     // As Oscillator::init, for the next copy (at most MAX_MULTI_OSC_WIDTH).
-    void add_copy(float frequency, float start_phase);
+    void add_copy(const WaveformStore& waves, float frequency, float start_phase);
 
     [[nodiscard]] int get_count() const { return int(copies.get_count()); }
 

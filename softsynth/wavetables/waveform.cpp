@@ -7,7 +7,6 @@
 #include <numbers>
 
 #include "common/assertion.h"
-#include "common/log/log.h"
 #include "softsynth/wavetables/waveform_cache.h"
 #include "softsynth/wavetables/wavetable_builder.h"
 
@@ -132,13 +131,12 @@ float Waveform::noAmplitude(unsigned /*h*/) {
     return 0.0F;
 }
 
-Waveform::Waveform(OscType type) {
-    logPrintf("Precomputing wavetables for waveform %d...", int(type));
+Waveform::Waveform(OscType type, const std::string& cache_folder) {
     const bool is_noise = type == OSC_NOISE;
     tables.resize(is_noise ? 1 : NUM_WAVETABLES);
     if (is_noise) {
         // Its cached block is the table before it is filled, all zeros: nothing worth reading.
-        keep_empty_waveform_cache(size(), type, NOISE_SIZE);
+        keep_empty_waveform_cache(cache_folder, size(), type, NOISE_SIZE);
         tables[0].init_noise(NOISE_SIZE);
         return;
     }
@@ -149,7 +147,7 @@ Waveform::Waveform(OscType type) {
     while (harmonics.size() < size())
         harmonics.push_back(next_harmonics(harmonics.back()));
     const CachedTables layout = {memory.get(), WAVETABLE_SIZE, STRIDE, size()};
-    const bool loaded = read_waveform_cache(type, layout);
+    const bool loaded = read_waveform_cache(cache_folder, type, layout);
     if (!loaded)
         build_wavetables(memory.get(), STRIDE, WAVETABLE_SIZE, harmonics, amplitude_of(type));
     unsigned limit = 0;
@@ -161,10 +159,8 @@ Waveform::Waveform(OscType type) {
         while (limit <= MAX_HARMONICS && (last || limit < harmonics[k + 1]))
             table_of_limit[limit++] = uint8_t(k);
     }
-    logPrintf("maximum nHarmonies is %i, ", int(harmonics.back()));
     if (!loaded)
-        write_waveform_cache(type, layout);
-    logPrintf("done\n");
+        write_waveform_cache(cache_folder, type, layout);
 }
 
 void Waveform::getWavetable(float frequency, Wavetable_ret* ret) const {
@@ -176,12 +172,10 @@ void Waveform::getWavetable(float frequency, Wavetable_ret* ret) const {
     ret->shift = wavetable.get_shift();
 }
 
-WaveformStore::WaveformStore() = default;
-
-const WaveformStore& WaveformStore::instance() {
-    static const WaveformStore store;
-    return store;
-}
+WaveformStore::WaveformStore(const std::string& cache_folder)
+    : square(OSC_SQUARE, cache_folder), saw(OSC_SAW, cache_folder),
+      triangle(OSC_TRIANGLE, cache_folder), sine(OSC_SINE, cache_folder),
+      noise(OSC_NOISE, cache_folder) {}
 
 void WaveformStore::getWavetable(OscType type, float frequency, Wavetable_ret* ret) const {
     switch (type) {

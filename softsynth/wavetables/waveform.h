@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "common/platform/large_pages.h"
@@ -69,8 +70,9 @@ struct Wavetable_ret {
 
 class Waveform {
   public:
-    // Reads the tables from the user's cache, or builds them and writes the cache.
-    explicit Waveform(OscType type);
+    // Reads the tables from the cache's folder, or builds them and writes the cache; without a
+    // folder ("") builds them.
+    explicit Waveform(OscType type, const std::string& cache_folder = {});
 
     // The richest table for a base frequency in Hz; 0 Hz gets the richest of all.
     void getWavetable(float frequency, Wavetable_ret* ret) const;
@@ -92,22 +94,22 @@ class Waveform {
     std::array<uint8_t, MAX_HARMONICS + 1> table_of_limit{};
 };
 
-// All waveforms; one store serves every engine of the process.
+// All waveforms; one store can serve any number of engines.
 class WaveformStore {
   public:
-    WaveformStore();
-
-    // The process's store, built by the first call.
-    static const WaveformStore& instance();
+    // As Waveform.  A cache that cannot be read or written costs time, nothing else.
+    explicit WaveformStore(const std::string& cache_folder = {});
+    WaveformStore(const WaveformStore&) = delete; // whose tables may be in use
+    WaveformStore& operator=(const WaveformStore&) = delete;
 
     void getWavetable(OscType type, float frequency, Wavetable_ret* ret) const;
 
   private:
-    Waveform square{OSC_SQUARE};
-    Waveform saw{OSC_SAW};
-    Waveform triangle{OSC_TRIANGLE};
-    Waveform sine{OSC_SINE};
-    Waveform noise{OSC_NOISE};
+    Waveform square;
+    Waveform saw;
+    Waveform triangle;
+    Waveform sine;
+    Waveform noise;
 };
 
 } // namespace tarquil

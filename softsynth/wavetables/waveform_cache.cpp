@@ -8,7 +8,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -25,22 +24,12 @@ namespace fs = std::filesystem;
 
 constexpr float LARGEST_SAMPLE = 2.0F;
 
-// Empty when the user has no home.
-fs::path cache_directory() {
-    const char* cache_home = std::getenv("XDG_CACHE_HOME");
-    if (cache_home != nullptr && cache_home[0] == '/')
-        return fs::path(cache_home) / "tarquil";
-    const char* home = std::getenv("HOME");
-    if (home != nullptr && home[0] == '/')
-        return fs::path(home) / ".cache" / "tarquil";
-    return {};
-}
-
-fs::path cache_file(unsigned count, OscType type) {
-    const fs::path directory = cache_directory();
-    if (directory.empty())
+// Empty without a folder.
+fs::path cache_file(const std::string& folder, unsigned count, OscType type) {
+    if (folder.empty())
         return {};
-    return directory / ("wt" + std::to_string(count) + "-" + std::to_string(int(type)) + ".dat");
+    return fs::path(folder) /
+           ("wt" + std::to_string(count) + "-" + std::to_string(int(type)) + ".dat");
 }
 
 bool has_size(const fs::path& path, size_t bytes) {
@@ -78,8 +67,8 @@ void write_file(const fs::path& path, std::string_view bytes) {
 
 } // namespace
 
-bool read_waveform_cache(OscType type, const CachedTables& tables) {
-    const fs::path path = cache_file(tables.count, type);
+bool read_waveform_cache(const std::string& folder, OscType type, const CachedTables& tables) {
+    const fs::path path = cache_file(folder, tables.count, type);
     if (path.empty() || !has_size(path, tables.count * tables.size * sizeof(float)))
         return false;
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -94,8 +83,8 @@ bool read_waveform_cache(OscType type, const CachedTables& tables) {
     return complete;
 }
 
-void write_waveform_cache(OscType type, const CachedTables& tables) {
-    const fs::path path = cache_file(tables.count, type);
+void write_waveform_cache(const std::string& folder, OscType type, const CachedTables& tables) {
+    const fs::path path = cache_file(folder, tables.count, type);
     if (path.empty())
         return;
     std::string bytes;
@@ -106,9 +95,10 @@ void write_waveform_cache(OscType type, const CachedTables& tables) {
     write_file(path, bytes);
 }
 
-void keep_empty_waveform_cache(unsigned count, OscType type, unsigned num_floats) {
+void keep_empty_waveform_cache(const std::string& folder, unsigned count, OscType type,
+                               unsigned num_floats) {
     const size_t bytes = num_floats * sizeof(float);
-    const fs::path path = cache_file(count, type);
+    const fs::path path = cache_file(folder, count, type);
     if (!path.empty() && !has_size(path, bytes))
         write_file(path, std::string(bytes, '\0'));
 }

@@ -9,13 +9,15 @@
 #include <numbers>
 #include <vector>
 
+#include "player/shared_waveforms.h"
 #include "softsynth/core/core.h"
 
 namespace tarquil {
 
 class EngineHost {
   public:
-    EngineHost() : engine(new Tarquil(nullptr)) {}
+    EngineHost() : engine(new Tarquil(bank, shared_waveforms())) {}
+    EngineHost(EngineHost&&) = delete; // the engine refers to the bank
 
     // Events at the current time plus `delay` samples, to be played by the next render.
     void note_on(int channel, int note, int velocity = 127, uint32_t delay = 0) {
@@ -63,6 +65,7 @@ class EngineHost {
     Tarquil& operator*() { return *engine; }
     Tarquil* operator->() { return engine.get(); }
 
+    TarqSettings bank; // which program changes take
     uint32_t now = 0;
 
   private:

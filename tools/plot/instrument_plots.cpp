@@ -8,6 +8,7 @@
 
 #include "common/number_text.h"
 #include "curves/wave_shape.h"
+#include "player/shared_waveforms.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/signal/note_frequency.h"
@@ -142,7 +143,7 @@ Plot plot_instrument_filters(const Instrument& instrument, int note) {
 
 Plot plot_wave(const Instrument& instrument, int note, int periods) {
     const double length = periods / double(note_frequency(float(note))); // seconds
-    const WaveShape shape = render_wave_shape(instrument.get_bytes(), note,
+    const WaveShape shape = render_wave_shape(shared_waveforms(), instrument.get_bytes(), note,
                                               uint32_t(std::ceil(length * SAMPLE_RATE)) + 1);
     const bool ring = instrument.get_controller(CTRL_OSC1_OSC2_RING_MODULATOR) != 0;
     std::vector<PlotCurve> curves{{"Mix", {}, wave_points(shape.mix), true}};

@@ -5,6 +5,7 @@
 #include <functional>
 #include <vector>
 
+#include "player/shared_waveforms.h"
 #include "softsynth/effects/multi_compressor.h"
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/filters/stereo_filter.h"
@@ -69,7 +70,7 @@ TEST(Silence, RestsInTheReverb) {
 
 TEST(Silence, RestsInTheDelay) {
     static StereoEffect effect;
-    static StereoEffectScratch scratch;
+    static StereoEffectScratch scratch(shared_waveforms());
     expect_rest(
         [] {
             return [](StereoBuffer& in, StereoBuffer& out) {

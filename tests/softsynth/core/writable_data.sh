@@ -16,15 +16,12 @@ allowed=(
     'tarquil::(anonymous namespace)::current' # the kernels; later only by tests, while nothing renders
     'tarquil::pitch_bend_mulfac_table'
     'tarquil::generate_pitch_bend_table()::is_generated'
-    'tarquil::WaveformStore::instance()::store'
+    'tarquil::shared_waveforms()::store'
     # Atomic: the log's switch, and the numbers of temporary files.
     'tarquil::(anonymous namespace)::enabled'
     'tarquil::AtomicFile::open_temporary(unsigned int)::last_number'
     # The lock itself.
     'tarquil::synth_lock'
-    # Of the threads that queue events and load states.
-    'tarquil::(anonymous namespace)::out_events'
-    'tarquil::(anonymous namespace)::n_out_events'
 )
 
 nm=$1

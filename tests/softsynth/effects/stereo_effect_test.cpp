@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include "player/shared_waveforms.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -66,7 +67,7 @@ class StereoEffectTest : public testing::Test {
     }
 
     std::unique_ptr<StereoEffect> effect = std::make_unique<StereoEffect>();
-    StereoEffectScratch scratch;
+    StereoEffectScratch scratch{shared_waveforms()};
     StereoBuffer in;
     StereoBuffer out;
     uint32_t time = 0;

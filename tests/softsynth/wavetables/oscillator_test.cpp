@@ -8,6 +8,7 @@
 #include <numbers>
 #include <random>
 
+#include "player/shared_waveforms.h"
 #include "softsynth/signal/note_frequency.h"
 #include "softsynth/wavetables/oscillator_group.h"
 #include "softsynth/wavetables/phase_random.h"
@@ -29,7 +30,7 @@ TEST(Oscillator, SineHasItsFrequencyAndPhase) {
     fill_pitch(2048, 1.5F);
     out.init(2048);
     Oscillator oscillator;
-    oscillator.init(OSC_SINE, 440.0F, 0.25F);
+    oscillator.init(shared_waveforms(), OSC_SINE, 440.0F, 0.25F);
     oscillator.render_interpolated(out, pitch, 0);
     for (int i = 0; i < 2048; i++) {
         // Table samples lie half a sample late.
@@ -37,7 +38,7 @@ TEST(Oscillator, SineHasItsFrequencyAndPhase) {
         EXPECT_NEAR(out.get_first_sample_ptr()[i], std::sin(2 * std::numbers::pi * cycles), 1e-4);
     }
     out.init(32);
-    oscillator.init(OSC_SINE, 440.0F, 1.0F);
+    oscillator.init(shared_waveforms(), OSC_SINE, 440.0F, 1.0F);
     oscillator.render(out, pitch, 0);
     EXPECT_NEAR(out.get_first_sample_ptr()[0], 0, 1e-3) << "a phase of 1 wraps to 0";
 }
@@ -50,12 +51,12 @@ TEST(Oscillator, ReadsThePitchOncePer32SamplesFromItsOffset) {
     for (int i = 0; i < 12; i++)
         out.get_first_sample_ptr()[i] = 9.0F;
     Oscillator oscillator;
-    oscillator.init(OSC_SAW, 100.0F, 0.0F);
+    oscillator.init(shared_waveforms(), OSC_SAW, 100.0F, 0.0F);
     oscillator.render(out, pitch, 12);
     EXPECT_EQ(out.get_first_sample_ptr()[11], 9.0F) << "samples before the offset are left alone";
 
     Wavetable_ret saw;
-    WaveformStore::instance().getWavetable(OSC_SAW, 100.0F, &saw);
+    shared_waveforms().getWavetable(OSC_SAW, 100.0F, &saw);
     uint32_t phase = 0;
     for (uint32_t i = 12; i < 128; i++) {
         const uint32_t at = i - (i - 12) % 32;
@@ -83,8 +84,8 @@ TEST(OscillatorGroup, IsTheOrderedSumOfItsCopies) {
             for (int j = 0; j < count; j++) {
                 const float f = frequency(random);
                 const float p = cycles(random);
-                copies[j].init(type, f, p);
-                group.add_copy(f, p);
+                copies[j].init(shared_waveforms(), type, f, p);
+                group.add_copy(shared_waveforms(), f, p);
             }
             for (const uint32_t offset : {0U, 12U, 0U, 96U}) {
                 fill_pitch(100, 0.7F);
@@ -115,12 +116,12 @@ TEST(CopyTuningCache, GivesEveryTuningItsOwnCopies) {
         const CopyTuning tuning = {i % 3 == 0 ? OSC_SAW : OSC_SQUARE, COUNT,
                                    float(30 + i % 100) + 0.25F, 0.01F};
         uint32_t phases[COUNT] = {};
-        const OscillatorCopies found = cache.get(tuning).with_phases(phases);
+        const OscillatorCopies found = cache.get(shared_waveforms(), tuning).with_phases(phases);
         ASSERT_EQ(found.count, COUNT);
         for (uint32_t j = 0; j < COUNT; j++) {
             const float f = note_frequency(tuning.step * (float(j) - 7.0F) + tuning.base);
             Wavetable_ret wavetable;
-            WaveformStore::instance().getWavetable(tuning.type, f, &wavetable);
+            shared_waveforms().getWavetable(tuning.type, f, &wavetable);
             ASSERT_EQ(found.increment_scale[j], oscillator_increment_scale(f)) << i << " " << j;
             ASSERT_EQ(found.table[j], wavetable.data) << i << " " << j;
         }

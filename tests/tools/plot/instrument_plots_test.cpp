@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "curves/wave_shape.h"
+#include "player/shared_waveforms.h"
 
 namespace tarquil {
 
@@ -18,7 +19,7 @@ using testing::ElementsAre;
 TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
     Instrument instrument; // mix 0: oscillator 1 alone
     instrument.set_controller(CTRL_OSC1_TYPE, 1);
-    const WaveShape alone = render_wave_shape(instrument.get_bytes(), 69, 3000);
+    const WaveShape alone = render_wave_shape(shared_waveforms(), instrument.get_bytes(), 69, 3000);
     EXPECT_TRUE(alone.parts[1].empty());
     EXPECT_TRUE(alone.parts[2].empty());
     EXPECT_EQ(alone.mix, alone.parts[0]);
@@ -34,7 +35,7 @@ TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
     instrument.set_controller(CTRL_OSC1_OSC2_MIX, 127);
     instrument.set_controller(CTRL_OSC3_VOLUME, 127); // 3 times
     instrument.set_controller(CTRL_OSC3_TYPE, instrument.get_controller(CTRL_OSC2_TYPE));
-    const WaveShape mixed = render_wave_shape(instrument.get_bytes(), 69, 100);
+    const WaveShape mixed = render_wave_shape(shared_waveforms(), instrument.get_bytes(), 69, 100);
     EXPECT_TRUE(mixed.parts[0].empty());
     for (unsigned i = 0; i < 100; i++)
         EXPECT_FLOAT_EQ(mixed.mix[i], mixed.parts[1][i] + mixed.parts[2][i]);
@@ -42,7 +43,7 @@ TEST(WaveShape, TheMixIsTheSumOfWhatIsHeard) {
 
     instrument.set_controller(CTRL_OSC1_OSC2_RING_MODULATOR, 1);
     instrument.set_controller(CTRL_OSC3_VOLUME, 0);
-    const WaveShape ring = render_wave_shape(instrument.get_bytes(), 69, 100);
+    const WaveShape ring = render_wave_shape(shared_waveforms(), instrument.get_bytes(), 69, 100);
     for (unsigned i = 0; i < 100; i++)
         EXPECT_FLOAT_EQ(ring.mix[i], ring.parts[0][i] * ring.parts[1][i]);
 }

@@ -9,6 +9,7 @@
 
 #include "common/load_string.h"
 #include "instrument/settings.h"
+#include "player/shared_waveforms.h"
 #include "tests/decimal_comma_locale.h"
 #include "tests/midi/smf/smf_builder.h"
 #include "tests/tools/audio/read_sound.h"
@@ -110,9 +111,9 @@ TEST_F(RenderCommand, TheSameInputGivesTheSameBytes) {
 
 TEST_F(RenderCommand, PlaysWhatAHostWouldHear) {
     // The same events, put together by hand.
-    const auto synth = std::unique_ptr<Tarquil>(new Tarquil(nullptr));
-    synth->seed_phases(1);
     const TarqSettings bank;
+    const auto synth = std::unique_ptr<Tarquil>(new Tarquil(bank, shared_waveforms()));
+    synth->seed_phases(1);
     std::vector<midi_event> events(17 * NUM_CONTROLLERS);
     size_t count = 0;
     for (unsigned channel = 0; channel < 16; channel++)
