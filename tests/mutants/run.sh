@@ -8,18 +8,19 @@
 # touched: the faults go into a git worktree of their own, build/mutants/tree, which has what is
 # committed or known to git there. It stays for the next run.
 #
-# Of the test programs those run that the fault has changed; the suites that mirror the faulty folder
-# come first, the first failure ends it. A fault that does not compile, or that the compiler makes the
-# same programs of, does not count. Exit status 1 when a fault has survived.
+# Only the test programs that are made of those files are built, and those that a fault has changed
+# run: first the suites that mirror its folder, until the first failure. A fault that does not compile,
+# or that the compiler makes the same programs of, does not count. Exit status 1 when one survived.
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 root=$(readlink -f "$here/../..")
 tree=$root/build/mutants/tree
 build=$tree/build/release
-readonly PROGRAMS=(tests/tarquil_tests tests/tarquil_vst_tests tests/tarquil_editor_tests
+readonly ALL_PROGRAMS=(tests/tarquil_tests tests/tarquil_vst_tests tests/tarquil_editor_tests
     tests/tarquil_tools_tests tests/tarquil_golden editor/tarquil_editor_pictures)
 readonly NOT_GTEST='golden|pictures'
-readonly PLUGIN=vst/tarquil.so # loaded by the tests of the plug-in and the tools
+# Loaded by these; what they do with it does not reach its editor.
+readonly PLUGIN=vst/tarquil.so PLUGIN_USERS='vst_tests|tools_tests'
 
 fail() { printf 'mutants: %s\n' "$*" >&2; exit 2; }
 
@@ -55,7 +56,24 @@ compile() {
     ninja -C "$build" -j "$(nproc)" "${@##*/}" >"$scratch/build.log" 2>&1
 }
 
-checksum() { cat "$build/$1" "$build/$PLUGIN" | cksum; }
+# is_made_of PROGRAM FILE ...: of any of the files.
+is_made_of() {
+    local program=$1 inputs file
+    shift
+    inputs=$(ninja -C "$build" -t inputs "${program##*/}")
+    for file; do
+        [[ $program =~ $PLUGIN_USERS && $file = editor/* ]] || [[ $inputs != *"$tree/$file"* ]] || return 0
+    done
+    return 1
+}
+
+checksum() { cksum <"$build/$1"; }
+
+# is_changed PROGRAM FILE: the fault in the file has changed what the program runs.
+is_changed() {
+    [ "$(checksum "$1")" != "${sound[$1]}" ] ||
+        [[ $1 =~ $PLUGIN_USERS && $2 != editor/* && $(checksum "$PLUGIN") != "${sound[$PLUGIN]}" ]]
+}
 
 # run_program PROGRAM SECONDS [GTEST OPTION ...]: in a place and with a cache of its own.
 run_program() {
@@ -93,7 +111,7 @@ is_caught() {
         return 0
     }
     for program in "${PROGRAMS[@]}"; do
-        [ "$(checksum "$program")" = "${sound[$program]}" ] || changed+=("$program")
+        ! is_changed "$program" "$1" || changed+=("$program")
     done
     filter=$(mirror_filter "$1")
     for program in "${changed[@]}"; do
@@ -117,10 +135,22 @@ else
     git worktree add -q --force --detach "$tree" "$commit"
 fi
 cd "$tree"
-cmake --preset release -DTARQUIL_WERROR=OFF -DTARQUIL_BENCH=OFF >"$scratch/build.log" 2>&1 &&
-    compile "${PROGRAMS[@]}" || fail "the tree does not build: $(tail -n 20 "$scratch/build.log")"
-cp "$build/demo/song.mid" "$build/demo/demo.tqb" "$scratch"
-chmod a+r "$scratch"/*
+mapfile -t sources < <(git ls-files "${paths[@]}" | grep '\.cpp$')
+[ "${#sources[@]}" -gt 0 ] || fail "no .cpp file in ${paths[*]}"
+cmake --preset release -DTARQUIL_WERROR=OFF -DTARQUIL_BENCH=OFF >"$scratch/build.log" 2>&1 ||
+    fail "the tree does not configure: $(tail -n 20 "$scratch/build.log")"
+PROGRAMS=() GTEST_PROGRAMS=()
+for program in "${ALL_PROGRAMS[@]}"; do
+    is_made_of "$program" "${sources[@]}" || continue
+    PROGRAMS+=("$program")
+    [[ $program =~ $NOT_GTEST ]] || GTEST_PROGRAMS+=("$program")
+done
+[ "${#GTEST_PROGRAMS[@]}" -gt 0 ] || fail "no test program is made of ${paths[*]}"
+compile "${PROGRAMS[@]}" || fail "the tree does not build: $(tail -n 20 "$scratch/build.log")"
+for file in song.mid demo.tqb; do
+    [ ! -f "$build/demo/$file" ] || install -m 644 "$build/demo/$file" "$scratch"
+done
+[ ! -f "$build/$PLUGIN" ] || sound[$PLUGIN]=$(checksum "$PLUGIN")
 for program in "${PROGRAMS[@]}"; do
     sound[$program]=$(checksum "$program")
     SECONDS=0
@@ -128,8 +158,6 @@ for program in "${PROGRAMS[@]}"; do
     seconds_of[$program]=$((20 + 4 * SECONDS))
 done
 
-mapfile -t sources < <(git ls-files "${paths[@]}" | grep '\.cpp$')
-[ "${#sources[@]}" -gt 0 ] || fail "no .cpp file in ${paths[*]}"
 awk -f "$here/faults.awk" "${sources[@]}" >"$scratch/faults"
 readonly KINDS=(comparison constant operand statement)
 printf 'seed %s, %s places in %s\n' "$seed" "$(wc -l <"$scratch/faults")" "${paths[*]}"
@@ -148,10 +176,10 @@ while [ "$planted" -lt "$wanted" ] && [ -s "$scratch/faults" ]; do
     FAULT=$with awk -v line="$line" 'NR == line { print ENVIRON["FAULT"]; next } { print }' "$file" >"$scratch/faulty"
     cp "$scratch/faulty" "$file"
     result=
-    if compile "${PROGRAMS[@]:0:4}"; then
+    if compile "${GTEST_PROGRAMS[@]}"; then
         changed=no
-        for program in "${PROGRAMS[@]:0:4}"; do
-            [ "$(checksum "$program")" = "${sound[$program]}" ] || changed=yes
+        for program in "${GTEST_PROGRAMS[@]}"; do
+            ! is_changed "$program" "$file" || changed=yes
         done
         if [ $changed = yes ]; then
             planted=$((planted + 1))

@@ -74,6 +74,8 @@ TEST_F(EditorModelTest, ChoicesStayWithinTheirList) {
     EXPECT_EQ(sound(0, CTRL_OSC1_TYPE), 5);
     model.set_value(CTRL_CHAN_MAX_VOICES, -3);
     EXPECT_EQ(sound(0, CTRL_CHAN_MAX_VOICES), 1);
+    model.set_value(CTRL_PANNING, -3);
+    EXPECT_EQ(sound(0, CTRL_PANNING), 0);
 }
 
 TEST_F(EditorModelTest, UndoGoesBackToTheProgramThatWasChanged) {
@@ -185,6 +187,7 @@ TEST_F(EditorModelTest, AFileThatDoesNotLoadSaysWhyAndChangesNothing) {
     EXPECT_THAT(model.import_bank(directory.path("bad.tqb")), HasSubstr("has no key of"));
     EXPECT_THAT(model.import_instrument(directory.path("bad.tqb"), 1), HasSubstr("has no key of"));
     EXPECT_THAT(model.import_instrument(directory.path("none.tqi"), 1), HasSubstr("opened"));
+    EXPECT_THAT(model.import_bank(directory.path("none.tqb")), HasSubstr("opened"));
     EXPECT_THAT(model.export_bank(directory.path("none/x.tqb")), HasSubstr("written"));
     EXPECT_EQ(synth.bank.get_instrument(1).save_to_string(), before);
     EXPECT_EQ(model.undo_name(), "");
@@ -259,6 +262,15 @@ TEST_F(EditorModelTest, EverythingElseEndsTheDragFirst) {
     model.begin_gesture("Next");
     EXPECT_EQ(synth.calls.back(), "end panning");
     EXPECT_EQ(model.undo_name(), "Drag");
+    model.redo();
+    EXPECT_FALSE(model.is_in_gesture());
+    model.begin_gesture("Next");
+    model.assign_channel(5, 9);
+    EXPECT_FALSE(model.is_in_gesture());
+    model.undo();
+    model.begin_gesture("Next");
+    model.select_program(0);
+    EXPECT_TRUE(model.is_in_gesture()) << "it was that already";
     model.select_program(9);
     EXPECT_FALSE(model.is_in_gesture());
     model.undo();

@@ -73,25 +73,6 @@ TEST_F(DelayLineTest, InPlaceEqualsSeparateBuffers) {
     }
 }
 
-TEST_F(DelayLineTest, FractionalReadFollowsAParabolaExactly) {
-    // The cubic reproduces polynomials up to the second degree: for an input n^2 every fraction
-    // reads (n - d)^2, but for the rounding of a float.
-    in.init(200);
-    out.init(200);
-    delay.init(200);
-    out.nullify();
-    const auto square = [](float n) { return n * n / 40000.0F; };
-    for (uint32_t i = 0; i < 200; i++) {
-        *in.get_left_sample_ptr(i) = square(float(i));
-        delay.get_first_sample_ptr()[i] = 30.0F + 0.37F * float(i % 60);
-    }
-    line->render_with_lfo(in, out, delay, 0.0F, 1.0F, DelayLine::LEFT);
-    for (uint32_t i = 60; i < 200; i++) {
-        const float n = float(i) - delay.get_first_sample_ptr()[i];
-        EXPECT_NEAR(*out.get_left_sample_ptr(i), square(n), 2e-6F) << i;
-    }
-}
-
 TEST_F(DelayLineTest, ResetForgetsTheEcho) {
     run(0, 1.0F, 3000.0F, 0.9F, DelayLine::LEFT);
     line->reset();

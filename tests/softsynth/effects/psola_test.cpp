@@ -69,21 +69,6 @@ TEST(Psola, OfVeryShortSoundsOneGrainOrAllRemains) {
     }
 }
 
-TEST(Psola, JoinsASineWithoutASeam) {
-    std::vector<float> in(44100);
-    for (size_t i = 0; i < in.size(); i++)
-        in[i] = std::sin(float(i) * 0.05F);
-    const std::vector<float> out = shortened(in, 4);
-    EXPECT_NEAR(double(out.size()), 11025, 64);
-    // A sine of 0.05 radians per sample never moves faster than 0.05; grains that match keep to it.
-    for (size_t i = 33; i + 33 < out.size(); i++)
-        ASSERT_LT(std::fabs(out[i] - out[i - 1]), 0.06F) << i;
-    // Nor does it fade where two grains meet: samples a quarter period (31.4) apart keep to a
-    // circle.
-    for (size_t i = 33; i + 33 + 31 < out.size(); i++)
-        ASSERT_NEAR(std::hypot(out[i], out[i + 31]), 1, 0.1) << i;
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -99,23 +99,6 @@ TEST_F(StereoEffectTest, ShortestFlangerWithoutSweepIsAPlainDelay) {
     EXPECT_EQ(right, impulse_at(25, 0.5F, 200));
 }
 
-TEST_F(StereoEffectTest, ChorusSweepsFromDelayToDelayPlusAmount) {
-    // 30 ms and 6 ms; reading the ramp costs up to 2^-9 of a sample.
-    run_ramp(StereoEffect::STEREO_EFFECT_CHORUS, {127, 127, 127, OSC_SINE, 127}, 2000, 2000 + 7400);
-    const auto [low, high] = std::minmax_element(left.begin(), left.end());
-    EXPECT_NEAR(*low, 1323.0F, 0.01F);
-    EXPECT_NEAR(*high, 1323.0F + 264.6F, 0.01F);
-}
-
-TEST_F(StereoEffectTest, RightSweepRunsAQuarterPeriodAheadAcrossBlocks) {
-    run_ramp(StereoEffect::STEREO_EFFECT_FLANGER, {0, 127, 127, OSC_SINE, 0}, 500, 500 + 12000);
-    const uint32_t quarter = 44100 / 6 / 4; // and a half sample: at most 0.06 samples of delay
-    for (uint32_t n = 0; n + quarter + 1 < left.size(); n++) {
-        const float expected = 0.5F * (left[n + quarter] + left[n + quarter + 1]);
-        ASSERT_NEAR(right[n], expected, 0.02F) << n;
-    }
-}
-
 TEST_F(StereoEffectTest, TypeChangeClearsTheEchoAndParameterChangesDoNot) {
     run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {127, 127, 0, 0, 0}, 1000);
     run_impulse(StereoEffect::STEREO_EFFECT_DELAY, {32, 32, 0, 0, 0}, 20000);

@@ -67,39 +67,6 @@ TEST(Reverb, NothingComesBackWithoutWetAndTheRoomSetsTheDecay) {
     EXPECT_LT(decay(1), 1);
 }
 
-// The size of the left output once an input of 1 (`sign` 1) or of alternating 1 and -1 (`sign` -1)
-// on both sides has settled.
-float settled(float room, float damp, float sign) {
-    const auto model = make(1, 0.5F, room);
-    model->setdamp(damp);
-    model->update();
-    std::vector<float> in(8192);
-    for (size_t i = 0; i < in.size(); i++)
-        in[i] = i / 2 % 2 == 0 ? 1.0F : sign;
-    std::vector<float> out(in.size());
-    for (int i = 0; i < 60; i++) // 240,000 frames
-        model->processreplace(in.data(), out.data(), 4096);
-    return std::fabs(out[0]);
-}
-
-TEST(Reverb, SteadySoundsMeetTheory) {
-    constexpr double INPUT = 2 * 0.015;
-    constexpr double WET = 0.5 * 3;
-    // At 0 Hz the damping has no effect: eight combs of gain 1 / (1 - feedback), all-passes of 1.
-    for (const float damp : {0.0F, 1.0F}) {
-        EXPECT_NEAR(settled(0, damp, 1), INPUT * WET * 8 / (1 - 0.7), 1e-3);
-        EXPECT_NEAR(settled(0.5F, damp, 1), INPUT * WET * 8 / (1 - 0.84), 1e-3);
-    }
-    // At 22050 Hz the low-pass is (1 - d) / (1 + d); four of the left combs are even and four odd,
-    // and the three odd all-passes have a gain of -5/3.
-    for (const float damp : {0.0F, 0.5F, 1.0F}) {
-        const double d = 0.4 * double(damp);
-        const double loop = 0.84 * (1 - d) / (1 + d);
-        const double combs = 4 / (1 - loop) - 4 / (1 + loop);
-        EXPECT_NEAR(settled(0.5F, damp, -1), INPUT * WET * combs * 125 / 27, 2e-3) << damp;
-    }
-}
-
 TEST(Reverb, RecoversFromWhatIsNotFinite) {
     const auto model = make(1, 1);
     std::vector<float> in(512, INFINITY);
