@@ -1,9 +1,9 @@
-// A steep low-pass: a recording that ends at 4 or 8 kHz is spoken without what a filter of ten poles
-// would add above.
+// A steep low-pass: a recording that ends at 4 or 8 kHz is spoken without what a filter of ten
+// poles would add above.
 //
-// Elliptic of order 10, 0.1 dB of ripple, 60 dB down from 1.065 times the cutoff on, by the bilinear
-// transform with the cutoff kept in place.  Source of the design: S. J. Orfanidis, "Lecture Notes on
-// Elliptic Filter Design", 2006.
+// Elliptic of order 10, 0.1 dB of ripple, 60 dB down from 1.065 times the cutoff on, by the
+// bilinear transform with the cutoff kept in place.  Source of the design: S. J. Orfanidis,
+// "Lecture Notes on Elliptic Filter Design", 2006.
 
 #pragma once
 

@@ -1,10 +1,10 @@
-// A carrier (a pad, say) made fit to speak: all its frequencies as loud as each other, and its level
-// even.
+// A carrier (a pad, say) made fit to speak: all its frequencies as loud as each other, and its
+// level even.
 //
 // An adaptive lattice on the bent axis takes out what can be predicted from the last 50 ms; what is
-// left is divided by its level.  Source of the adaptation: J. Makhoul, "Stable and efficient lattice
-// methods for linear prediction", IEEE Trans. ASSP 25 (1977) 423-428 (Burg's coefficients over an
-// exponential window).
+// left is divided by its level.  Source of the adaptation: J. Makhoul, "Stable and efficient
+// lattice methods for linear prediction", IEEE Trans. ASSP 25 (1977) 423-428 (Burg's coefficients
+// over an exponential window).
 
 #pragma once
 

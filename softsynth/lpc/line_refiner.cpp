@@ -42,17 +42,11 @@ struct Logarithms {
     size_t count = 0;
 };
 
-// log |A|^2: P and Q of line_spectrum.h are at right angles on the unit circle, so that
-// |A|^2 = (|P|^2 + |Q|^2) / 4 with |P|^2 = 2 (1 + x) prod (2 x - 2 cos w_i)^2, x the cosine.
-double log_predictor_power(const Lines& lines, double x) {
-    const std::array<double, 256>& cosines = line_cosines();
-    double p = 1.0;
-    double q = 1.0;
-    for (size_t i = 0; i < LPC_ORDER; i += 2) {
-        p *= 2.0 * (x - cosines[lines[i]]);
-        q *= 2.0 * (x - cosines[lines[i + 1]]);
-    }
-    return std::log(0.5 * ((1.0 + x) * p * p + (1.0 - x) * q * q));
+LineCosines cosines_of(const Lines& lines) {
+    LineCosines cosines{};
+    for (size_t i = 0; i < LPC_ORDER; i++)
+        cosines[i] = line_cosines()[lines[i]];
+    return cosines;
 }
 
 struct Difference {
@@ -62,10 +56,12 @@ struct Difference {
 
 // Of log envelope + log |A|^2, which is level where the filter follows the envelope.
 Difference difference(const Lines& lines, const Logarithms& envelope) {
+    const LineCosines cosines = cosines_of(lines);
     double sum = 0.0;
     double squares = 0.0;
     for (size_t i = 0; i < envelope.count; i++) {
-        const double d = envelope.values[i] + log_predictor_power(lines, point_cosines()[i]);
+        const double d =
+            envelope.values[i] + std::log(predictor_power(cosines, point_cosines()[i]));
         sum += d;
         squares += d * d;
     }
@@ -110,11 +106,8 @@ bool improve(Lines& lines, int step, const Logarithms& envelope, double& best) {
 
 // The filter's output at level 1 has the spectrum prod (1 - k^2) / |A|^2.
 double reflected_power(const Lines& lines) {
-    LineCosines cosines{};
-    for (size_t i = 0; i < LPC_ORDER; i++)
-        cosines[i] = line_cosines()[lines[i]];
     double product = 1.0;
-    for (const double k : reflections_of_predictor(predictor_of_lines(cosines)))
+    for (const double k : reflections_of_predictor(predictor_of_lines(cosines_of(lines))))
         product *= 1.0 - k * k;
     return product;
 }

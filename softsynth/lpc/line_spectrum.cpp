@@ -71,6 +71,18 @@ Predictor predictor_of_lines(const LineCosines& cosines) {
     return predictor;
 }
 
+// On the unit circle P and Q are at right angles, so that |A|^2 = (|P|^2 + |Q|^2) / 4, and
+// |P|^2 = 2 (1 + x) prod (2 x - 2 cos w_i)^2.
+double predictor_power(const LineCosines& cosines, double x) {
+    double p = 1.0;
+    double q = 1.0;
+    for (size_t i = 0; i < LPC_ORDER; i += 2) {
+        p *= 2.0 * (x - cosines[i]);
+        q *= 2.0 * (x - cosines[i + 1]);
+    }
+    return 0.5 * ((1.0 + x) * p * p + (1.0 - x) * q * q);
+}
+
 std::optional<LineCosines> lines_of_predictor(const Predictor& predictor) {
     HalfPolynomial halves[2] = {{1.0}, {1.0}};
     for (size_t m = 1; m <= NUM_PAIRS; m++) {

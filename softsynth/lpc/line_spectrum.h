@@ -23,6 +23,9 @@ using Reflections = std::array<double, LPC_ORDER>;   // k_1, k_2, ...; each with
 
 Predictor predictor_of_lines(const LineCosines& cosines);
 
+// |A|^2 at the angle whose cosine is `x`.
+double predictor_power(const LineCosines& cosines, double x);
+
 // None for a predictor with zeros outside the unit circle or too close to it to be told apart.
 // Source of the search: P. Kabal and R. P. Ramachandran, "The computation of line spectral
 // frequencies using Chebyshev polynomials", IEEE Trans. ASSP 34 (1986) 1419-1426.

@@ -14,10 +14,10 @@ namespace tarquil {
 // spectrum is known at n places that lie evenly on the frequency axis, which may be a bent one.
 std::vector<double> autocorrelation_of_spectrum(std::span<const double> powers, size_t order);
 
-// Widens every peak of the spectrum by a Gaussian whose standard deviation is `width` (a fraction of
-// pi), which keeps the poles from ringing, and adds `floor` times the power as white noise.  Source: Y. Tohkura, F. Itakura and S. Hashimoto,
-// "Spectral smoothing technique in PARCOR speech analysis-synthesis", IEEE Trans. ASSP 26 (1978)
-// 587-596.
+// Widens every peak of the spectrum by a Gaussian whose standard deviation is `width` (a fraction
+// of pi), which keeps the poles from ringing, and adds `floor` times the power as white noise.
+// Source: Y. Tohkura, F. Itakura and S. Hashimoto, "Spectral smoothing technique in PARCOR speech
+// analysis-synthesis", IEEE Trans. ASSP 26 (1978) 587-596.
 void smooth_spectrum(std::span<double> autocorrelation, double width, double floor);
 
 struct Prediction {

@@ -31,10 +31,10 @@ constexpr size_t MAX_CANDIDATES = 8;
 constexpr double MIN_CORRELATION = 0.3; // of a candidate
 
 // Costs in units of correlation.
-constexpr double UNVOICED_COST = 0.52;  // voice with a correlation below 0.48 is dearer
-constexpr double LONG_LAG_COST = 0.12;  // at the longest lag: twice the period correlates as well
-constexpr double CHANGE_COST = 0.12;    // between voice and none
-constexpr double OCTAVE_COST = 1.2;     // for each octave of a step
+constexpr double UNVOICED_COST = 0.52; // voice with a correlation below 0.48 is dearer
+constexpr double LONG_LAG_COST = 0.12; // at the longest lag: twice the period correlates as well
+constexpr double CHANGE_COST = 0.12;   // between voice and none
+constexpr double OCTAVE_COST = 1.2;    // for each octave of a step
 
 struct Candidate {
     double lag = 0.0; // 0: no voice
@@ -48,8 +48,7 @@ using FrameCandidates = std::vector<Candidate>;
 FrameCandidates find_candidates(std::span<const float> samples, long centre) {
     std::vector<double> correlations;
     for (long lag = SHORTEST_LAG - 1; lag <= LONGEST_LAG + 1; lag++)
-        correlations.push_back(
-            correlation_at_lag(samples, centre, lag, WINDOW, FLOOR_POWER));
+        correlations.push_back(correlation_at_lag(samples, centre, lag, WINDOW, FLOOR_POWER));
     FrameCandidates candidates;
     for (size_t i = 1; i + 1 < correlations.size(); i++) {
         const double left = correlations[i - 1];

@@ -7,10 +7,10 @@
 
 namespace tarquil {
 
-// The pitch of each frame in Hz, 0 without voice.  Maxima of the normalised cross-correlation between a stretch of sound and
-// itself one period later, and of these the sequence that costs least, by dynamic programming: D.
-// Talkin, "A robust algorithm for pitch tracking (RAPT)", in "Speech Coding and Synthesis", 1995.
-// `samples` at 44100 Hz.
+// The pitch of each frame in Hz, 0 without voice.  Maxima of the normalised cross-correlation
+// between a stretch of sound and itself one period later, and of these the sequence that costs
+// least, by dynamic programming: D. Talkin, "A robust algorithm for pitch tracking (RAPT)", in
+// "Speech Coding and Synthesis", 1995. `samples` at 44100 Hz.
 std::vector<double> track_pitch(std::span<const float> samples);
 
 // The normalised cross-correlation, -1..1, of `length` samples with those `lag` samples later, both

@@ -43,10 +43,10 @@ void transform(Spectrum& x) {
         for (size_t start = 0; start < SPECTRUM_LENGTH; start += 2 * half) {
             for (size_t i = start; i < start + half; i++) {
                 const std::complex<double> root = roots[(i - start) * stride];
-                const double real = x[i + half].real() * root.real() -
-                                    x[i + half].imag() * root.imag();
-                const double imag = x[i + half].real() * root.imag() +
-                                    x[i + half].imag() * root.real();
+                const double real =
+                    x[i + half].real() * root.real() - x[i + half].imag() * root.imag();
+                const double imag =
+                    x[i + half].real() * root.imag() + x[i + half].imag() * root.real();
                 const std::complex<double> turned(real, imag);
                 x[i + half] = x[i] - turned;
                 x[i] += turned;

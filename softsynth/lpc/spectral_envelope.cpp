@@ -15,8 +15,11 @@ namespace {
 constexpr double LIMIT_STEP_HZ = 100.0;
 constexpr unsigned NO_LIMIT = 200;
 constexpr unsigned LOWEST_LIMIT = 30;
-// What lies 45 dB below the densest place counts as empty.
-constexpr double EMPTY = 3e-5;
+// What lies 60 dB below the densest place counts as empty.
+constexpr double EMPTY = 1e-6;
+// A fall by 15 dB over 400 Hz is the filter of a converter, not of a mouth.
+constexpr unsigned CLIFF_STEPS = 4;
+constexpr double CLIFF = 0.03;
 
 // An average over less does not help: the window is no finer.
 constexpr double NARROWEST_HZ = 100.0;
@@ -33,8 +36,8 @@ double emphasis_at(double hz) {
 // distance give the same at every place.
 double average_around(const PowerSpectrum& spectrum, double hz, double reach_hz) {
     const auto first = std::max(1L, long(std::ceil((hz - reach_hz) / SPECTRUM_BIN_HZ)));
-    const auto last = std::min(long(spectrum.size()) - 1,
-                               long(std::floor((hz + reach_hz) / SPECTRUM_BIN_HZ)));
+    const auto last =
+        std::min(long(spectrum.size()) - 1, long(std::floor((hz + reach_hz) / SPECTRUM_BIN_HZ)));
     double sum = 0.0;
     double weights = 0.0;
     for (long bin = first; bin <= last; bin++) {
@@ -59,6 +62,9 @@ uint8_t find_band_limit(const PowerSpectrum& sum) {
     const double empty = EMPTY * *std::max_element(density.begin(), density.end());
     unsigned limit = NO_LIMIT;
     while (limit > LOWEST_LIMIT && density[limit - 1] <= empty)
+        limit--;
+    while (limit < NO_LIMIT && limit > LOWEST_LIMIT &&
+           density[limit - 1] < CLIFF * density[limit - 1 - CLIFF_STEPS])
         limit--;
     return uint8_t(limit);
 }

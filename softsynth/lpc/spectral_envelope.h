@@ -26,8 +26,8 @@ class EnvelopeFinder {
     EnvelopeFinder(double warping, double band_limit_hz);
 
     // Averages over the distance of the harmonics of `pitch_hz`, so that the outline does not show
-    // them.  Above the band limit the envelope goes on as it was: poles that had to follow the cliff
-    // there would be missing below.
+    // them.  Above the band limit the envelope goes on as it was: poles that had to follow the
+    // cliff there would be missing below.
     [[nodiscard]] Envelope find(const PowerSpectrum& spectrum, double pitch_hz) const;
 
     // How many of the points, from the first on, lie below the band limit.

@@ -33,6 +33,6 @@ struct Speech {
 
 // Emphasis x[n] - EMPHASIS x[n-1] before the analysis, undone behind the synthesis filter, spares
 // the filter the fall of speech towards high frequencies.
-inline constexpr float EMPHASIS = 0.9F;
+inline constexpr float EMPHASIS = 0.95F;
 
 } // namespace tarquil

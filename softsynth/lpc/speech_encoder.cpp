@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "softsynth/lpc/band_splitter.h"
 #include "softsynth/lpc/exact_math.h"
@@ -25,16 +24,12 @@ constexpr double LOWEST_FREQUENCY = 50.0; // Hz; what lies below is wind and hum
 // Two frames: one and half of each neighbour.
 constexpr size_t WINDOW = 2 * SPEECH_FRAME_SAMPLES;
 
-double env(const char* name, double fallback) {
-    const char* v = std::getenv(name);
-    return v ? std::atof(v) : fallback;
-}
-const double PEAK_WIDTH = env("PW", 0.01);    // of pi, standard deviation
-const double NOISE_FLOOR = env("NF", 1e-4);    // 40 dB below the frame
+// Of the prediction that the search for lines starts from.
+constexpr double PEAK_WIDTH = 0.01; // of pi
+constexpr double NOISE_FLOOR = 1e-4;
 
-// Rounds of speaking the frames and correcting their levels.
-const int LEVEL_ROUNDS = int(env("LR", 2));
-const bool REFINE=env("RF",1)>0;
+// Of a recording in which nobody speaks.
+constexpr double ANY_PITCH = 110.0; // Hz
 
 std::vector<float> clean(std::span<const float> samples) {
     BandSplitter splitter;
@@ -84,21 +79,17 @@ std::optional<std::array<uint8_t, LPC_ORDER>> predicted_lines(const Envelope& en
 
 // Frames without voice get a pitch on the way between the voices around them.
 void fill_pitches(std::vector<double>& pitches) {
-    size_t last_voiced = pitches.size();
-    for (size_t i = 0; i < pitches.size(); i++) {
-        if (pitches[i] == 0.0)
-            continue;
-        const size_t first = last_voiced == pitches.size() ? 0 : last_voiced + 1;
-        for (size_t j = first; j < i; j++) {
-            const double start = last_voiced == pitches.size() ? pitches[i] : pitches[last_voiced];
-            const double way = double(j + 1 - first) / double(i + 1 - first);
-            pitches[j] = start * std::pow(pitches[i] / start, way);
-        }
-        last_voiced = i;
+    const auto is_voiced = [](double pitch) { return pitch > 0.0; };
+    auto voiced = std::find_if(pitches.begin(), pitches.end(), is_voiced);
+    std::fill(pitches.begin(), voiced, voiced == pitches.end() ? ANY_PITCH : *voiced);
+    while (voiced != pitches.end()) {
+        const auto gap = voiced + 1;
+        const auto next = std::find_if(gap, pitches.end(), is_voiced);
+        const double ratio = next == pitches.end() ? 1.0 : *next / *voiced;
+        for (auto i = gap; i != next; ++i)
+            *i = *voiced * std::pow(ratio, double(i - voiced) / double(next - voiced));
+        voiced = next;
     }
-    const double last = last_voiced == pitches.size() ? 110.0 : pitches[last_voiced];
-    for (size_t j = last_voiced == pitches.size() ? 0 : last_voiced + 1; j < pitches.size(); j++)
-        pitches[j] = last;
 }
 
 std::vector<float> speak(const Speech& speech) {
@@ -107,6 +98,9 @@ std::vector<float> speak(const Speech& speech) {
     player.render(nullptr, samples.data(), uint32_t(samples.size()));
     return samples;
 }
+
+// How far the levels may be corrected, in dB.
+constexpr double MAX_CORRECTION = 6.0;
 
 // The player's pulses meet the filter between its resonances or on them, and the level moves within
 // a frame; what that does to the loudness is measured and taken out.
@@ -120,22 +114,23 @@ void correct_levels(Speech& speech, const EnvelopeFinder& finder,
         double error_db = 0.0;
         for (size_t point = 0; point < finder.get_num_points(); point++)
             error_db += 10.0 * std::log10(envelopes[i][point] / envelope[point]);
-        error_db = std::clamp(error_db / double(finder.get_num_points()), -6.0, 6.0);
+        error_db =
+            std::clamp(error_db / double(finder.get_num_points()), -MAX_CORRECTION, MAX_CORRECTION);
+        const double level = double(frame.level) + std::round(error_db / LEVEL_STEP_DB);
         if (frame.level > 0)
-            frame.level =
-                uint8_t(std::clamp(double(frame.level) + std::round(2.0 * error_db), 1.0, 255.0));
+            frame.level = uint8_t(std::clamp(level, 1.0, 255.0));
     }
 }
 
 } // namespace
 
-Speech encode_speech(std::span<const float> samples, const SpeechAnalysis& analysis) {
+Speech encode_speech(std::span<const float> samples, uint8_t warping_256ths) {
     const size_t longest = MAX_SPEECH_FRAMES * SPEECH_FRAME_SAMPLES;
     const std::vector<float> cleaned = clean(samples.first(std::min(samples.size(), longest)));
     std::vector<double> pitches = track_pitch(cleaned);
     const std::vector<uint8_t> voicing = find_voicing(cleaned, pitches);
     fill_pitches(pitches);
-    Speech speech{analysis.warping_256ths, band_limit_of(cleaned, pitches.size()),
+    Speech speech{warping_256ths, band_limit_of(cleaned, pitches.size()),
                   std::vector<SpeechFrame>(pitches.size())};
     const EnvelopeFinder finder(speech.warping(), speech.band_limit_hz());
     std::vector<Envelope> envelopes;
@@ -143,13 +138,12 @@ Speech encode_speech(std::span<const float> samples, const SpeechAnalysis& analy
     for (size_t i = 0; i < speech.frames.size(); i++) {
         envelopes.push_back(finder.find(spectrum_of_frame(cleaned, i), pitches[i]));
         lines = predicted_lines(envelopes.back()).value_or(lines);
-        Fit fit = REFINE ? refine_lines(lines, envelopes.back(), finder.get_num_points()): measure_fit(lines, envelopes.back(), finder.get_num_points());
+        const Fit fit = refine_lines(lines, envelopes.back(), finder.get_num_points());
         lines = fit.lines;
         speech.frames[i] = {lines, nearest_level(fit.amplitude), nearest_pitch(pitches[i]),
                             voicing[i]};
     }
-    for (int round = 0; round < LEVEL_ROUNDS; round++)
-        correct_levels(speech, finder, envelopes);
+    correct_levels(speech, finder, envelopes);
     return speech;
 }
 

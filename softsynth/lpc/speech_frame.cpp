@@ -18,10 +18,10 @@ static_assert(LPC_ORDER == NUM_ORDERED_BYTES);
 constexpr unsigned NUM_BYTES = 256;
 constexpr int TOP_LINE = 255;
 
-constexpr double HALF_DECIBEL = 1.0592537251772889;  // 10^(1/40)
+constexpr double HALF_DECIBEL = 1.0592537251772889;      // 10^(1/40)
 constexpr double LOWEST_AMPLITUDE = 8.4139514164519e-07; // level 0: 127.5 dB below 6 dB
-constexpr double PITCH_STEP = 1.0108892860517005;    // 2^(1/64)
-constexpr double LOWEST_PITCH = 50.0;                // Hz
+constexpr double PITCH_STEP = 1.0108892860517005;        // 2^(1/64)
+constexpr double LOWEST_PITCH = 50.0;                    // Hz
 
 constexpr auto AMPLITUDES = geometric_series<NUM_BYTES>(LOWEST_AMPLITUDE, HALF_DECIBEL);
 constexpr auto PITCHES = geometric_series<NUM_BYTES>(LOWEST_PITCH, PITCH_STEP);
@@ -35,8 +35,8 @@ double between_terms(const std::array<double, NUM_BYTES>& terms, double ratio, u
 }
 
 uint8_t nearest_term(const std::array<double, NUM_BYTES>& terms, double value) {
-    const auto above = std::find_if(terms.begin(), terms.end(),
-                                    [&](double term) { return term >= value; });
+    const auto above =
+        std::find_if(terms.begin(), terms.end(), [&](double term) { return term >= value; });
     if (above == terms.begin())
         return 0;
     if (above == terms.end())
@@ -91,8 +91,7 @@ SpeechFrame unpack_frame(const SpeechFrameBytes& bytes) {
 }
 
 double level_amplitude(uint32_t level_256ths) {
-    return level_256ths < NUM_BYTES ? 0.0
-                                    : between_terms(AMPLITUDES, HALF_DECIBEL, level_256ths);
+    return level_256ths < NUM_BYTES ? 0.0 : between_terms(AMPLITUDES, HALF_DECIBEL, level_256ths);
 }
 
 uint8_t nearest_level(double amplitude) {

@@ -2,8 +2,8 @@
 //
 // Bytes 0..9 are the line spectral pairs, ten positions between 0 and pi on the frequency axis of
 // the synthesis filter; byte 10 is the level.  Lines have an order of their own, so the order of
-// their bytes is free: it is one of 10! = 3,628,800, and its number carries the pitch and how far up
-// the frame is voiced.  Any eleven bytes are a frame, and its filter is stable.
+// their bytes is free: it is one of 10! = 3,628,800, and its number carries the pitch and how far
+// up the frame is voiced.  Any eleven bytes are a frame, and its filter is stable.
 
 #pragma once
 
@@ -21,6 +21,8 @@ inline constexpr size_t SPEECH_FRAME_BYTES = LPC_ORDER + 1;
 inline constexpr int MIN_LINE_DISTANCE = 2;
 
 inline constexpr unsigned MAX_VOICING = 7;
+
+inline constexpr double LEVEL_STEP_DB = 0.5;
 
 struct SpeechFrame {
     // Ascending; line b stands for (b + 1/2) pi / 256.

@@ -68,19 +68,17 @@ LineCosines cosines_between(const Neighbours& frames) {
 } // namespace
 
 SpeechPlayer::SpeechPlayer(const Speech& played_speech, const SpeechSettings& player_settings)
-    : speech(played_speech), voice(player_settings.voice),
-      fixed_pitch_hz(player_settings.pitch_hz), step(step_of_speed(player_settings.speed)),
+    : speech(played_speech), voice(player_settings.voice), fixed_pitch_hz(player_settings.pitch_hz),
+      step(step_of_speed(player_settings.speed)),
       position(step < 0 ? int64_t(speech.frames.size()) * POSITION_SCALE : 0),
-      whitener(speech.warping()), filter(speech.warping()),
-      band_limit(speech.band_limit_hz()) {
+      whitener(speech.warping()), filter(speech.warping()), band_limit(speech.band_limit_hz()) {
     static_assert(STEPS_PER_FRAME * STEP_SAMPLES == SPEECH_FRAME_SAMPLES);
     static_assert(STEPS_PER_FRAME == STEPS_A_FRAME);
 }
 
 bool SpeechPlayer::is_finished() const {
-    const bool is_past_end = step < 0
-                                 ? position <= 0
-                                 : position >= int64_t(speech.frames.size()) * POSITION_SCALE;
+    const bool is_past_end =
+        step < 0 ? position <= 0 : position >= int64_t(speech.frames.size()) * POSITION_SCALE;
     return left_in_step == 0 && is_past_end;
 }
 
@@ -116,8 +114,7 @@ void SpeechPlayer::begin_step() {
     position += step;
     left_in_step = STEP_SAMPLES;
     const Neighbours frames = neighbours_at(speech.frames, position);
-    level_at_end =
-        float(level_amplitude(frames.between(frames.before.level, frames.after.level)));
+    level_at_end = float(level_amplitude(frames.between(frames.before.level, frames.after.level)));
     level_slope = (level_at_end - level) / float(STEP_SAMPLES);
     const unsigned voicing = frames.nearest().voicing;
     is_voiced = voicing > 0 && voice != SpeechVoice::WHISPER;
@@ -126,8 +123,7 @@ void SpeechPlayer::begin_step() {
     pulses.set_pitch(voice == SpeechVoice::FIXED
                          ? fixed_pitch_hz
                          : pitch_hz(frames.between(frames.before.pitch, frames.after.pitch)));
-    filter.set_reflections(
-        reflections_of_predictor(predictor_of_lines(cosines_between(frames))));
+    filter.set_reflections(reflections_of_predictor(predictor_of_lines(cosines_between(frames))));
 }
 
 void SpeechPlayer::excite(const float* carrier, float* out, uint32_t num_samples) {

@@ -1,5 +1,5 @@
-// Speech made audible: frames, interpolated every 21 samples, move the synthesis filter over pulses,
-// noise or a carrier.
+// Speech made audible: frames, interpolated every 21 samples, move the synthesis filter over
+// pulses, noise or a carrier.
 //
 // Below a frame's voicing limit the excitation is pulses or the carrier, above it noise: A. V.
 // McCree and T. P. Barnwell, "A mixed excitation LPC vocoder model for low bit rate speech coding",

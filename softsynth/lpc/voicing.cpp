@@ -16,7 +16,8 @@ namespace tarquil {
 namespace {
 
 constexpr long WINDOW = 882; // samples
-constexpr long LAG_SEARCH = 3; // samples around the period: the pitch moves, and is known as roughly
+constexpr long LAG_SEARCH =
+    3; // samples around the period: the pitch moves, and is known as roughly
 
 constexpr double FLOOR_POWER = 1e-9; // sound below -90 dB does not repeat
 
@@ -65,8 +66,7 @@ uint8_t choose_voicing(const BandCorrelations& correlations) {
 
 } // namespace
 
-std::vector<uint8_t> find_voicing(std::span<const float> samples,
-                                  std::span<const double> pitches) {
+std::vector<uint8_t> find_voicing(std::span<const float> samples, std::span<const double> pitches) {
     std::vector<BandCorrelations> correlations(pitches.size());
     for (unsigned band = 1; band <= MAX_VOICING; band++) {
         const std::vector<float> filtered = filter_band(samples, band);

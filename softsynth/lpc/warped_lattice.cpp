@@ -39,7 +39,7 @@ void WarpedLattice::set_reflections(const Reflections& reflections) {
 void WarpedLattice::process(float* samples, uint32_t num_samples) {
     std::array<float, LPC_ORDER> s = states;
     for (uint32_t n = 0; n < num_samples; n++) {
-        std::array<float, LPC_ORDER> u; // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::array<float, LPC_ORDER> u;     // NOLINT(cppcoreguidelines-pro-type-member-init)
         std::array<float, LPC_ORDER> betas; // NOLINT(cppcoreguidelines-pro-type-member-init)
         float beta = 0.0F;
         for (size_t m = 0; m < LPC_ORDER; m++) {

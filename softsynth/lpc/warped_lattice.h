@@ -41,8 +41,8 @@ class WarpedLattice {
   private:
     // settings
     double warping;
-    float pole;      // w
-    float cross;     // sqrt(1 - w^2)
+    float pole;  // w
+    float cross; // sqrt(1 - w^2)
 
     // coefficients, by m - 1
     std::array<float, LPC_ORDER> forward{};  // r_m c_m
