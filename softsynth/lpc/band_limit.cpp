@@ -2,8 +2,8 @@
 
 #include "softsynth/lpc/band_limit.h"
 
-#include "softsynth/constants.h"
 #include "softsynth/lpc/exact_math.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

@@ -7,8 +7,8 @@
 #include <limits>
 
 #include "common/resample.h"
-#include "softsynth/constants.h"
 #include "softsynth/lpc/speech_frame.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <span>
 
-#include "softsynth/constants.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "softsynth/constants.h"
 #include "softsynth/lpc/exact_math.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

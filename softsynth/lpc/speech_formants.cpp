@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "softsynth/constants.h"
 #include "softsynth/lpc/exact_math.h"
 #include "softsynth/lpc/line_spectrum.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

@@ -10,9 +10,9 @@
 #include "common/load_string.h"
 #include "common/resample.h"
 #include "common/wav.h"
-#include "softsynth/constants.h"
 #include "softsynth/lpc/speech_encoder.h"
 #include "softsynth/lpc/speech_file.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 

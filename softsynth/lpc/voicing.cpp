@@ -6,10 +6,10 @@
 #include <array>
 #include <cmath>
 
-#include "softsynth/constants.h"
 #include "softsynth/lpc/band_splitter.h"
 #include "softsynth/lpc/pitch_tracker.h"
 #include "softsynth/lpc/speech_frame.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 
@@ -41,7 +41,7 @@ std::vector<float> filter_band(std::span<const float> samples, unsigned band) {
 }
 
 double best_correlation(std::span<const float> band, size_t frame, double hz) {
-    const auto centre = long((frame + 0.5) * SPEECH_FRAME_SAMPLES);
+    const auto centre = long(frame * SPEECH_FRAME_SAMPLES + SPEECH_FRAME_SAMPLES / 2);
     const long period = std::lround(SAMPLE_RATE / hz);
     double best = 0.0;
     for (long lag = period - LAG_SEARCH; lag <= period + LAG_SEARCH; lag++)
