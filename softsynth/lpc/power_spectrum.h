@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <span>
 
+#include "softsynth/lpc/speech_frame.h"
 #include "softsynth/parameters/constants.h"
 
 namespace tarquil {
@@ -16,9 +17,8 @@ inline constexpr double SPECTRUM_BIN_HZ = double(SAMPLE_RATE) / double(SPECTRUM_
 // |X|^2 from 0 Hz to half the sample rate.
 using PowerSpectrum = std::array<double, SPECTRUM_LENGTH / 2 + 1>;
 
-// Of up to SPECTRUM_LENGTH samples, under a Hann window of squares that add up to 1 and that is
-// centred on `centre`; what lies outside `samples` counts as silence.  White noise of power 1 gives
-// 1 everywhere.
-PowerSpectrum power_spectrum(std::span<const float> samples, long centre, size_t window_length);
+// Of the sound of a frame and half of each neighbour, under a Hann window whose squares add up to
+// 1: white noise of power 1 gives 1 everywhere.  What lies outside `samples` counts as silence.
+PowerSpectrum power_spectrum(std::span<const float> samples, size_t frame);
 
 } // namespace tarquil

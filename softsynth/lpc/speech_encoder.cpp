@@ -21,9 +21,6 @@ namespace {
 
 constexpr double LOWEST_FREQUENCY = 50.0; // Hz; what lies below is wind and hum
 
-// Two frames: one and half of each neighbour.
-constexpr size_t WINDOW = 2 * SPEECH_FRAME_SAMPLES;
-
 // Of the prediction that the search for lines starts from.
 constexpr double PEAK_WIDTH = 0.01; // of pi
 constexpr double NOISE_FLOOR = 1e-4;
@@ -46,15 +43,10 @@ uint8_t line_of_cosine(double cosine) {
     return uint8_t(std::clamp(std::floor(std::acos(cosine) / PI * 256.0), 0.0, 255.0));
 }
 
-PowerSpectrum spectrum_of_frame(std::span<const float> samples, size_t frame) {
-    const auto centre = long(frame * SPEECH_FRAME_SAMPLES + SPEECH_FRAME_SAMPLES / 2);
-    return power_spectrum(samples, centre, WINDOW);
-}
-
 uint8_t band_limit_of(std::span<const float> samples, size_t num_frames) {
     PowerSpectrum sum{};
     for (size_t i = 0; i < num_frames; i++) {
-        const PowerSpectrum spectrum = spectrum_of_frame(samples, i);
+        const PowerSpectrum spectrum = power_spectrum(samples, i);
         for (size_t bin = 0; bin < sum.size(); bin++)
             sum[bin] += spectrum[bin];
     }
@@ -110,7 +102,7 @@ void correct_levels(Speech& speech, const EnvelopeFinder& finder,
     for (size_t i = 0; i < speech.frames.size(); i++) {
         SpeechFrame& frame = speech.frames[i];
         const Envelope envelope =
-            finder.find(spectrum_of_frame(spoken, i), pitch_hz(frame.pitch * 256U));
+            finder.find(power_spectrum(spoken, i), pitch_hz(frame.pitch * 256U));
         double error_db = 0.0;
         for (size_t point = 0; point < finder.get_num_points(); point++)
             error_db += 10.0 * std::log10(envelopes[i][point] / envelope[point]);
@@ -136,7 +128,7 @@ Speech encode_speech(std::span<const float> samples, uint8_t warping_256ths) {
     std::vector<Envelope> envelopes;
     std::array<uint8_t, LPC_ORDER> lines = flat_lines();
     for (size_t i = 0; i < speech.frames.size(); i++) {
-        envelopes.push_back(finder.find(spectrum_of_frame(cleaned, i), pitches[i]));
+        envelopes.push_back(finder.find(power_spectrum(cleaned, i), pitches[i]));
         lines = predicted_lines(envelopes.back()).value_or(lines);
         const Fit fit = refine_lines(lines, envelopes.back(), finder.get_num_points());
         lines = fit.lines;
