@@ -17,7 +17,9 @@ constexpr float MAX_OUTPUT = 16.0F;
 
 } // namespace
 
-CarrierWhitener::CarrierWhitener(double filter_warping) : pole(float(filter_warping)) {}
+CarrierWhitener::CarrierWhitener(double filter_warping)
+    : pole(float(filter_warping)),
+      scale(float(1.0 / std::sqrt(1.0 - filter_warping * filter_warping))) {}
 
 float CarrierWhitener::process(float x) {
     // The order of the arguments lets a value that is not a number end as -LOUDEST.
@@ -35,6 +37,9 @@ float CarrierWhitener::process(float x) {
         f = shorter + k * d;
         g = d + k * shorter;
     }
+    const float straight = scale * (f - pole * predicted);
+    predicted = f;
+    f = straight;
     power_out += FORGET * (f * f - power_out);
     presence = std::min(power_in / QUIETEST, 1.0F);
     const float level = std::sqrt(power_out + FLOOR);

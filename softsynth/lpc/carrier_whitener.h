@@ -2,9 +2,10 @@
 // level even.
 //
 // An adaptive lattice on the bent axis takes out what can be predicted from the last 50 ms; what is
-// left is divided by its level.  Source of the adaptation: J. Makhoul, "Stable and efficient
-// lattice methods for linear prediction", IEEE Trans. ASSP 25 (1977) 423-428 (Burg's coefficients
-// over an exponential window).
+// left, even on the bent axis, is made even on the straight one (by the inverse of sqrt(1 - w^2) /
+// (1 - w z^-1), whose power is the bent axis' derivative) and divided by its level.  Source of the
+// adaptation: J. Makhoul, "Stable and efficient lattice methods for linear prediction", IEEE Trans.
+// ASSP 25 (1977) 423-428 (Burg's coefficients over an exponential window).
 
 #pragma once
 
@@ -35,9 +36,11 @@ class CarrierWhitener {
 
     // settings
     float pole; // the all-pass's
+    float scale;
 
     // memory
     std::array<Section, ORDER> sections{};
+    float predicted = 0.0F; // the last sample's residue
     float power_out = 0.0F;
     float power_in = 0.0F;
     float presence = 0.0F;
