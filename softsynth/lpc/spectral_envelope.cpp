@@ -27,14 +27,14 @@ constexpr double NARROWEST_HZ = 100.0;
 // Below what 16 bits can hold.
 constexpr double LOWEST_DENSITY = 1e-11;
 
+} // namespace
+
 double emphasis_at(double hz) {
     const double e = double(EMPHASIS);
     return 1.0 + e * e - 2.0 * e * cos_half_turns(2.0 * hz / SAMPLE_RATE);
 }
 
-// The average under a raised cosine that reaches `reach_hz` to both sides: harmonics of that
-// distance give the same at every place.
-double average_around(const PowerSpectrum& spectrum, double hz, double reach_hz) {
+double average_density(const PowerSpectrum& spectrum, double hz, double reach_hz) {
     const auto first = std::max(1L, long(std::ceil((hz - reach_hz) / SPECTRUM_BIN_HZ)));
     const auto last =
         std::min(long(spectrum.size()) - 1, long(std::floor((hz + reach_hz) / SPECTRUM_BIN_HZ)));
@@ -48,8 +48,6 @@ double average_around(const PowerSpectrum& spectrum, double hz, double reach_hz)
     }
     return sum / weights;
 }
-
-} // namespace
 
 uint8_t find_band_limit(const PowerSpectrum& sum) {
     std::array<double, NO_LIMIT> density{};
@@ -86,7 +84,7 @@ Envelope EnvelopeFinder::find(const PowerSpectrum& spectrum, double pitch_hz) co
     Envelope envelope{};
     for (size_t i = 0; i < num_points; i++)
         envelope[i] = points[i].emphasis *
-                      (average_around(spectrum, points[i].hz, reach_hz) + LOWEST_DENSITY);
+                      (average_density(spectrum, points[i].hz, reach_hz) + LOWEST_DENSITY);
     std::fill(envelope.begin() + long(num_points), envelope.end(), envelope[num_points - 1]);
     return envelope;
 }

@@ -17,6 +17,13 @@ inline constexpr size_t ENVELOPE_POINTS = 64;
 // with the emphasis.
 using Envelope = std::array<double, ENVELOPE_POINTS>;
 
+// The average of a spectrum under a raised cosine that reaches `reach_hz` to both sides: harmonics
+// of that distance give the same at every place.
+double average_density(const PowerSpectrum& spectrum, double hz, double reach_hz);
+
+// The power gain of the emphasis.
+double emphasis_at(double hz);
+
 // Where an emphasised sound's spectrum ends, in 100 Hz, as Speech has it; from the sum of its
 // frames' spectra.
 uint8_t find_band_limit(const PowerSpectrum& sum);
