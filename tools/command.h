@@ -14,6 +14,7 @@ void add_bank_command(CLI::App& app, int results);
 void add_parameters_command(CLI::App& app, int results);
 void add_plot_command(CLI::App& app, int results);
 void add_render_command(CLI::App& app, int results);
+void add_speech_command(CLI::App& app, int results);
 
 // Hidden from the help: the build runs them and installs what they print.
 void add_completion_command(CLI::App& app, int results);

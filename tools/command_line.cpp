@@ -39,6 +39,7 @@ std::unique_ptr<CLI::App> make_command_line(int results) {
     add_bank_command(*app, results);
     add_plot_command(*app, results);
     add_parameters_command(*app, results);
+    add_speech_command(*app, results);
     add_completion_command(*app, results);
     add_manual_command(*app, results);
     return app;

@@ -17,6 +17,7 @@ struct AudioFormat {
     Container container = Container::WAV;
     SampleType samples = SampleType::INT_24;
     int rate = 44100; // Hz
+    int channels = 2;
 };
 
 // What the user asked for; empty where nothing was said.

@@ -58,7 +58,7 @@ AudioWriter::AudioWriter(const OutputPlace& place, const AudioFormat& format, ui
     stream.descriptor = output.get_descriptor();
     SF_INFO info{};
     info.samplerate = format.rate;
-    info.channels = 2;
+    info.channels = format.channels;
     info.format = sndfile_format(format, max_frames);
     SF_VIRTUAL_IO io = callbacks();
     sndfile.reset(sf_open_virtual(&io, SFM_WRITE, &info, &stream));

@@ -14,13 +14,13 @@ namespace tarquil {
 
 class AudioWriter {
   public:
-    // Opens a stereo file.  `max_frames` is the most that will be written.  BadInput when the
+    // Opens a file.  `max_frames` is the most that will be written.  BadInput when the
     // place cannot be written to or the format cannot hold the sound.
     AudioWriter(const OutputPlace& place, const AudioFormat& format, uint64_t max_frames);
     AudioWriter(const AudioWriter&) = delete;
     AudioWriter& operator=(const AudioWriter&) = delete;
 
-    // Appends interleaved stereo frames at the file's rate; integer formats clip beyond -1..1.
+    // Appends interleaved frames at the file's rate; integer formats clip beyond -1..1.
     void write(const float* frames, uint64_t num_frames);
 
     // Completes the contents; nothing is written after it.

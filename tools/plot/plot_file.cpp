@@ -32,14 +32,20 @@ std::unique_ptr<PlotPainter> make_painter(const PictureOptions& options) {
 
 } // namespace
 
-void write_plot(const Plot& plot, const PictureOptions& options, int results) {
+void write_picture(const PictureOptions& options, int results, const PictureDrawing& draw) {
     const std::unique_ptr<PlotPainter> painter = make_painter(options);
-    PlotCanvas(*painter, options.width, options.height).draw(plot);
+    draw(*painter);
     const std::string picture = painter->finish();
     if (options.path == "-")
         write_result(results, picture);
     else
         save_file(options.path, picture);
+}
+
+void write_plot(const Plot& plot, const PictureOptions& options, int results) {
+    write_picture(options, results, [&](PlotPainter& painter) {
+        PlotCanvas(painter, options.width, options.height).draw(plot);
+    });
 }
 
 } // namespace tarquil

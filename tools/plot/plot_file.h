@@ -2,9 +2,11 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "tools/plot/plot.h"
+#include "tools/plot/plot_painter.h"
 
 namespace tarquil {
 
@@ -14,8 +16,12 @@ struct PictureOptions {
     int height = 500;
 };
 
+// What draws on a picture of the options' size.
+using PictureDrawing = std::function<void(PlotPainter&)>;
+
 // SVG or PNG by the path's ending; BadInput for any other.
 // "-" goes to the descriptor `results`.
+void write_picture(const PictureOptions& options, int results, const PictureDrawing& draw);
 void write_plot(const Plot& plot, const PictureOptions& options, int results);
 
 } // namespace tarquil

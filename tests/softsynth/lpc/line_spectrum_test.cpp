@@ -1,0 +1,86 @@
+// Line spectral pairs, predictors and reflection coefficients.
+
+#include "softsynth/lpc/line_spectrum.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <complex>
+
+#include "softsynth/lpc/exact_math.h"
+#include "tests/softsynth/lpc/speech_samples.h"
+
+namespace tarquil {
+
+namespace {
+
+LineCosines cosines_of(const SpeechFrame& frame) {
+    LineCosines cosines{};
+    for (size_t i = 0; i < LPC_ORDER; i++)
+        cosines[i] = std::cos(PI * (frame.lines[i] + 0.5) / 256.0);
+    return cosines;
+}
+
+} // namespace
+
+TEST(LineSpectrum, ExactFunctionsAgreeWithTheLibrary) {
+    for (double x = 0.0; x <= 1.0; x += 1.0 / 1024) {
+        EXPECT_NEAR(cos_half_turns(x), std::cos(PI * x), 1e-15);
+        EXPECT_NEAR(sin_half_turns(x), std::sin(PI * x), 1e-15);
+    }
+}
+
+TEST(LineSpectrum, LinesComeBackFromTheirPredictor) {
+    for (const SpeechFrame& frame : random_speech(500, 11).frames) {
+        const LineCosines cosines = cosines_of(frame);
+        const auto found = lines_of_predictor(predictor_of_lines(cosines));
+        ASSERT_TRUE(found);
+        for (size_t i = 0; i < LPC_ORDER; i++) {
+            // An eighth of a byte's step.
+            EXPECT_NEAR(std::acos((*found)[i]), std::acos(cosines[i]), PI / 2048);
+        }
+    }
+}
+
+TEST(LineSpectrum, PredictorOutsideTheUnitCircleHasNoLines) {
+    Predictor predictor{1.0};
+    predictor[1] = -2.5;
+    EXPECT_FALSE(lines_of_predictor(predictor));
+}
+
+TEST(LineSpectrum, PowerOfThePredictorIsThatOfItsPolynomial) {
+    const LineCosines cosines = cosines_of({vowel_lines(), 200, 0, 0});
+    const Predictor predictor = predictor_of_lines(cosines);
+    for (const double angle : {0.01, 0.3, 0.77, 1.5, 2.4, 3.1}) {
+        std::complex<double> sum = 0.0;
+        for (size_t m = 0; m <= LPC_ORDER; m++)
+            sum += predictor[m] * std::polar(1.0, -angle * double(m));
+        EXPECT_NEAR(predictor_power(cosines, std::cos(angle)) / std::norm(sum), 1.0, 1e-9);
+    }
+}
+
+TEST(LineSpectrum, StepUpRebuildsThePredictor) {
+    const Predictor predictor = predictor_of_lines(cosines_of({vowel_lines(5), 200, 0, 0}));
+    const Reflections reflections = reflections_of_predictor(predictor);
+    Predictor built{1.0};
+    for (size_t m = 1; m <= LPC_ORDER; m++) {
+        const Predictor shorter = built;
+        for (size_t i = 1; i <= m; i++)
+            built[i] = shorter[i] + reflections[m - 1] * shorter[m - i];
+    }
+    for (size_t m = 0; m <= LPC_ORDER; m++)
+        EXPECT_NEAR(built[m], predictor[m], 1e-10);
+}
+
+TEST(LineSpectrum, AnyLinesGiveReflectionsWithinTheUnitCircle) {
+    // Ten lines as near to each other as a frame may have them.
+    for (int lowest = 0; lowest + 9 * MIN_LINE_DISTANCE <= 255; lowest++) {
+        SpeechFrame frame;
+        for (size_t i = 0; i < LPC_ORDER; i++)
+            frame.lines[i] = uint8_t(lowest + int(i) * MIN_LINE_DISTANCE);
+        for (const double k : reflections_of_predictor(predictor_of_lines(cosines_of(frame))))
+            ASSERT_LT(std::fabs(k), 1.0) << "from " << lowest;
+    }
+}
+
+} // namespace tarquil

@@ -1,0 +1,70 @@
+// A frame and its bytes.
+
+#include "softsynth/lpc/speech_frame.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "softsynth/lpc/byte_order_code.h"
+
+namespace tarquil {
+
+TEST(SpeechFrame, PitchAndVoicingTravelInTheOrderOfTheLines) {
+    std::mt19937 random(3);
+    for (int round = 0; round < 2000; round++) {
+        SpeechFrame frame{{}, uint8_t(random()), uint8_t(random()), uint8_t(random() % 8)};
+        for (uint8_t& line : frame.lines)
+            line = uint8_t(random());
+        separate_lines(frame.lines);
+        EXPECT_EQ(unpack_frame(pack_frame(frame)), frame);
+    }
+}
+
+TEST(SpeechFrame, AnyBytesAreLinesThatKeepTheirDistance) {
+    std::mt19937 random(4);
+    for (int round = 0; round < 2000; round++) {
+        // Few values, so that lines coincide; at the ends of the range too.
+        const unsigned lowest = random() % 256;
+        SpeechFrameBytes bytes{};
+        for (uint8_t& byte : bytes)
+            byte = uint8_t(lowest + random() % (1 + round % 20));
+        const SpeechFrame frame = unpack_frame(bytes);
+        for (size_t i = 1; i < LPC_ORDER; i++)
+            ASSERT_GE(frame.lines[i] - frame.lines[i - 1], MIN_LINE_DISTANCE) << "round " << round;
+        ASSERT_LE(frame.voicing, MAX_VOICING);
+    }
+}
+
+TEST(SpeechFrame, EveryOrderHasANumberOfItsOwn) {
+    const OrderedBytes ascending{1, 3, 5, 7, 11, 13, 17, 19, 23, 29};
+    OrderedBytes bytes = ascending;
+    uint32_t number = 0;
+    do {
+        ASSERT_EQ(byte_order_number(bytes), number);
+        ASSERT_EQ(bytes_in_order(ascending, number), bytes);
+        number++;
+    } while (std::next_permutation(bytes.begin(), bytes.end()) && number < 50000);
+    OrderedBytes descending = ascending;
+    std::reverse(descending.begin(), descending.end());
+    EXPECT_EQ(byte_order_number(descending), NUM_BYTE_ORDERS - 1);
+}
+
+TEST(SpeechFrame, LevelsAreHalfDecibelsAndPitchesAreSixtyFourAnOctave) {
+    EXPECT_EQ(level_amplitude(0), 0.0);
+    // The top is 6 dB above 1; twice the amplitude is 6.02 dB, so 12 steps are 0.2 % less.
+    EXPECT_NEAR(level_amplitude(255 * 256), std::pow(10.0, 0.3), 1e-9);
+    EXPECT_NEAR(level_amplitude(212 * 256) / level_amplitude(200 * 256), 1.9953, 1e-4);
+    EXPECT_NEAR(pitch_hz(64 * 256), 100.0, 1e-9);
+    for (unsigned byte = 1; byte < 256; byte++) {
+        EXPECT_EQ(nearest_level(1.02 * level_amplitude(byte * 256)), byte);
+        EXPECT_EQ(nearest_pitch(0.996 * pitch_hz(byte * 256)), byte);
+    }
+    // Between two steps lies the geometric mean.
+    EXPECT_NEAR(level_amplitude(100 * 256 + 128) * level_amplitude(100 * 256 + 128),
+                level_amplitude(100 * 256) * level_amplitude(101 * 256), 1e-3 * 7.5e-8);
+    EXPECT_EQ(nearest_level(0.0), 0);
+    EXPECT_EQ(nearest_level(100.0), 255);
+}
+
+} // namespace tarquil

@@ -1,0 +1,23 @@
+// Speech files of the command line.
+
+#include "tools/speech/speech_files.h"
+
+#include "common/load_string.h"
+#include "instrument/text_error.h"
+#include "softsynth/lpc/speech_file.h"
+#include "tools/failure.h"
+
+namespace tarquil {
+
+Speech load_speech_file(const std::string& path) {
+    std::string bytes;
+    if (const int error = load_file_to_string(path == "-" ? "/dev/stdin" : path, bytes))
+        throw BadInput(path + ": " + explain_file_error(error));
+    Speech speech;
+    const SpeechFileError error = read_speech(bytes, speech);
+    if (error != SpeechFileError::NONE)
+        throw BadInput(path + ": " + explain(error));
+    return speech;
+}
+
+} // namespace tarquil
