@@ -29,18 +29,18 @@ class CheckedEvents : public EngineEvents {
         count++;
         const unsigned channel = event.status & 0x0FU;
         switch (event.status & 0xF0U) {
-        case EVENT_NOTE_ON:
+        case MIDI_NOTE_ON:
             TARQ_ASSERT(event.data1 < 128 && event.data2 > 0 && event.data2 < 128);
             notes[engine][channel].set(event.data1);
             break;
-        case EVENT_NOTE_OFF:
+        case MIDI_NOTE_OFF:
             TARQ_ASSERT(event.data1 < 128);
             notes[engine][channel].reset(event.data1);
             break;
-        case EVENT_SILENCE:
+        case MIDI_SILENCE:
             notes[engine][channel].reset();
             break;
-        case EVENT_CONTROLLER:
+        case MIDI_CONTROL_CHANGE:
             TARQ_ASSERT(find_controller(event.data1) != nullptr && event.data2 < 128);
             TARQ_ASSERT(filter_controller(event.data1, event.data2) == event.data2);
             break;

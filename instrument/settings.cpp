@@ -9,6 +9,9 @@ namespace tarquil {
 
 namespace {
 
+constexpr const char* MIDI_KEY = "midi";
+constexpr const char* GENERAL_MIDI = "gm";
+
 std::string instrument_key(unsigned number) {
     return "instrument" + std::to_string(number);
 }
@@ -35,6 +38,7 @@ void TarqSettings::load_default() {
     bytes = default_controller_bytes();
     song_title.clear();
     song_author.clear();
+    general_midi = false;
 }
 
 int TarqSettings::text_load(const std::string& path, LoadReport* report) {
@@ -64,6 +68,8 @@ int TarqSettings::text_load_from_string(std::string_view text, LoadReport* repor
     }
     reader.get_str("song_title", song_title);
     reader.get_str("song_author", song_author);
+    std::string dialect;
+    general_midi = reader.get_str(MIDI_KEY, dialect) && dialect == GENERAL_MIDI;
     return 0;
 }
 
@@ -81,6 +87,8 @@ int TarqSettings::text_save_to_string(std::string& out) const {
                          std::string(EMBEDDED_PREFIX) + str2hex(instruments[i].save_to_string()));
     writer.write_str("song_title", song_title);
     writer.write_str("song_author", song_author);
+    if (general_midi) // other banks stay what older versions write
+        writer.write_str(MIDI_KEY, GENERAL_MIDI);
     out = writer.get_string();
     return 0;
 }

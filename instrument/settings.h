@@ -25,8 +25,8 @@ class TarqSettings {
     Instrument& get_instrument(unsigned number);
     [[nodiscard]] const Instrument& get_instrument(unsigned number) const;
 
-    // All controllers to their defaults, title and author empty; the instruments' names and file
-    // names stay.
+    // All controllers to their defaults, title and author empty, not General MIDI; the instruments'
+    // names and file names stay.
     void load_default();
 
     // Reads a bank.  An instrument without a key is read from DEFAULT_INSTRUMENT_FILE.
@@ -58,11 +58,16 @@ class TarqSettings {
     [[nodiscard]] const std::string& get_song_title() const { return song_title; }
     [[nodiscard]] const std::string& get_song_author() const { return song_author; }
 
+    // Whether the bank is made for General MIDI messages rather than the engine's own numbers.
+    void set_general_midi(bool is_general_midi) { general_midi = is_general_midi; }
+    [[nodiscard]] bool is_general_midi() const { return general_midi; }
+
   private:
     std::array<Instrument, MAX_INSTRUMENTS> instruments;
     ControllerBytes bytes{};
     std::string song_title;
     std::string song_author;
+    bool general_midi = false;
 };
 
 } // namespace tarquil

@@ -47,7 +47,7 @@ void EngineChannel::set(uint32_t time, unsigned controller, uint8_t value, Engin
     if (sent[controller] == value)
         return;
     sent[controller] = value;
-    put(time, EVENT_CONTROLLER, controller, value, out);
+    put(time, MIDI_CONTROL_CHANGE, controller, value, out);
 }
 
 void EngineChannel::glide(uint32_t time, unsigned controller, uint8_t value, EngineEvents& out) {
@@ -69,21 +69,21 @@ void EngineChannel::bend(uint32_t time, unsigned value, EngineEvents& out) {
     // The engine reads both as one: they always come together.
     sent[CTRL_PITCH_BEND_MSB] = coarse;
     sent[CTRL_PITCH_BEND_LSB] = fine;
-    put(time, EVENT_CONTROLLER, CTRL_PITCH_BEND_MSB, coarse, out);
-    put(time, EVENT_CONTROLLER, CTRL_PITCH_BEND_LSB, fine, out);
+    put(time, MIDI_CONTROL_CHANGE, CTRL_PITCH_BEND_MSB, coarse, out);
+    put(time, MIDI_CONTROL_CHANGE, CTRL_PITCH_BEND_LSB, fine, out);
 }
 
 void EngineChannel::note_on(uint32_t time, unsigned note, unsigned velocity,
                             EngineEvents& out) const {
-    put(time, EVENT_NOTE_ON, note, velocity, out);
+    put(time, MIDI_NOTE_ON, note, velocity, out);
 }
 
 void EngineChannel::note_off(uint32_t time, unsigned note, EngineEvents& out) const {
-    put(time, EVENT_NOTE_OFF, note, 0, out);
+    put(time, MIDI_NOTE_OFF, note, 0, out);
 }
 
 void EngineChannel::silence(uint32_t time, EngineEvents& out) const {
-    put(time, EVENT_SILENCE, 0, 0, out);
+    put(time, MIDI_SILENCE, 0, 0, out);
 }
 
 void EngineChannel::run_due(uint32_t time, EngineEvents& out) {
@@ -92,7 +92,7 @@ void EngineChannel::run_due(uint32_t time, EngineEvents& out) {
         if (slope.due() != DueTime(time))
             continue;
         sent[controller] = slope.take_step();
-        put(time, EVENT_CONTROLLER, controller, sent[controller], out);
+        put(time, MIDI_CONTROL_CHANGE, controller, sent[controller], out);
     }
 }
 
@@ -108,7 +108,7 @@ Glide& EngineChannel::glide_of(unsigned controller) {
 void EngineChannel::put(uint32_t time, unsigned kind, unsigned data1, unsigned data2,
                         EngineEvents& out) const {
     out.put(engine, {.time = time,
-                     .status = uint8_t(kind | channel),
+                     .status = midi_status(kind, channel),
                      .data1 = uint8_t(data1),
                      .data2 = uint8_t(data2)});
 }

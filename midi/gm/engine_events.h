@@ -12,11 +12,8 @@ inline constexpr unsigned MELODIC_ENGINE = 0;
 inline constexpr unsigned RHYTHM_ENGINE = 1;
 inline constexpr unsigned NUM_GM_ENGINES = 2;
 
-// Kinds of a midi_event; the low nibble is the engine's channel.
-inline constexpr unsigned EVENT_NOTE_OFF = 0x80;
-inline constexpr unsigned EVENT_NOTE_ON = 0x90;
-inline constexpr unsigned EVENT_SILENCE = 0xA0; // fades the channel's voices within 3 ms
-inline constexpr unsigned EVENT_CONTROLLER = 0xB0;
+// Beside the engine's own kinds: fades all voices of the channel within 3 ms.
+inline constexpr unsigned MIDI_SILENCE = 0xA0;
 
 // Takes events, each engine's in the order of their times.
 class EngineEvents {

@@ -10,31 +10,16 @@ namespace tarquil {
 
 namespace {
 
-constexpr unsigned NOTE_OFF = 0x80;
-constexpr unsigned NOTE_ON = 0x90;
-constexpr unsigned KEY_PRESSURE = 0xA0;
-constexpr unsigned CONTROL_CHANGE = 0xB0;
-constexpr unsigned PROGRAM_CHANGE = 0xC0;
-constexpr unsigned CHANNEL_PRESSURE = 0xD0;
-constexpr unsigned SYSTEM = 0xF0;
-constexpr unsigned DATA_LIMIT = 0x80;
-
 const GmMap NO_MAP;
 
-// Status and data bytes of a channel message, by its kind.
-size_t message_size(unsigned kind) {
-    return kind == PROGRAM_CHANGE || kind == CHANNEL_PRESSURE ? 2 : 3;
-}
-
 bool is_damaged(std::span<const uint8_t> message) {
-    if (message.empty() || message[0] < DATA_LIMIT)
+    if (message.empty() || !is_midi_status(message[0]))
         return true;
-    if (message[0] >= SYSTEM)
+    if (message[0] >= MIDI_SYSTEM)
         return false;
-    const size_t size = message_size(message[0] & 0xF0U);
+    const size_t size = 1 + num_midi_data_bytes(message[0]);
     return message.size() < size ||
-           std::any_of(message.begin() + 1, message.begin() + ptrdiff_t(size),
-                       [](uint8_t byte) { return byte >= DATA_LIMIT; });
+           std::any_of(message.begin() + 1, message.begin() + ptrdiff_t(size), is_midi_status);
 }
 
 bool is_mode(unsigned controller) {
@@ -88,9 +73,9 @@ void GmDialect::translate(uint32_t time, std::span<const uint8_t> message, Engin
     state.report.messages++;
     if (is_damaged(message))
         state.report.count(GmMessage::DAMAGED);
-    else if (message[0] == SYSTEM)
+    else if (message[0] == MIDI_SYSTEM)
         play_sysex(time, message, out);
-    else if (message[0] > SYSTEM)
+    else if (message[0] > MIDI_SYSTEM)
         state.report.count(GmMessage::OTHER_SYSTEM);
     else
         play_channel_message(time, message, out);
@@ -98,32 +83,32 @@ void GmDialect::translate(uint32_t time, std::span<const uint8_t> message, Engin
 
 void GmDialect::play_channel_message(uint32_t time, std::span<const uint8_t> message,
                                      EngineEvents& out) {
-    const unsigned index = message[0] & 0x0FU;
+    const unsigned index = midi_channel(message[0]);
     const unsigned data = message[1];
     GmChannel& channel = state.channels[index];
-    switch (message[0] & 0xF0U) {
-    case NOTE_ON:
+    switch (midi_kind(message[0])) {
+    case MIDI_NOTE_ON:
         if (message[2] > 0) {
             note_on(time, index, data, message[2], out);
             break;
         }
         [[fallthrough]];
-    case NOTE_OFF:
+    case MIDI_NOTE_OFF:
         state.report.count(GmMessage::NOTE_OFFS);
         note_off(time, index, data, out);
         break;
-    case KEY_PRESSURE:
+    case MIDI_POLYPHONIC_PRESSURE:
         state.report.count(GmMessage::KEY_PRESSURE);
         break;
-    case CONTROL_CHANGE:
+    case MIDI_CONTROL_CHANGE:
         state.report.controllers[data]++;
         change_controller(time, index, data, message[2], out);
         break;
-    case PROGRAM_CHANGE:
+    case MIDI_PROGRAM_CHANGE:
         state.report.count(GmMessage::PROGRAMS);
         change_program(index, data);
         break;
-    case CHANNEL_PRESSURE:
+    case MIDI_CHANNEL_PRESSURE:
         state.report.count(GmMessage::CHANNEL_PRESSURE);
         channel.pressure = uint8_t(data);
         melodic.update_vibrato(time, index);
@@ -216,7 +201,7 @@ void GmDialect::change_mode(uint32_t time, unsigned channel, unsigned controller
     case MIDI_RESET:
         reset_controllers(time, channel, out);
         break;
-    case MIDI_NOTES_OFF:
+    case MIDI_ALL_NOTES_OFF:
     case MIDI_OMNI_OFF:
     case MIDI_OMNI_ON:
     case MIDI_MONO:
@@ -291,7 +276,7 @@ void GmDialect::set_engine_controller(uint32_t time, unsigned channel, unsigned 
     if (info->scope != ControllerScope::CHANNEL) {
         changed_globals.set(number);
         out.put(MELODIC_ENGINE, {.time = time,
-                                 .status = uint8_t(EVENT_CONTROLLER),
+                                 .status = midi_status(MIDI_CONTROL_CHANGE, 0),
                                  .data1 = uint8_t(number),
                                  .data2 = byte});
         return;

@@ -89,7 +89,7 @@ constexpr ControllerRow CONTROLLERS[] = {
     {MIDI_SOUND_OFF, "all sound off", Verdict::PLAYED},
     {MIDI_RESET, "reset controllers", Verdict::PLAYED},
     {122, "local control", Verdict::IGNORED},
-    {MIDI_NOTES_OFF, "all notes off", Verdict::PLAYED},
+    {MIDI_ALL_NOTES_OFF, "all notes off", Verdict::PLAYED},
     {MIDI_OMNI_OFF, "omni off", Verdict::PLAYED},
     {MIDI_OMNI_ON, "omni on", Verdict::PLAYED},
     {MIDI_MONO, "mono", Verdict::PLAYED},

@@ -66,7 +66,7 @@ void GmDialect::reset(uint32_t time, EngineEvents& out) {
         if (!changed_globals[number] || state.sounds.globals == nullptr)
             continue;
         out.put(MELODIC_ENGINE, {.time = time,
-                                 .status = uint8_t(EVENT_CONTROLLER),
+                                 .status = midi_status(MIDI_CONTROL_CHANGE, 0),
                                  .data1 = uint8_t(number),
                                  .data2 = (*state.sounds.globals)[number]});
     }

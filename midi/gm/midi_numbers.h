@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "midi/midi_message.h"
+
 namespace tarquil {
 
 enum MidiController : unsigned {
@@ -36,7 +38,6 @@ enum MidiController : unsigned {
     MIDI_RPN_MSB = 101,
     MIDI_SOUND_OFF = 120,
     MIDI_RESET = 121,
-    MIDI_NOTES_OFF = 123,
     MIDI_OMNI_OFF = 124,
     MIDI_OMNI_ON = 125,
     MIDI_MONO = 126,

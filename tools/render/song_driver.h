@@ -24,7 +24,7 @@ class SongDriver {
 
     // Renders the next `num_samples` frames, interleaved.  BadInput when the song has more events
     // in a block than any instrument makes of it.
-    void render(float* pcm, uint32_t num_samples);
+    virtual void render(float* pcm, uint32_t num_samples);
 
   protected:
     // What a full event queue of the plug-in holds; a block of a real song needs a few hundred.
@@ -34,16 +34,23 @@ class SongDriver {
     // `block_start`, and returns how many events wait for the block.
     virtual size_t queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
 
+    // Takes a system exclusive message, as queue_message does.
+    virtual void queue_exclusive(const SongExclusive& /*message*/) {}
+
+    // Lets every key go at the song's end.
+    virtual void queue_releases(uint32_t end_time, uint32_t block_start);
+
     // Plays what was queued.
     virtual void run(float* pcm, uint32_t num_samples, uint32_t block_start) = 0;
 
   private:
     void queue_song(uint32_t block_end);
-    void queue_releases();
+    void queue_exclusives(uint32_t block_end);
 
     const Song& song;
     const ChannelSet channels;
     size_t next_message = 0;
+    size_t next_exclusive = 0;
     uint32_t curr_time = 0;
     bool keys_released = false;
 };

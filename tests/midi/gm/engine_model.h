@@ -45,27 +45,27 @@ class EngineModel : public EngineEvents {
         Channel& channel = channels[engine][index];
         const unsigned kind = event.status & 0xF0U;
         if (half_bend) {
-            ASSERT_TRUE(kind == EVENT_CONTROLLER && event.data1 == CTRL_PITCH_BEND_LSB &&
+            ASSERT_TRUE(kind == MIDI_CONTROL_CHANGE && event.data1 == CTRL_PITCH_BEND_LSB &&
                         event.time == *half_bend)
                 << "half a bend";
         }
         half_bend.reset();
         switch (kind) {
-        case EVENT_NOTE_ON:
+        case MIDI_NOTE_ON:
             ASSERT_LT(event.data1, 128);
             ASSERT_GT(event.data2, 0);
             channel.notes.insert(event.data1);
             strikes.push_back({engine, index, event.data1, event.data2, event.time, channel.bytes});
             break;
-        case EVENT_NOTE_OFF:
+        case MIDI_NOTE_OFF:
             ASSERT_LT(event.data1, 128);
             channel.notes.erase(event.data1);
             break;
-        case EVENT_SILENCE:
+        case MIDI_SILENCE:
             channel.notes.clear();
             channel.silences++;
             break;
-        case EVENT_CONTROLLER: {
+        case MIDI_CONTROL_CHANGE: {
             const ControllerInfo* info = find_controller(event.data1);
             ASSERT_NE(info, nullptr);
             ASSERT_EQ(filter_controller(event.data1, event.data2), event.data2);
