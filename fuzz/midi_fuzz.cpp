@@ -21,6 +21,13 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             TARQ_ASSERT(message.bytes[1] < 0x80 && message.bytes[2] < 0x80);
             last = message.time;
         }
+        size_t position = 0;
+        for (const SongExclusive& exclusive : song.exclusives) {
+            TARQ_ASSERT(exclusive.position >= position);
+            TARQ_ASSERT(exclusive.position <= song.messages.size());
+            TARQ_ASSERT(exclusive.bytes.front() == 0xF0 && exclusive.bytes.back() == 0xF7);
+            position = exclusive.position;
+        }
         TARQ_ASSERT(song.end_time >= last);
         TARQ_ASSERT(song.end_time <= MAX_SONG_SECONDS * 44100U);
     } catch (const BadInput&) {

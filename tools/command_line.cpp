@@ -37,6 +37,7 @@ std::unique_ptr<CLI::App> make_command_line(int results) {
     app->get_formatter()->column_width(34);
     add_render_command(*app, results);
     add_bank_command(*app, results);
+    add_map_command(*app, results);
     add_plot_command(*app, results);
     add_parameters_command(*app, results);
     add_speech_command(*app, results);

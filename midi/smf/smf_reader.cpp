@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "midi/midi_message.h"
 #include "midi/smf/byte_cursor.h"
@@ -20,11 +21,14 @@ constexpr uint8_t META = 0xFF;
 constexpr uint8_t META_END_OF_TRACK = 0x2F;
 constexpr uint8_t META_TEMPO = 0x51;
 
-// A message or, where `is_tempo`, a tempo of 24 bits in the three bytes.
+// A message; or a tempo of 24 bits in the three bytes; or a system exclusive message.
 struct TrackEvent {
+    enum class Kind : uint8_t { MESSAGE, TEMPO, EXCLUSIVE };
+
     uint64_t tick = 0;
     uint8_t bytes[3] = {};
-    bool is_tempo = false;
+    Kind kind = Kind::MESSAGE;
+    uint32_t exclusive = 0; // index
 };
 
 struct Header {
@@ -38,21 +42,25 @@ class TrackReader {
     void read(ByteCursor cursor);
 
     std::vector<TrackEvent> events;
+    std::vector<std::vector<uint8_t>> exclusives;
     uint64_t end_tick = 0;
 
   private:
     void read_meta(ByteCursor& cursor);
+    void read_exclusive(ByteCursor& cursor, uint8_t first_byte);
     void read_message(ByteCursor& cursor, uint8_t first_byte);
 
     // Of the track that is being read.
     uint64_t tick = 0;
-    uint8_t running_status = 0; // 0: none yet
+    uint8_t running_status = 0;  // 0: none yet
+    std::vector<uint8_t> packet; // a system exclusive message that is still to be continued
     bool ended = false;
 };
 
 void TrackReader::read(ByteCursor cursor) {
     tick = 0;
     running_status = 0;
+    packet.clear();
     ended = false;
     while (!ended) {
         if (cursor.at_end())
@@ -62,7 +70,7 @@ void TrackReader::read(ByteCursor cursor) {
         if (first_byte == META)
             read_meta(cursor);
         else if (first_byte == SYSEX || first_byte == SYSEX_CONTINUED)
-            cursor.take(cursor.take_variable_number("a length"), "a system exclusive message");
+            read_exclusive(cursor, first_byte);
         else
             read_message(cursor, first_byte);
     }
@@ -87,8 +95,28 @@ void TrackReader::read_meta(ByteCursor& cursor) {
             ByteCursor::fail_at(start, "a tempo has a length other than 3");
         if (data[0] == 0 && data[1] == 0 && data[2] == 0)
             ByteCursor::fail_at(start, "a tempo is 0");
-        events.push_back({.tick = tick, .bytes = {data[0], data[1], data[2]}, .is_tempo = true});
+        events.push_back(
+            {.tick = tick, .bytes = {data[0], data[1], data[2]}, .kind = TrackEvent::Kind::TEMPO});
     }
+}
+
+// A message may come in several packets, of which the last one ends in 0xF7.
+void TrackReader::read_exclusive(ByteCursor& cursor, uint8_t first_byte) {
+    constexpr uint8_t END = 0xF7;
+    const uint32_t length = cursor.take_variable_number("a length");
+    const std::span<const uint8_t> data = cursor.take(length, "a system exclusive message");
+    if (first_byte == SYSEX)
+        packet = {SYSEX};
+    else if (packet.empty())
+        return; // bytes to be sent as they are
+    packet.insert(packet.end(), data.begin(), data.end());
+    if (packet.back() != END)
+        return;
+    events.push_back({.tick = tick,
+                      .kind = TrackEvent::Kind::EXCLUSIVE,
+                      .exclusive = uint32_t(exclusives.size())});
+    exclusives.push_back(std::move(packet));
+    packet.clear();
 }
 
 void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
@@ -193,11 +221,20 @@ Song read_song(std::span<const uint8_t> file) {
     for (const TrackEvent& event : tracks.events) {
         advance_to(event.tick);
         const uint8_t* bytes = event.bytes;
-        if (event.is_tempo)
-            clock.set_tempo(uint32_t(bytes[0]) << 16 | uint32_t(bytes[1]) << 8 | bytes[2]);
-        else
+        switch (event.kind) {
+        case TrackEvent::Kind::MESSAGE:
             song.messages.push_back(
                 {.time = clock.sample(), .bytes = {bytes[0], bytes[1], bytes[2]}});
+            break;
+        case TrackEvent::Kind::TEMPO:
+            clock.set_tempo(uint32_t(bytes[0]) << 16 | uint32_t(bytes[1]) << 8 | bytes[2]);
+            break;
+        case TrackEvent::Kind::EXCLUSIVE:
+            song.exclusives.push_back({.time = clock.sample(),
+                                       .position = song.messages.size(),
+                                       .bytes = std::move(tracks.exclusives[event.exclusive])});
+            break;
+        }
     }
     advance_to(tracks.end_tick);
     song.end_time = clock.sample();

@@ -5,9 +5,9 @@
 //
 // Any damage is an error: a chunk, event or length that reaches beyond its file or chunk, a data
 // byte above 127, a missing or early end of track, a wrong number of tracks.  What the format lets
-// a reader skip is skipped: unknown chunks, system exclusive messages, meta events other than tempo
-// and end of track, a header longer than six bytes.  A running status outlives system exclusive and
-// meta events, which the format forbids but real files rely on.
+// a reader skip is skipped: unknown chunks, meta events other than tempo and end of track, bytes
+// that are sent as they are, a header longer than six bytes.  A running status outlives system
+// exclusive and meta events, which the format forbids but real files rely on.
 
 #pragma once
 
@@ -31,9 +31,17 @@ struct SongMessage {
     uint8_t bytes[3] = {};
 };
 
+// A system exclusive message, from 0xF0 to 0xF7.
+struct SongExclusive {
+    uint32_t time = 0;   // as a message's
+    size_t position = 0; // comes before this one of the song's messages
+    std::vector<uint8_t> bytes;
+};
+
 struct Song {
     std::vector<SongMessage> messages; // in time order; at one tick by track, then as in the file
-    uint32_t end_time = 0;             // of the last end of track, in samples
+    std::vector<SongExclusive> exclusives; // in order
+    uint32_t end_time = 0;                 // of the last end of track, in samples
 };
 
 // Places each event on the sample that sounds at its exact time: the sum over all ticks of their

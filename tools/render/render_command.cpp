@@ -14,6 +14,8 @@
 #include "tools/command.h"
 #include "tools/failure.h"
 #include "tools/notice.h"
+#include "tools/render/gm_options.h"
+#include "tools/render/gm_report_text.h"
 #include "tools/render/render_options.h"
 #include "tools/render/render_summary.h"
 #include "tools/render/renderer.h"
@@ -47,7 +49,8 @@ void render(const RenderOptions& options) {
     const Song song = load_song(options.song_path);
     LoadReport report;
     const std::unique_ptr<Orchestra> orchestra = load_orchestra(options, report);
-    const RenderResult result = render_song(options, song, *orchestra);
+    const std::unique_ptr<GmSet> set = choose_gm_set(options, orchestra->bank, &report);
+    const RenderResult result = render_song(options, song, *orchestra, set.get());
     if (!options.quiet && !options.json)
         print_load_summary(report);
 
@@ -55,9 +58,11 @@ void render(const RenderOptions& options) {
     const std::string& path = options.audio.path;
     if (options.json)
         write_result(path == "-" ? STDERR_FILENO : options.standard_output,
-                     summary_json(path, result));
+                     summary_json(path, result, options.report));
     else if (!options.quiet)
         write_result(STDERR_FILENO, summary_text(path, result));
+    if (options.report && result.report && !options.json)
+        write_result(STDERR_FILENO, gm_report_text(*result.report, result.most_voices));
 }
 
 // An option whose text `read` turns into a setting.
@@ -81,6 +86,7 @@ void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& 
         ->type_name("CHANNEL=FILE.tqi")
         ->expected(1)
         ->take_all();
+    add_gm_options(command, options);
     add_text_option(
         command, "--channels",
         [options](const std::string& text) { options->channels = parse_channels(text); },

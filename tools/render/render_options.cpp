@@ -74,6 +74,16 @@ void parse_instrument(const std::string& text, RenderOptions& options) {
     options.instrument_paths[channel] = text.substr(equals + 1);
 }
 
+MidiDialect parse_midi_dialect(const std::string& text) {
+    if (text == "auto")
+        return MidiDialect::AUTO;
+    if (text == "gm")
+        return MidiDialect::GM;
+    if (text == "native")
+        return MidiDialect::NATIVE;
+    throw BadInput("--midi " + text + ": not auto, gm or native");
+}
+
 std::optional<uint32_t> parse_tail(const std::string& text) {
     if (text == "auto")
         return std::nullopt;

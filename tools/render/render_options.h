@@ -24,12 +24,22 @@ using ChannelSet = std::bitset<NUM_CHANNELS>;
 // That of the engine linked in, so that the plug-in gives the same bytes.
 inline constexpr uint32_t DEFAULT_BLOCK = QuantumStream::QUANTUM;
 
+// How the song's messages are understood.
+enum class MidiDialect : uint8_t {
+    AUTO,   // as the bank says; General MIDI without one
+    GM,     // General MIDI
+    NATIVE, // the engine's own controller numbers
+};
+
 struct RenderOptions {
     std::string song_path; // "-": standard input
     AudioRequest audio;
     int standard_output = -1; // its descriptor, for the path "-"
     std::string plugin_path;  // empty: the engine linked in
     std::string bank_path;    // empty: the built-in bank
+    MidiDialect midi = MidiDialect::AUTO;
+    std::string map_path; // of a General MIDI set; empty: none
+    bool report = false;  // says what became of the messages
     std::array<std::string, NUM_CHANNELS> instrument_paths;
     ChannelSet channels = ChannelSet().set(); // that sound
     std::string stem_folder;                  // empty: no stems
@@ -46,6 +56,9 @@ ChannelSet parse_channels(const std::string& text);
 
 // "CHANNEL=FILE": sets the path of one channel, counted from 1.
 void parse_instrument(const std::string& text, RenderOptions& options);
+
+// "auto", "gm" or "native".
+MidiDialect parse_midi_dialect(const std::string& text);
 
 // "auto" or seconds, at most half an hour.
 std::optional<uint32_t> parse_tail(const std::string& text);

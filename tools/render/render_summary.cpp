@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/number_text.h"
+#include "tools/render/gm_report_text.h"
 
 namespace tarquil {
 
@@ -28,11 +29,11 @@ std::string summary_text(const std::string& path, const RenderResult& result) {
            fixed_number(result.times_real_time, 1) + " times real time\n";
 }
 
-std::string summary_json(const std::string& path, const RenderResult& result) {
+std::string summary_json(const std::string& path, const RenderResult& result, bool with_report) {
     const auto level = [](const std::optional<double>& value) {
         return value ? nlohmann::ordered_json(*value) : nlohmann::ordered_json();
     };
-    const nlohmann::ordered_json object = {
+    nlohmann::ordered_json object = {
         {"output", path},
         {"format", container_name(result.format)},
         {"samples", sample_type_name(result.format)},
@@ -43,6 +44,8 @@ std::string summary_json(const std::string& path, const RenderResult& result) {
         {"loudness_lufs", level(result.loudness_lufs)},
         {"times_real_time", result.times_real_time},
     };
+    if (with_report && result.report)
+        object["midi"] = gm_report_json(*result.report, result.most_voices);
     // A path may hold bytes that are not UTF-8.
     return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <utility>
 
+#include "tools/render/gm_driver.h"
 #include "tools/render/interruption.h"
 #include "tools/render/main_output.h"
 #include "tools/render/plugin_driver.h"
@@ -38,8 +39,8 @@ void play(const RenderOptions& options, const Song& song, SongDriver& driver, Ma
 
 } // namespace
 
-RenderResult render_song(const RenderOptions& options, const Song& song,
-                         const Orchestra& orchestra) {
+RenderResult render_song(const RenderOptions& options, const Song& song, const Orchestra& orchestra,
+                         const GmSet* set) {
     const auto start = std::chrono::steady_clock::now();
     const Interruption interruption;
     const AudioFormat format = choose_audio_format(options.audio);
@@ -47,8 +48,14 @@ RenderResult render_song(const RenderOptions& options, const Song& song,
     MainOutput output({.path = options.audio.path, .standard_output = options.standard_output},
                       format, max_frames, options.normalize_dbfs);
     std::unique_ptr<SongDriver> driver;
+    const GmDriver* general_midi = nullptr;
     std::unique_ptr<StemOutputs> stems;
-    if (!options.plugin_path.empty()) {
+    if (set != nullptr) {
+        auto ensemble = std::make_unique<GmDriver>(song, orchestra.channels, orchestra.bank, *set,
+                                                   options.seed);
+        general_midi = ensemble.get();
+        driver = std::move(ensemble);
+    } else if (!options.plugin_path.empty()) {
         driver = std::make_unique<PluginDriver>(
             song, options, options.bank_path.empty() ? nullptr : &orchestra.bank);
     } else {
@@ -74,6 +81,10 @@ RenderResult render_song(const RenderOptions& options, const Song& song,
                         .num_frames = output.get_num_frames(),
                         .peak_dbfs = output.get_meter().peak_dbfs(),
                         .loudness_lufs = output.get_meter().loudness_lufs()};
+    if (general_midi != nullptr) {
+        result.report = general_midi->get_ensemble().report();
+        result.most_voices = general_midi->get_ensemble().get_most_voices();
+    }
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     result.times_real_time = double(result.num_frames) / format.rate / elapsed.count();
     return result;

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <optional>
 
+#include "midi/gm/gm_report.h"
 #include "midi/smf/smf_reader.h"
 #include "tools/audio/audio_format.h"
 #include "tools/render/engine_driver.h"
+#include "tools/render/gm_set.h"
 #include "tools/render/render_options.h"
 
 namespace tarquil {
@@ -18,10 +20,13 @@ struct RenderResult {
     std::optional<double> peak_dbfs;
     std::optional<double> loudness_lufs;
     double times_real_time = 0.0;
+    std::optional<GmReport> report = std::nullopt; // of the General MIDI dialect
+    unsigned most_voices = 0;                      // of one of its engines
 };
 
 // Writes the files that `options` names; all of them, or none and a Failure.
-RenderResult render_song(const RenderOptions& options, const Song& song,
-                         const Orchestra& orchestra);
+// With `set` the song's messages are General MIDI.
+RenderResult render_song(const RenderOptions& options, const Song& song, const Orchestra& orchestra,
+                         const GmSet* set);
 
 } // namespace tarquil

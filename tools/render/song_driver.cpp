@@ -10,8 +10,10 @@ namespace tarquil {
 void SongDriver::render(float* pcm) {
     const uint32_t block_end = curr_time + block();
     queue_song(block_end);
-    if (!keys_released && song.end_time < block_end)
-        queue_releases();
+    if (!keys_released && song.end_time < block_end) {
+        keys_released = true;
+        queue_releases(song.end_time, curr_time);
+    }
     run(pcm, curr_time);
     curr_time = block_end;
 }
@@ -21,20 +23,30 @@ void SongDriver::queue_song(uint32_t block_end) {
         const SongMessage& message = song.messages[next_message];
         if (message.time >= block_end)
             break;
+        queue_exclusives(block_end);
         const unsigned kind = midi_kind(message.bytes[0]);
         const bool is_note = kind == MIDI_NOTE_ON || kind == MIDI_NOTE_OFF;
         if (is_note && !channels[midi_channel(message.bytes[0])])
             continue;
         queue_message(message.time, curr_time, message.bytes);
     }
+    queue_exclusives(block_end);
 }
 
-void SongDriver::queue_releases() {
-    keys_released = true;
+void SongDriver::queue_exclusives(uint32_t block_end) {
+    for (; next_exclusive < song.exclusives.size(); next_exclusive++) {
+        const SongExclusive& exclusive = song.exclusives[next_exclusive];
+        if (exclusive.position > next_message || exclusive.time >= block_end)
+            break;
+        queue_exclusive(exclusive);
+    }
+}
+
+void SongDriver::queue_releases(uint32_t end_time, uint32_t block_start) {
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
         const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
                                    0};
-        queue_message(song.end_time, curr_time, message);
+        queue_message(end_time, block_start, message);
     }
 }
 

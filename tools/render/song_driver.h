@@ -26,23 +26,30 @@ class SongDriver {
     [[nodiscard]] virtual uint32_t block() const = 0;
 
     // Renders the next block, interleaved.
-    void render(float* pcm);
+    virtual void render(float* pcm);
 
   protected:
     // Takes a message of three bytes that sounds at `time`, in the block that begins at
     // `block_start`.  BadInput when there are more at once than the instrument takes.
     virtual void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
 
+    // Takes a system exclusive message, as queue_message does.
+    virtual void queue_exclusive(const SongExclusive& /*message*/) {}
+
+    // Lets every key go at the song's end.
+    virtual void queue_releases(uint32_t end_time, uint32_t block_start);
+
     // Plays what was queued.
     virtual void run(float* pcm, uint32_t block_start) = 0;
 
   private:
     void queue_song(uint32_t block_end);
-    void queue_releases();
+    void queue_exclusives(uint32_t block_end);
 
     const Song& song;
     const ChannelSet channels;
     size_t next_message = 0;
+    size_t next_exclusive = 0;
     uint32_t curr_time = 0;
     bool keys_released = false;
 };

@@ -57,6 +57,24 @@ TEST(SmfReader, PlacesEventsByTheTempoMapOfAllTracks) {
     EXPECT_EQ(song.messages[0].bytes[2], 0);
 }
 
+TEST(SmfReader, KeepsExclusiveMessagesInTheirPlace) {
+    SmfBytes track = {0x00, 0xB0, 7,  100,                    // a message
+                      0x00, 0xF0, 5,  0x7E, 0x7F, 9, 1, 0xF7, // whole
+                      0x00, 64,   10,                         // the status runs on
+                      0x60, 0xF0, 2,  0x41, 0x10,             // in two packets
+                      0x60, 0xF7, 2,  0x42, 0xF7,             //
+                      0x00, 0xF7, 1,  0xF8,                   // sent as it is: left out
+                      0x00, 0x90, 60, 100};
+    const Song song = read_song(make_smf(0, 96, {with_end(track)}));
+    ASSERT_EQ(song.messages.size(), 3U);
+    ASSERT_EQ(song.exclusives.size(), 2U);
+    EXPECT_EQ(song.exclusives[0].position, 1U);
+    EXPECT_EQ(song.exclusives[0].bytes, (SmfBytes{0xF0, 0x7E, 0x7F, 9, 1, 0xF7}));
+    EXPECT_EQ(song.exclusives[1].position, 2U);
+    EXPECT_EQ(song.exclusives[1].time, song.messages[2].time);
+    EXPECT_EQ(song.exclusives[1].bytes, (SmfBytes{0xF0, 0x41, 0x10, 0x42, 0xF7}));
+}
+
 TEST(SmfReader, RoundsDownOnceForTheWholeSong) {
     // 1000 changes of tempo, each after one tick: the lengths 1..1000 us / 7 add up to
     // 500500 / 7 us = 0.0715 s = 3153.15 samples.

@@ -63,7 +63,7 @@ class PluginRender : public testing::Test {
 };
 
 TEST_F(PluginRender, TarquilSoundsAsWhenLinkedIn) {
-    const std::string plain = rendered({});
+    const std::string plain = rendered({"--midi", "native"});
     const std::string banked = rendered({"--bank", bank_path});
     EXPECT_NE(plain, banked);
     EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN}) == plain);
@@ -72,7 +72,7 @@ TEST_F(PluginRender, TarquilSoundsAsWhenLinkedIn) {
                  banked);
     EXPECT_TRUE(rendered({"--bank", bank_path, "--block", "12"}) == banked);
     EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN, "--channels", "2"}) ==
-                rendered({"--channels", "2"}));
+                rendered({"--midi", "native", "--channels", "2"}));
 }
 
 TEST_F(PluginRender, OneOutputIsHeardOnBothSides) {

@@ -126,7 +126,7 @@ TEST_F(RenderCommand, PlaysWhatAHostWouldHear) {
     std::vector<float> expected(2 * 512);
     synth->run(expected.data(), 512, events.data(), uint32_t(events.size()), 0);
 
-    rendered({"--bits", "float", "--block", "512", duet});
+    rendered({"--midi", "native", "--bits", "float", "--block", "512", duet});
     const Sound sound = read_sound(out);
     for (size_t i = 0; i < expected.size(); i++)
         ASSERT_EQ(sound.samples[i], expected[i]) << i;
@@ -142,7 +142,7 @@ TEST_F(RenderCommand, ProgramsAndInstrumentsReachTheirChannels) {
     const std::string instrument_path = directory.path("lead.tqi");
     ASSERT_EQ(save_file_to_string(instrument_path, instrument.save_to_string()), 0);
 
-    const std::string plain = rendered({song});
+    const std::string plain = rendered({"--midi", "native", song});
     const std::string banked = rendered({"--bank", bank_path, song}); // program 5 on channel 1
     EXPECT_NE(banked, plain);
     EXPECT_EQ(rendered({"--instrument", "1=" + instrument_path, song}), banked);
@@ -150,7 +150,7 @@ TEST_F(RenderCommand, ProgramsAndInstrumentsReachTheirChannels) {
     EXPECT_EQ(rendered({"--instrument", "1=" + instrument_path, "--instrument",
                         "3=" + instrument_path, song}),
               banked);
-    EXPECT_EQ(rendered({"--bank", bank_path, duet}), rendered({duet}));
+    EXPECT_EQ(rendered({"--bank", bank_path, duet}), rendered({"--midi", "native", duet}));
 }
 
 TEST_F(RenderCommand, StemsAreTheChannelsThatPlay) {

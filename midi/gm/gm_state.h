@@ -1,0 +1,36 @@
+// What the parts of the dialect share: sounds, map, channels, master settings and the report.
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "midi/gm/gm_channel.h"
+#include "midi/gm/gm_laws.h"
+#include "midi/gm/gm_map.h"
+#include "midi/gm/gm_report.h"
+#include "midi/gm/gm_sounds.h"
+
+namespace tarquil {
+
+struct GmMaster {
+    uint16_t volume = MAX_MASTER_VOLUME;
+    uint16_t balance = BEND_CENTRE;
+    uint16_t fine_tuning = BEND_CENTRE;  // +-100 cents
+    uint8_t coarse_tuning = MIDI_CENTRE; // semitones
+
+    [[nodiscard]] double fine_semitones() const {
+        return (double(fine_tuning) - BEND_CENTRE) / BEND_CENTRE;
+    }
+};
+
+struct GmState {
+    GmSounds sounds;
+    const GmMap* map = nullptr; // never null while playing
+    std::array<GmChannel, NUM_MIDI_CHANNELS> channels;
+    GmMaster master;
+    bool xg_banks = false;
+    GmReport report;
+};
+
+} // namespace tarquil

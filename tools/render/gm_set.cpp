@@ -1,0 +1,43 @@
+// The General MIDI set that a render plays.
+
+#include "tools/render/gm_set.h"
+
+#include <filesystem>
+
+#include "instrument/checked_load.h"
+#include "instrument/load_error.h"
+#include "midi/gm/gm_map_file.h"
+#include "player/gm_sounds_of.h"
+#include "tools/failure.h"
+
+namespace tarquil {
+
+namespace {
+
+void load_bank_beside(const std::string& map_path, const std::string& name, TarqSettings& bank,
+                      LoadReport* report) {
+    const std::string path = (std::filesystem::path(map_path).parent_path() / name).string();
+    const int error = load_bank_checked(bank, path, report);
+    if (error != 0)
+        throw BadInput(map_path + ": " + explain_bank_error(path, error));
+}
+
+} // namespace
+
+void load_gm_set(const std::string& path, GmSet& set, TarqSettings& melodic, LoadReport* report) {
+    const std::string error = load_gm_map(set.map, path);
+    if (!error.empty())
+        throw BadInput(error);
+    set.has_map = true;
+    if (!set.map.melodic_bank.empty())
+        load_bank_beside(path, set.map.melodic_bank, melodic, report);
+    set.has_drums = !set.map.drum_bank.empty();
+    if (set.has_drums)
+        load_bank_beside(path, set.map.drum_bank, set.drums, report);
+    const std::string conflict =
+        find_family_conflict(set.map, sounds_of(melodic, set.has_drums ? &set.drums : nullptr));
+    if (!conflict.empty())
+        throw BadInput(path + ": " + conflict);
+}
+
+} // namespace tarquil
