@@ -23,11 +23,6 @@ class TextFileReader {
     // The value of `key`.  False, and `out` untouched, when there is none.
     bool get_str(std::string_view key, std::string& out) const;
 
-    // All keys and values, by key.
-    [[nodiscard]] const std::map<std::string, std::string, std::less<>>& get_pairs() const {
-        return pairs;
-    }
-
     // The number that the value starts with; 0 when it starts with none.
     bool get_float(std::string_view key, float& out) const;
 

@@ -11,7 +11,9 @@ namespace tarquil {
 
 namespace {
 
-const std::string KEY = std::string(CHANNEL_PROGRAMS_KEY) + " = ";
+std::string start_of_line() {
+    return std::string(CHANNEL_PROGRAMS_KEY) + " = ";
+}
 
 } // namespace
 
@@ -23,7 +25,7 @@ ChannelPrograms usual_channel_programs() {
 }
 
 std::string channel_programs_line(const ChannelPrograms& programs) {
-    std::string line(KEY);
+    std::string line = start_of_line();
     for (const unsigned program : programs)
         line += std::to_string(program) + " ";
     line.back() = '\n';
@@ -32,10 +34,11 @@ std::string channel_programs_line(const ChannelPrograms& programs) {
 
 ChannelPrograms find_channel_programs(std::string_view text) {
     ChannelPrograms programs = usual_channel_programs();
-    const size_t line = text.rfind(KEY);
+    const std::string start = start_of_line();
+    const size_t line = text.rfind(start);
     if (line == std::string_view::npos || (line > 0 && text[line - 1] != '\n'))
         return programs;
-    const char* next = text.data() + line + KEY.size();
+    const char* next = text.data() + line + start.size();
     const char* const end = text.data() + text.size();
     for (uint8_t& channel : programs) {
         unsigned program = MAX_INSTRUMENTS;

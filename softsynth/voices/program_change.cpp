@@ -8,8 +8,7 @@ void emit_program_change(const Instrument& instrument, ControllerArray& controll
                          uint32_t time) {
     for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
         if (!is_global_controller(number))
-            controllers.get_controller(number).push_back(
-                {time, instrument.get_controller(number)});
+            controllers.get_controller(number).push_back({time, instrument.get_controller(number)});
     }
 }
 

@@ -24,8 +24,8 @@ const char* find_native_option(const RenderOptions& options) {
 
 bool plays_general_midi(const RenderOptions& options, const TarqSettings& bank) {
     const char* const native_option = find_native_option(options);
-    const bool is_asked = options.midi == MidiDialect::GM || !options.map_path.empty();
-    if (options.midi == MidiDialect::NATIVE) {
+    const bool is_asked = options.midi == DialectChoice::GM || !options.map_path.empty();
+    if (options.midi == DialectChoice::NATIVE) {
         if (!options.map_path.empty())
             throw BadInput("--map: a General MIDI set does not go with --midi native");
         return false;

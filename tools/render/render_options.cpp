@@ -74,13 +74,13 @@ void parse_instrument(const std::string& text, RenderOptions& options) {
     options.instrument_paths[channel] = text.substr(equals + 1);
 }
 
-MidiDialect parse_midi_dialect(const std::string& text) {
+DialectChoice parse_midi_dialect(const std::string& text) {
     if (text == "auto")
-        return MidiDialect::AUTO;
+        return DialectChoice::AUTO;
     if (text == "gm")
-        return MidiDialect::GM;
+        return DialectChoice::GM;
     if (text == "native")
-        return MidiDialect::NATIVE;
+        return DialectChoice::NATIVE;
     throw BadInput("--midi " + text + ": not auto, gm or native");
 }
 

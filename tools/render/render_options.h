@@ -25,7 +25,7 @@ using ChannelSet = std::bitset<NUM_CHANNELS>;
 inline constexpr uint32_t DEFAULT_BLOCK = QuantumStream::QUANTUM;
 
 // How the song's messages are understood.
-enum class MidiDialect : uint8_t {
+enum class DialectChoice : uint8_t {
     AUTO,   // as the bank says; General MIDI without one
     GM,     // General MIDI
     NATIVE, // the engine's own controller numbers
@@ -37,7 +37,7 @@ struct RenderOptions {
     int standard_output = -1; // its descriptor, for the path "-"
     std::string plugin_path;  // empty: the engine linked in
     std::string bank_path;    // empty: the built-in bank
-    MidiDialect midi = MidiDialect::AUTO;
+    DialectChoice midi = DialectChoice::AUTO;
     std::string map_path; // of a General MIDI set; empty: none
     bool report = false;  // says what became of the messages
     std::array<std::string, NUM_CHANNELS> instrument_paths;
@@ -58,7 +58,7 @@ ChannelSet parse_channels(const std::string& text);
 void parse_instrument(const std::string& text, RenderOptions& options);
 
 // "auto", "gm" or "native".
-MidiDialect parse_midi_dialect(const std::string& text);
+DialectChoice parse_midi_dialect(const std::string& text);
 
 // "auto" or seconds, at most half an hour.
 std::optional<uint32_t> parse_tail(const std::string& text);

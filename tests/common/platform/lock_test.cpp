@@ -33,9 +33,7 @@ TEST(Lock, AWaitingThreadLendsItsPriorityToTheHolder) {
 TEST(Lock, IsTakenAgainByItsHolderAndKeptToTheEnd) {
     Lock lock;
     const LockHolder outer(lock);
-    {
-        const LockHolder inner(lock);
-    }
+    { const LockHolder inner(lock); }
     EXPECT_EQ(futex_word(lock) & FUTEX_TID_MASK, uint32_t(gettid()));
 }
 

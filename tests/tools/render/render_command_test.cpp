@@ -211,14 +211,16 @@ TEST_F(RenderCommand, BadInputIsStatus2WithItsReason) {
         const char* reason;
     };
     const Case cases[] = {
-        {{"--bank", file("broken.tqb", "a = 1\n\nbroken\n"), song, out}, "broken.tqb: line 3"},
+        {{"--bank", file("broken.tqb", "song_title = 1\n\nbroken\n"), song, out},
+         "broken.tqb: line 3"},
         {{"--bank", file("hex.tqb", "instrument0 = hex:zz\n"), song, out},
          "instrument0: not a hex"},
         {{"--bank", file("odd.tqb", "instrument0 = hex:012\n"), song, out}, "instrument0: an odd"},
-        {{"--bank", file("empty.tqb", ""), song, out}, "default.tqi"},
+        {{"--bank", file("empty.tqb", ""), song, out}, "empty.tqb: is empty"},
         {{"--bank", file("device.tqb", "instrument0 = /dev/zero\n"), song, out}, "/dev/zero"},
         {{"--bank", directory.path("none.tqb"), song, out}, "none.tqb: cannot be opened"},
-        {{"--instrument", "1=" + file("broken.tqi", "x\n"), song, out}, "broken.tqi: line 1"},
+        {{"--instrument", "1=" + file("broken.tqi", "name = x\nx\n"), song, out},
+         "broken.tqi: line 2"},
         {{"--instrument", "1=/none", song, out}, "/none: cannot be opened"},
         {{"--instrument", "0=a.tqi", song, out}, "channels are numbers"},
         {{directory.path("none.mid"), out}, "none.mid: cannot be opened"},
