@@ -16,7 +16,7 @@ std::string absolute_path(const char* variable) {
 } // namespace
 
 std::string user_folder(const char* variable, const char* below_home) {
-    const std::string folder = absolute_path(variable);
+    std::string folder = absolute_path(variable);
     if (!folder.empty())
         return folder;
     const std::string home = absolute_path("HOME");
