@@ -24,7 +24,7 @@ struct Output {
     }
 
     midi_event (&out)[MAX_OUT_EVENTS];
-    uint32_t time;
+    uint32_t time = 0;
     unsigned n_out_events = 0;
 };
 

@@ -191,7 +191,7 @@ std::string load_gm_map_from_string(GmMap& map, std::string_view text) {
     constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
     if (text.starts_with(BYTE_ORDER_MARK))
         text.remove_prefix(BYTE_ORDER_MARK.size());
-    const std::string broken = explain_broken_line(text);
+    std::string broken = explain_broken_line(text);
     if (!broken.empty())
         return broken;
     GmMap fresh;
@@ -203,8 +203,10 @@ std::string load_gm_map_from_string(GmMap& map, std::string_view text) {
         line.load_from_string(text.substr(start, end - start));
         for (const auto& [key, value] : line.get_pairs()) {
             const std::string error = reader.read_line(key, without_trailing_blanks(value));
-            if (!error.empty())
-                return "line " + std::to_string(line_number) + ": " + key + ": " + error;
+            if (!error.empty()) {
+                std::string place = "line " + std::to_string(line_number);
+                return place.append(": ").append(key).append(": ").append(error);
+            }
         }
         start = end + 1;
     }
