@@ -60,7 +60,7 @@ class JackOutput : public AudioOutput {
         }
         self->player.render(static_cast<float*>(jack_port_get_buffer(self->left, frames)),
                             static_cast<float*>(jack_port_get_buffer(self->right, frames)),
-                            int32_t(frames));
+                            frames);
         return 0;
     }
 
