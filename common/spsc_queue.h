@@ -33,6 +33,11 @@ template <typename T, uint32_t CAPACITY> class SpscQueue {
         return true;
     }
 
+    // At least as many as this can be popped; for the reader.
+    [[nodiscard]] uint32_t size() const {
+        return written.load(std::memory_order_acquire) - taken.load(std::memory_order_relaxed);
+    }
+
   private:
     std::array<T, CAPACITY> items{};
     alignas(64) std::atomic<uint32_t> written{0}; // a cache line each

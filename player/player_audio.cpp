@@ -19,9 +19,11 @@ PlayerAudio::PlayerAudio(PlayerLink& control_link, BankBytes* first_bank)
 }
 
 void PlayerAudio::follow_edits() {
+    // Those that come meanwhile wait for the next call: a writer may be faster than this.
     PlayerEdit edit;
-    while (link.edits.pop(edit))
+    for (uint32_t count = link.edits.size(); count > 0 && link.edits.pop(edit); count--)
         follow(edit);
+    refresh_if_asked();
     if (link.edits_lost.load(std::memory_order_relaxed) && link.edits_lost.exchange(false)) {
         for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
             playing[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
@@ -29,7 +31,20 @@ void PlayerAudio::follow_edits() {
     }
 }
 
+// Sends the bank once for many edits that ask for it.  A refresh brings the values of the edits
+// around it as well, so only what depends on the order has it made first.
+void PlayerAudio::refresh_if_asked() {
+    if (is_refresh_asked)
+        refresh();
+    is_refresh_asked = false;
+}
+
 void PlayerAudio::follow(const PlayerEdit& edit) {
+    const bool depends_on_order = edit.kind == PlayerEdit::Kind::CHANNEL_PROGRAM ||
+                                  edit.kind == PlayerEdit::Kind::RELEASE_NOTES ||
+                                  edit.kind == PlayerEdit::Kind::MESSAGE;
+    if (depends_on_order)
+        refresh_if_asked();
     const uint32_t time = edit.time == PLAY_NOW ? curr_time : edit.time;
     switch (edit.kind) {
     case PlayerEdit::Kind::BYTE:
@@ -42,7 +57,7 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
         play_program(edit.number, edit.program, time);
         break;
     case PlayerEdit::Kind::REFRESH:
-        refresh();
+        is_refresh_asked = true;
         break;
     case PlayerEdit::Kind::RELEASE_NOTES:
         release_notes();

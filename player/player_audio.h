@@ -49,6 +49,7 @@ class PlayerAudio {
 
   private:
     void follow(const PlayerEdit& edit);
+    void refresh_if_asked();
     void take_next_bank();
     void send_byte(unsigned program, unsigned number, int value, uint32_t time);
     void send_bend(unsigned program, int coarse, int fine);
@@ -66,6 +67,8 @@ class PlayerAudio {
     EventQueue events;
     uint32_t curr_time = 0;
     uint8_t playing[NUM_CHANNELS] = {};
+
+    bool is_refresh_asked = false; // by an edit that is being followed
 
     // What did not fit into the queue and follows when there is room: channels by bit, and the
     // global controllers.

@@ -79,7 +79,7 @@ std::vector<float> convert_rate(const std::string& path, const std::vector<float
 std::vector<float> read_recording(const std::string& path) {
     SF_INFO info{};
     const SndfileHandle file = open_recording(path, info);
-    const std::vector<float> samples = read_mono(path, file.get(), info);
+    std::vector<float> samples = read_mono(path, file.get(), info);
     if (samples.empty())
         throw BadInput(path + ": holds no sound");
     if (info.samplerate == SAMPLE_RATE)
