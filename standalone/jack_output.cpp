@@ -59,8 +59,7 @@ class JackOutput : public AudioOutput {
                 self->player.play(event.buffer, uint32_t(event.size), int32_t(event.time));
         }
         self->player.render(static_cast<float*>(jack_port_get_buffer(self->left, frames)),
-                            static_cast<float*>(jack_port_get_buffer(self->right, frames)),
-                            frames);
+                            static_cast<float*>(jack_port_get_buffer(self->right, frames)), frames);
         return 0;
     }
 
