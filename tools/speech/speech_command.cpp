@@ -112,7 +112,7 @@ void add_decode(CLI::App& speech, int results) {
         [options] { decode_speech(load_speech_file(options->path), *options->decoding); });
 }
 
-void add_show(CLI::App& speech, int results) {
+void add_speech_show(CLI::App& speech, int results) {
     struct Options {
         std::string path;
         bool frames = false;
@@ -155,7 +155,7 @@ void add_speech_command(CLI::App& app, int results) {
     speech->require_subcommand(1);
     add_encode(*speech, results);
     add_decode(*speech, results);
-    add_show(*speech, results);
+    add_speech_show(*speech, results);
 }
 
 } // namespace tarquil
