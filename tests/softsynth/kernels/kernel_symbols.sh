@@ -10,5 +10,5 @@ nm=$1
 shift
 [ $# -gt 0 ] || { echo "no objects given" >&2; exit 1; }
 shared=$("$nm" --demangle --defined-only "$@" | grep -E ' [VWu] ' |
-    grep -vE ' [VWu] ((.* )?kernels_[a-z0-9]+::|DW\.ref\.)' || true)
+    grep -vE ' [VWu] ((.* )?tarquil::kernels_[a-z0-9]+::|DW\.ref\.)' || true)
 [ -z "$shared" ] || { echo "shared symbols:"; echo "$shared"; exit 1; } >&2
