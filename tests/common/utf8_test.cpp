@@ -21,6 +21,7 @@ TEST(Utf8, WhatIsNoUtf8IsCutWhereTheRoomEnds) {
     for (const std::string_view text : {"\xA9\xA9\xA9\xA9\xA9\xA9", "\xE9\xE9\xE9\xE9\xE9\xE9",
                                         "a\xC3\xA9\xA9\xA9\xA9", "\xF8\x80\x80\x80\x80\x80"})
         EXPECT_EQ(utf8_prefix(text, 4), text.substr(0, 4));
+    EXPECT_EQ(utf8_prefix("a\xC3\xA9\xA9\xA9", 3), "a\xC3\xA9");
 }
 
 } // namespace
