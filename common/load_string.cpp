@@ -7,10 +7,10 @@
 #include <cstdio>
 #include <cstring>
 
+#include "common/characters.h"
 #include "common/file_handle.h"
 #include "common/platform/atomic_file.h"
 #include "common/platform/file_system.h"
-#include "common/white_space.h"
 
 namespace tarquil {
 
@@ -82,6 +82,10 @@ int load_file_to_string(const std::string& path, std::string& out) {
 
 int load_regular_file_to_string(const std::string& path, std::string& out) {
     return is_regular_file(path) ? load_file_to_string(path, out) : CANNOT_OPEN;
+}
+
+std::string explain_file_error(int code) {
+    return code == 1 ? "cannot be opened" : "cannot be read, or is larger than 64 MiB";
 }
 
 int save_file_to_string(const std::string& path, std::string_view text) {

@@ -15,6 +15,9 @@ int load_file_to_string(const std::string& path, std::string& out);
 // opened (1).
 int load_regular_file_to_string(const std::string& path, std::string& out);
 
+// The reason of their error 1 or 2.
+std::string explain_file_error(int code);
+
 // Replaces the file at `path` by `text` as a whole.  0; 1 cannot be opened for writing; 2 the text
 // could not be written, and the old file is as it was.
 int save_file_to_string(const std::string& path, std::string_view text);

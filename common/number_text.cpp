@@ -10,7 +10,7 @@
 #include <optional>
 #include <system_error>
 
-#include "common/white_space.h"
+#include "common/characters.h"
 
 namespace tarquil {
 
@@ -21,9 +21,9 @@ constexpr size_t LONGEST_NUMBER = 320;
 
 constexpr int DIGITS_AFTER_POINT = 6;
 
-bool is_digit(char c, bool hex) {
-    const char lower = char(c | 0x20);
-    return (c >= '0' && c <= '9') || (hex && lower >= 'a' && lower <= 'f');
+bool is_digit_of(char c, bool hex) {
+    const char lower = lower_case(c);
+    return is_digit(c) || (hex && lower >= 'a' && lower <= 'f');
 }
 
 // Whether a number that no double can hold is too large rather than too small: the sign of the
@@ -35,7 +35,7 @@ bool is_too_large(std::string_view text, bool hex) {
     bool seen_point = false;
     bool significant = false;
     size_t i = 0;
-    for (; i < text.size() && (is_digit(text[i], hex) || (text[i] == '.' && !seen_point)); i++) {
+    for (; i < text.size() && (is_digit_of(text[i], hex) || (text[i] == '.' && !seen_point)); i++) {
         seen_point = seen_point || text[i] == '.';
         significant = significant || (text[i] != '0' && text[i] != '.');
         if (significant && !seen_point)
@@ -49,7 +49,7 @@ bool is_too_large(std::string_view text, bool hex) {
         const bool negative = i < text.size() && text[i] == '-';
         if (i < text.size() && (text[i] == '-' || text[i] == '+'))
             i++;
-        for (; i < text.size() && is_digit(text[i], false); i++)
+        for (; i < text.size() && is_digit_of(text[i], false); i++)
             exponent = std::min(EXPONENT_LIMIT, exponent * 10 + (text[i] - '0'));
         if (negative)
             exponent = -exponent;
@@ -64,14 +64,14 @@ std::string_view without_broken_exponent(std::string_view text) {
         return text;
     const bool has_sign = p + 1 < text.size() && (text[p + 1] == '+' || text[p + 1] == '-');
     const size_t digit = has_sign ? p + 2 : p + 1;
-    return digit < text.size() && is_digit(text[digit], false) ? text : text.substr(0, p);
+    return digit < text.size() && is_digit_of(text[digit], false) ? text : text.substr(0, p);
 }
 
 // The number at the start of `text`, which has no sign any more; nothing if there is none.
 std::optional<double> read_magnitude(std::string_view text) {
-    const bool hex =
-        text.size() > 2 && text[0] == '0' && (text[1] | 0x20) == 'x' &&
-        (is_digit(text[2], true) || (text[2] == '.' && text.size() > 3 && is_digit(text[3], true)));
+    const bool hex = text.size() > 2 && text[0] == '0' && (text[1] | 0x20) == 'x' &&
+                     (is_digit_of(text[2], true) ||
+                      (text[2] == '.' && text.size() > 3 && is_digit_of(text[3], true)));
     if (hex)
         text = without_broken_exponent(text.substr(2));
     if (text.empty() || text.front() == '-') // the one sign has been read
@@ -152,8 +152,7 @@ std::string trimmed_number(double value, int decimals) {
 }
 
 double text_to_number(std::string_view text) {
-    while (!text.empty() && is_white_space(text.front()))
-        text.remove_prefix(1);
+    text = trimmed_start(text);
     const bool negative = !text.empty() && text.front() == '-';
     if (negative || (!text.empty() && text.front() == '+'))
         text.remove_prefix(1);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "common/characters.h"
 #include "common/utf8.h"
 
 namespace tarquil {
@@ -11,10 +12,6 @@ namespace tarquil {
 namespace {
 
 constexpr std::string_view REPLACEMENT = "\xEF\xBF\xBD"; // U+FFFD
-
-bool is_control(char c) {
-    return uint8_t(c) < 0x20 || c == 0x7F;
-}
 
 } // namespace
 

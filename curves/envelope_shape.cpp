@@ -7,6 +7,9 @@
 #include <set>
 
 #include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/voice_quantities.h"
 #include "softsynth/voices/envelope.h"
 
 namespace tarquil {
@@ -14,13 +17,12 @@ namespace tarquil {
 namespace {
 
 Envelope make_envelope(const ControllerBytes& bytes, unsigned index) {
-    const auto cubed = [&](unsigned first) {
-        const float value = map_char_to_float(first + index, bytes[first + index]);
-        return value * value * value;
-    };
+    const EnvelopeRows rows = envelope_rows(index);
+    const auto value = [&](unsigned number) { return map_char_to_float(number, bytes[number]); };
     Envelope envelope;
-    env_init(&envelope, 0, uint32_t(cubed(CTRL_ENV1_ATTACK)), uint32_t(cubed(CTRL_ENV1_DECAY)),
-             cubed(CTRL_ENV1_SUSTAIN), uint32_t(cubed(CTRL_ENV1_RELEASE)), 1.0F);
+    env_init(&envelope, 0, envelope_samples(value(rows.attack)),
+             envelope_samples(value(rows.decay)), cubed(value(rows.sustain)),
+             envelope_samples(value(rows.release)), 1.0F);
     return envelope;
 }
 

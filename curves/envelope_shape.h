@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "curves/plot_point.h"
-#include "instrument/controller_bytes.h"
+#include "softsynth/parameters/controller_bytes.h"
 
 namespace tarquil {
-
-inline constexpr unsigned NUM_ENVELOPES = 3;
 
 // Level over time in seconds after the note-on, from 0 to the end of the release.
 // `index` 0..2; the note is held for `hold` seconds (0 to MAX_HOLD) and its velocity is 127.

@@ -9,7 +9,10 @@
 
 #include "softsynth/filters/ladderfilter.h"
 #include "softsynth/parameters/constants.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/filter_quantities.h"
+#include "softsynth/parameters/mono_effect_quantities.h"
+#include "softsynth/parameters/note_frequency.h"
 
 namespace tarquil {
 
@@ -21,9 +24,6 @@ constexpr float IMPULSE = 0.001F;
 // 0.74 s: a section of the lowest cutoff (20 Hz) and the highest Q of an instrument (7.5) has died
 // down by 50 dB.
 constexpr unsigned NUM_BLOCKS = 16;
-
-// From an equaliser filter's controllers to the next filter's, in a channel and globally.
-constexpr unsigned EQUALISER_STEP = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
 
 double decibels(double gain) {
     return gain > 0.0 ? std::max(MIN_GAIN_DB, 20 * std::log10(gain)) : MIN_GAIN_DB;
@@ -105,9 +105,7 @@ double gain_at(const std::vector<float>& response, double omega) {
 } // namespace
 
 bool is_filter_on(const FilterSettings& filter) {
-    if (is_ladder_filter(filter.type) || has_waveshaper(filter))
-        return true;
-    return filter.type != FILTER_NONE && filter.depth > 0;
+    return is_filter_on(filter.type, filter.depth);
 }
 
 FilterSettings voice_filter_settings(const ControllerBytes& bytes, int note) {
@@ -122,25 +120,30 @@ FilterSettings voice_filter_settings(const ControllerBytes& bytes, int note) {
     return filter;
 }
 
-FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, unsigned type_number) {
-    const auto mapped = [&](unsigned offset) {
-        return map_char_to_float(type_number + offset, bytes[type_number + offset]);
-    };
+FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, const FilterRows& rows) {
+    const auto mapped = [&](unsigned number) { return map_char_to_float(number, bytes[number]); };
     FilterSettings filter;
-    filter.type = FilterType(bytes[type_number]);
+    filter.type = FilterType(bytes[rows.type]);
     filter.depth = 1;
-    filter.cutoff_octaves = mapped(CTRL_CHAN_FILTER1_CUTOFF - CTRL_CHAN_FILTER1_TYPE);
-    filter.resonance = mapped(CTRL_CHAN_FILTER1_RESONANCE - CTRL_CHAN_FILTER1_TYPE);
-    filter.gain = mapped(CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE);
+    filter.cutoff_octaves = mapped(rows.cutoff);
+    filter.resonance = mapped(rows.resonance);
+    filter.gain = mapped(rows.gain);
     return filter;
 }
 
-FilterSettings channel_filter_settings(const ControllerBytes& bytes, unsigned index) {
-    return equaliser_filter_settings(bytes, CTRL_CHAN_FILTER1_TYPE + index * EQUALISER_STEP);
+FilterSettings mono_effect_filter_settings(const ControllerBytes& bytes, unsigned index) {
+    const EffectRows rows = mono_effect_rows(index);
+    const auto mapped = [&](unsigned number) { return map_char_to_float(number, bytes[number]); };
+    FilterSettings filter;
+    filter.type = mono_filter_type(bytes[rows.parameter(2)]);
+    filter.depth = mono_filter_depth(bytes[rows.parameter(3)]);
+    filter.cutoff_octaves = mapped(rows.parameter(0));
+    filter.resonance = mapped(rows.parameter(1));
+    return filter;
 }
 
-FilterSettings global_filter_settings(const ControllerBytes& bytes, unsigned index) {
-    return equaliser_filter_settings(bytes, CTRL_GLOBAL_FILTER1_TYPE + index * EQUALISER_STEP);
+double cutoff_hertz(const FilterSettings& filter) {
+    return cutoff_hertz(filter.cutoff_octaves) + double(filter.key_frequency);
 }
 
 std::vector<double> filter_gains(const FilterSettings& filter,

@@ -8,8 +8,9 @@
 
 #include <vector>
 
-#include "instrument/controller_bytes.h"
-#include "softsynth/filters/filter.h"
+#include "softsynth/parameters/controller_bytes.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/filter_type.h"
 
 namespace tarquil {
 
@@ -20,6 +21,8 @@ struct FilterSettings {
     float resonance = 1.0F;        // Q
     float gain = 0.0F;             // as Filter::set_dbgain_normalized takes it
     float key_frequency = 0.0F;    // Hz, added to the cutoff
+
+    bool operator==(const FilterSettings&) const = default;
 };
 
 // False when the filter passes everything unchanged.
@@ -28,16 +31,14 @@ bool is_filter_on(const FilterSettings& filter);
 // The filter of a voice that plays `note`; its resonance and cutoff without modulation.
 FilterSettings voice_filter_settings(const ControllerBytes& bytes, int note);
 
-// A filter of an equaliser, whose type is controller `type_number`; the others follow it.
-FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, unsigned type_number);
+// A filter of an equaliser.
+FilterSettings equaliser_filter_settings(const ControllerBytes& bytes, const FilterRows& rows);
 
-inline constexpr unsigned NUM_CHANNEL_FILTERS = 4;
-// `index` 0..3
-FilterSettings channel_filter_settings(const ControllerBytes& bytes, unsigned index);
+// Insert effect `index` as a filter.
+FilterSettings mono_effect_filter_settings(const ControllerBytes& bytes, unsigned index);
 
-inline constexpr unsigned NUM_MASTER_FILTERS = 6;
-// `index` 0..5
-FilterSettings global_filter_settings(const ControllerBytes& bytes, unsigned index);
+// With the key's frequency, which may be beyond what the filter can do.
+double cutoff_hertz(const FilterSettings& filter);
 
 // The gain in dB at each of `frequencies` (Hz, up to 22050), not below MIN_GAIN_DB.
 std::vector<double> filter_gains(const FilterSettings& filter,

@@ -7,7 +7,9 @@
 #include <memory>
 
 #include "softsynth/parameters/constants.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/effect_parameter.h"
+#include "softsynth/parameters/note_frequency.h"
 #include "softsynth/wavetables/oscillator_group.h"
 #include "softsynth/wavetables/phase_random.h"
 
@@ -31,8 +33,8 @@ void start_copies(OscillatorGroup& group, const WaveformStore& waves, const Cont
     }
     const int count = int(mapped(bytes, CTRL_OSC1_MULTI_COUNT + index));
     const int half = count / 2;
-    const float spread = mapped(bytes, CTRL_OSC1_SPREAD + index);
-    const float step = half == 0 ? 0.0F : spread * spread * spread / float(half);
+    const float spread = cubed(mapped(bytes, CTRL_OSC1_SPREAD + index));
+    const float step = half == 0 ? 0.0F : spread / float(half);
     PhaseRandom random;
     for (int j = -half; j <= half; j++) {
         const double phase = random.next() * RANDOM_TO_CYCLES * bytes[CTRL_OSC1_RANDOMIZE_PHASE];
@@ -76,7 +78,7 @@ std::array<float, NUM_OSCILLATORS> mix_levels(const ControllerBytes& bytes) {
     const float balance = mapped(bytes, CTRL_OSC1_OSC2_MIX);
     const float volume = mapped(bytes, CTRL_OSC3_VOLUME);
     const bool ring = bytes[CTRL_OSC1_OSC2_RING_MODULATOR] != 0;
-    return {ring ? 1.0F : 1.0F - balance, ring ? 1.0F : balance, volume * volume * volume};
+    return {ring ? 1.0F : 1.0F - balance, ring ? 1.0F : balance, cubed(volume)};
 }
 
 } // namespace

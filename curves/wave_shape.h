@@ -6,12 +6,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "instrument/controller_bytes.h"
+#include "softsynth/parameters/controller_bytes.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
-
-inline constexpr unsigned NUM_OSCILLATORS = 3;
 
 // Samples at 44100 Hz.
 struct WaveShape {

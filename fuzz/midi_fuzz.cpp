@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "common/assertion.h"
+#include "common/failure.h"
 #include "midi/smf/smf_reader.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -1,20 +1,10 @@
-// One byte for every controller number, to key/value text and back.
+// How a byte for every controller becomes key/value text and back.
 
 #include "instrument/controller_bytes.h"
 
 #include "common/number_text.h"
 
 namespace tarquil {
-
-const ControllerBytes& default_controller_bytes() {
-    static const ControllerBytes defaults = [] {
-        ControllerBytes bytes{};
-        for (const ControllerInfo& info : controller_rows())
-            bytes[info.number] = uint8_t(default_byte(info));
-        return bytes;
-    }();
-    return defaults;
-}
 
 void write_controllers(TextFileMemoryWriter& writer, std::span<const ControllerInfo> rows,
                        const ControllerBytes& bytes) {

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "common/assertion.h"
+#include "common/characters.h"
 #include "common/utf8.h"
-#include "common/white_space.h"
 #include "instrument/keys.h"
 #include "instrument/storable_text.h"
 #include "instrument/text_error.h"

@@ -4,7 +4,7 @@
 
 #include <charconv>
 
-#include "common/white_space.h"
+#include "common/characters.h"
 #include "instrument/controller_bytes.h"
 #include "instrument/settings.h"
 
@@ -43,10 +43,8 @@ bool is_key_of(TextKind kind, std::string_view key) {
 }
 
 bool is_indented_key_of(TextKind kind, std::string_view key) {
-    const std::string_view whole = key;
-    while (!key.empty() && is_white_space(key.front()))
-        key.remove_prefix(1);
-    return key.size() < whole.size() && is_key_of(kind, key);
+    const std::string_view unindented = trimmed_start(key);
+    return unindented.size() < key.size() && is_key_of(kind, unindented);
 }
 
 } // namespace tarquil

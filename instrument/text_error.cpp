@@ -14,8 +14,4 @@ std::string explain_broken_line(std::string_view text) {
     return "";
 }
 
-std::string explain_file_error(int code) {
-    return code == CANNOT_OPEN ? "cannot be opened" : "cannot be read, or is larger than 64 MiB";
-}
-
 } // namespace tarquil

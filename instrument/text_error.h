@@ -18,7 +18,4 @@ inline constexpr int NEWER_VERSION = 8; // a state that a later version has save
 // TextFileReader; empty when there is none.
 std::string explain_broken_line(std::string_view text);
 
-// The reason of an error (1 or 2) of load_file_to_string, right after it.
-std::string explain_file_error(int code);
-
 } // namespace tarquil

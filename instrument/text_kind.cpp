@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "common/white_space.h"
+#include "common/characters.h"
 #include "instrument/text_lines.h"
 
 namespace tarquil {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string>
 
+#include "common/characters.h"
 #include "common/log/log.h"
-#include "common/white_space.h"
 #include "instrument/text_error.h"
 
 namespace tarquil {

@@ -2,12 +2,12 @@
 
 #include "tools/bank_error.h"
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "instrument/load_error.h"
 #include "instrument/names.h"
 #include "instrument/text_error.h"
 #include "instrument/text_kind.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

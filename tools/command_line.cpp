@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "common/failure.h"
 #include "tools/command.h"
-#include "tools/failure.h"
 #include "tools/write_result.h"
 
 namespace tarquil {

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

@@ -1,4 +1,4 @@
-// The host's parameters: the keyed controllers in table order, then one without a key.
+// How VST 2 hosts see the parameters.
 
 #include "vst/plugin_parameters.h"
 
@@ -9,26 +9,16 @@ namespace tarquil {
 int vst_param_to_controller(int32_t index) {
     TARQ_ASSERT(index >= 0);
     TARQ_ASSERT(index < int(NUM_VST_PARAMS));
-    return index < int32_t(NUM_KEYED_CONTROLLERS) ? int(controller_rows()[size_t(index)].number)
-                                                  : 0;
-}
-
-const char* vst_param_name(int32_t index) {
-    return index < int32_t(NUM_KEYED_CONTROLLERS) ? controller_rows()[size_t(index)].key : "";
+    return int(host_parameter_controller(index));
 }
 
 bool is_automatable_vst_param(int32_t index) {
-    const int controller = vst_param_to_controller(index);
-    return index != NO_VST_PARAM && controller != CTRL_PITCH_BEND_MSB &&
-           controller != CTRL_PITCH_BEND_LSB;
+    return index != NO_VST_PARAM &&
+           is_automatable_controller(unsigned(vst_param_to_controller(index)));
 }
 
 int32_t controller_to_vst_param(int controller) {
-    for (int32_t index = 1; index < NUM_VST_PARAMS; index++) {
-        if (vst_param_to_controller(index) == controller)
-            return index;
-    }
-    return NO_VST_PARAM;
+    return find_host_parameter(unsigned(controller)).value_or(NO_VST_PARAM);
 }
 
 int vst_value_to_byte(float value) {

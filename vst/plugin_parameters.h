@@ -1,10 +1,10 @@
-// The host's parameters: the keyed controllers in table order, then one without a key.
+// How VST 2 hosts see the parameters: the host parameters, the first of which also stands for none.
 
 #pragma once
 
 #include <cstdint>
 
-#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/host_parameters.h"
 #include "vst/abi/vst2.h"
 
 namespace tarquil {
@@ -12,18 +12,13 @@ namespace tarquil {
 // How hosts and their sessions know the plug-in.
 inline constexpr int32_t TARQUIL_UNIQUE_ID = four_characters("TqLx");
 
-inline constexpr int32_t NUM_VST_PARAMS = int32_t(NUM_KEYED_CONTROLLERS) + 1;
-
 // Index 0 stands for "no parameter": hosts use it where they have none.
 inline constexpr int32_t NO_VST_PARAM = 0;
+inline constexpr int32_t NUM_VST_PARAMS = NUM_HOST_PARAMETERS;
 
 // The controller of parameter `index`, 0 up to NUM_VST_PARAMS.
 int vst_param_to_controller(int32_t index);
 
-// Its text key; empty for the last.
-const char* vst_param_name(int32_t index);
-
-// The first stands for none, and a pitch bend lives in the events.
 bool is_automatable_vst_param(int32_t index);
 
 // NO_VST_PARAM for a controller that has no parameter.

@@ -1,15 +1,15 @@
 // The plug-in object: parameters, programs and saved states.
 
-#include <cmath>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "common/assertion.h"
 #include "common/log/log.h"
-#include "common/number_text.h"
 #include "instrument/checked_load.h"
 #include "instrument/state_text.h"
 #include "instrument/text_error.h"
+#include "softsynth/parameters/controller_display.h"
 #include "vst/abi/host_text.h"
 #include "vst/tarq_vst.h"
 
@@ -49,7 +49,7 @@ float TarqVST::getParameter(int32_t index) {
 }
 
 void TarqVST::getParameterName(int32_t index, char* text) {
-    copy_host_text(text, vst_param_name(index), kVstMaxParamStrLen);
+    copy_host_text(text, host_parameter_key(index), kVstMaxParamStrLen);
 }
 
 void TarqVST::getParameterDisplay(int32_t index, char* text) {
@@ -72,24 +72,11 @@ bool TarqVST::canParameterBeAutomated(int32_t index) {
 bool TarqVST::string2parameter(int32_t index, const char* text) {
     if (!canParameterBeAutomated(index))
         return false;
-    const std::string_view typed = text;
-    const size_t first = typed.find_first_not_of(" \t");
-    if (first == std::string_view::npos ||
-        std::string_view("+-.0123456789").find(typed[first]) == std::string_view::npos)
-        return false;
-    const double wanted = text_to_number(typed);
     const int controller = vst_param_to_controller(index);
-    int nearest = 0;
-    double smallest = INFINITY;
-    for (int byte = 0; byte < 128; byte++) {
-        const double distance =
-            std::fabs(double(map_char_to_float(unsigned(controller), byte)) - wanted);
-        if (distance < smallest) {
-            smallest = distance;
-            nearest = byte;
-        }
-    }
-    set_controller(controller, nearest);
+    const std::optional<int> byte = parse_mapped_value(unsigned(controller), text);
+    if (!byte)
+        return false;
+    set_controller(controller, *byte);
     return true;
 }
 

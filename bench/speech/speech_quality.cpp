@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
+#include "common/failure.h"
 #include "softsynth/lpc/exact_math.h"
 #include "softsynth/lpc/line_spectrum.h"
 #include "softsynth/lpc/linear_prediction.h"
 #include "softsynth/lpc/spectral_envelope.h"
 #include "softsynth/lpc/speech_encoder.h"
 #include "softsynth/lpc/speech_player.h"
-#include "tools/failure.h"
 #include "tools/speech/recording.h"
 
 namespace {

@@ -4,15 +4,12 @@
 
 #include <algorithm>
 
+#include "common/characters.h"
 #include "common/utf8.h"
 
 namespace tarquil {
 
 namespace {
-
-bool is_control(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
-}
 
 size_t before(const std::string& text, size_t position) {
     if (position > 0)

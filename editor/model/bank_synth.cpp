@@ -2,9 +2,9 @@
 
 #include "editor/model/bank_synth.h"
 
+#include "curves/wave_shape.h"
 #include "instrument/names.h"
 #include "softsynth/parameters/controller_table.h"
-#include "softsynth/wavetables/waveform.h"
 
 namespace tarquil {
 

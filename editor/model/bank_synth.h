@@ -44,7 +44,7 @@ class BankSynth : public EditorSynth {
     int panics = 0;
 
   private:
-    std::array<bool, MC_N_BANDS> muted{};
+    std::array<bool, NUM_COMPRESSOR_BANDS> muted{};
     std::unique_ptr<const WaveformStore> waves; // built when they are first asked for
 };
 

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "instrument/settings.h"
-#include "softsynth/effects/multi_compressor.h"
 #include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
@@ -34,9 +34,9 @@ void read_bank(const TarqSettings& bank, unsigned program, EditorState& state);
 
 // Levels are linear.
 struct EditorMeters {
-    std::array<float, 2> peaks{};                // left and right, highest since the last call
-    std::array<float, MC_N_BANDS> band_levels{}; // of the compressor's followers
-    std::array<float, MC_N_BANDS> band_gains = {1.0F, 1.0F, 1.0F, 1.0F}; // without makeup
+    std::array<float, 2> peaks{}; // left and right, highest since the last call
+    std::array<float, NUM_COMPRESSOR_BANDS> band_levels{}; // of the compressor's followers
+    std::array<float, NUM_COMPRESSOR_BANDS> band_gains = {1.0F, 1.0F, 1.0F, 1.0F}; // without makeup
     unsigned voices = 0;
     unsigned active_channels = 0; // bit c: a note started on channel c since the last call
 

@@ -4,18 +4,15 @@
 #include "editor/pages/pages.h"
 #include "editor/plots/compressor_plot.h"
 #include "editor/widgets/button.h"
-#include "softsynth/effects/multi_compressor.h"
-#include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr unsigned BAND_STEP = CTRL_FCMPR_BAND2_THRESHOLD - CTRL_FCMPR_BAND1_THRESHOLD;
-
 // True when every other band is muted, and this one is not.
 bool is_solo(EditorSynth& synth, unsigned band) {
-    for (unsigned other = 0; other < MC_N_BANDS; other++) {
+    for (unsigned other = 0; other < NUM_COMPRESSOR_BANDS; other++) {
         if (synth.is_band_muted(other) == (other == band))
             return false;
     }
@@ -24,7 +21,7 @@ bool is_solo(EditorSynth& synth, unsigned band) {
 
 void toggle_solo(EditorSynth& synth, unsigned band) {
     const bool was_solo = is_solo(synth, band);
-    for (unsigned other = 0; other < MC_N_BANDS; other++)
+    for (unsigned other = 0; other < NUM_COMPRESSOR_BANDS; other++)
         synth.set_band_muted(other, !was_solo && other != band);
 }
 
@@ -61,12 +58,12 @@ Page make_compressor_page() {
     upper.cut_right(12);
     page.add<CrossoverPlot>(upper);
     add_row(page, knobs,
-            {{CTRL_FCMPR_BAND12_CROSSOVER_FREQ, "1 / 2"},
-             {CTRL_FCMPR_BAND23_CROSSOVER_FREQ, "2 / 3"},
-             {CTRL_FCMPR_BAND34_CROSSOVER_FREQ, "3 / 4"},
+            {{CROSSOVER_ROWS[0], "1 / 2"},
+             {CROSSOVER_ROWS[1], "2 / 3"},
+             {CROSSOVER_ROWS[2], "3 / 4"},
              {CTRL_FCMPR_PRE_GAIN, "Pre gain"}});
-    for (unsigned band = 0; band < MC_N_BANDS; band++) {
-        const Rect area = column_of(rest, band, MC_N_BANDS);
+    for (unsigned band = 0; band < NUM_COMPRESSOR_BANDS; band++) {
+        const Rect area = column_of(rest, band, NUM_COMPRESSOR_BANDS);
         Rect inside = add_panel(page, area, "Band " + std::to_string(band + 1));
         add_mute_buttons(page, {area.right() - 124, area.y + 6, 112, 20}, band);
         const Rect lower = inside.cut_bottom(78);
@@ -74,14 +71,10 @@ Page make_compressor_page() {
         inside.cut_bottom(2);
         inside.cut_top(4);
         page.add<CompressorPlot>(inside, band);
-        const unsigned step = band * BAND_STEP;
+        const CompressorBandRows rows = compressor_band_rows(band);
         add_row(page, middle,
-                {{CTRL_FCMPR_BAND1_THRESHOLD + step, "Threshold"},
-                 {CTRL_FCMPR_BAND1_RATIO + step, "Ratio"},
-                 {CTRL_FCMPR_BAND1_MAKEUP_GAIN + step, "Makeup"}});
-        add_row(page, lower,
-                {{CTRL_FCMPR_BAND1_ATTACK_TIME + step, "Attack"},
-                 {CTRL_FCMPR_BAND1_RELEASE_TIME + step, "Release"}});
+                {{rows.threshold, "Threshold"}, {rows.ratio, "Ratio"}, {rows.makeup, "Makeup"}});
+        add_row(page, lower, {{rows.attack, "Attack"}, {rows.release, "Release"}});
     }
     return page;
 }

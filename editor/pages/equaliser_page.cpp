@@ -6,22 +6,20 @@
 #include "editor/plots/filter_plot.h"
 #include "editor/plots/stereo_effect_plot.h"
 #include "editor/widgets/choice_box.h"
-#include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr unsigned NUM_PARTS = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
-
-// The controls of filter `index`, side by side below its type.
-void add_filter(Page& page, const Rect& area, unsigned type, unsigned index) {
+// The panel of filter `index` with its type at the top; returns the room below.
+Rect add_filter(Page& page, const Rect& area, const FilterRows& rows, unsigned index) {
     Rect inside = add_panel(page, area, "");
     page.panels.back().title = std::to_string(index + 1);
     Rect box = inside.cut_top(26);
     box.cut_left(18);
-    page.add<ChoiceBox>(box, type, "");
-    add_row(page, inside, {{type + 1, "Cutoff"}, {type + 2, "Resonance"}, {type + 3, "Gain"}});
+    page.add<ChoiceBox>(box, rows.type, "");
+    return inside;
 }
 
 } // namespace
@@ -31,10 +29,14 @@ Page make_equaliser_page() {
     Rect rest = PAGE_AREA;
     const Rect filters = rest.cut_bottom(134);
     rest.cut_bottom(GAP);
-    page.add<EqualiserPlot>(add_panel(page, rest, "Channel equaliser"), CTRL_CHAN_FILTER1_TYPE, 4,
-                            CHANNEL_FILTER_RESPONSE);
-    for (unsigned i = 0; i < 4; i++)
-        add_filter(page, column_of(filters, i, 4), CTRL_CHAN_FILTER1_TYPE + NUM_PARTS * i, i);
+    page.add<EqualiserPlot>(add_panel(page, rest, "Channel equaliser"), CTRL_CHAN_FILTER1_TYPE,
+                            NUM_CHANNEL_FILTERS, CHANNEL_FILTER_RESPONSE);
+    for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++) {
+        const FilterRows rows = channel_filter_rows(i);
+        const Rect inside = add_filter(page, column_of(filters, i, NUM_CHANNEL_FILTERS), rows, i);
+        add_row(page, inside,
+                {{rows.cutoff, "Cutoff"}, {rows.resonance, "Resonance"}, {rows.gain, "Gain"}});
+    }
     return page;
 }
 
@@ -45,18 +47,14 @@ Page make_global_page() {
     rest.cut_bottom(GAP);
     const Rect filters = rest.cut_bottom(204);
     rest.cut_bottom(GAP);
-    page.add<EqualiserPlot>(add_panel(page, rest, "Global equaliser"), CTRL_GLOBAL_FILTER1_TYPE, 6,
-                            GLOBAL_FILTER_RESPONSE);
-    for (unsigned i = 0; i < 6; i++) {
-        const unsigned type = CTRL_GLOBAL_FILTER1_TYPE + NUM_PARTS * i;
-        Rect inside = add_panel(page, column_of(filters, i, 6), "");
-        page.panels.back().title = std::to_string(i + 1);
-        Rect box = inside.cut_top(26);
-        box.cut_left(18);
-        page.add<ChoiceBox>(box, type, "");
+    page.add<EqualiserPlot>(add_panel(page, rest, "Global equaliser"), CTRL_GLOBAL_FILTER1_TYPE,
+                            NUM_GLOBAL_FILTERS, GLOBAL_FILTER_RESPONSE);
+    for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
+        const FilterRows rows = global_filter_rows(i);
+        Rect inside = add_filter(page, column_of(filters, i, NUM_GLOBAL_FILTERS), rows, i);
         inside.cut_top(8);
-        add_row(page, inside.cut_top(74), {{type + 1, "Cutoff"}, {type + 2, "Resonance"}});
-        add_control(page, inside, {type + 3, "Gain"});
+        add_row(page, inside.cut_top(74), {{rows.cutoff, "Cutoff"}, {rows.resonance, "Resonance"}});
+        add_control(page, inside, {rows.gain, "Gain"});
     }
     Rect row = aux;
     Rect reverb = add_panel(page, row.cut_left(320), "Reverb");

@@ -7,7 +7,8 @@
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
 #include "editor/widgets/slider.h"
-#include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
@@ -29,19 +30,20 @@ Page make_filter_page() {
     add_note_chooser(page, controls.cut_top(36).inset(20, 5));
 
     Rect lower = add_panel(page, rest, "Moved by");
-    constexpr unsigned FIRST_SLOT = CTRL_RESONANCE1_INFLUENCE_SOURCE - CTRL_OSC1_INFLUENCE_SOURCE;
-    constexpr unsigned NUM_FILTER_SLOTS = 4;
+    constexpr unsigned NUM_FILTER_SLOTS = 1 + NUM_CUTOFF_SLOTS;
     for (unsigned i = 0; i < NUM_FILTER_SLOTS; i++) {
-        const unsigned slot = FIRST_SLOT + i;
+        const unsigned slot = RESONANCE_SLOT + i;
+        const ModulationRows rows = modulation_rows(slot);
         Rect column = column_of(lower, i, NUM_FILTER_SLOTS, 20);
         Rect head = column.cut_top(20);
-        page.add<Caption>(head, SLOT_NAMES[slot], TextStyle{theme::NORMAL, theme::TEXT});
+        page.add<Caption>(head, MODULATION_TARGET_NAMES[slot],
+                          TextStyle{theme::NORMAL, theme::TEXT});
         page.add<AmountText>(head, slot);
         column.cut_top(4);
-        page.add<ChoiceBox>(column.cut_top(28), CTRL_OSC1_INFLUENCE_SOURCE + slot, "");
+        page.add<ChoiceBox>(column.cut_top(28), rows.source, "");
         column.cut_top(6);
-        page.add<Slider>(column.cut_top(26), CTRL_OSC1_INFLUENCE_AMOUNT + slot, "");
-        page.add<Slider>(column.cut_top(26), CTRL_OSC1_INFLUENCE_FINE_AMOUNT + slot, "");
+        page.add<Slider>(column.cut_top(26), rows.amount, "");
+        page.add<Slider>(column.cut_top(26), rows.fine_amount, "");
     }
     return page;
 }

@@ -6,7 +6,8 @@
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
 #include "editor/widgets/slider.h"
-#include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
@@ -29,21 +30,19 @@ Page make_modulation_page() {
     page.add<Caption>(head.cut_left(slider_width + 12), "Amount", heading);
     page.add<Caption>(head.cut_left(slider_width), "Fine amount", heading);
     page.add<Caption>(head, "Sum", TextStyle{theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
-    for (unsigned slot = 0; slot < NUM_SLOTS; slot++) {
-        Rect row = row_of(table, slot, NUM_SLOTS, 0);
-        page.add<Caption>(row.cut_left(NAME_WIDTH), SLOT_NAMES[slot],
+    for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++) {
+        const ModulationRows rows = modulation_rows(slot);
+        Rect row = row_of(table, slot, NUM_MODULATION_SLOTS, 0);
+        page.add<Caption>(row.cut_left(NAME_WIDTH), MODULATION_TARGET_NAMES[slot],
                           TextStyle{theme::NORMAL, theme::TEXT});
         const Rect source = row.cut_left(SOURCE_WIDTH);
-        page.add<ChoiceBox>(Rect{source.x, row.center().y - 13, source.w, 26},
-                            CTRL_OSC1_INFLUENCE_SOURCE + slot, "");
+        page.add<ChoiceBox>(Rect{source.x, row.center().y - 13, source.w, 26}, rows.source, "");
         row.cut_left(16);
         const Rect amount = row.cut_left(slider_width);
-        page.add<Slider>(Rect{amount.x, row.center().y - 13, amount.w, 26},
-                         CTRL_OSC1_INFLUENCE_AMOUNT + slot, "");
+        page.add<Slider>(Rect{amount.x, row.center().y - 13, amount.w, 26}, rows.amount, "");
         row.cut_left(12);
         const Rect fine = row.cut_left(slider_width);
-        page.add<Slider>(Rect{fine.x, row.center().y - 13, fine.w, 26},
-                         CTRL_OSC1_INFLUENCE_FINE_AMOUNT + slot, "");
+        page.add<Slider>(Rect{fine.x, row.center().y - 13, fine.w, 26}, rows.fine_amount, "");
         row.cut_left(4);
         page.add<AmountText>(row, slot);
     }

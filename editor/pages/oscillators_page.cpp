@@ -5,25 +5,26 @@
 #include "editor/plots/wave_plot.h"
 #include "editor/widgets/choice_box.h"
 #include "editor/widgets/slider.h"
-#include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
 Page make_oscillators_page() {
     Page page{"Oscillators", {}, {}};
-    for (unsigned i = 0; i < 3; i++) {
+    for (unsigned i = 0; i < NUM_OSCILLATORS; i++) {
         Rect inside =
             add_panel(page, row_of(PAGE_AREA, i, 4), "Oscillator " + std::to_string(i + 1));
         page.add<WavePlot>(inside.cut_left(330), i);
         inside.cut_left(14);
-        add_control(page, inside.cut_left(116), {CTRL_OSC1_TYPE + i, "Wave"});
+        const OscillatorRows rows = oscillator_rows(i);
+        add_control(page, inside.cut_left(116), {rows.type, "Wave"});
         inside.cut_left(8);
         add_row(page, inside,
-                {{CTRL_OSC1_COARSE_TUNE + i, "Coarse"},
-                 {CTRL_OSC1_FINE_TUNE + i, "Fine"},
-                 {CTRL_OSC1_MULTI_COUNT + i, "Copies"},
-                 {CTRL_OSC1_SPREAD + i, "Spread"},
-                 {CTRL_OSC1_RANDOMIZE_PHASE + i, "Random phase"}});
+                {{rows.coarse_tune, "Coarse"},
+                 {rows.fine_tune, "Fine"},
+                 {rows.copies, "Copies"},
+                 {rows.spread, "Spread"},
+                 {rows.random_phase, "Random phase"}});
     }
     Rect inside = add_panel(page, row_of(PAGE_AREA, 3, 4), "Mix");
     page.add<WavePlot>(inside.cut_left(330), WavePlot::MIX);

@@ -14,13 +14,14 @@
 #include <string>
 #include <vector>
 
+#include "common/characters.h"
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
 #include "editor/view/editor_view.h"
 #include "instrument/checked_load.h"
-#include "softsynth/effects/mono_effect.h"
-#include "softsynth/filters/filter.h"
-#include "softsynth/voices/influence.h"
+#include "softsynth/parameters/effect_type.h"
+#include "softsynth/parameters/filter_type.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
@@ -46,10 +47,8 @@ void set_meters(BankSynth& synth) {
 std::string file_name(const std::string& title) {
     std::string name;
     for (const char c : title) {
-        if (c >= 'A' && c <= 'Z')
-            name.push_back(char(c - 'A' + 'a'));
-        else
-            name.push_back(c >= 'a' && c <= 'z' ? c : '-');
+        const char lower = lower_case(c);
+        name.push_back(lower >= 'a' && lower <= 'z' ? lower : '-');
     }
     return name;
 }
@@ -124,7 +123,7 @@ unsigned program_for(const TarqSettings& bank, const std::string& page) {
     if (page == "Filter" || page == "Envelopes")
         return program_with(bank, CTRL_FILTER1_TYPE, FILTER_LADDER_START_MARKER);
     if (page == "Mono effects")
-        return program_with(bank, CTRL_CHANFX1_TYPE, MonoEffect::MONO_EFFECT_DISTORTION);
+        return program_with(bank, CTRL_CHANFX1_TYPE, MONO_EFFECT_DISTORTION);
     if (page == "Equaliser")
         return program_with(bank, CTRL_CHAN_FILTER2_TYPE, FILTER_LOWPASS);
     if (page == "Modulation")

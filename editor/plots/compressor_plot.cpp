@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/model/control_meaning.h"
+#include "curves/effect_curves.h"
+#include "editor/kit/dragged_value.h"
 #include "editor/plots/plot_frame.h"
-#include "softsynth/effects/compressor.h"
 #include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
@@ -18,44 +19,26 @@ constexpr double QUIETEST = -60.0; // dB
 constexpr double LOUDEST = 12.0;
 constexpr double METER_WIDTH = 10.0;
 constexpr double DEEPEST_ATTENUATION = 24.0; // dB
-constexpr unsigned BAND_STEP = CTRL_FCMPR_BAND2_THRESHOLD - CTRL_FCMPR_BAND1_THRESHOLD;
-constexpr unsigned CROSSOVERS[] = {CTRL_FCMPR_BAND12_CROSSOVER_FREQ,
-                                   CTRL_FCMPR_BAND23_CROSSOVER_FREQ,
-                                   CTRL_FCMPR_BAND34_CROSSOVER_FREQ};
+constexpr int NUM_CROSSOVERS = int(NUM_COMPRESSOR_BANDS) - 1;
 constexpr double REACH = 10.0;
-constexpr double FINE = 0.1;
-
-double to_decibels(double level) {
-    return 20.0 * std::log10(std::max(level, 1e-9));
-}
 
 } // namespace
 
 void CompressorPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const auto quantity = [&](unsigned first) {
-        const unsigned number = first + band * BAND_STEP;
-        return controller_quantity(number, bytes[number]);
-    };
     Rect plot_area = area;
     const Rect meter = plot_area.cut_right(METER_WIDTH);
     plot_area.cut_right(6);
     const PlotFrame frame(plot_area, QUIETEST, 0.0, QUIETEST, LOUDEST);
     frame.draw(canvas, decibel_lines(-48, -12, 12), decibel_lines(-48, 0, 12));
-    const auto threshold = float(quantity(CTRL_FCMPR_BAND1_THRESHOLD));
-    const float exponent = compressor_inv_ratio_minus_one(float(quantity(CTRL_FCMPR_BAND1_RATIO)));
-    const auto makeup = float(quantity(CTRL_FCMPR_BAND1_MAKEUP_GAIN));
-    const auto out_level = [&](double in) {
-        const auto level = float(std::pow(10.0, in / 20.0));
-        return to_decibels(
-            double(level * compressor_knee(level, threshold, 1.0F / threshold, exponent, makeup)));
-    };
+    const CompressorCurve curve = band_compressor_curve(bytes, band);
+    const auto out_level = [&](double in) { return compressed_decibels(curve, in); };
     std::vector<Point> points;
     for (int in = int(QUIETEST); in <= 0; in++)
         points.push_back(frame.point(in, out_level(in)));
     canvas.clip(plot_area);
     canvas.line(frame.point(QUIETEST, QUIETEST), frame.point(0.0, 0.0), theme::GRID_STRONG, 1);
-    const double x = frame.x(to_decibels(double(threshold)));
+    const double x = frame.x(to_decibels(double(curve.threshold)));
     canvas.line({x, plot_area.y}, {x, plot_area.bottom()}, theme::OUTLINE, 1);
     const bool is_muted = host.get_model().get_synth().is_band_muted(band);
     const Color color = is_muted ? theme::TEXT_DIM : theme::PARTS[band];
@@ -73,19 +56,20 @@ void CompressorPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*sta
 }
 
 double CrossoverPlot::place(const ControllerBytes& bytes, int crossover) const {
-    const PlotFrame frame(area, 20.0, 20000.0, 0.0, 1.0, true);
-    const unsigned number = CROSSOVERS[crossover];
+    const PlotFrame frame = frequency_frame(area, 0.0, 1.0);
+    const unsigned number = CROSSOVER_ROWS[crossover];
     return std::clamp(frame.x(controller_quantity(number, bytes[number])), area.x, area.right());
 }
 
 void CrossoverPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     EditorModel& model = host.get_model();
     const ControllerBytes& bytes = model.get_state().bytes;
-    const PlotFrame frame(area, 20.0, 20000.0, 0.0, 1.0, true);
+    const PlotFrame frame = frequency_frame(area, 0.0, 1.0);
     frame.draw(canvas, frequency_lines(), {});
     double left = area.x;
-    for (int band = 0; band < int(MC_N_BANDS); band++) {
-        const double right = band < 3 ? std::max(left, place(bytes, band)) : area.right();
+    for (int band = 0; band < int(NUM_COMPRESSOR_BANDS); band++) {
+        const double right =
+            band < NUM_CROSSOVERS ? std::max(left, place(bytes, band)) : area.right();
         const bool is_muted = model.get_synth().is_band_muted(unsigned(band));
         canvas.fill({left, area.y, right - left, area.h}, theme::PARTS[band], 0,
                     is_muted ? 0.05 : 0.25);
@@ -94,7 +78,7 @@ void CrossoverPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state)
                         {theme::SMALL, is_muted ? theme::TEXT_DIM : theme::TEXT, Align::CENTER});
         left = right;
     }
-    for (int crossover = 0; crossover < 3; crossover++) {
+    for (int crossover = 0; crossover < NUM_CROSSOVERS; crossover++) {
         const double x = place(bytes, crossover);
         const bool is_lit = state.is_pressed && dragged == crossover;
         canvas.line({x, area.y}, {x, area.bottom()}, is_lit ? theme::TEXT : theme::TEXT_MUTED, 1.5);
@@ -104,18 +88,13 @@ void CrossoverPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state)
 
 bool CrossoverPlot::press(UiHost& host, const Pointer& pointer) {
     EditorModel& model = host.get_model();
-    double distance = REACH;
-    int nearest = -1;
-    for (int i = 0; i < 3; i++) {
-        const double d = std::abs(place(model.get_state().bytes, i) - pointer.at.x);
-        if (d < distance) {
-            nearest = i;
-            distance = d;
-        }
-    }
+    std::vector<Point> places; // beside the pointer
+    for (int i = 0; i < NUM_CROSSOVERS; i++)
+        places.push_back({place(model.get_state().bytes, i), pointer.at.y});
+    const int nearest = nearest_place(places, pointer.at, REACH);
     if (nearest < 0 || pointer.button != Pointer::Button::LEFT)
         return false;
-    const unsigned number = CROSSOVERS[nearest];
+    const unsigned number = CROSSOVER_ROWS[nearest];
     if (pointer.is_double) {
         model.set_value(number, default_byte(*find_controller(number)));
         return false;
@@ -128,11 +107,11 @@ bool CrossoverPlot::press(UiHost& host, const Pointer& pointer) {
 }
 
 void CrossoverPlot::drag(UiHost& host, const Pointer& pointer) {
-    dragged_place += (pointer.at.x - last.x) * (pointer.shift ? FINE : 1.0);
+    dragged_place += (pointer.at.x - last.x) * drag_speed(pointer);
     last = pointer.at;
     dragged_place = std::clamp(dragged_place, area.x, area.right());
-    const PlotFrame frame(area, 20.0, 20000.0, 0.0, 1.0, true);
-    const unsigned number = CROSSOVERS[dragged];
+    const PlotFrame frame = frequency_frame(area, 0.0, 1.0);
+    const unsigned number = CROSSOVER_ROWS[dragged];
     host.get_model().set_value(number, nearest_value(number, frame.x_value(dragged_place)));
 }
 
@@ -141,7 +120,7 @@ void CrossoverPlot::release(UiHost& host) {
 }
 
 std::vector<unsigned> CrossoverPlot::controllers() const {
-    return {std::begin(CROSSOVERS), std::end(CROSSOVERS)};
+    return {std::begin(CROSSOVER_ROWS), std::end(CROSSOVER_ROWS)};
 }
 
 } // namespace tarquil

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/model/control_meaning.h"
 #include "editor/plots/plot_frame.h"
+#include "softsynth/parameters/control_use.h"
 #include "softsynth/parameters/controller_display.h"
 
 namespace tarquil {
@@ -15,7 +15,6 @@ namespace {
 
 constexpr double NODE_RADIUS = 5.0;
 constexpr double REACH = 12.0;
-constexpr double FINE = 0.1;
 
 // Each of attack, decay and release has a third of the width, less what the sustain takes, and is
 // drawn by its byte, so that 5 ms and 5 s both can be seen; the times stand at the points.
@@ -35,36 +34,26 @@ Rect curve_area(const Rect& area) {
 
 Point EnvelopePlot::node_point(const ControllerBytes& bytes, Node node) const {
     const Rect inside = curve_area(area);
-    const double attack = inside.x + stage_width(inside, bytes[CTRL_ENV1_ATTACK + envelope]);
+    const double attack = inside.x + stage_width(inside, bytes[rows.attack]);
     if (node == ATTACK)
         return {attack, inside.y};
-    const double sustain =
-        controller_quantity(CTRL_ENV1_SUSTAIN + envelope, bytes[CTRL_ENV1_SUSTAIN + envelope]);
-    const double decay = attack + stage_width(inside, bytes[CTRL_ENV1_DECAY + envelope]);
+    const double sustain = controller_quantity(rows.sustain, bytes[rows.sustain]);
+    const double decay = attack + stage_width(inside, bytes[rows.decay]);
     if (node == DECAY)
         return {decay, inside.bottom() - sustain * inside.h};
-    return {decay + SUSTAIN_PART * inside.w +
-                stage_width(inside, bytes[CTRL_ENV1_RELEASE + envelope]),
+    return {decay + SUSTAIN_PART * inside.w + stage_width(inside, bytes[rows.release]),
             inside.bottom()};
 }
 
 EnvelopePlot::Node EnvelopePlot::node_at(const ControllerBytes& bytes, Point at) const {
-    Node nearest = NO_NODE;
-    double distance = REACH;
-    for (const Node node : {RELEASE, DECAY, ATTACK}) {
-        const Point place = node_point(bytes, node);
-        const double d = std::hypot(place.x - at.x, place.y - at.y);
-        if (d < distance) {
-            nearest = node;
-            distance = d;
-        }
-    }
-    return nearest;
+    return Node(nearest_place(
+        {node_point(bytes, ATTACK), node_point(bytes, DECAY), node_point(bytes, RELEASE)}, at,
+        REACH));
 }
 
 void EnvelopePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const bool is_used = meaning_of(CTRL_ENV1_ATTACK + envelope, bytes).is_used;
+    const bool is_used = is_controller_used(rows.attack, bytes);
     const Color color = is_used ? theme::PARTS[envelope] : theme::TEXT_DIM;
     const Rect inside = curve_area(area);
     canvas.fill(area, theme::WELL, 4);
@@ -81,21 +70,20 @@ void EnvelopePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) 
         canvas.line({place.x, place.y}, {place.x, area.bottom() - 18}, theme::GRID_STRONG);
     canvas.fill_below(points, inside.bottom(), color, 0.14);
     canvas.polyline(points, color, 1.8);
-    const auto time_text = [&](unsigned first, double left, double right) {
+    const auto time_text = [&](unsigned number, double left, double right) {
         constexpr double NARROWEST = 48.0;
         if (right - left > NARROWEST)
             canvas.text({left, area.bottom() - 17, right - left, 14},
-                        controller_display(first + envelope, bytes[first + envelope]),
+                        controller_display(number, bytes[number]),
                         {9.5, theme::TEXT_MUTED, Align::CENTER});
     };
-    time_text(CTRL_ENV1_ATTACK, inside.x, attack.x);
-    time_text(CTRL_ENV1_DECAY, attack.x, decay.x);
-    time_text(CTRL_ENV1_RELEASE, key_up.x, release.x);
-    canvas.text(
-        {key_up.x - SUSTAIN_PART * inside.w, decay.y > inside.y + 16 ? decay.y - 15 : decay.y + 3,
-         SUSTAIN_PART * inside.w, 14},
-        controller_display(CTRL_ENV1_SUSTAIN + envelope, bytes[CTRL_ENV1_SUSTAIN + envelope]),
-        {9.5, theme::TEXT_MUTED, Align::CENTER});
+    time_text(rows.attack, inside.x, attack.x);
+    time_text(rows.decay, attack.x, decay.x);
+    time_text(rows.release, key_up.x, release.x);
+    canvas.text({key_up.x - SUSTAIN_PART * inside.w,
+                 decay.y > inside.y + 16 ? decay.y - 15 : decay.y + 3, SUSTAIN_PART * inside.w, 14},
+                controller_display(rows.sustain, bytes[rows.sustain]),
+                {9.5, theme::TEXT_MUTED, Align::CENTER});
     const Node lit = state.is_pressed ? dragged : (state.is_hovered ? hovered : NO_NODE);
     for (const Node node : {ATTACK, DECAY, RELEASE}) {
         const Point place = node_point(bytes, node);
@@ -110,20 +98,18 @@ bool EnvelopePlot::press(UiHost& host, const Pointer& pointer) {
     dragged = node_at(bytes, pointer.at);
     if (pointer.button != Pointer::Button::LEFT || dragged == NO_NODE)
         return false;
-    const unsigned times[] = {CTRL_ENV1_ATTACK, CTRL_ENV1_DECAY, CTRL_ENV1_RELEASE};
-    const unsigned time = times[dragged] + envelope;
+    const unsigned times[] = {rows.attack, rows.decay, rows.release};
+    const unsigned time = times[dragged];
     model.begin_gesture(find_controller(time)->name);
     if (pointer.is_double) {
         model.set_value(time, default_byte(*find_controller(time)));
         if (dragged == DECAY)
-            model.set_value(CTRL_ENV1_SUSTAIN + envelope,
-                            default_byte(*find_controller(CTRL_ENV1_SUSTAIN + envelope)));
+            model.set_value(rows.sustain, default_byte(*find_controller(rows.sustain)));
         model.end_gesture();
         return false;
     }
-    time_value = bytes[time];
-    level_value =
-        controller_quantity(CTRL_ENV1_SUSTAIN + envelope, bytes[CTRL_ENV1_SUSTAIN + envelope]);
+    time_value.start(bytes[time]);
+    level_value = controller_quantity(rows.sustain, bytes[rows.sustain]);
     last = pointer.at;
     return true;
 }
@@ -131,17 +117,15 @@ bool EnvelopePlot::press(UiHost& host, const Pointer& pointer) {
 void EnvelopePlot::drag(UiHost& host, const Pointer& pointer) {
     EditorModel& model = host.get_model();
     const Rect inside = curve_area(area);
-    const double speed = pointer.shift ? FINE : 1.0;
-    const unsigned times[] = {CTRL_ENV1_ATTACK, CTRL_ENV1_DECAY, CTRL_ENV1_RELEASE};
-    time_value += (pointer.at.x - last.x) * speed * 127.0 / (inside.w * STAGE_PART);
+    const double speed = drag_speed(pointer);
+    const unsigned times[] = {rows.attack, rows.decay, rows.release};
+    model.set_value(times[dragged], time_value.move((pointer.at.x - last.x) * speed * 127.0 /
+                                                    (inside.w * STAGE_PART)));
     level_value -= (pointer.at.y - last.y) * speed / inside.h;
     last = pointer.at;
-    time_value = std::clamp(time_value, 0.0, 127.0);
     level_value = std::clamp(level_value, 0.0, 1.0);
-    model.set_value(times[dragged] + envelope, int(std::lround(time_value)));
     if (dragged == DECAY)
-        model.set_value(CTRL_ENV1_SUSTAIN + envelope,
-                        int(std::lround(127.0 * std::cbrt(level_value))));
+        model.set_value(rows.sustain, int(std::lround(127.0 * std::cbrt(level_value))));
 }
 
 void EnvelopePlot::release(UiHost& host) {
@@ -154,17 +138,17 @@ void EnvelopePlot::hover(UiHost& host, Point at) {
 
 std::string EnvelopePlot::tooltip(UiHost& host) {
     EditorModel& model = host.get_model();
-    const auto shown = [&](unsigned first) {
-        return std::string(find_controller(first + envelope)->name) + " " +
-               controller_display(first + envelope, model.value(first + envelope));
+    const auto shown = [&](unsigned number) {
+        return std::string(find_controller(number)->name) + " " +
+               controller_display(number, model.value(number));
     };
     switch (hovered) {
     case ATTACK:
-        return shown(CTRL_ENV1_ATTACK);
+        return shown(rows.attack);
     case DECAY:
-        return shown(CTRL_ENV1_DECAY) + "\n" + shown(CTRL_ENV1_SUSTAIN);
+        return shown(rows.decay) + "\n" + shown(rows.sustain);
     case RELEASE:
-        return shown(CTRL_ENV1_RELEASE);
+        return shown(rows.release);
     case NO_NODE:
         break;
     }
@@ -172,8 +156,7 @@ std::string EnvelopePlot::tooltip(UiHost& host) {
 }
 
 std::vector<unsigned> EnvelopePlot::controllers() const {
-    return {CTRL_ENV1_ATTACK + envelope, CTRL_ENV1_DECAY + envelope, CTRL_ENV1_SUSTAIN + envelope,
-            CTRL_ENV1_RELEASE + envelope};
+    return {rows.attack, rows.decay, rows.sustain, rows.release};
 }
 
 } // namespace tarquil

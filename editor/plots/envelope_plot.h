@@ -2,14 +2,17 @@
 
 #pragma once
 
+#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
 class EnvelopePlot : public Widget {
   public:
     // `envelope` 0..2
-    EnvelopePlot(const Rect& widget_area, unsigned shown) : Widget(widget_area), envelope(shown) {}
+    EnvelopePlot(const Rect& widget_area, unsigned shown)
+        : Widget(widget_area), envelope(shown), rows(envelope_rows(shown)) {}
 
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
@@ -27,10 +30,11 @@ class EnvelopePlot : public Widget {
     [[nodiscard]] Point node_point(const ControllerBytes& bytes, Node node) const;
 
     const unsigned envelope;
+    const EnvelopeRows rows;
     Node hovered = NO_NODE;
     Node dragged = NO_NODE;
     // of the drag
-    double time_value = 0.0;
+    DraggedValue time_value;
     double level_value = 0.0;
     Point last;
 };

@@ -15,15 +15,9 @@ namespace {
 constexpr double GAIN_RANGE = 27.0; // dB either way
 constexpr double NODE_RADIUS = 8.0;
 constexpr double REACH = 13.0;
-constexpr double FINE = 0.1;
 
-// From a filter's type to its other controllers.
-constexpr unsigned CUTOFF = CTRL_CHAN_FILTER1_CUTOFF - CTRL_CHAN_FILTER1_TYPE;
-constexpr unsigned RESONANCE = CTRL_CHAN_FILTER1_RESONANCE - CTRL_CHAN_FILTER1_TYPE;
-constexpr unsigned GAIN = CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE;
-
-bool has_gain(const ControllerBytes& bytes, unsigned type) {
-    return bytes[type] >= FILTER_PEAKING_EQ;
+bool has_gain(const ControllerBytes& bytes, const FilterRows& rows) {
+    return has_filter_gain(FilterType(bytes[rows.type]));
 }
 
 } // namespace
@@ -31,21 +25,20 @@ bool has_gain(const ControllerBytes& bytes, unsigned type) {
 EqualiserPlot::EqualiserPlot(const Rect& widget_area, unsigned first_type, unsigned count,
                              unsigned first_response)
     : Widget(widget_area), first(first_type), num_filters(int(count)), responses(first_response),
-      frame(widget_area, 20.0, 20000.0, -GAIN_RANGE, GAIN_RANGE, true) {}
+      frame(frequency_frame(widget_area, -GAIN_RANGE, GAIN_RANGE)) {}
 
 Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const {
-    const unsigned type = type_of(filter);
-    const double hertz = controller_quantity(type + CUTOFF, bytes[type + CUTOFF]);
-    const double gain =
-        has_gain(bytes, type)
-            ? 20.0 * std::log10(controller_quantity(type + GAIN, bytes[type + GAIN]))
-            : 0.0;
+    const FilterRows rows = rows_of(filter);
+    const double hertz = controller_quantity(rows.cutoff, bytes[rows.cutoff]);
+    const double gain = has_gain(bytes, rows)
+                            ? 20.0 * std::log10(controller_quantity(rows.gain, bytes[rows.gain]))
+                            : 0.0;
     const Rect inside = area.inset(NODE_RADIUS);
     Point place = frame.point(hertz, gain);
     // Filters set alike stand side by side.
     for (int other = 0; other < filter; other++) {
-        const auto controls = bytes.begin() + type_of(other);
-        if (std::equal(controls, controls + GAIN + 1, bytes.begin() + type))
+        const auto controls = bytes.begin() + rows_of(other).type;
+        if (std::equal(controls, controls + NUM_FILTER_ROWS, bytes.begin() + rows.type))
             place.x += 2 * NODE_RADIUS + 2;
     }
     return {std::clamp(place.x, inside.x, inside.right()),
@@ -53,51 +46,35 @@ Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const 
 }
 
 int EqualiserPlot::node_at(const ControllerBytes& bytes, Point at) const {
-    int nearest = NO_NODE;
-    double distance = REACH;
-    for (int i = 0; i < num_filters; i++) {
-        if (bytes[type_of(i)] == FILTER_NONE)
-            continue;
-        const Point place = node_point(bytes, i);
-        const double d = std::hypot(place.x - at.x, place.y - at.y);
-        if (d < distance) {
-            nearest = i;
-            distance = d;
-        }
-    }
-    return nearest;
+    std::vector<Point> places;
+    for (int i = 0; i < num_filters; i++)
+        places.push_back(bytes[rows_of(i).type] == FILTER_NONE ? NOWHERE : node_point(bytes, i));
+    return nearest_place(places, at, REACH);
 }
 
 void EqualiserPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
     frame.draw(canvas, frequency_lines(), decibel_lines(-24, 24, area.h > 200 ? 6 : 12));
-    const std::vector<double>& frequencies = response_frequencies();
-    Response sum(frequencies.size());
+    Response sum(response_frequencies().size());
     const int lit = state.is_pressed ? dragged : (state.is_hovered ? hovered : NO_NODE);
     canvas.clip(area);
-    const auto points_of = [&](const Response& response) {
-        std::vector<Point> points;
-        for (size_t i = 0; i < response.size(); i++)
-            points.push_back(frame.point(frequencies[i], response[i]));
-        return points;
-    };
     bool is_any_on = false;
     for (int i = 0; i < num_filters; i++) {
-        const FilterSettings filter = equaliser_filter_settings(bytes, type_of(i));
+        const FilterSettings filter = equaliser_filter_settings(bytes, rows_of(i));
         const Response& response = host.get_responses().get(responses + unsigned(i), filter);
         if (!is_filter_on(filter))
             continue;
         is_any_on = true;
         for (size_t k = 0; k < sum.size(); k++)
             sum[k] += response[k];
-        const std::vector<Point> points = points_of(response);
+        const std::vector<Point> points = response_points(frame, response);
         canvas.fill_below(points, frame.y(0.0), theme::PARTS[i], i == lit ? 0.28 : 0.12);
         canvas.polyline(points, theme::PARTS[i], 1, 0.6);
     }
-    canvas.polyline(points_of(sum), is_any_on ? theme::TEXT : theme::TEXT_DIM, 2);
+    canvas.polyline(response_points(frame, sum), is_any_on ? theme::TEXT : theme::TEXT_DIM, 2);
     canvas.unclip();
     for (int i = 0; i < num_filters; i++) {
-        if (bytes[type_of(i)] == FILTER_NONE)
+        if (bytes[rows_of(i).type] == FILTER_NONE)
             continue;
         const Point place = node_point(bytes, i);
         canvas.disc(place, i == lit ? NODE_RADIUS + 1.5 : NODE_RADIUS, theme::PARTS[i]);
@@ -115,35 +92,32 @@ bool EqualiserPlot::press(UiHost& host, const Pointer& pointer) {
     dragged = node_at(model.get_state().bytes, pointer.at);
     if (pointer.button != Pointer::Button::LEFT || dragged == NO_NODE)
         return false;
-    const unsigned type = type_of(dragged);
-    const unsigned height =
-        has_gain(model.get_state().bytes, type) ? type + GAIN : type + RESONANCE;
+    const FilterRows rows = rows_of(dragged);
+    const unsigned height = has_gain(model.get_state().bytes, rows) ? rows.gain : rows.resonance;
     model.begin_gesture("Equaliser filter " + std::to_string(dragged + 1));
     if (pointer.is_double) {
         model.set_value(height, default_byte(*find_controller(height)));
         model.end_gesture();
         return false;
     }
-    cutoff_value = model.value(type + CUTOFF);
-    height_value = model.value(height);
+    cutoff.start(model.value(rows.cutoff));
+    heights.start(model.value(height));
     last = pointer.at;
     return true;
 }
 
 void EqualiserPlot::drag(UiHost& host, const Pointer& pointer) {
     EditorModel& model = host.get_model();
-    const unsigned type = type_of(dragged);
-    const bool is_gain = has_gain(model.get_state().bytes, type);
-    const double speed = pointer.shift ? FINE : 1.0;
-    // Ten octaves are 127 steps, and so are 40 dB; the plot shows log2(1000) octaves.
-    cutoff_value += (pointer.at.x - last.x) * speed * 12.7 * std::log2(1000.0) / area.w;
-    height_value -= (pointer.at.y - last.y) * speed * (is_gain ? 2.0 * GAIN_RANGE / 40.0 : 1.0) *
-                    127.0 / area.h;
+    const FilterRows rows = rows_of(dragged);
+    const bool is_gain = has_gain(model.get_state().bytes, rows);
+    const double speed = drag_speed(pointer);
+    // 40 dB are 127 steps, and so is the height for a resonance.
+    const double steps = (is_gain ? 2.0 * GAIN_RANGE / 40.0 : 1.0) * 127.0 / area.h;
+    model.set_value(rows.cutoff,
+                    cutoff.move((pointer.at.x - last.x) * speed * cutoff_steps(frame)));
+    model.set_value(is_gain ? rows.gain : rows.resonance,
+                    heights.move((last.y - pointer.at.y) * speed * steps));
     last = pointer.at;
-    cutoff_value = std::clamp(cutoff_value, 0.0, 127.0);
-    height_value = std::clamp(height_value, 0.0, 127.0);
-    model.set_value(type + CUTOFF, int(std::lround(cutoff_value)));
-    model.set_value(is_gain ? type + GAIN : type + RESONANCE, int(std::lround(height_value)));
 }
 
 void EqualiserPlot::release(UiHost& host) {
@@ -159,7 +133,7 @@ void EqualiserPlot::wheel(UiHost& host, const Pointer& pointer, double steps) {
     const int node = node_at(model.get_state().bytes, pointer.at);
     if (node == NO_NODE)
         return;
-    const unsigned resonance = type_of(node) + RESONANCE;
+    const unsigned resonance = rows_of(node).resonance;
     model.set_value(resonance, model.value(resonance) + int(std::lround(2 * steps)));
 }
 
@@ -167,12 +141,12 @@ std::string EqualiserPlot::tooltip(UiHost& host) {
     if (hovered == NO_NODE)
         return "";
     EditorModel& model = host.get_model();
-    const unsigned type = type_of(hovered);
+    const FilterRows rows = rows_of(hovered);
     std::string text = "Filter " + std::to_string(hovered + 1) + ": " +
-                       controller_display(type, model.value(type));
-    for (const unsigned part : {CUTOFF, RESONANCE, GAIN}) {
-        if (part != GAIN || has_gain(model.get_state().bytes, type))
-            text += "\n" + controller_display(type + part, model.value(type + part));
+                       controller_display(rows.type, model.value(rows.type));
+    for (const unsigned number : {rows.cutoff, rows.resonance, rows.gain}) {
+        if (number != rows.gain || has_gain(model.get_state().bytes, rows))
+            text += "\n" + controller_display(number, model.value(number));
     }
     return text + "\nDrag; the wheel changes the resonance";
 }
@@ -180,8 +154,8 @@ std::string EqualiserPlot::tooltip(UiHost& host) {
 std::vector<unsigned> EqualiserPlot::controllers() const {
     std::vector<unsigned> numbers;
     for (int i = 0; i < num_filters; i++) {
-        for (const unsigned part : {CUTOFF, RESONANCE, GAIN})
-            numbers.push_back(type_of(i) + part);
+        const FilterRows rows = rows_of(i);
+        numbers.insert(numbers.end(), {rows.cutoff, rows.resonance, rows.gain});
     }
     return numbers;
 }

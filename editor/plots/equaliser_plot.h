@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
 #include "editor/plots/plot_frame.h"
+#include "softsynth/parameters/families.h"
 
 namespace tarquil {
 
@@ -25,7 +27,9 @@ class EqualiserPlot : public Widget {
     [[nodiscard]] std::vector<unsigned> controllers() const override;
 
   private:
-    [[nodiscard]] unsigned type_of(int filter) const { return first + 4 * unsigned(filter); }
+    [[nodiscard]] FilterRows rows_of(int filter) const {
+        return filter_rows(first + NUM_FILTER_ROWS * unsigned(filter));
+    }
     [[nodiscard]] Point node_point(const ControllerBytes& bytes, int filter) const;
     [[nodiscard]] int node_at(const ControllerBytes& bytes, Point at) const;
 
@@ -36,8 +40,8 @@ class EqualiserPlot : public Widget {
     int hovered = NO_NODE;
     int dragged = NO_NODE;
     // of the drag
-    double cutoff_value = 0.0;
-    double height_value = 0.0;
+    DraggedValue cutoff;
+    DraggedValue heights;
     Point last;
 
     static constexpr int NO_NODE = -1;

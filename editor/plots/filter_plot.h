@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
 
 namespace tarquil {
@@ -20,8 +21,9 @@ class FilterPlot : public Widget {
     [[nodiscard]] std::vector<unsigned> controllers() const override;
 
   private:
-    double cutoff_value = 0.0;
-    double resonance_value = 0.0;
+    // of the drag
+    DraggedValue cutoff;
+    DraggedValue resonance;
     Point last;
 };
 

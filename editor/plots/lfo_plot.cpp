@@ -2,16 +2,11 @@
 
 #include "editor/plots/lfo_plot.h"
 
-#include <algorithm>
-#include <memory>
-
 #include "common/number_text.h"
-#include "editor/model/control_meaning.h"
+#include "curves/effect_curves.h"
 #include "editor/plots/plot_frame.h"
-#include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/control_use.h"
 #include "softsynth/parameters/controller_display.h"
-#include "softsynth/voices/influence.h"
-#include "softsynth/wavetables/oscillator.h"
 
 namespace tarquil {
 
@@ -23,31 +18,19 @@ constexpr double SHORTEST_SECONDS = 2.0;
 
 } // namespace
 
-// Each sample of the drawing stands for a longer piece of time than one of the engine's, so the
-// oscillator runs that much faster.
 void LfoPlot::compute(EditorSynth& synth, const ControllerBytes& bytes, double seconds) {
-    const std::vector<int> from{bytes[CTRL_LFO1_TYPE + lfo], bytes[CTRL_LFO1_SPEED + lfo],
-                                bytes[CTRL_LFO1_PHASE + lfo]};
+    const std::vector<int> from{bytes[rows.type], bytes[rows.speed], bytes[rows.phase]};
     if (from == computed_from)
         return;
     computed_from = from;
-    Oscillator oscillator;
-    oscillator.init(synth.get_waves(), OscType(from[0]), 1.0F,
-                    map_char_to_float(CTRL_LFO1_PHASE + lfo, from[2]));
-    const auto pitch = std::make_unique<MonoBuffer>();
-    const auto out = std::make_unique<MonoBuffer>();
-    pitch->init(NUM_SAMPLES);
-    out->init(NUM_SAMPLES);
-    const double hertz = controller_quantity(CTRL_LFO1_SPEED + lfo, from[1]);
-    std::fill_n(pitch->get_first_sample_ptr(), NUM_SAMPLES,
-                float(hertz * seconds * SAMPLE_RATE / NUM_SAMPLES));
-    oscillator.render_interpolated(*out, *pitch, 0);
-    samples.assign(out->get_first_sample_ptr(), out->get_first_sample_ptr() + NUM_SAMPLES);
+    samples = lfo_wave(synth.get_waves(), OscType(bytes[rows.type]),
+                       controller_quantity(rows.speed, bytes[rows.speed]) * seconds,
+                       map_char_to_float(rows.phase, bytes[rows.phase]), NUM_SAMPLES);
 }
 
 void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const double hertz = controller_quantity(CTRL_LFO1_SPEED + lfo, bytes[CTRL_LFO1_SPEED + lfo]);
+    const double hertz = controller_quantity(rows.speed, bytes[rows.speed]);
     double seconds = SHORTEST_SECONDS;
     while (seconds * hertz < FEWEST_PERIODS)
         seconds *= 2.0;
@@ -61,7 +44,7 @@ void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     std::vector<Point> points;
     for (size_t i = 0; i < samples.size(); i++)
         points.push_back(frame.point(seconds * double(i) / NUM_SAMPLES, double(samples[i])));
-    const bool is_used = meaning_of(CTRL_LFO1_SPEED + lfo, bytes).is_used;
+    const bool is_used = is_controller_used(rows.speed, bytes);
     canvas.clip(area);
     canvas.wave(points, is_used ? theme::PARTS[lfo] : theme::TEXT_DIM, 1.6);
     canvas.unclip();

@@ -6,6 +6,13 @@
 
 namespace tarquil {
 
+namespace {
+
+constexpr double LOWEST_HZ = 20.0;
+constexpr double HIGHEST_HZ = 20000.0;
+
+} // namespace
+
 PlotFrame::PlotFrame(const Rect& plot_area, double left, double right, double bottom, double top,
                      bool logarithmic_x)
     : area(plot_area), x_from(left), x_to(right), y_from(bottom), y_to(top),
@@ -58,6 +65,27 @@ void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
             canvas.text({area.x + 4, place - 12, 60, 12}, line.text,
                         {TEXT_SIZE, theme::TEXT_MUTED});
     }
+}
+
+PlotFrame frequency_frame(const Rect& plot_area, double bottom, double top) {
+    return {plot_area, LOWEST_HZ, HIGHEST_HZ, bottom, top, true};
+}
+
+double cutoff_steps(const PlotFrame& frame) {
+    constexpr double STEPS_PER_OCTAVE = 12.7;
+    return STEPS_PER_OCTAVE * std::log2(HIGHEST_HZ / LOWEST_HZ) / frame.get_area().w;
+}
+
+int nearest_place(const std::vector<Point>& places, Point at, double reach) {
+    int nearest = -1;
+    for (size_t i = 0; i < places.size(); i++) {
+        const double distance = std::hypot(places[i].x - at.x, places[i].y - at.y);
+        if (distance < reach) {
+            nearest = int(i);
+            reach = distance;
+        }
+    }
+    return nearest;
 }
 
 const std::vector<GridLine>& frequency_lines() {

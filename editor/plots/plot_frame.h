@@ -43,6 +43,18 @@ class PlotFrame {
     bool is_logarithmic;
 };
 
+// From 20 Hz to 20 kHz, gains in dB from bottom to top.
+PlotFrame frequency_frame(const Rect& plot_area, double bottom, double top);
+
+// Ten octaves of cutoff are 127 steps; how many a unit of the frame's width is.
+double cutoff_steps(const PlotFrame& frame);
+
+// The index of the nearest of `places` within `reach` of a point; -1 when none is so near.
+int nearest_place(const std::vector<Point>& places, Point at, double reach);
+
+// Off every plot: where a thing that is not there stands.
+inline constexpr Point NOWHERE{-1e6, -1e6};
+
 // The lines of a frequency axis from 20 Hz to 20 kHz, and of gains in dB every `step`.
 const std::vector<GridLine>& frequency_lines();
 std::vector<GridLine> decibel_lines(int lowest, int highest, int step);

@@ -16,11 +16,6 @@ constexpr double LOWEST_FREQUENCY = 20.0;
 constexpr double HIGHEST_FREQUENCY = 20000.0;
 constexpr unsigned NUM_FREQUENCIES = 241; // 24 an octave
 
-bool is_same(const FilterSettings& a, const FilterSettings& b) {
-    return a.type == b.type && a.depth == b.depth && a.cutoff_octaves == b.cutoff_octaves &&
-           a.resonance == b.resonance && a.gain == b.gain && a.key_frequency == b.key_frequency;
-}
-
 // The host's signals are for the host's threads.
 class SignalsBlocked {
   public:
@@ -45,6 +40,13 @@ const std::vector<double>& response_frequencies() {
     return frequencies;
 }
 
+std::vector<Point> response_points(const PlotFrame& frame, const Response& response) {
+    std::vector<Point> points;
+    for (size_t i = 0; i < response.size(); i++)
+        points.push_back(frame.point(response_frequencies()[i], response[i]));
+    return points;
+}
+
 ResponseWorker::ResponseWorker() {
     for (Slot& slot : slots)
         slot.response.resize(NUM_FREQUENCIES);
@@ -65,7 +67,7 @@ ResponseWorker::~ResponseWorker() {
 const Response& ResponseWorker::get(unsigned index, const FilterSettings& filter) {
     TARQ_ASSERT(index < MAX_FILTERS);
     Slot& slot = slots[index];
-    if (!slot.is_asked || !is_same(slot.asked, filter)) {
+    if (!slot.is_asked || slot.asked != filter) {
         slot.asked = filter;
         slot.is_asked = true;
         {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "curves/filter_response.h"
+#include "editor/plots/plot_frame.h"
 
 namespace tarquil {
 
@@ -20,6 +21,9 @@ using Response = std::vector<double>;
 
 // 20 Hz to 20 kHz at equal ratios.
 const std::vector<double>& response_frequencies();
+
+// The response as a line in `frame`, whose x are frequencies.
+std::vector<Point> response_points(const PlotFrame& frame, const Response& response);
 
 class ResponseWorker {
   public:

@@ -6,18 +6,15 @@
 #include <cmath>
 
 #include "softsynth/parameters/controller_display.h"
-#include "softsynth/voices/influence.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr const char* SOURCE_NAMES[] = {"Envelope 1",   "Envelope 2",   "Envelope 3",
-                                        "LFO 1",        "LFO 2",        "Oscillator 1",
-                                        "Oscillator 2", "Oscillator 3", "Resonance"};
 constexpr unsigned NUM_SOURCES = INFL_END_MARKER - INFL_ENV1;
 constexpr double NAME_WIDTH = 84.0;
-constexpr int MULTIPLYING_AMOUNT = 127;
 
 } // namespace
 
@@ -29,20 +26,20 @@ void RoutingPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*
         return inside.y + inside.h * (index + 0.5) / count;
     };
     bool is_source_used[NUM_SOURCES + 1] = {};
-    for (unsigned slot = 0; slot < NUM_SLOTS; slot++) {
-        const unsigned source = bytes[CTRL_OSC1_INFLUENCE_SOURCE + slot];
+    for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++) {
+        const ModulationRows rows = modulation_rows(slot);
+        const unsigned source = bytes[rows.source];
         const bool is_used = source != INFL_NONE;
         is_source_used[source] = true;
-        const double y = row(slot, NUM_SLOTS);
+        const double y = row(slot, NUM_MODULATION_SLOTS);
         canvas.text({inside.right() - NAME_WIDTH - 16, y - 8, NAME_WIDTH + 16, 16},
-                    SLOT_NAMES[slot],
+                    MODULATION_TARGET_NAMES[slot],
                     {theme::SMALL, is_used ? theme::TEXT : theme::TEXT_DIM, Align::RIGHT});
         if (!is_used)
             continue;
-        const unsigned amount = CTRL_OSC1_INFLUENCE_AMOUNT + slot;
-        const bool multiplies = bytes[amount] == MULTIPLYING_AMOUNT;
-        const ControllerInfo& info = *find_controller(amount);
-        const double part = std::abs(double(map_char_to_float(amount, bytes[amount]))) /
+        const bool multiplies = bytes[rows.amount] == MULTIPLYING_AMOUNT;
+        const ControllerInfo& info = *find_controller(rows.amount);
+        const double part = std::abs(double(map_char_to_float(rows.amount, bytes[rows.amount]))) /
                             std::abs(double(info.mapping.offset));
         canvas.curve({inside.x + NAME_WIDTH - 6, row(source - INFL_ENV1, NUM_SOURCES)},
                      {inside.right() - NAME_WIDTH - 22, y},
@@ -52,7 +49,7 @@ void RoutingPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*
     for (unsigned source = 0; source < NUM_SOURCES; source++) {
         const double y = row(source, NUM_SOURCES);
         canvas.text(
-            {inside.x, y - 8, NAME_WIDTH, 16}, SOURCE_NAMES[source],
+            {inside.x, y - 8, NAME_WIDTH, 16}, INFLUENCE_NAMES[source + INFL_ENV1],
             {theme::SMALL, is_source_used[source + INFL_ENV1] ? theme::TEXT : theme::TEXT_DIM});
     }
 }

@@ -4,14 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
+#include "curves/effect_curves.h"
 #include "editor/plots/plot_frame.h"
-#include "softsynth/effects/stereo_effect.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/effect_type.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/parameters/stereo_effect_quantities.h"
-#include "softsynth/wavetables/oscillator.h"
 
 namespace tarquil {
 
@@ -59,21 +59,13 @@ void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, do
     for (int ms = step; ms < highest; ms += step)
         rows.push_back({double(ms), std::to_string(ms) + " ms"});
     frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}}, rows);
-    const auto pitch = std::make_unique<MonoBuffer>();
-    const auto out = std::make_unique<MonoBuffer>();
-    pitch->init(NUM_SAMPLES);
-    out->init(NUM_SAMPLES);
-    std::fill_n(pitch->get_first_sample_ptr(), NUM_SAMPLES,
-                float(SHOWN_SECONDS * SAMPLE_RATE / NUM_SAMPLES));
     for (int side = 1; side >= 0; side--) {
-        Oscillator lfo;
-        lfo.init(waves, wave, float(hertz), side == 0 ? 0.0F : 0.25F);
-        lfo.render_interpolated(*out, *pitch, 0);
+        const std::vector<float> sweep = lfo_wave(waves, wave, hertz * SHOWN_SECONDS,
+                                                  side == 0 ? 0.0F : RIGHT_LFO_LEAD, NUM_SAMPLES);
         std::vector<Point> points;
         for (uint32_t i = 0; i < NUM_SAMPLES; i++)
-            points.push_back(frame.point(
-                SHOWN_SECONDS * i / NUM_SAMPLES,
-                delay_ms + amount_ms * (1.0 + double(out->get_first_sample_ptr()[i])) / 2));
+            points.push_back(frame.point(SHOWN_SECONDS * i / NUM_SAMPLES,
+                                         delay_ms + amount_ms * (1.0 + double(sweep[i])) / 2));
         canvas.polyline(points, SIDES[side], 1.8);
     }
     draw_side_names(canvas, area);
@@ -84,17 +76,16 @@ void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, do
 void StereoEffectPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     constexpr double MS_PER_SAMPLE = 1000.0 / SAMPLE_RATE;
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const uint8_t* p = bytes.data() + CTRL_CHANFX2_PARAM1;
+    const uint8_t* p = bytes.data() + STEREO_EFFECT_ROWS.first_parameter;
     const double wet = controller_quantity(CTRL_CHANFX2_WET, bytes[CTRL_CHANFX2_WET]);
-    const unsigned type = bytes[CTRL_CHANFX2_TYPE];
-    if (type == StereoEffect::STEREO_EFFECT_DELAY) {
+    const unsigned type = bytes[STEREO_EFFECT_ROWS.type];
+    if (type == STEREO_EFFECT_DELAY) {
         const double seconds[] = {double(stereo_delay_seconds(p[0])),
                                   double(stereo_delay_seconds(p[1]))};
         draw_echoes(canvas, area, seconds, double(stereo_effect_feedback(p[2])), wet);
-    } else if (type != StereoEffect::STEREO_EFFECT_OFF) {
-        const float delay = type == StereoEffect::STEREO_EFFECT_CHORUS
-                                ? chorus_delay_samples(p[0])
-                                : flanger_delay_samples(p[0]);
+    } else if (type != STEREO_EFFECT_OFF) {
+        const float delay =
+            type == STEREO_EFFECT_CHORUS ? chorus_delay_samples(p[0]) : flanger_delay_samples(p[0]);
         draw_sweep(canvas, area, host.get_model().get_synth().get_waves(),
                    double(delay) * MS_PER_SAMPLE, double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE,
                    double(stereo_lfo_hz(p[1])), OscType(p[3]));

@@ -9,8 +9,9 @@
 #include "editor/plots/plot_frame.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
-#include "softsynth/signal/note_frequency.h"
-#include "softsynth/wavetables/waveform.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/note_frequency.h"
+#include "softsynth/parameters/osc_type.h"
 
 namespace tarquil {
 
@@ -63,11 +64,9 @@ void WavePlot::compute(EditorSynth& synth, const ControllerBytes& bytes, int not
 }
 
 void WavePlot::draw_copies(Canvas& canvas, const ControllerBytes& bytes, const Rect& strip) const {
-    const int count = int(map_char_to_float(CTRL_OSC1_MULTI_COUNT + oscillator,
-                                            bytes[CTRL_OSC1_MULTI_COUNT + oscillator]));
-    const double spread = count > 1 ? controller_quantity(CTRL_OSC1_SPREAD + oscillator,
-                                                          bytes[CTRL_OSC1_SPREAD + oscillator])
-                                    : 0.0;
+    const OscillatorRows rows = oscillator_rows(oscillator);
+    const int count = int(controller_quantity(rows.copies, bytes[rows.copies]));
+    const double spread = count > 1 ? controller_quantity(rows.spread, bytes[rows.spread]) : 0.0;
     const Rect line_area = strip.inset(8, 3);
     const double middle = line_area.center().x;
     canvas.line({line_area.x, line_area.bottom()}, {line_area.right(), line_area.bottom()},

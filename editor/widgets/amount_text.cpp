@@ -2,26 +2,25 @@
 
 #include "editor/widgets/amount_text.h"
 
-#include "editor/model/control_meaning.h"
 #include "softsynth/parameters/controller_display.h"
-#include "softsynth/voices/influence.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
+#include "softsynth/parameters/quantity_text.h"
 
 namespace tarquil {
 
 void AmountText::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
-    constexpr int MULTIPLYING_AMOUNT = 127;
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    if (bytes[CTRL_OSC1_INFLUENCE_SOURCE + slot] == INFL_NONE)
+    const ModulationRows rows = modulation_rows(slot);
+    if (bytes[rows.source] == INFL_NONE)
         return;
-    const unsigned amount = CTRL_OSC1_INFLUENCE_AMOUNT + slot;
-    const unsigned fine = CTRL_OSC1_INFLUENCE_FINE_AMOUNT + slot;
-    if (bytes[amount] == MULTIPLYING_AMOUNT) {
-        canvas.text(area, "multiplies", {theme::SMALL, theme::WARM, Align::RIGHT});
+    if (bytes[rows.amount] == MULTIPLYING_AMOUNT) {
+        canvas.text(area, MULTIPLIES_TEXT, {theme::SMALL, theme::WARM, Align::RIGHT});
         return;
     }
-    const double sum = double(map_char_to_float(amount, bytes[amount])) +
-                       double(map_char_to_float(fine, bytes[fine]));
-    canvas.text(area, with_short_unit(quantity_display(sum, find_controller(amount)->unit)),
+    const double sum = controller_quantity(rows.amount, bytes[rows.amount]) +
+                       controller_quantity(rows.fine_amount, bytes[rows.fine_amount]);
+    canvas.text(area, with_short_unit(quantity_text(sum, find_controller(rows.amount)->unit)),
                 {theme::SMALL, theme::TEXT, Align::RIGHT});
 }
 

@@ -2,7 +2,8 @@
 
 #include "editor/widgets/choice_box.h"
 
-#include "editor/model/control_meaning.h"
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 

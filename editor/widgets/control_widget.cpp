@@ -5,15 +5,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/model/control_meaning.h"
 #include "editor/widgets/menu.h"
 #include "editor/widgets/text_entry.h"
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 
 namespace {
 
-constexpr double FINE = 0.1;
 constexpr int LARGE_STEP = 10;
 
 double range_part(const ControllerInfo& info, int value) {
@@ -52,18 +52,17 @@ bool ControlWidget::press(UiHost& host, const Pointer& pointer) {
         return false;
     }
     model.begin_gesture(find_controller(number)->name);
-    dragged_value = model.value(number);
+    dragged_value.start(model.value(number));
     last = pointer.at;
     return true;
 }
 
 void ControlWidget::drag(UiHost& host, const Pointer& pointer) {
     const ControllerInfo& info = *find_controller(number);
-    const double way = drag_way(last, pointer.at) * drag_speed() * (pointer.shift ? FINE : 1.0);
+    const double way = drag_way(last, pointer.at) * steps_per_way() * drag_speed(pointer);
     last = pointer.at;
-    dragged_value =
-        std::clamp(dragged_value + way, double(info.choices.first), double(info.choices.last));
-    host.get_model().set_value(number, int(std::lround(dragged_value)));
+    host.get_model().set_value(number,
+                               dragged_value.move(way, info.choices.first, info.choices.last));
 }
 
 void ControlWidget::release(UiHost& host) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
 
 namespace tarquil {
@@ -22,7 +23,7 @@ class ControlWidget : public Widget {
 
   protected:
     // Values per unit of the pointer's way.
-    [[nodiscard]] virtual double drag_speed() const { return 127.0 / 180.0; }
+    [[nodiscard]] virtual double steps_per_way() const { return 127.0 / 180.0; }
     // How far the pointer has gone, from what it was before.
     [[nodiscard]] virtual double drag_way(Point from, Point to) const {
         return (to.x - from.x) * 0.5 - (to.y - from.y);
@@ -39,7 +40,7 @@ class ControlWidget : public Widget {
     const char* const label;
 
   private:
-    double dragged_value = 0.0;
+    DraggedValue dragged_value;
     Point last;
 };
 

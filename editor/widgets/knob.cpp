@@ -6,7 +6,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "editor/model/control_meaning.h"
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 

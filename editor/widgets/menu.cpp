@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "common/characters.h"
 #include "editor/kit/window_size.h"
 
 namespace tarquil {
@@ -17,14 +18,6 @@ constexpr double MARGIN = 5.0;
 constexpr double CHARACTER_WIDTH = 6.6; // about, at the normal size
 constexpr double MARK_WIDTH = 16.0;
 constexpr size_t MAX_ROWS = 26; // in one column
-
-std::string lowered(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z')
-            c = char(c - 'A' + 'a');
-    }
-    return text;
-}
 
 } // namespace
 
@@ -57,9 +50,9 @@ void Menu::place() {
 
 void Menu::filter() {
     rows.clear();
-    const std::string wanted = lowered(search.get_text());
+    const std::string wanted = lower_case(search.get_text());
     for (size_t i = 0; i < items.size(); i++) {
-        if (lowered(items[i].text).find(wanted) != std::string::npos)
+        if (lower_case(items[i].text).find(wanted) != std::string::npos)
             rows.push_back(i);
     }
     current = rows.empty() || wanted.empty() ? NO_ROW : 0;

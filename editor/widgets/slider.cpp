@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "editor/model/control_meaning.h"
 #include "editor/widgets/knob.h"
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 

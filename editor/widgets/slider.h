@@ -14,7 +14,7 @@ class Slider : public ControlWidget {
     bool press(UiHost& host, const Pointer& pointer) override;
 
   protected:
-    [[nodiscard]] double drag_speed() const override { return 127.0 / slot_area().w; }
+    [[nodiscard]] double steps_per_way() const override { return 127.0 / slot_area().w; }
     [[nodiscard]] double drag_way(Point from, Point to) const override { return to.x - from.x; }
     [[nodiscard]] Rect entry_area() const override;
 

@@ -2,7 +2,8 @@
 
 #include "editor/widgets/source_uses.h"
 
-#include "editor/plots/routing_plot.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
@@ -10,9 +11,9 @@ void SourceUses::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/
     constexpr double LINE_HEIGHT = 15.0;
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
     std::vector<std::string> names;
-    for (unsigned slot = 0; slot < NUM_SLOTS; slot++) {
-        if (bytes[CTRL_OSC1_INFLUENCE_SOURCE + slot] == source)
-            names.emplace_back(SLOT_NAMES[slot]);
+    for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++) {
+        if (bytes[modulation_rows(slot).source] == source)
+            names.emplace_back(MODULATION_TARGET_NAMES[slot]);
     }
     Rect rest = area;
     canvas.text(rest.cut_top(LINE_HEIGHT + 2), names.empty() ? "Moves nothing yet" : "Moves",

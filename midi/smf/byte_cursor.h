@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

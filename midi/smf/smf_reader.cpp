@@ -15,7 +15,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr uint8_t SYSEX = 0xF0;
 constexpr uint8_t SYSEX_CONTINUED = 0xF7;
 constexpr uint8_t META = 0xFF;
 constexpr uint8_t META_END_OF_TRACK = 0x2F;
@@ -69,7 +68,7 @@ void TrackReader::read(ByteCursor cursor) {
         const uint8_t first_byte = cursor.take_byte("an event");
         if (first_byte == META)
             read_meta(cursor);
-        else if (first_byte == SYSEX || first_byte == SYSEX_CONTINUED)
+        else if (first_byte == MIDI_SYSTEM || first_byte == SYSEX_CONTINUED)
             read_exclusive(cursor, first_byte);
         else
             read_message(cursor, first_byte);
@@ -105,8 +104,8 @@ void TrackReader::read_exclusive(ByteCursor& cursor, uint8_t first_byte) {
     constexpr uint8_t END = 0xF7;
     const uint32_t length = cursor.take_variable_number("a length");
     const std::span<const uint8_t> data = cursor.take(length, "a system exclusive message");
-    if (first_byte == SYSEX)
-        packet = {SYSEX};
+    if (first_byte == MIDI_SYSTEM)
+        packet = {uint8_t(MIDI_SYSTEM)};
     else if (packet.empty())
         return; // bytes to be sent as they are
     packet.insert(packet.end(), data.begin(), data.end());
@@ -123,7 +122,7 @@ void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
     const size_t start = cursor.offset() - 1;
     TrackEvent event{.tick = tick};
     size_t num_bytes = 0; // that are in `event` already
-    if (first_byte >= SYSEX)
+    if (first_byte >= MIDI_SYSTEM)
         ByteCursor::fail_at(start, "a system message that cannot be in a file");
     if (is_midi_status(first_byte)) {
         running_status = first_byte;

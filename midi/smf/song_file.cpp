@@ -2,9 +2,8 @@
 
 #include "midi/smf/song_file.h"
 
+#include "common/failure.h"
 #include "common/load_string.h"
-#include "instrument/text_error.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

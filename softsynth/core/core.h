@@ -17,6 +17,7 @@
 #include "softsynth/effects/retrigger.h"
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/filters/stereo_filter.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/parameters/midi_event.h"
 #include "softsynth/reverb/revmodel.h"
 #include "softsynth/voices/channel.h"
@@ -79,8 +80,6 @@ class Tarquil {
     void set_channel_taps(StereoBuffer* taps) { channel_taps = taps; }
 
   private:
-    static constexpr unsigned NUM_GLOBAL_FILTERS = 6;
-
     void process_midi_messages(const midi_event* events, uint32_t num_events);
     void render(float* pcm_out, uint32_t num_samples, uint32_t time);
 

@@ -6,6 +6,8 @@
 #include <functional>
 
 #include "softsynth/core/core.h"
+#include "softsynth/parameters/filter_quantities.h"
+#include "softsynth/parameters/master_quantities.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -17,19 +19,6 @@ constexpr int REVERB_BUS = 1;
 constexpr int DELAY_BUS = 2;
 
 constexpr float BUTTERWORTH_Q = 0.70710677F; // 1 / sqrt(2)
-
-// A pre-gain within half a per cent of unity is skipped on purpose.
-constexpr float LOWEST_UNITY_GAIN = 0.995F;
-constexpr float HIGHEST_UNITY_GAIN = 1.005F;
-
-// From a global filter's type controller to the next filter's, and to its other settings.
-constexpr unsigned FILTER_STRIDE = CTRL_GLOBAL_FILTER2_TYPE - CTRL_GLOBAL_FILTER1_TYPE;
-constexpr unsigned FILTER_CUTOFF = CTRL_GLOBAL_FILTER1_CUTOFF - CTRL_GLOBAL_FILTER1_TYPE;
-constexpr unsigned FILTER_RESONANCE = CTRL_GLOBAL_FILTER1_RESONANCE - CTRL_GLOBAL_FILTER1_TYPE;
-constexpr unsigned FILTER_GAIN = CTRL_GLOBAL_FILTER1_GAIN - CTRL_GLOBAL_FILTER1_TYPE;
-
-// From a compressor band's controllers to the next band's.
-constexpr unsigned BAND_STRIDE = CTRL_FCMPR_BAND2_THRESHOLD - CTRL_FCMPR_BAND1_THRESHOLD;
 
 void scrub(StereoBuffer& buffer) {
     scrub_non_finite(buffer.get_first_left_sample_ptr(), 2 * buffer.get_buf_size());
@@ -88,18 +77,16 @@ void Tarquil::render_global_filters() {
     StereoBuffer& bus = scratch.buses[MAIN_BUS];
     for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
         StereoFilter& filter = global_filters[i];
-        const unsigned type_controller = CTRL_GLOBAL_FILTER1_TYPE + i * FILTER_STRIDE;
-        const auto setting = [&](unsigned distance) {
-            return global(type_controller + distance).get_last_value();
-        };
-        const auto type = FilterType(global(type_controller).get_last_int_value());
+        const FilterRows rows = global_filter_rows(i);
+        const auto setting = [&](unsigned number) { return global(number).get_last_value(); };
+        const auto type = FilterType(global(rows.type).get_last_int_value());
         if (type != filter.get_type())
             filter.init(type, 1);
         if (type == FILTER_NONE)
             continue;
         filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(),
-                      std::exp2(setting(FILTER_CUTOFF)) * OMEGA_20HZ, setting(FILTER_RESONANCE),
-                      setting(FILTER_GAIN));
+                      cutoff_omega(setting(rows.cutoff)), setting(rows.resonance),
+                      setting(rows.gain));
     }
 }
 
@@ -116,31 +103,27 @@ void Tarquil::render_retrigger(uint32_t time) {
 }
 
 void Tarquil::render_pre_gain() {
-    const float gain = global(CTRL_FCMPR_PRE_GAIN).get_last_cubed_value();
-    if (gain < LOWEST_UNITY_GAIN || gain > HIGHEST_UNITY_GAIN)
+    const float gain = master_pre_gain(global(CTRL_FCMPR_PRE_GAIN).get_last_value());
+    if (gain != 1.0F) // which would change nothing
         Buffer::scale(scratch.buses[MAIN_BUS], gain, scratch.buses[MAIN_BUS]);
 }
 
 void Tarquil::render_compressor() {
-    const float crossovers[MC_N_BANDS - 1] = {
-        global(CTRL_FCMPR_BAND12_CROSSOVER_FREQ).get_last_cubed_value(),
-        global(CTRL_FCMPR_BAND23_CROSSOVER_FREQ).get_last_cubed_value(),
-        global(CTRL_FCMPR_BAND34_CROSSOVER_FREQ).get_last_cubed_value(),
-    };
+    const auto setting = [this](unsigned number) { return global(number).get_last_cubed_value(); };
+    float crossovers[MC_N_BANDS - 1];
+    std::transform(std::begin(CROSSOVER_ROWS), std::end(CROSSOVER_ROWS), crossovers, setting);
     float thresholds[MC_N_BANDS];
     float ratios[MC_N_BANDS];
     float attacks[MC_N_BANDS];
     float releases[MC_N_BANDS];
     float makeups[MC_N_BANDS];
     for (unsigned b = 0; b < MC_N_BANDS; b++) {
-        const auto setting = [&](unsigned first_band_controller) {
-            return global(first_band_controller + b * BAND_STRIDE).get_last_cubed_value();
-        };
-        thresholds[b] = setting(CTRL_FCMPR_BAND1_THRESHOLD);
-        ratios[b] = setting(CTRL_FCMPR_BAND1_RATIO);
-        attacks[b] = setting(CTRL_FCMPR_BAND1_ATTACK_TIME);
-        releases[b] = setting(CTRL_FCMPR_BAND1_RELEASE_TIME);
-        makeups[b] = is_band_muted(b) ? 0.0F : setting(CTRL_FCMPR_BAND1_MAKEUP_GAIN);
+        const CompressorBandRows rows = compressor_band_rows(b);
+        thresholds[b] = setting(rows.threshold);
+        ratios[b] = setting(rows.ratio);
+        attacks[b] = setting(rows.attack);
+        releases[b] = setting(rows.release);
+        makeups[b] = is_band_muted(b) ? 0.0F : setting(rows.makeup);
     }
     StereoBuffer& bus = scratch.buses[MAIN_BUS];
     scrub(bus);

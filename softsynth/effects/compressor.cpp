@@ -11,9 +11,6 @@ namespace {
 // As good as infinite: the level is at least 0.0001 and the peak rarely above 10.
 constexpr float INSTANT_ATTACK_FACTOR = 100000.0F;
 
-// Ratios above this one count as infinite.
-constexpr float MAX_FINITE_RATIO = 63.0F;
-
 } // namespace
 
 float compressor_attack_factor(float attack_seconds) {
@@ -24,10 +21,6 @@ float compressor_attack_factor(float attack_seconds) {
 
 float compressor_release_factor(float release_seconds) {
     return std::exp2(-1.0F / (release_seconds * float(SAMPLE_RATE) + 1.0F));
-}
-
-float compressor_inv_ratio_minus_one(float ratio) {
-    return ratio > MAX_FINITE_RATIO ? -1.0F : 1.0F / ratio - 1.0F;
 }
 
 } // namespace tarquil

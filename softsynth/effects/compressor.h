@@ -19,6 +19,7 @@
 
 #include "common/assertion.h"
 #include "softsynth/effects/compressor_constants.h"
+#include "softsynth/parameters/compressor_quantities.h"
 
 namespace tarquil {
 
@@ -27,9 +28,6 @@ float compressor_attack_factor(float attack_seconds);
 
 // Decay of the level per sample for a release time in seconds.
 float compressor_release_factor(float release_seconds);
-
-// The exponent of the gain curve, 1 / ratio - 1; a ratio above 63 limits (-1).
-float compressor_inv_ratio_minus_one(float ratio);
 
 // The gain at `level`, everything linear.  A threshold of 0 (its inverse infinite) gives the gain 0
 // unless the ratio is 1.

@@ -16,20 +16,15 @@
 #include "softsynth/effects/compressor.h"
 #include "softsynth/filters/filter.h"
 #include "softsynth/filters/ladderfilter.h"
+#include "softsynth/parameters/effect_type.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
 
 class MonoEffect {
   public:
-    enum effect_type : uint32_t {
-        MONO_EFFECT_OFF = 0,
-        MONO_EFFECT_DISTORTION = 1,
-        MONO_EFFECT_COMPRESSOR = 2,
-        MONO_EFFECT_LOFI = 3,
-        MONO_EFFECT_FILTER = 4,
-        MONO_EFFECT_EXCITER = 5,
-    };
+    using effect_type = MonoEffectType;
+    using enum MonoEffectType;
 
     // In place.  The filter alone reads `cutoff` (octaves above 20 Hz) and `resonance` (Q), at
     // every CONTROL_PERIOD samples from the first on.  A change of type restarts the effect.

@@ -7,11 +7,12 @@
 
 #include "softsynth/effects/stereo_compressor.h"
 #include "softsynth/filters/splitting_stereo_filter.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
 
-inline constexpr unsigned MC_N_BANDS = 4;
+inline constexpr unsigned MC_N_BANDS = NUM_COMPRESSOR_BANDS;
 
 class MultiCompressor {
   public:

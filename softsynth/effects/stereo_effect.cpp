@@ -15,9 +15,6 @@ namespace {
 
 constexpr auto RATE = float(SAMPLE_RATE);
 
-// How far the right side's LFO runs ahead, in cycles.
-constexpr float RIGHT_LFO_LEAD = 0.25F;
-
 } // namespace
 
 StereoEffectScratch::StereoEffectScratch(const WaveformStore& sweeping_waves)

@@ -12,6 +12,7 @@
 #include <cstdint>
 
 #include "softsynth/effects/delay_line.h"
+#include "softsynth/parameters/effect_type.h"
 #include "softsynth/signal/buffer.h"
 #include "softsynth/wavetables/oscillator.h"
 
@@ -28,12 +29,8 @@ struct StereoEffectScratch {
 
 class StereoEffect {
   public:
-    enum effect_type : uint32_t {
-        STEREO_EFFECT_OFF = 0,
-        STEREO_EFFECT_DELAY = 1,
-        STEREO_EFFECT_CHORUS = 2,
-        STEREO_EFFECT_FLANGER = 3,
-    };
+    using effect_type = StereoEffectType;
+    using enum StereoEffectType;
 
     // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes.
     //

@@ -9,6 +9,7 @@
 
 #include "common/number_text.h"
 #include "softsynth/kernels/kernels.h"
+#include "softsynth/parameters/filter_quantities.h"
 #include "softsynth/signal/control_segments.h"
 #include "softsynth/signal/finite.h"
 
@@ -50,11 +51,11 @@ void Filter::init(FilterType new_type, int new_waveshape, int new_depth, float k
 }
 
 void Filter::set_octaves_cutoff(float octaves) {
-    cutoff = std::exp2(octaves) * OMEGA_20HZ;
+    cutoff = cutoff_omega(octaves);
 }
 
 void Filter::set_dbgain_normalized(float g) {
-    A = std::pow(10.0F, g);
+    A = filter_gain_factor(g);
 }
 
 float Filter::section_q() const {

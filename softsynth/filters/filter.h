@@ -20,26 +20,11 @@
 #include "common/assertion.h"
 #include "softsynth/kernels/biquad_lanes.h"
 #include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/filter_type.h"
 
 namespace tarquil {
 
-enum FilterType : int {
-    FILTER_NONE = 0,
-    FILTER_LOWPASS = 1,
-    FILTER_HIGHPASS = 2,
-    FILTER_BANDPASS = 3,
-    FILTER_NOTCH = 4,
-    FILTER_ALLPASS = 5,
-    FILTER_PEAKING_EQ = 6,
-    FILTER_LOW_SHELF = 7,
-    FILTER_HIGH_SHELF = 8,
-    // 9..17 are the same with the waveshaper
-    FILTER_LADDER_START_MARKER = 18,
-    FILTER_LADDER_END_MARKER = 25,
-};
-
-inline constexpr int NUM_BASE_FILTER_TYPES = 9;
-
+// A biquad type without its waveshaper.
 inline FilterType get_base_filter_type(FilterType ftype) {
     TARQ_ASSERT(ftype < FILTER_LADDER_START_MARKER);
     return FilterType(ftype % NUM_BASE_FILTER_TYPES);
@@ -51,13 +36,10 @@ inline int get_filter_waveshape(FilterType ftype) {
     return ftype / NUM_BASE_FILTER_TYPES;
 }
 
-inline bool is_ladder_filter(FilterType ftype) {
-    return ftype >= FILTER_LADDER_START_MARKER && ftype < FILTER_LADDER_END_MARKER;
-}
-
 class Filter : BiquadCoefficients {
   public:
-    static constexpr int MAX_DEPTH = BiquadLanes::MAX_DEPTH;
+    static constexpr int MAX_DEPTH = MAX_FILTER_DEPTH;
+    static_assert(MAX_DEPTH == BiquadLanes::MAX_DEPTH);
 
     Filter();
 

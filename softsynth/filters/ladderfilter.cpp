@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "softsynth/kernels/kernels.h"
+#include "softsynth/parameters/filter_quantities.h"
 #include "softsynth/signal/control_segments.h"
 #include "softsynth/signal/finite.h"
 
@@ -58,7 +59,7 @@ void LadderFilter::clear_if_not_finite() {
 }
 
 void LadderFilter::set_octaves_cutoff(float octaves) {
-    cutoff = std::exp2(octaves) * OMEGA_20HZ;
+    cutoff = cutoff_omega(octaves);
 }
 
 void LadderFilter::set_resonance(float r) {

@@ -1,99 +1,92 @@
-// What a controller's byte stands for, as people read it.
+// What a controller's byte stands for.
 
 #include "softsynth/parameters/controller_display.h"
 
 #include <cmath>
 
+#include "common/characters.h"
 #include "common/number_text.h"
-#include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/compressor_quantities.h"
 #include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/filter_quantities.h"
+#include "softsynth/parameters/influence.h"
+#include "softsynth/parameters/master_quantities.h"
+#include "softsynth/parameters/nearest_byte.h"
+#include "softsynth/parameters/quantity_text.h"
+#include "softsynth/parameters/stereo_effect_quantities.h"
+#include "softsynth/parameters/voice_quantities.h"
 
 namespace tarquil {
 
-namespace {
-
-constexpr double LOWEST_OCTAVE_HZ = 20.0;
-constexpr double SAMPLES_PER_SECOND = double(SAMPLE_RATE);
-
-// Plain quantities are rounded so that neighbouring bytes of every controller differ.
-constexpr int PLAIN_DECIMALS = 4;
-
-// Three digits, or more in front of the point.
-std::string three_digits(double value) {
-    if (std::abs(value) >= 99.95)
-        return fixed_number(value, 0);
-    return fixed_number(value, std::abs(value) >= 9.995 ? 1 : 2);
-}
-
-std::string decibels(double gain) {
-    return gain > 0.0 ? fixed_number(20.0 * std::log10(gain), 1) + " dB" : "-inf dB";
-}
-
-std::string seconds(double value) {
-    return value < 0.9995 ? three_digits(value * 1000.0) + " ms" : three_digits(value) + " s";
-}
-
-std::string hertz(double value) {
-    return value < 999.5 ? three_digits(value) + " Hz" : three_digits(value / 1000.0) + " kHz";
-}
-
-// "1 copy", "1 semitone".
-std::string counted(const std::string& number, std::string_view unit) {
-    if (number == "1" && unit == "copies")
-        unit = "copy";
-    else if (number == "1" && unit.ends_with('s'))
-        unit.remove_suffix(1);
-    return number + " " + std::string(unit);
-}
-
-} // namespace
-
 double controller_quantity(unsigned number, int byte) {
-    const auto value = double(map_char_to_float(number, byte));
+    const float value = map_char_to_float(number, byte);
     const ControllerInfo* info = find_controller(number);
     if (info == nullptr)
-        return value;
+        return double(value);
     switch (info->curve) {
-    case ControllerCurve::CUBED:
-        return value * value * value;
-    case ControllerCurve::OCTAVES:
-        return LOWEST_OCTAVE_HZ * std::exp2(value);
-    case ControllerCurve::SQUARED_POWER_OF_TEN:
-        return std::pow(10.0, 2.0 * value);
     case ControllerCurve::LINEAR_CURVE:
         break;
+    case ControllerCurve::CUBED:
+        return double(cubed(value));
+    case ControllerCurve::OCTAVES:
+        return cutoff_hertz(value);
+    case ControllerCurve::SQUARED_POWER_OF_TEN:
+        return filter_gain(value);
+    case ControllerCurve::ENVELOPE_TIME:
+        return envelope_samples(value);
+    case ControllerCurve::PORTAMENTO_TIME:
+        return portamento_samples(value);
+    case ControllerCurve::SEND:
+        return double(send_level(value));
+    case ControllerCurve::PRE_GAIN:
+        return double(master_pre_gain(value));
+    case ControllerCurve::CUBED_RATIO:
+        return compressor_ratio(cubed(value));
+    case ControllerCurve::DELAY_TIME:
+        return double(stereo_delay_seconds(byte));
+    case ControllerCurve::DELAY_FEEDBACK:
+        return double(stereo_effect_feedback(byte));
     }
-    return value;
-}
-
-std::string quantity_display(double quantity, std::string_view unit) {
-    if (unit == "level")
-        return decibels(quantity);
-    if (unit == "samples")
-        return seconds(quantity / SAMPLES_PER_SECOND);
-    if (unit == "s")
-        return seconds(quantity);
-    if (unit == "Hz")
-        return hertz(quantity);
-    if (unit == "Q")
-        return "Q " + fixed_number(quantity, 2);
-    if (unit == ":1")
-        return fixed_number(quantity, 2) + ":1";
-    const std::string number = trimmed_number(quantity, PLAIN_DECIMALS);
-    return unit.empty() ? number : counted(number, unit);
+    return double(value);
 }
 
 std::string controller_display(unsigned number, int byte) {
     const ControllerInfo* info = find_controller(number);
     if (info == nullptr)
         return std::to_string(byte);
-    const int choice = byte - info->choices.first;
-    if (!info->choices.labels.empty()) {
-        return choice >= 0 && size_t(choice) < info->choices.labels.size()
-                   ? info->choices.labels[size_t(choice)]
+    const ControllerChoices& choices = info->choices;
+    const int choice = byte - choices.first;
+    if (!choices.labels.empty())
+        return choice >= 0 && size_t(choice) < choices.labels.size()
+                   ? choices.labels[size_t(choice)]
                    : std::to_string(byte);
-    }
-    return quantity_display(controller_quantity(number, byte), info->unit);
+    if (is_multiplying(number, byte))
+        return MULTIPLIES_TEXT;
+    return quantity_text(controller_quantity(number, byte), info->unit);
+}
+
+int nearest_value(unsigned number, double quantity) {
+    const ControllerChoices& range = find_controller(number)->choices;
+    return nearest_byte(range.first, range.last, [&](int byte) {
+        return std::abs(controller_quantity(number, byte) - quantity);
+    });
+}
+
+std::optional<int> parse_mapped_value(unsigned number, std::string_view text) {
+    const std::string_view number_text = trimmed_start(text);
+    if (number_text.empty() ||
+        (!is_digit(number_text.front()) &&
+         std::string_view("+-.").find(number_text.front()) == std::string_view::npos))
+        return std::nullopt;
+    const double wanted = text_to_number(text);
+    return nearest_byte(0, 127, [&](int byte) {
+        return std::abs(double(map_char_to_float(number, byte)) - wanted);
+    });
+}
+
+bool is_multiplying(unsigned number, int byte) {
+    return is_modulation_amount(number) && byte == MULTIPLYING_AMOUNT;
 }
 
 } // namespace tarquil

@@ -78,8 +78,8 @@ constexpr ControllerInfo ROWS[] = {
         first, last, {}                                                                            \
     }
 #define CONTROLLER(number, enumerator, key, name, scope, mapping, fallback, choices, curve, unit)  \
-    {CTRL_##enumerator,      key, name, ControllerScope::scope, mapping, fallback, choices,        \
-     ControllerCurve::curve, unit},
+    {CTRL_##enumerator,      key,       name, ControllerScope::scope, mapping, fallback, choices,  \
+     ControllerCurve::curve, Unit::unit},
 #include "softsynth/parameters/controllers.def"
 #undef CONTROLLER
 #undef BETWEEN

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/unit.h"
 
 namespace tarquil {
 
@@ -20,13 +21,21 @@ enum class ControllerScope {
     GLOBAL_CONSTANT, // global, and only the last value of a block is ever used
 };
 
-// How the mapped float becomes the quantity that is heard.
+// How the mapped float becomes the quantity that is heard; the functions are those that the engine
+// calls (see controller_quantity).
 enum class ControllerCurve {
     LINEAR_CURVE,
     CUBED,
-    OCTAVES, // 20 Hz * 2^x
-    // 10^2x: what a filter with the gain factor A = 10^x gains at its peak or on its shelf, A^2
-    SQUARED_POWER_OF_TEN,
+    OCTAVES,              // 20 Hz * 2^x
+    SQUARED_POWER_OF_TEN, // 10^2x: what a filter with the gain factor 10^x gains at its peak
+    ENVELOPE_TIME,        // cubed, in whole samples
+    PORTAMENTO_TIME,      // cubed seconds, in whole samples
+    SEND,                 // cubed, silent at the bottom
+    PRE_GAIN,             // cubed, with 1 made exact
+    CUBED_RATIO,          // cubed, infinite at the top
+    // From the byte, as the effect takes it; the mapped float is what files say.
+    DELAY_TIME,
+    DELAY_FEEDBACK,
 };
 
 // mapped float = offset + scale * byte, when `exists`
@@ -58,7 +67,7 @@ struct ControllerInfo {
     ControllerDefault default_value;
     ControllerChoices choices;
     ControllerCurve curve = ControllerCurve::LINEAR_CURVE;
-    const char* unit = ""; // of the quantity after the curve; "level" is a linear gain, shown in dB
+    Unit unit = Unit::NONE; // of the quantity after the curve
 };
 
 inline constexpr unsigned NUM_KEYED_CONTROLLERS = 172;

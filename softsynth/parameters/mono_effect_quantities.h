@@ -4,8 +4,9 @@
 
 #include <algorithm>
 
-#include "softsynth/filters/filter.h"
+#include "softsynth/parameters/compressor_quantities.h"
 #include "softsynth/parameters/effect_parameter.h"
+#include "softsynth/parameters/filter_type.h"
 
 namespace tarquil {
 
@@ -27,6 +28,17 @@ inline float distortion_drive(int p) {
     return cubed(1.0F + part_of(CUBE_ROOT_DRIVE_RANGE, p));
 }
 
+// The curve's slope beyond the threshold; the drive's last steps become a hard clip.
+inline float distortion_slope(float drive) {
+    constexpr float MAX_SOFT_DRIVE = 19.7F;
+    return drive > MAX_SOFT_DRIVE ? 0.0F : 1.0F / drive;
+}
+
+// The drive that acts: infinite for a hard clip.
+inline double distortion_effective_drive(int p) {
+    return 1.0 / double(distortion_slope(distortion_drive(p)));
+}
+
 // 0..8
 inline float distortion_post_gain(int p) {
     constexpr float CUBE_ROOT_MAX_POST_GAIN = 2.0F;
@@ -41,6 +53,10 @@ inline float distortion_asymmetry(int p) {
 inline float mono_compressor_ratio(int p) {
     constexpr float CUBE_ROOT_RATIO_RANGE = 3.0F; // (1 + it)^3 = 64
     return cubed(1.0F + part_of(CUBE_ROOT_RATIO_RANGE, p));
+}
+
+inline double mono_compressor_effective_ratio(int p) {
+    return compressor_ratio(mono_compressor_ratio(p));
 }
 
 inline constexpr float CUBE_ROOT_20_MS = 0.27144F; // in seconds
@@ -78,7 +94,7 @@ inline FilterType mono_filter_type(int p) {
 
 // Sections 0..4.
 inline int mono_filter_depth(int p) {
-    return p % (Filter::MAX_DEPTH + 1);
+    return p % (MAX_FILTER_DEPTH + 1);
 }
 
 // -1..1

@@ -34,6 +34,9 @@ inline float flanger_delay_samples(int p) {
     return part_of(FLANGER_RANGE_SECONDS, p) * float(SAMPLE_RATE) + MIN_FLANGER_SAMPLES;
 }
 
+// How far the right side's LFO runs ahead, in cycles.
+inline constexpr float RIGHT_LFO_LEAD = 0.25F;
+
 // 0..6 Hz
 inline float stereo_lfo_hz(int p) {
     constexpr float CUBE_ROOT_MAX_LFO_HZ = 1.8171206F;

@@ -3,6 +3,7 @@
 #include "softsynth/voices/channel.h"
 
 #include "common/assertion.h"
+#include "softsynth/parameters/master_quantities.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -14,14 +15,6 @@ constexpr int SILENCE_AFTER = 2 * SAMPLE_RATE;
 
 // Where a fresh channel's last sound lies, in samples before time 0, so that it counts as silent.
 constexpr uint32_t FRESH_SILENCE = 4 * SAMPLE_RATE;
-
-constexpr float SMALLEST_SEND = 0.0001F;
-
-// From a channel filter's type controller to the next filter's, and to its other settings.
-constexpr unsigned FILTER_STRIDE = CTRL_CHAN_FILTER2_TYPE - CTRL_CHAN_FILTER1_TYPE;
-constexpr unsigned FILTER_CUTOFF = CTRL_CHAN_FILTER1_CUTOFF - CTRL_CHAN_FILTER1_TYPE;
-constexpr unsigned FILTER_RESONANCE = CTRL_CHAN_FILTER1_RESONANCE - CTRL_CHAN_FILTER1_TYPE;
-constexpr unsigned FILTER_GAIN = CTRL_CHAN_FILTER1_GAIN - CTRL_CHAN_FILTER1_TYPE;
 
 } // namespace
 
@@ -99,9 +92,8 @@ void Channel::render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scra
     if (is_silent(start))
         return;
     scrub_non_finite(signal.get_first_sample_ptr(), size);
-    render_insert_effect(insert_effects[0], CTRL_CHANFX1_TYPE, CTRL_CHANFX1_PARAM1, start, scratch);
-    render_insert_effect(insert_effects[1], CTRL_CHANFX1B_TYPE, CTRL_CHANFX1B_PARAM1, start,
-                         scratch);
+    for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++)
+        render_insert_effect(insert_effects[i], mono_effect_rows(i), start, scratch);
     render_filters(signal);
     render_stereo(start, scratch);
     send(scratch.mix, outputs);
@@ -123,36 +115,35 @@ void Channel::render_voices(MonoBuffer& signal, uint32_t start) {
     }
 }
 
-void Channel::render_insert_effect(MonoEffect& effect, unsigned type_controller,
-                                   unsigned first_parameter, uint32_t start,
+void Channel::render_insert_effect(MonoEffect& effect, const EffectRows& rows, uint32_t start,
                                    ChannelScratch& scratch) {
-    const auto type = MonoEffect::effect_type(last_int(type_controller));
+    const auto type = MonoEffect::effect_type(last_int(rows.type));
     if (type == MonoEffect::MONO_EFFECT_FILTER) {
-        controllers.get_controller(first_parameter)
+        controllers.get_controller(rows.parameter(0))
             .render_controls(scratch.cutoff, start, 0, false);
-        controllers.get_controller(first_parameter + 1)
+        controllers.get_controller(rows.parameter(1))
             .render_controls(scratch.resonance, start, 0, false);
     }
-    const auto parameter = [&](unsigned index) { return last_int(first_parameter + index); };
+    const auto parameter = [&](unsigned index) { return last_int(rows.parameter(index)); };
     effect.render(type, scratch.signal, parameter(0), parameter(1), parameter(2), parameter(3),
                   parameter(4), scratch.cutoff, scratch.resonance);
 }
 
 void Channel::render_filters(MonoBuffer& signal) {
-    for (unsigned i = 0; i < NUM_FILTERS; i++) {
+    for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++) {
         Filter& filter = filters[i];
-        const unsigned type_controller = CTRL_CHAN_FILTER1_TYPE + i * FILTER_STRIDE;
-        const auto setting = [&](unsigned distance) {
-            return controllers.get_controller(type_controller + distance).get_last_value();
+        const FilterRows rows = channel_filter_rows(i);
+        const auto setting = [&](unsigned number) {
+            return controllers.get_controller(number).get_last_value();
         };
-        const auto type = FilterType(last_int(type_controller));
+        const auto type = FilterType(last_int(rows.type));
         if (type != filter.get_type())
             filter.init(type, 0, 1, 0.0F);
         if (type == FILTER_NONE)
             continue;
-        filter.set_octaves_cutoff(setting(FILTER_CUTOFF));
-        filter.set_resonance(setting(FILTER_RESONANCE));
-        filter.set_dbgain_normalized(setting(FILTER_GAIN));
+        filter.set_octaves_cutoff(setting(rows.cutoff));
+        filter.set_resonance(setting(rows.resonance));
+        filter.set_dbgain_normalized(setting(rows.gain));
         filter.update();
         filter.render_chunk(signal.get_first_sample_ptr(), signal.get_buf_size());
     }
@@ -165,7 +156,9 @@ void Channel::render_stereo(uint32_t start, ChannelScratch& scratch) {
         .render_sqr(scratch.left_gain, scratch.right_gain, start);
     mix.make_from_mono(scratch.signal, scratch.volume, scratch.left_gain, scratch.right_gain);
     scrub_non_finite(mix.get_first_left_sample_ptr(), 2 * mix.get_buf_size());
-    const auto parameter = [&](unsigned index) { return last_int(CTRL_CHANFX2_PARAM1 + index); };
+    const auto parameter = [&](unsigned index) {
+        return last_int(STEREO_EFFECT_ROWS.parameter(index));
+    };
     stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix, mix,
                          parameter(0), parameter(1), parameter(2), parameter(3), parameter(4),
                          controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value(),
@@ -177,10 +170,10 @@ void Channel::send(const StereoBuffer& mix, StereoBuffer* outputs) {
         float aux_level = 1.0F;
         if (i > 0) {
             const unsigned controller = i == 1 ? CTRL_AUX1_LEVEL : CTRL_AUX2_LEVEL;
-            aux_level = controllers.get_controller(controller).get_last_cubed_value();
+            aux_level = send_level(controllers.get_controller(controller).get_last_value());
         }
         TARQ_ASSERT(aux_level >= 0.0f);
-        if (aux_level > SMALLEST_SEND)
+        if (aux_level > 0.0F)
             Buffer::add_scaled(mix, aux_level, outputs[i]);
     }
 }

@@ -9,6 +9,7 @@
 #include "softsynth/effects/mono_effect.h"
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/filters/filter.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/signal/buffer.h"
 #include "softsynth/voices/channel_scratch.h"
 #include "softsynth/voices/controller.h"
@@ -60,13 +61,11 @@ class Channel {
     CopyTuningCache& get_copy_tunings() { return pool->get_copy_tunings(); }
 
   private:
-    static constexpr unsigned NUM_FILTERS = 4;
-
     // True when the last voice before `start` lies so far back that its tails count as silence.
     [[nodiscard]] bool is_silent(uint32_t start) const;
     void render_voices(MonoBuffer& signal, uint32_t start);
-    void render_insert_effect(MonoEffect& effect, unsigned type_controller,
-                              unsigned first_parameter, uint32_t start, ChannelScratch& scratch);
+    void render_insert_effect(MonoEffect& effect, const EffectRows& rows, uint32_t start,
+                              ChannelScratch& scratch);
     void render_filters(MonoBuffer& signal);
     void render_stereo(uint32_t start, ChannelScratch& scratch);
     void send(const StereoBuffer& mix, StereoBuffer* outputs);
@@ -74,8 +73,8 @@ class Channel {
     [[nodiscard]] int last_int(unsigned controller) const;
 
     ControllerArray controllers;
-    Filter filters[NUM_FILTERS];
-    MonoEffect insert_effects[2];
+    Filter filters[NUM_CHANNEL_FILTERS];
+    MonoEffect insert_effects[NUM_MONO_EFFECTS];
     StereoEffect stereo_effect;
 
     // The voice that the last note-on of each pitch started and that has not had its note-off.

@@ -83,19 +83,20 @@ void Controller::for_each_step(uint32_t time, uint32_t num_samples, const Fill& 
     }
 }
 
-void Controller::render(MonoBuffer& buf, uint32_t time, bool cubed) const {
+void Controller::render(MonoBuffer& buf, uint32_t time, bool is_cubed) const {
     float* samples = buf.get_first_sample_ptr();
     for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t first, uint32_t end) {
-        std::fill(samples + first, samples + end, cubed ? value * value * value : value);
+        std::fill(samples + first, samples + end, is_cubed ? cubed(value) : value);
     });
 }
 
-void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool cubed) const {
+void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first,
+                                 bool is_cubed) const {
     float* samples = buf.get_first_sample_ptr();
     uint32_t i = first;
     for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t /*first*/, uint32_t end) {
         for (; i < end; i += CONTROL_PERIOD)
-            samples[i] = cubed ? value * value * value : value;
+            samples[i] = is_cubed ? cubed(value) : value;
     });
 }
 

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/effect_parameter.h"
 #include "softsynth/signal/buffer.h"
 #include "softsynth/voices/timeline_memory.h"
 
@@ -38,21 +39,18 @@ class Controller {
     [[nodiscard]] bool has_multiple_values() const { return num_events >= 2; }
     [[nodiscard]] int get_last_int_value() const { return last_value; }
     [[nodiscard]] float get_last_value() const { return do_mapping(last_value); }
-    [[nodiscard]] float get_last_cubed_value() const {
-        const float value = get_last_value();
-        return value * value * value;
-    }
+    [[nodiscard]] float get_last_cubed_value() const { return cubed(get_last_value()); }
 
     void set_mapping(float new_offset, float new_scale);
     [[nodiscard]] float do_mapping(int value) const { return offset + scale * float(value); }
 
     // The mapped value in force at each of the buffer's samples, the first of which is at the
     // absolute time `time`; cubed when asked for.
-    void render(MonoBuffer& buf, uint32_t time, bool cubed) const;
+    void render(MonoBuffer& buf, uint32_t time, bool is_cubed) const;
     void render_cubed(MonoBuffer& buf, uint32_t time) const { render(buf, time, true); }
 
     // As render, but only at every CONTROL_PERIOD samples from the buffer's sample `first` on.
-    void render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool cubed) const;
+    void render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool is_cubed) const;
 
     // Constant-power gains of the mapped value x: `buf` gets sqrt(1 - x), `buf2` sqrt(x).
     void render_sqr(MonoBuffer& buf, MonoBuffer& buf2, uint32_t time) const;

@@ -6,7 +6,8 @@
 #include <cmath>
 
 #include "common/assertion.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/note_frequency.h"
+#include "softsynth/parameters/voice_quantities.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/pitch_bend.h"
 
@@ -14,13 +15,10 @@ namespace tarquil {
 
 namespace {
 
-constexpr int NUM_FILTER_TYPES = 25;
-
 // Distance from a slot's source controller to its amount and fine amount.
-constexpr unsigned AMOUNT = CTRL_OSC1_INFLUENCE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
-constexpr unsigned FINE_AMOUNT = CTRL_OSC1_INFLUENCE_FINE_AMOUNT - CTRL_OSC1_INFLUENCE_SOURCE;
-
-constexpr int MULTIPLYING_AMOUNT = 127;
+constexpr ModulationRows FIRST_SLOT = modulation_rows(0);
+constexpr unsigned AMOUNT = FIRST_SLOT.amount - FIRST_SLOT.source;
+constexpr unsigned FINE_AMOUNT = FIRST_SLOT.fine_amount - FIRST_SLOT.source;
 
 constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
 
@@ -52,7 +50,7 @@ void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t t
         const float value = controller.get_last_value();
         controller_values_int[c] = controller.get_last_int_value();
         controller_values[c] = value;
-        cubed_controller_values[c] = value * value * value;
+        cubed_controller_values[c] = cubed(value);
     }
     velocity_scale = float(velocity) / 127;
     const float frequency = note_frequency(float(note));
@@ -90,14 +88,16 @@ void Voice::init_oscillators() {
 
 void Voice::init_envelopes(uint32_t time, int velocity) {
     for (unsigned i = 0; i < NUM_ENVELOPES; i++) {
-        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_ATTACK + i]) > 0);
-        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_DECAY + i]) > 0);
-        TARQ_ASSERT(int(cubed_controller_values[CTRL_ENV1_RELEASE + i]) > 0);
+        const EnvelopeRows rows = envelope_rows(i);
+        const uint32_t attack = envelope_samples(controller_values[rows.attack]);
+        const uint32_t decay = envelope_samples(controller_values[rows.decay]);
+        const uint32_t release = envelope_samples(controller_values[rows.release]);
+        TARQ_ASSERT(attack > 0);
+        TARQ_ASSERT(decay > 0);
+        TARQ_ASSERT(release > 0);
         const float master_level = i == 0 ? float(velocity) / 127 : 1.0F;
-        env_init(&envelopes[i], time, uint32_t(cubed_controller_values[CTRL_ENV1_ATTACK + i]),
-                 uint32_t(cubed_controller_values[CTRL_ENV1_DECAY + i]),
-                 cubed_controller_values[CTRL_ENV1_SUSTAIN + i],
-                 uint32_t(cubed_controller_values[CTRL_ENV1_RELEASE + i]), master_level);
+        env_init(&envelopes[i], time, attack, decay, cubed_controller_values[rows.sustain], release,
+                 master_level);
     }
 }
 
@@ -109,7 +109,8 @@ void Voice::init_portamento(float frequency) {
 }
 
 void Voice::init_filter(float frequency) {
-    const auto type = FilterType(controller_values_int[CTRL_FILTER1_TYPE] % NUM_FILTER_TYPES);
+    const auto type =
+        FilterType(controller_values_int[CTRL_FILTER1_TYPE] % FILTER_LADDER_END_MARKER);
     const float key_frequency =
         controller_values_int[CTRL_FILTER1_KEY_FOLLOW] != 0 ? frequency : 0.0F;
     use_ladder = is_ladder_filter(type);
@@ -301,8 +302,7 @@ void Voice::render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active
     TARQ_ASSERT(pitch_bend_mulfac_table[0] != 0.0f);
     float* ratios = buf.get_first_sample_ptr();
     const uint32_t end = start + buf.get_buf_size();
-    const auto length =
-        uint32_t(cubed_controller_values[CTRL_PORTAMENTO_TIME] * float(SAMPLE_RATE));
+    const uint32_t length = portamento_samples(controller_values[CTRL_PORTAMENTO_TIME]);
     const uint32_t stop = std::min(start_time + length, end);
     uint32_t t = active_start;
     if (length > 0) {

@@ -13,8 +13,9 @@
 #include "softsynth/filters/filter.h"
 #include "softsynth/filters/ladderfilter.h"
 #include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/influence.h"
 #include "softsynth/voices/envelope.h"
-#include "softsynth/voices/influence.h"
 #include "softsynth/voices/voice_scratch.h"
 #include "softsynth/voices/voice_signals.h"
 #include "softsynth/wavetables/oscillator.h"
@@ -61,9 +62,7 @@ class Voice {
     [[nodiscard]] bool is_influence_in_use(Influence influence) const;
 
   private:
-    static constexpr int NUM_GROUPS = 3;
-    static constexpr int NUM_ENVELOPES = 3;
-    static constexpr int NUM_LFOS = 2;
+    static constexpr int NUM_GROUPS = int(NUM_OSCILLATORS);
 
     // The samples of a block at which a signal has a value: from `first` on, one every `step`.
     struct Grid;

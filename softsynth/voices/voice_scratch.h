@@ -4,8 +4,8 @@
 
 #include <initializer_list>
 
+#include "softsynth/parameters/influence.h"
 #include "softsynth/signal/buffer.h"
-#include "softsynth/voices/influence.h"
 
 namespace tarquil {
 

@@ -6,7 +6,7 @@
 #include <bit>
 
 #include "common/assertion.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/note_frequency.h"
 #include "softsynth/wavetables/oscillator.h"
 
 namespace tarquil {

@@ -13,18 +13,9 @@
 #include <vector>
 
 #include "common/platform/large_pages.h"
+#include "softsynth/parameters/osc_type.h"
 
 namespace tarquil {
-
-// The editor's labels: off, sine, saw, square, tri, noise.
-enum OscType : int {
-    OSC_NONE = 0,
-    OSC_SINE = 1,
-    OSC_SAW = 2,
-    OSC_SQUARE = 3,
-    OSC_TRIANGLE = 4,
-    OSC_NOISE = 5,
-};
 
 inline constexpr unsigned NUM_WAVETABLES = 128;   // of each waveform but the noise
 inline constexpr unsigned WAVETABLE_SIZE = 4096;  // samples, one cycle

@@ -113,10 +113,12 @@ TEST(FilterResponse, AnInstrumentsFiltersAreItsControllers) {
     EXPECT_EQ(voice.key_frequency, 0.0F);
     instrument.set_controller(CTRL_FILTER1_KEY_FOLLOW, 1);
     EXPECT_EQ(voice_filter_settings(instrument.get_bytes(), 69).key_frequency, 440.0F);
-    const FilterSettings last = channel_filter_settings(instrument.get_bytes(), 3);
+    const FilterSettings last =
+        equaliser_filter_settings(instrument.get_bytes(), channel_filter_rows(3));
     EXPECT_EQ(last.type, FILTER_PEAKING_EQ);
     EXPECT_FLOAT_EQ(last.gain, 0.5F);
-    EXPECT_FALSE(is_filter_on(channel_filter_settings(instrument.get_bytes(), 2)));
+    EXPECT_FALSE(
+        is_filter_on(equaliser_filter_settings(instrument.get_bytes(), channel_filter_rows(2))));
 }
 
 } // namespace

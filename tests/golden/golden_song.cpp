@@ -4,9 +4,9 @@
 
 #include <cstdio>
 
+#include "common/failure.h"
 #include "instrument/checked_load.h"
 #include "midi/smf/song_file.h"
-#include "tools/failure.h"
 #include "tools/render/engine_driver.h"
 
 namespace tarquil {

@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -7,8 +7,9 @@
 #include <algorithm>
 #include <cctype>
 
+#include "common/characters.h"
+#include "common/failure.h"
 #include "softsynth/parameters/constants.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 
@@ -60,12 +61,6 @@ const ContainerInfo& info_of(Container container) {
 const SampleTypeInfo& info_of(SampleType type) {
     return *std::find_if(std::begin(SAMPLE_TYPES), std::end(SAMPLE_TYPES),
                          [&](const SampleTypeInfo& info) { return info.type == type; });
-}
-
-std::string lower_case(std::string text) {
-    for (char& c : text)
-        c = char(std::tolower(static_cast<unsigned char>(c)));
-    return text;
 }
 
 Container find_container(const AudioRequest& request) {

@@ -6,8 +6,8 @@
 
 #include <cerrno>
 
+#include "common/failure.h"
 #include "tools/audio/ogg_serial.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

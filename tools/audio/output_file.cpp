@@ -8,8 +8,8 @@
 #include <cstring>
 #include <vector>
 
+#include "common/failure.h"
 #include "common/platform/nameless_file.h"
-#include "tools/failure.h"
 #include "tools/notice.h"
 
 namespace tarquil {

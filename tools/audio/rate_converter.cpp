@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "common/failure.h"
 #include "softsynth/parameters/constants.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -2,13 +2,13 @@
 
 #include <filesystem>
 
+#include "common/failure.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank/bank_list.h"
 #include "tools/bank/bank_parts.h"
 #include "tools/bank/bank_show.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
-#include "tools/failure.h"
 #include "tools/notice.h"
 #include "tools/write_result.h"
 

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "common/characters.h"
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "common/platform/atomic_file.h"
 #include "common/utf8.h"
@@ -14,7 +16,6 @@
 #include "instrument/text_error.h"
 #include "instrument/text_kind.h"
 #include "tools/bank_error.h"
-#include "tools/failure.h"
 #include "tools/notice.h"
 
 namespace tarquil {
@@ -84,7 +85,7 @@ std::string instrument_file_name(unsigned number, std::string_view name) {
     text.insert(0, 3 - text.size(), '0');
     text += '-';
     for (const char c : utf8_prefix(name, MAX_NAME_LENGTH))
-        text += uint8_t(c) < ' ' || c == '/' || c == '\x7f' ? '_' : c;
+        text += is_control(c) || c == '/' ? '_' : c;
     return text.append(EXTENSION);
 }
 

@@ -7,10 +7,10 @@
 #include <map>
 #include <system_error>
 
+#include "common/failure.h"
 #include "instrument/names.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

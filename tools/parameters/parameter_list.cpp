@@ -28,14 +28,8 @@ parameters belong to the master section behind all channels.
 // A longer list is not repeated in every row.
 constexpr int MAX_LISTED_IN_ROW = 3;
 
-// The unit that the engine counts in is not always the one that is shown.
 std::string_view shown_unit(const ControllerInfo& info) {
-    const std::string_view unit = info.unit;
-    if (!info.choices.labels.empty())
-        return "";
-    if (unit == "level")
-        return "dB";
-    return unit == "samples" ? "s" : unit;
+    return info.choices.labels.empty() ? unit_name(info.unit) : "";
 }
 
 int num_choices(const ControllerInfo& info) {
@@ -58,7 +52,7 @@ std::string range(const ControllerInfo& info) {
 
 std::string row(int32_t index) {
     const std::string number = "| " + std::to_string(index) + " | ";
-    const ControllerInfo* info = find_controller(unsigned(vst_param_to_controller(index)));
+    const ControllerInfo* info = find_controller(host_parameter_controller(index));
     if (info == nullptr)
         return number + "(none) | Without a use | | 0 to 127 | | 0 | yes |\n";
     const bool is_channel = info->scope == ControllerScope::CHANNEL;
@@ -96,7 +90,7 @@ std::string lists() {
 
 std::string parameter_list() {
     std::string text = INTRODUCTION;
-    for (int32_t index = 0; index < NUM_VST_PARAMS; index++)
+    for (int32_t index = 0; index < NUM_HOST_PARAMETERS; index++)
         text += row(index);
     return text + lists();
 }

@@ -4,8 +4,9 @@
 
 #include <optional>
 
+#include "common/characters.h"
+#include "common/failure.h"
 #include "softsynth/parameters/controller_table.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 
@@ -14,10 +15,9 @@ namespace {
 std::string letters_and_digits(std::string_view text) {
     std::string result;
     for (const char c : text) {
-        if (c >= 'A' && c <= 'Z')
-            result += char(c - 'A' + 'a');
-        else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))
-            result += c;
+        const char lower = lower_case(c);
+        if ((lower >= 'a' && lower <= 'z') || is_digit(c))
+            result += lower;
     }
     return result;
 }

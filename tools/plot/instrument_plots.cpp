@@ -11,7 +11,9 @@
 #include "player/shared_waveforms.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/families.h"
+#include "softsynth/parameters/note_frequency.h"
+#include "softsynth/parameters/quantity_text.h"
 
 namespace tarquil {
 
@@ -31,14 +33,9 @@ std::string type_or_off(const FilterSettings& filter) {
     return is_filter_on(filter) ? filter_type_label(filter.type) : "off";
 }
 
-double cutoff_frequency(const FilterSettings& filter) {
-    return LOWEST_FREQUENCY * std::exp2(double(filter.cutoff_octaves)) +
-           double(filter.key_frequency);
-}
-
 std::string settings_detail(const FilterSettings& filter) {
-    return quantity_display(cutoff_frequency(filter), "Hz") + ", " +
-           quantity_display(double(filter.resonance), "Q");
+    return quantity_text(cutoff_hertz(filter), Unit::HERTZ) + ", " +
+           quantity_text(double(filter.resonance), Unit::Q);
 }
 
 // Evenly spread, and the cutoffs, where the tip of a narrow peak or notch is.
@@ -46,7 +43,7 @@ std::vector<double> plot_frequencies(const std::vector<FilterSettings>& filters)
     std::vector<double> frequencies =
         spread_frequencies(LOWEST_FREQUENCY, HIGHEST_FREQUENCY, NUM_FREQUENCIES);
     for (const FilterSettings& filter : filters) {
-        const double cutoff = cutoff_frequency(filter);
+        const double cutoff = cutoff_hertz(filter);
         if (cutoff > LOWEST_FREQUENCY && cutoff < HIGHEST_FREQUENCY)
             frequencies.push_back(cutoff);
     }
@@ -110,7 +107,8 @@ Plot plot_instrument_filters(const Instrument& instrument, int note) {
     const FilterSettings voice = voice_filter_settings(instrument.get_bytes(), note);
     std::vector<FilterSettings> filters{voice};
     for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++)
-        filters.push_back(channel_filter_settings(instrument.get_bytes(), i));
+        filters.push_back(
+            equaliser_filter_settings(instrument.get_bytes(), channel_filter_rows(i)));
     const std::vector<double> frequencies = plot_frequencies(filters);
     const std::vector<double> voice_gains = filter_gains(voice, frequencies);
     PlotCurve voice_curve{

@@ -5,12 +5,12 @@
 #include <memory>
 #include <system_error>
 
+#include "common/failure.h"
 #include "common/number_text.h"
 #include "instrument/checked_load.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
-#include "tools/failure.h"
 #include "tools/notice.h"
 #include "tools/plot/filter_type_name.h"
 #include "tools/plot/instrument_plots.h"

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "common/failure.h"
 #include "tools/bank/bank_files.h"
-#include "tools/failure.h"
 #include "tools/plot/plot_canvas.h"
 #include "tools/plot/png_painter.h"
 #include "tools/plot/svg_painter.h"

@@ -4,7 +4,7 @@
 
 #include <numbers>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <filesystem>
 
+#include "common/failure.h"
 #include "softsynth/parameters/constants.h"
-#include "tools/failure.h"
 #include "tools/plugin/plugin_host.h"
 #include "vst/plugin_parameters.h"
 

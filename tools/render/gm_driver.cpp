@@ -2,8 +2,8 @@
 
 #include "tools/render/gm_driver.h"
 
+#include "common/failure.h"
 #include "midi/midi_message.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

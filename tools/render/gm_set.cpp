@@ -4,11 +4,11 @@
 
 #include <filesystem>
 
+#include "common/failure.h"
 #include "instrument/checked_load.h"
 #include "instrument/load_error.h"
 #include "midi/gm/gm_map_file.h"
 #include "player/gm_sounds_of.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -2,7 +2,7 @@
 
 #include "tools/render/interruption.h"
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

@@ -9,8 +9,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "common/failure.h"
 #include "softsynth/parameters/constants.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

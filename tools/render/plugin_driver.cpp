@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

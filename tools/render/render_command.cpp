@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "common/failure.h"
 #include "instrument/checked_load.h"
 #include "instrument/load_error.h"
 #include "midi/smf/song_file.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
 #include "tools/command.h"
-#include "tools/failure.h"
 #include "tools/notice.h"
 #include "tools/render/gm_options.h"
 #include "tools/render/gm_report_text.h"

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

@@ -9,8 +9,8 @@
 #include <cstring>
 #include <utility>
 
+#include "common/failure.h"
 #include "common/platform/file_system.h"
-#include "tools/failure.h"
 #include "tools/render/main_output.h"
 
 namespace tarquil {

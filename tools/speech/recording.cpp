@@ -10,9 +10,9 @@
 #include <cmath>
 #include <memory>
 
+#include "common/failure.h"
 #include "softsynth/lpc/speech.h"
 #include "softsynth/parameters/constants.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -6,9 +6,9 @@
 #include <array>
 #include <vector>
 
+#include "common/failure.h"
 #include "softsynth/parameters/constants.h"
 #include "tools/audio/audio_writer.h"
-#include "tools/failure.h"
 #include "tools/speech/recording.h"
 
 namespace tarquil {

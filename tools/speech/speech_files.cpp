@@ -2,10 +2,9 @@
 
 #include "tools/speech/speech_files.h"
 
+#include "common/failure.h"
 #include "common/load_string.h"
-#include "instrument/text_error.h"
 #include "softsynth/lpc/speech_file.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

@@ -8,8 +8,8 @@
 #include <random>
 #include <string>
 
+#include "common/failure.h"
 #include "tests/midi/smf/smf_builder.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

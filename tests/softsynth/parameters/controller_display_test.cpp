@@ -29,7 +29,8 @@ TEST(ControllerDisplay, EveryUnitHasItsForm) {
     EXPECT_EQ(controller_display(CTRL_OSC1_COARSE_TUNE, 65), "1 semitone");
     EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 0), "1 copy");
     EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 127), "255 copies");
-    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 127), "64.00:1");
+    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 126), "62.87:1");
+    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 127), "inf:1"); // above 63 it limits
     EXPECT_EQ(controller_display(CTRL_RETRIGGER_BPM, 0), "60 bpm");
     EXPECT_EQ(controller_display(CTRL_OSC1_RANDOMIZE_PHASE, 7), "7");
 }
@@ -42,8 +43,8 @@ TEST(ControllerDisplay, ChoicesShowLabelsAndBytesBeyondThemNumbers) {
 
 TEST(ControllerDisplay, NeighbouringBytesOfPlainNumbersLookDifferent) {
     for (const ControllerInfo& info : controller_rows()) {
-        const std::string unit = info.unit;
-        if (unit == "level" || unit == "s" || unit == "samples" || unit == "Hz" || unit == ":1" ||
+        if (info.unit == Unit::LEVEL || info.unit == Unit::SECONDS || info.unit == Unit::SAMPLES ||
+            info.unit == Unit::HERTZ || info.unit == Unit::RATIO ||
             info.curve == ControllerCurve::CUBED)
             continue; // their steps may be finer than anyone hears
         std::set<std::string> seen;

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "player/shared_waveforms.h"
-#include "softsynth/signal/note_frequency.h"
+#include "softsynth/parameters/note_frequency.h"
 #include "softsynth/wavetables/oscillator_group.h"
 #include "softsynth/wavetables/phase_random.h"
 

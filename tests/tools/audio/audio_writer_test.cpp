@@ -12,10 +12,10 @@
 #include <csignal>
 #include <filesystem>
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 #include "tests/tools/audio/read_sound.h"
-#include "tools/failure.h"
 
 namespace tarquil {
 

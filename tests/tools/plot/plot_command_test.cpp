@@ -56,7 +56,7 @@ TEST_F(PlotCommand, PicturesSayWhatTheyShow) {
                   "Oscillator 1", "saw", "Oscillator 2", "square"});
     expect_texts(svg({"envelope", "--instrument", "lead.tqi", "--hold", "2.5"}),
                  {"Envelopes: &lt;lead&gt;_&amp;_co, held for 2.5 s", "Time (s)", "Level",
-                  "Envelope 1 (amplitude)", "attack 0.02 ms, decay 0.89 ms"});
+                  "Envelope 1 (amplitude)", "attack 0.02 ms, decay 0.88 ms"});
 }
 
 TEST_F(PlotCommand, AnyBytesInANameAndAnyChoiceCanBeDrawn) {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/failure.h"
+#include "common/failure.h"
 
 namespace tarquil {
 

@@ -1,17 +1,18 @@
 // Tests of values as they are shown and typed.
 
-#include "editor/model/control_meaning.h"
+#include "softsynth/parameters/control_text.h"
 
 #include <gtest/gtest.h>
 
-#include "softsynth/effects/mono_effect.h"
-#include "softsynth/effects/stereo_effect.h"
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/effect_type.h"
 
 namespace tarquil {
 
 namespace {
 
-class ControlMeaningTest : public testing::Test {
+class ControlTextTest : public testing::Test {
   protected:
     std::optional<int> typed(unsigned number, std::string_view text) {
         return parse_control(number, text, bytes);
@@ -20,8 +21,8 @@ class ControlMeaningTest : public testing::Test {
 };
 
 // Typing back what is shown leaves the sound as it is, whatever the effects' types are.
-TEST_F(ControlMeaningTest, WhatIsShownMeansItself) {
-    for (unsigned type = 0; type <= MonoEffect::MONO_EFFECT_EXCITER; type++) {
+TEST_F(ControlTextTest, WhatIsShownMeansItself) {
+    for (unsigned type = 0; type <= MONO_EFFECT_EXCITER; type++) {
         bytes[CTRL_CHANFX1_TYPE] = bytes[CTRL_CHANFX1B_TYPE] = uint8_t(type);
         bytes[CTRL_CHANFX2_TYPE] = uint8_t(type % 4);
         for (const ControllerInfo& info : controller_rows()) {
@@ -39,7 +40,7 @@ TEST_F(ControlMeaningTest, WhatIsShownMeansItself) {
     }
 }
 
-TEST_F(ControlMeaningTest, NumbersCountInTheUnitShownOrNamed) {
+TEST_F(ControlTextTest, NumbersCountInTheUnitShownOrNamed) {
     bytes[CTRL_FILTER1_CUTOFF] = 100; // kHz
     EXPECT_EQ(typed(CTRL_FILTER1_CUTOFF, "1"), typed(CTRL_FILTER1_CUTOFF, " 1000 Hz "));
     EXPECT_EQ(typed(CTRL_FILTER1_CUTOFF, "1,0k"), typed(CTRL_FILTER1_CUTOFF, "1 kHz"));
@@ -52,29 +53,23 @@ TEST_F(ControlMeaningTest, NumbersCountInTheUnitShownOrNamed) {
     EXPECT_EQ(typed(CTRL_FILTER1_CUTOFF, "-5"), 0);
 }
 
-TEST_F(ControlMeaningTest, NonsenseMeansNothing) {
+TEST_F(ControlTextTest, NonsenseMeansNothing) {
     for (const char* text : {"", " ", "abc", "5 apples", "nan", "--3", "k", "1e", "5 dB"})
         EXPECT_FALSE(typed(CTRL_FILTER1_CUTOFF, text)) << text;
     EXPECT_FALSE(typed(CTRL_OSC1_TYPE, "flute"));
     EXPECT_EQ(typed(CTRL_OSC1_TYPE, "SQ"), 3);
 }
 
-TEST_F(ControlMeaningTest, WhatIsSwitchedOffIsDimmed) {
-    const auto is_used = [&](unsigned number) { return meaning_of(number, bytes).is_used; };
-    EXPECT_FALSE(is_used(CTRL_FILTER1_CUTOFF));
-    bytes[CTRL_FILTER1_TYPE] = 20;
-    EXPECT_TRUE(is_used(CTRL_FILTER1_CUTOFF));
-    EXPECT_FALSE(is_used(CTRL_FILTER1_DEPTH));
-    EXPECT_FALSE(is_used(CTRL_CHAN_FILTER2_GAIN));
-    bytes[CTRL_CHAN_FILTER2_TYPE] = FILTER_LOWPASS;
-    EXPECT_TRUE(is_used(CTRL_CHAN_FILTER2_CUTOFF));
-    EXPECT_FALSE(is_used(CTRL_CHAN_FILTER2_GAIN));
-    EXPECT_FALSE(is_used(CTRL_ENV2_ATTACK));
-    bytes[CTRL_AMPLITUDE_INFLUENCE_SOURCE] = 2;
-    EXPECT_TRUE(is_used(CTRL_ENV2_ATTACK));
-    bytes[CTRL_CHANFX2_TYPE] = StereoEffect::STEREO_EFFECT_DELAY;
-    EXPECT_TRUE(is_used(CTRL_CHANFX2_PARAM3));
-    EXPECT_FALSE(is_used(CTRL_CHANFX2_PARAM4));
+// No number means that a slot multiplies, and the top of a setting means what acts there.
+TEST_F(ControlTextTest, WordsForWhatIsNoNumber) {
+    EXPECT_EQ(control_text(CTRL_OSC1_INFLUENCE_AMOUNT, 127, bytes), "multiplies");
+    EXPECT_EQ(typed(CTRL_OSC1_INFLUENCE_AMOUNT, "Mult"), 127);
+    EXPECT_EQ(typed(CTRL_OSC1_INFLUENCE_AMOUNT, "5"), 126);
+    EXPECT_EQ(typed(CTRL_CUTOFF1_INFLUENCE1_AMOUNT, "inf"), 126);
+    EXPECT_EQ(control_text(CTRL_FCMPR_BAND1_RATIO, 127, bytes), "inf:1");
+    EXPECT_EQ(typed(CTRL_FCMPR_BAND1_RATIO, "inf:1"), 127);
+    EXPECT_EQ(control_text(CTRL_AUX1_LEVEL, 5, bytes), "-inf dB");
+    EXPECT_EQ(control_text(CTRL_AUX1_LEVEL, 6, bytes), "-79.5 dB");
 }
 
 } // namespace

@@ -1,0 +1,85 @@
+// Controllers as they are shown and typed.
+
+#include "softsynth/parameters/control_text.h"
+
+#include <cmath>
+#include <limits>
+
+#include "softsynth/parameters/control_meaning.h"
+#include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/nearest_byte.h"
+#include "softsynth/parameters/quantity_text.h"
+
+namespace tarquil {
+
+namespace {
+
+// The label that a byte picks; null for a byte beyond the list.
+const char* choice_label(unsigned number, int byte, const ControlMeaning& meaning) {
+    const int choice = int(quantity_of(number, byte, meaning));
+    return choice >= 0 && size_t(choice) < meaning.choices.size() ? meaning.choices[size_t(choice)]
+                                                                  : nullptr;
+}
+
+std::optional<int> parse_choice(const std::string& text, unsigned number,
+                                const ControlMeaning& meaning) {
+    std::optional<int> starts;
+    for (int byte = 0; byte < 128; byte++) {
+        const char* shown = choice_label(number, byte, meaning);
+        if (shown == nullptr)
+            continue;
+        const std::string label = trimmed_lower(shown);
+        if (label == text)
+            return byte;
+        if (!starts && label.starts_with(text))
+            starts = byte;
+    }
+    return starts;
+}
+
+} // namespace
+
+std::string control_label(unsigned number, const ControllerBytes& bytes, const char* label) {
+    const ControlMeaning meaning = meaning_of(number, bytes);
+    return meaning.label[0] != '\0' ? meaning.label : label;
+}
+
+std::string control_text(unsigned number, int byte, const ControllerBytes& bytes) {
+    const ControlMeaning meaning = meaning_of(number, bytes);
+    if (meaning.quantity == nullptr)
+        return with_short_unit(controller_display(number, byte));
+    const char* label = choice_label(number, byte, meaning);
+    if (!meaning.choices.empty())
+        return label != nullptr ? label : std::to_string(byte);
+    return quantity_text(meaning.quantity(byte), meaning.unit);
+}
+
+std::optional<int> parse_control(unsigned number, std::string_view typed,
+                                 const ControllerBytes& bytes) {
+    const ControlMeaning meaning = meaning_of(number, bytes);
+    const std::string text = trimmed_lower(typed);
+    if (text.empty())
+        return std::nullopt;
+    if (!meaning.choices.empty())
+        return parse_choice(text, number, meaning);
+    const ControllerChoices& range = find_controller(number)->choices;
+    const bool can_multiply = is_multiplying(number, range.last);
+    if (can_multiply && std::string_view(MULTIPLIES_TEXT).starts_with(text))
+        return range.last;
+    const std::optional<double> wanted =
+        parse_quantity(text, meaning.unit, control_text(number, bytes[number], bytes));
+    if (!wanted)
+        return std::nullopt;
+    const int last = can_multiply ? range.last - 1 : range.last;
+    // Below everything but silence, or above everything.
+    if (std::isinf(*wanted))
+        return *wanted < 0.0 ? int(range.first) : last;
+    if (meaning.unit == Unit::LEVEL && *wanted == 0.0)
+        return range.first;
+    return nearest_byte(range.first, last, [&](int byte) {
+        return quantity_distance(quantity_of(number, byte, meaning), *wanted, meaning.unit);
+    });
+}
+
+} // namespace tarquil

@@ -1,0 +1,29 @@
+// Quantities as people read and type them: "-6.0 dB", "1.25 kHz", "0.5 st".
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "softsynth/parameters/unit.h"
+
+namespace tarquil {
+
+// Levels in dB ("-inf dB" for silence), times in ms or s, frequencies in Hz or kHz.
+std::string quantity_text(double quantity, Unit unit);
+
+// The text with the short form of its unit: "0.5 st" for "0.5 semitones".
+std::string with_short_unit(std::string text);
+
+// The quantity that `typed` means: in the unit that it names ("1.2 k", "80 ms", "-inf"), else in
+// that of the text `shown`; nothing when it means none.
+std::optional<double> parse_quantity(std::string_view typed, Unit unit, std::string_view shown);
+
+// How far apart two quantities look: levels count in dB.
+double quantity_distance(double a, double b, Unit unit);
+
+// In lower case and without the blanks around it.
+std::string trimmed_lower(std::string_view text);
+
+} // namespace tarquil
