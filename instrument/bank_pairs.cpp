@@ -47,7 +47,7 @@ std::string_view* BankPairs::field_of(std::string_view key) {
 }
 
 void BankPairs::take_other(const TextPair& line, LoadReport* report) {
-    if (line.key == CHANNEL_PROGRAMS_KEY)
+    if (line.key == CHANNEL_PROGRAMS_KEY || line.key == EDITED_PROGRAM_KEY)
         return; // written and read by whoever has channels
     if (line.key == MIDI_KEY) {
         const std::string_view value = trimmed(line.value);

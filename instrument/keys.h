@@ -18,6 +18,7 @@ inline constexpr std::string_view MIDI_KEY = "midi";
 // Lines of a saved state.  A bank that has the first is compact: what it lacks is as in a new one.
 inline constexpr std::string_view STATE_VERSION_KEY = "state_version";
 inline constexpr std::string_view CHANNEL_PROGRAMS_KEY = "channel_programs";
+inline constexpr std::string_view EDITED_PROGRAM_KEY = "edited_program";
 
 // "instrument5", and its inverse: -1 for any other key.
 std::string instrument_key(unsigned number);

@@ -1,4 +1,4 @@
-// The line of a saved state that says which program each channel plays.
+// The lines of a saved state that say which program each channel plays and which one is edited.
 
 #include "player/channel_programs.h"
 
@@ -11,8 +11,17 @@ namespace tarquil {
 
 namespace {
 
-std::string start_of_line() {
-    return std::string(CHANNEL_PROGRAMS_KEY) + " = ";
+std::string start_of_line(std::string_view key) {
+    return std::string(key) + " = ";
+}
+
+// What follows in the last line with this key, and all behind it; empty without one.
+std::string_view find_line(std::string_view text, std::string_view key) {
+    const std::string start = start_of_line(key);
+    const size_t line = text.rfind(start);
+    if (line == std::string_view::npos || (line > 0 && text[line - 1] != '\n'))
+        return {};
+    return text.substr(line + start.size());
 }
 
 } // namespace
@@ -25,7 +34,7 @@ ChannelPrograms usual_channel_programs() {
 }
 
 std::string channel_programs_line(const ChannelPrograms& programs) {
-    std::string line = start_of_line();
+    std::string line = start_of_line(CHANNEL_PROGRAMS_KEY);
     for (const unsigned program : programs)
         line += std::to_string(program) + " ";
     line.back() = '\n';
@@ -34,12 +43,9 @@ std::string channel_programs_line(const ChannelPrograms& programs) {
 
 ChannelPrograms find_channel_programs(std::string_view text) {
     ChannelPrograms programs = usual_channel_programs();
-    const std::string start = start_of_line();
-    const size_t line = text.rfind(start);
-    if (line == std::string_view::npos || (line > 0 && text[line - 1] != '\n'))
-        return programs;
-    const char* next = text.data() + line + start.size();
-    const char* const end = text.data() + text.size();
+    const std::string_view line = find_line(text, CHANNEL_PROGRAMS_KEY);
+    const char* next = line.data();
+    const char* const end = line.data() + line.size();
     for (uint8_t& channel : programs) {
         unsigned program = MAX_INSTRUMENTS;
         next = std::from_chars(next, end, program).ptr;
@@ -50,6 +56,17 @@ ChannelPrograms find_channel_programs(std::string_view text) {
             next++;
     }
     return programs;
+}
+
+std::string edited_program_line(unsigned program) {
+    return start_of_line(EDITED_PROGRAM_KEY) + std::to_string(program) + "\n";
+}
+
+std::optional<unsigned> find_edited_program(std::string_view text) {
+    const std::string_view line = find_line(text, EDITED_PROGRAM_KEY);
+    unsigned program = MAX_INSTRUMENTS;
+    std::from_chars(line.data(), line.data() + line.size(), program);
+    return program < MAX_INSTRUMENTS ? std::optional(program) : std::nullopt;
 }
 
 } // namespace tarquil

@@ -1,9 +1,10 @@
-// The line of a saved state that says which program each channel plays.
+// The lines of a saved state that say which program each channel plays and which one is edited.
 
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,5 +24,10 @@ std::string channel_programs_line(const ChannelPrograms& programs);
 // The programs of the last such line of a state's text; channels that it does not name well play
 // the usual ones.
 ChannelPrograms find_channel_programs(std::string_view text);
+
+// "edited_program = 5", which a bank's reader passes over as well, and a line break; and what such
+// a line of a state's text says, if it has one that is not damaged.
+std::string edited_program_line(unsigned program);
+std::optional<unsigned> find_edited_program(std::string_view text);
 
 } // namespace tarquil

@@ -245,13 +245,22 @@ void Player::play_message(const std::array<uint8_t, 3>& message) {
           .value = message[2]});
 }
 
-std::string Player::save_state() {
+ChannelPrograms Player::all_channel_programs() const {
     ChannelPrograms programs;
     for (unsigned channel = 0; channel < programs.size(); channel++)
         programs[channel] = uint8_t(channel_program(channel));
+    return programs;
+}
+
+std::string Player::save_state() {
     std::string text;
     get_bank().text_save_to_string(text);
-    return text + channel_programs_line(programs);
+    return text + channel_programs_line(all_channel_programs());
+}
+
+std::string Player::save_state_compact() {
+    return tarquil::save_state_compact(get_bank()) + channel_programs_line(all_channel_programs()) +
+           edited_program_line(edited_program());
 }
 
 int Player::load_state(std::string_view text) {
@@ -262,6 +271,8 @@ int Player::load_state(std::string_view text) {
     if (error == 0) {
         const ChannelPrograms programs = find_channel_programs(*bank_text);
         replace_bank(*fresh, &programs);
+        if (const auto program = find_edited_program(*bank_text))
+            set_edited_program(*program);
     }
     return error;
 }

@@ -83,6 +83,9 @@ class Player {
 
     // The bank as text and, which belongs to no bank, the channels' programs.
     [[nodiscard]] std::string save_state();
+    // The same for hosts of our own formats: without what is as built in, and with the edited
+    // program.
+    [[nodiscard]] std::string save_state_compact();
     // Takes such a text, a bank's, or a directory image that holds one: without a line of channels,
     // channel c plays program c. Returns 0, or an error code of TarqSettings and changes nothing.
     int load_state(std::string_view text);
@@ -95,6 +98,7 @@ class Player {
     }
 
   private:
+    [[nodiscard]] ChannelPrograms all_channel_programs() const;
     void post(const PlayerEdit& edit);
     void post_difference(unsigned program, const ControllerBytes& before,
                          const ControllerBytes& after);

@@ -41,6 +41,7 @@ class PlayerAudio {
     // Frames rendered so far, less what the clock was moved back by.
     [[nodiscard]] uint32_t time() const { return curr_time; }
     [[nodiscard]] uint32_t num_queued_events() const { return events.size(); }
+    [[nodiscard]] uint32_t room_for_events() const { return events.room(); }
 
     // Once the clock is there it is moved back: six hours and 46 minutes, half of TIME_NEVER.
     static constexpr uint32_t CLOCK_LIMIT = 0x40000000;

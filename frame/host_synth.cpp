@@ -1,0 +1,38 @@
+// A player as the editor sees it in a host that is told of each edit.
+
+#include "frame/host_synth.h"
+
+#include "softsynth/parameters/host_parameters.h"
+
+namespace tarquil {
+
+int HostSynth::host_parameter(unsigned number) const {
+    return find_host_parameter(number).value_or(0);
+}
+
+void HostSynth::set_controller(unsigned number, int value) {
+    PlayerSynth::set_controller(number, value);
+    host.edited(number, value);
+}
+
+void HostSynth::set_program(unsigned program) {
+    PlayerSynth::set_program(program);
+    host.programs_changed();
+}
+
+void HostSynth::set_instrument(unsigned program, const Instrument& instrument) {
+    PlayerSynth::set_instrument(program, instrument);
+    host.programs_changed();
+}
+
+void HostSynth::set_bank(const TarqSettings& bank) {
+    PlayerSynth::set_bank(bank);
+    host.programs_changed();
+}
+
+void HostSynth::set_channel_program(unsigned channel, unsigned program) {
+    PlayerSynth::set_channel_program(channel, program);
+    host.programs_changed();
+}
+
+} // namespace tarquil

@@ -1,0 +1,28 @@
+// A player as the editor sees it in a host that is told of each edit.
+
+#pragma once
+
+#include "frame/edit_listener.h"
+#include "frame/player_synth.h"
+
+namespace tarquil {
+
+class HostSynth : public PlayerSynth {
+  public:
+    // Both stay as long as the object.
+    HostSynth(Player& edited_player, EditListener& told) : PlayerSynth(edited_player), host(told) {}
+
+    [[nodiscard]] int host_parameter(unsigned number) const override;
+    void begin_edit(unsigned number) override { host.begin_edit(number); }
+    void set_controller(unsigned number, int value) override;
+    void end_edit(unsigned number) override { host.end_edit(number); }
+    void set_program(unsigned program) override;
+    void set_instrument(unsigned program, const Instrument& instrument) override;
+    void set_bank(const TarqSettings& bank) override;
+    void set_channel_program(unsigned channel, unsigned program) override;
+
+  private:
+    EditListener& host;
+};
+
+} // namespace tarquil

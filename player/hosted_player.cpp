@@ -1,0 +1,62 @@
+// A player as plug-in formats and the stand-alone program use it.
+
+#include "player/hosted_player.h"
+
+#include <algorithm>
+
+namespace tarquil {
+
+bool HostedPlayer::activate(double rate) {
+    if (!stream.activate(rate))
+        return false;
+    sound.start();
+    return true;
+}
+
+void HostedPlayer::reset() {
+    sound.release_all_notes();
+    stream.reset();
+}
+
+void HostedPlayer::begin_block(float* left, float* right, uint32_t frames) {
+    block_left = left;
+    block_right = right;
+    block_frames = frames;
+    rendered = 0;
+    last_frame = 0;
+}
+
+uint32_t HostedPlayer::event_time(uint32_t frame) {
+    last_frame = std::clamp(frame, last_frame, std::max(block_frames, 1U) - 1);
+    return stream.event_time(last_frame - rendered);
+}
+
+bool HostedPlayer::add_message(std::span<const uint8_t, 3> message, uint32_t frame) {
+    const uint32_t time = event_time(frame);
+    PlayerAudio& audio = sound.audio();
+    // One message may become one for each of 128 keys, or a whole program.
+    if (audio.room_for_events() < NUM_CONTROLLERS)
+        render_until(last_frame);
+    return audio.add_message(message.data(), time);
+}
+
+void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
+    const uint32_t time = event_time(frame);
+    PlayerAudio& audio = sound.audio();
+    if (audio.room_for_events() < NUM_CONTROLLERS)
+        render_until(last_frame);
+    audio.set_controller(number, value, time);
+}
+
+void HostedPlayer::end_block() {
+    render_until(block_frames);
+}
+
+void HostedPlayer::render_until(uint32_t frame) {
+    if (frame <= rendered)
+        return;
+    stream.render(block_left + rendered, block_right + rendered, frame - rendered);
+    rendered = frame;
+}
+
+} // namespace tarquil

@@ -1,0 +1,71 @@
+// A player as plug-in formats and the stand-alone program use it: at the host's rate, in blocks of
+// any length, with messages and parameters at their frame.
+//
+// Its sound depends neither on the lengths of the blocks nor on how a host splits them.
+
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "player/player.h"
+#include "player/quantum_stream.h"
+
+namespace tarquil {
+
+class HostedPlayer {
+  public:
+    // There is no engine yet.
+    HostedPlayer() : stream(sound.audio()) {}
+
+    // What windows and the host's other threads work on.
+    Player& player() { return sound; }
+
+    // The bank, the dialect and the channels' programs as text, programs that are as built in left
+    // out.  Both are for any thread but the audio thread and never make the sound wait.
+    [[nodiscard]] std::string save_state() { return sound.save_state_compact(); }
+    // Takes such a text, a bank's, an image that holds one, or an instrument's for the edited
+    // program.  Returns 0, or an error code of TarqSettings and changes nothing.
+    int load_state(std::string_view state) { return sound.load_state(state); }
+
+    // Makes the engine if there is none and takes the host's rate in Hz; false, and nothing has
+    // changed, for one beyond reason.  While nothing renders, and not on the audio thread.
+    [[nodiscard]] bool activate(double rate);
+    // Ends all notes and drops what is on its way; while nothing renders.
+    void reset();
+
+    // How much later than its event a sound comes, in host frames; from the activation on.
+    [[nodiscard]] uint32_t latency_frames() const { return stream.latency_frames(); }
+
+    // All below is for the audio thread alone; nothing allocates, waits or calls the system.
+    //
+    // A block: begin, its events with frames that do not fall, end.  Nothing but these operations
+    // happens in between.  `left` and `right` take `frames` samples each, any number of them, and
+    // may be written from begin_block on.
+    void begin_block(float* left, float* right, uint32_t frames);
+    // A MIDI message (three bytes: status and two data bytes) at `frame` of the block; a frame
+    // behind an earlier event's, or beyond the block, counts as the nearest.  False when there was
+    // no room for it, which takes thousands of messages within a millisecond.
+    bool add_message(std::span<const uint8_t, 3> message, uint32_t frame);
+    // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.
+    void set_controller(unsigned number, int value, uint32_t frame);
+    void end_block();
+
+  private:
+    void render_until(uint32_t frame);
+    [[nodiscard]] uint32_t event_time(uint32_t frame);
+
+    Player sound;
+    QuantumStream stream;
+
+    // the block
+    float* block_left = nullptr;
+    float* block_right = nullptr;
+    uint32_t block_frames = 0;
+    uint32_t rendered = 0;   // frames of the block
+    uint32_t last_frame = 0; // of the last event
+};
+
+} // namespace tarquil
