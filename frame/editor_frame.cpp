@@ -2,6 +2,7 @@
 
 #include "frame/editor_frame.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "common/log/log.h"
@@ -18,8 +19,44 @@ EditorFrame::~EditorFrame() {
 double EditorFrame::scale() {
     if (view != nullptr)
         return view->scale();
-    settings = load_editor_settings(editor_settings_path());
+    load_settings();
     return settings.scale;
+}
+
+void EditorFrame::load_settings() {
+    settings = load_editor_settings(editor_settings_path());
+    settings.scale = host_scale.value_or(settings.scale);
+}
+
+bool EditorFrame::suggest_scale(double scale) {
+    if (is_open() || !std::isfinite(scale) ||
+        load_editor_settings(editor_settings_path()).is_scale_chosen)
+        return false;
+    host_scale = std::clamp(scale, EditorSettings::MIN_SCALE, EditorSettings::MAX_SCALE);
+    return true;
+}
+
+void EditorFrame::fit_size(int& width, int& height) {
+    // A size that this has given stays: its height is the rounded one.
+    const auto height_of = [](int of_width) {
+        return int(std::lround(double(EditorView::HEIGHT) * of_width / EditorView::WIDTH));
+    };
+    if (height_of(width) > height)
+        width = int(double(EditorView::WIDTH) * height / EditorView::HEIGHT);
+    width = std::clamp(width, int(std::ceil(EditorView::WIDTH * EditorSettings::MIN_SCALE)),
+                       int(EditorView::WIDTH * EditorSettings::MAX_SCALE));
+    height = height_of(width);
+}
+
+void EditorFrame::resize(int width, int height) {
+    fit_size(width, height);
+    host_scale = double(width) / EditorView::WIDTH;
+    if (view != nullptr)
+        settings.scale = *host_scale; // which the view refers to
+}
+
+bool EditorFrame::is_closed_by_user() const {
+    return window != nullptr && window->is_closed_by_user();
 }
 
 int EditorFrame::width() {
@@ -32,13 +69,13 @@ int EditorFrame::height() {
 
 bool EditorFrame::open(uintptr_t parent) {
     close();
-    settings = load_editor_settings(editor_settings_path());
+    load_settings();
     if (model == nullptr)
         model = std::make_unique<EditorModel>(synth);
     shown_changes = player.num_changes();
     model->refresh();
     view = std::make_unique<EditorView>(*model, settings, parent == 0);
-    window = std::make_unique<EditorWindow>(parent, *view, "Tarquil");
+    window = std::make_unique<EditorWindow>(parent, *view, title);
     if (!window->is_open()) {
         logPrintf("no window could be opened\n");
         window.reset();
@@ -50,6 +87,8 @@ bool EditorFrame::open(uintptr_t parent) {
             on_resize(new_width, new_height);
         keep_settings();
     };
+    if (parent == 0 && window_below != 0)
+        window->stay_above(window_below);
     player.meters().watched = true;
     shown = true;
     return true;
@@ -62,6 +101,7 @@ void EditorFrame::close() {
     player.meters().watched = false;
     model->end_gesture();
     keep_settings();
+    host_scale.reset();
     window.reset();
     view.reset();
 }

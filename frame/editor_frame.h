@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "editor/model/editor_model.h"
 #include "editor/model/editor_settings.h"
@@ -35,6 +37,19 @@ class EditorFrame {
     // In pixels; of the next window while none is open.
     [[nodiscard]] int width();
     [[nodiscard]] int height();
+    // The largest size of the window's shape that fits into a size, or the smallest there is.
+    static void fit_size(int& width, int& height);
+    // Takes such a size from the next idle on.
+    void resize(int width, int height);
+    // The host's scale, for windows whose size the user has never chosen.  False when it is not
+    // taken.
+    bool suggest_scale(double scale);
+
+    // Of a window of its own: its title, the window that it stays above (0: none), and whether the
+    // user has closed it.
+    std::string title = "Tarquil";
+    uintptr_t window_below = 0;
+    [[nodiscard]] bool is_closed_by_user() const;
 
     // Null while no window is open.
     EditorWindow* get_window() { return window.get(); }
@@ -44,11 +59,13 @@ class EditorFrame {
 
   private:
     double scale();
+    void load_settings();
     void keep_settings();
 
     Player& player;
     EditorSynth& synth;
     EditorSettings settings;
+    std::optional<double> host_scale; // until the next window closes
     std::unique_ptr<EditorModel> model; // from the first opening on: it remembers what to undo
     std::unique_ptr<EditorView> view;
     std::unique_ptr<EditorWindow> window;

@@ -44,6 +44,11 @@ std::span<const midi_event> EventQueue::take(uint32_t now, uint32_t end) {
     return {taken.data(), count};
 }
 
+void EventQueue::clear() {
+    num_events = 0;
+    is_sorted = true;
+}
+
 void EventQueue::move_clock_back(uint32_t frames) {
     for (uint32_t i = 0; i < num_events; i++)
         entries[i].event.time -= std::min(entries[i].event.time, frames);

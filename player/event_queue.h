@@ -25,6 +25,8 @@ class EventQueue {
     // before `now` with the time `now`.  Valid until the next call; never a null pointer.
     std::span<const midi_event> take(uint32_t now, uint32_t end);
 
+    void clear();
+
     // Lets the clock start `frames` later: all times become smaller by that, 0 at least.
     void move_clock_back(uint32_t frames);
 

@@ -3,6 +3,9 @@
 #include "player/hosted_player.h"
 
 #include <algorithm>
+#include <array>
+
+#include "midi/midi_message.h"
 
 namespace tarquil {
 
@@ -14,7 +17,7 @@ bool HostedPlayer::activate(double rate) {
 }
 
 void HostedPlayer::reset() {
-    sound.release_all_notes();
+    sound.audio().reset();
     stream.reset();
 }
 
@@ -24,6 +27,7 @@ void HostedPlayer::begin_block(float* left, float* right, uint32_t frames) {
     block_frames = frames;
     rendered = 0;
     last_frame = 0;
+    sound.audio().follow_edits();
 }
 
 uint32_t HostedPlayer::event_time(uint32_t frame) {
@@ -31,13 +35,18 @@ uint32_t HostedPlayer::event_time(uint32_t frame) {
     return stream.event_time(last_frame - rendered);
 }
 
-bool HostedPlayer::add_message(std::span<const uint8_t, 3> message, uint32_t frame) {
+bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame) {
+    if (message.empty() || midi_kind(message[0]) == MIDI_SYSTEM)
+        return true;
+    std::array<uint8_t, 3> channel_message{};
+    std::copy_n(message.begin(), std::min(message.size(), channel_message.size()),
+                channel_message.begin());
     const uint32_t time = event_time(frame);
     PlayerAudio& audio = sound.audio();
     // One message may become one for each of 128 keys, or a whole program.
     if (audio.room_for_events() < NUM_CONTROLLERS)
         render_until(last_frame);
-    return audio.add_message(message.data(), time);
+    return audio.add_message(channel_message.data(), time);
 }
 
 void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {

@@ -33,22 +33,25 @@ class HostedPlayer {
     // Makes the engine if there is none and takes the host's rate in Hz; false, and nothing has
     // changed, for one beyond reason.  While nothing renders, and not on the audio thread.
     [[nodiscard]] bool activate(double rate);
-    // Ends all notes and drops what is on its way; while nothing renders.
-    void reset();
 
     // How much later than its event a sound comes, in host frames; from the activation on.
     [[nodiscard]] uint32_t latency_frames() const { return stream.latency_frames(); }
 
     // All below is for the audio thread alone; nothing allocates, waits or calls the system.
-    //
+
+    // Releases all notes and drops what is on its way and what messages had set; between two
+    // blocks.
+    void reset();
+
     // A block: begin, its events with frames that do not fall, end.  Nothing but these operations
     // happens in between.  `left` and `right` take `frames` samples each, any number of them, and
-    // may be written from begin_block on.
+    // may be written from begin_block on.  What the control side has changed comes first.
     void begin_block(float* left, float* right, uint32_t frames);
-    // A MIDI message (three bytes: status and two data bytes) at `frame` of the block; a frame
-    // behind an earlier event's, or beyond the block, counts as the nearest.  False when there was
-    // no room for it, which takes thousands of messages within a millisecond.
-    bool add_message(std::span<const uint8_t, 3> message, uint32_t frame);
+    // A MIDI message (status and data bytes; one that is cut short counts as zeros behind) at
+    // `frame` of the block; a frame behind an earlier event's, or beyond the block, counts as the
+    // nearest.  System exclusive ones mean nothing to the engine.  False when there was no room for
+    // it, which takes thousands of messages within a millisecond.
+    bool add_message(std::span<const uint8_t> message, uint32_t frame);
     // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.
     void set_controller(unsigned number, int value, uint32_t frame);
     void end_block();

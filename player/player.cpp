@@ -111,6 +111,14 @@ int Player::get_controller(unsigned number) {
                                         : bank().get(edited_program(), number);
 }
 
+ControllerBytes Player::edited_bytes() {
+    const LockHolder holder(lock);
+    ControllerBytes bytes = bank().program(edited_program());
+    for (const ControllerInfo& row : global_controller_rows())
+        bytes[row.number] = bank().get_global(row.number);
+    return bytes;
+}
+
 void Player::set_channel_program(unsigned channel, unsigned program, uint32_t time) {
     TARQ_ASSERT(channel < unsigned(NUM_CHANNELS));
     TARQ_ASSERT(program < MAX_INSTRUMENTS);

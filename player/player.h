@@ -46,6 +46,8 @@ class Player {
     // sounds at once on every channel that plays it.  Bytes beyond a list's end are clamped.
     void set_controller(unsigned number, int value);
     [[nodiscard]] int get_controller(unsigned number);
+    // All of them at once.
+    [[nodiscard]] ControllerBytes edited_bytes();
 
     // `channel` 0..15 plays `program` 0..127 from the absolute sample time `time` on.
     void set_channel_program(unsigned channel, unsigned program, uint32_t time = PLAY_NOW);

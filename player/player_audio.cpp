@@ -184,6 +184,13 @@ void PlayerAudio::release_notes() {
     }
 }
 
+void PlayerAudio::reset() {
+    follow_edits();
+    events.clear();
+    release_notes();
+    refresh();
+}
+
 // The engine must not be left with another sound than the bank's.
 void PlayerAudio::send_what_found_no_room() {
     for (unsigned channel = 0; waiting_channels >> channel != 0; channel++) {

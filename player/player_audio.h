@@ -34,6 +34,10 @@ class PlayerAudio {
     // a program.
     void play_sound(unsigned channel, const ControllerBytes& bytes, uint32_t time);
 
+    // Drops what is queued, releases every key of every channel and sends the bank anew: what
+    // messages had set is gone.
+    void reset();
+
     // Renders `frames` (at most MAX_NUM_SAMPLES, whole granules) of interleaved stereo.  Without an
     // engine: silence, and the clock stands still.
     void run(float* pcm, uint32_t frames);

@@ -26,8 +26,10 @@ EditorSettings load_editor_settings(const std::string& path) {
     reader.load_from_string(text);
     float scale = 0.0F;
     if (reader.get_float("scale", scale) && double(scale) >= EditorSettings::MIN_SCALE &&
-        double(scale) <= EditorSettings::MAX_SCALE)
+        double(scale) <= EditorSettings::MAX_SCALE) {
         settings.scale = double(scale);
+        settings.is_scale_chosen = true;
+    }
     reader.get_str("folder", settings.folder);
     return settings;
 }

@@ -292,6 +292,11 @@ bool EditorWindow::is_closed_by_user() const {
     return content != nullptr && (content->frame.is_closed || content->app.isQuitting());
 }
 
+void EditorWindow::stay_above(uintptr_t window) {
+    const XErrorTrap trap;
+    content->frame.setTransientParent(window);
+}
+
 void EditorWindow::idle() {
     if (content == nullptr || content->is_dead)
         return;

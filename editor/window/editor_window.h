@@ -27,6 +27,9 @@ class EditorWindow {
     // The user has closed the window of its own.
     [[nodiscard]] bool is_closed_by_user() const;
 
+    // A window of its own stays above that window.
+    void stay_above(uintptr_t window);
+
     // Events, the view's tick, and drawing where something has changed.
     void idle();
 
