@@ -65,7 +65,7 @@ class EditorFrame {
     Player& player;
     EditorSynth& synth;
     EditorSettings settings;
-    std::optional<double> host_scale; // until the next window closes
+    std::optional<double> host_scale;   // until the next window closes
     std::unique_ptr<EditorModel> model; // from the first opening on: it remembers what to undo
     std::unique_ptr<EditorView> view;
     std::unique_ptr<EditorWindow> window;

@@ -17,6 +17,8 @@ namespace tarquil {
 
 class HostedPlayer {
   public:
+    static constexpr uint32_t NUM_VOICES = VoicePool::NUM_VOICES;
+
     // There is no engine yet.
     HostedPlayer() : stream(sound.audio()) {}
 
@@ -54,6 +56,10 @@ class HostedPlayer {
     bool add_message(std::span<const uint8_t> message, uint32_t frame);
     // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.
     void set_controller(unsigned number, int value, uint32_t frame);
+    // As set last.
+    [[nodiscard]] int get_controller(unsigned number) {
+        return sound.audio().get_controller(number);
+    }
     void end_block();
 
   private:

@@ -55,6 +55,8 @@ class Player {
         return link.channel_programs[channel].load(std::memory_order_relaxed);
     }
 
+    [[nodiscard]] ChannelPrograms all_channel_programs() const;
+
     // Whole programs.  `set_instrument` sounds on the channels that play it, and only what differs;
     // `load_instrument` sends every channel its whole program.
     [[nodiscard]] Instrument get_instrument(unsigned program);
@@ -100,7 +102,6 @@ class Player {
     }
 
   private:
-    [[nodiscard]] ChannelPrograms all_channel_programs() const;
     void post(const PlayerEdit& edit);
     void post_difference(unsigned program, const ControllerBytes& before,
                          const ControllerBytes& after);

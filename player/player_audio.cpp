@@ -116,6 +116,12 @@ void PlayerAudio::set_controller(unsigned number, int value, uint32_t time) {
     link.note_change();
 }
 
+int PlayerAudio::get_controller(unsigned number) const {
+    return is_global_controller(number)
+               ? bank->get_global(number)
+               : bank->get(link.edited_program.load(std::memory_order_relaxed), number);
+}
+
 void PlayerAudio::send_byte(unsigned program, unsigned number, int value, uint32_t time) {
     if (is_global_controller(number)) {
         const midi_event event = controller_event(0, number, value, time);

@@ -29,6 +29,8 @@ class PlayerAudio {
     // Changes a controller but the pitch bend, of the edited program or a global one, in the bank
     // and, from `time` on, in the sound.
     void set_controller(unsigned number, int value, uint32_t time);
+    // In the bank.
+    [[nodiscard]] int get_controller(unsigned number) const;
 
     // Channel `channel` plays a sound that belongs to no program from `time` on, until it is given
     // a program.

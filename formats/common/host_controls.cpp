@@ -7,9 +7,9 @@
 #include <cmath>
 #include <vector>
 
-#include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/control_text.h"
 #include "softsynth/parameters/host_parameters.h"
+#include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/parameter_group.h"
 
 namespace tarquil {
@@ -140,6 +140,12 @@ std::optional<int> parse_control(Player& player, const HostControl& control,
     if (control.kind != HostControl::Kind::CONTROLLER)
         return parse_program(player, text);
     return parse_control(control.number, text, player.edited_bytes());
+}
+
+int get_control(HostedPlayer& hosted, const HostControl& control) {
+    // Only the controllers' bytes stand behind a lock.
+    return control.kind == HostControl::Kind::CONTROLLER ? hosted.get_controller(control.number)
+                                                         : get_control(hosted.player(), control);
 }
 
 void set_control(HostedPlayer& hosted, const HostControl& control, int value, uint32_t frame) {

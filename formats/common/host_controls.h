@@ -49,7 +49,8 @@ void set_control(Player& player, const HostControl& control, int value);
 std::string control_text(Player& player, const HostControl& control, int value);
 std::optional<int> parse_control(Player& player, const HostControl& control, std::string_view text);
 
-// Within a block, at one of its frames.
+// The same on the audio thread, within a block and at one of its frames.
+int get_control(HostedPlayer& hosted, const HostControl& control);
 void set_control(HostedPlayer& hosted, const HostControl& control, int value, uint32_t frame);
 
 } // namespace tarquil

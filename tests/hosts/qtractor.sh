@@ -7,8 +7,9 @@ export QT_QPA_PLATFORM=offscreen JACK_DEFAULT_SERVER=tarquil-$$ JACK_NO_START_SE
 readonly FRAMES=176400 # that are compared: four seconds from the first sound on
 
 # The scanner takes one line per read.
+# scan KIND:PLUGIN
 scan() {
-    { sleep 0.5; echo "VST:$plugin"; sleep 1; } |
+    { sleep 0.5; echo "$1"; sleep 1; } |
         timeout 20 /usr/lib/*/qtractor/qtractor_plugin_scan
 }
 
@@ -88,9 +89,12 @@ frames() {
     od -An -v -t x1 -w6 -j 44 "$1" | awk -v frames="$FRAMES" '/[1-9a-f]/ { on = 1 } on && n++ < frames'
 }
 
-seen=$(scan 2>&1) || true
+seen=$(scan "VST:$plugin" 2>&1) || true
 # Name, audio inputs and outputs, MIDI inputs and outputs, parameters.
 expect "Qtractor's scanner finds it" grep -F "VST|Tarquil|0:2|1:0|173:0|" <<<"$seen"
+seen=$(scan "CLAP:$clap" 2>&1) || true
+expect "Qtractor's scanner finds the CLAP plug-in" \
+    grep -F "CLAP|Tarquil|0:2|1:0|187:0|" <<<"$seen"
 
 gcc -shared -fPIC -o "$work/no_sequencer.so" "$here/no_sequencer.c"
 make_session

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Plays the plug-in in hosts without a screen: a line per step, exit status 1 at the first failure.
 #
-#     run.sh PLUGIN.so
+#     run.sh PLUGIN.so PLUGIN.clap
 #
 # Nothing outside a temporary folder is read or written but the plug-in itself.
 set -euo pipefail
@@ -13,7 +13,9 @@ trap 'kill "${started[@]}" 2>/dev/null || true; rm -rf "$work"' EXIT
 # Hosts look beside their settings; a module as new as what a scan leaves counts as changed.
 plugin=$work/plug-ins/tarquil.so
 install -D -m 755 "$1" "$plugin"
-touch -d 2020-01-01 "$plugin"
+clap=$work/plug-ins/tarquil.clap
+install -D -m 755 "$2" "$clap"
+touch -d 2020-01-01 "$plugin" "$clap"
 unset DISPLAY WAYLAND_DISPLAY
 export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_CACHE_HOME=$work/home/.cache
 export XDG_DATA_HOME=$work/home/.local/share XDG_RUNTIME_DIR=$work/run LXVST_PATH=$work/plug-ins

@@ -1,0 +1,181 @@
+// The plug-in as CLAP hosts see it: a hosted player, and a host's operations on it.
+
+#include "formats/clap/clap_plugin.h"
+
+#include <clap/ext/params.h>
+
+#include <string>
+
+#include "formats/clap/clap_interface.h"
+
+namespace tarquil {
+
+namespace {
+
+// Calls use(header) for each event of a list that has one.
+template <typename Use> void for_each_event(const clap_input_events* in, const Use& use) {
+    const uint32_t count = in == nullptr ? 0 : in->size(in);
+    for (uint32_t i = 0; i < count; i++) {
+        if (const clap_event_header* event = in->get(in, i))
+            use(*event);
+    }
+}
+
+// The two sides of the first port; false when a host gives none.
+bool find_output(const clap_process& process, float*& left, float*& right) {
+    if (process.audio_outputs_count == 0 || process.audio_outputs == nullptr)
+        return false;
+    clap_audio_buffer& buffer = process.audio_outputs[0];
+    if (buffer.channel_count < 2 || buffer.data32 == nullptr)
+        return false;
+    left = buffer.data32[0];
+    right = buffer.data32[1];
+    buffer.constant_mask = 0;
+    return left != nullptr && right != nullptr;
+}
+
+} // namespace
+
+ClapPlugin::ClapPlugin(const clap_host& host)
+    : interface(make_clap_interface(*this)), calling(host), input(hosted),
+      told_programs(hosted.player().all_channel_programs()) {
+    host_controls(); // made here, not on the audio thread
+}
+
+ClapWindow* ClapPlugin::window() {
+    if (shown == nullptr)
+        shown = make_clap_window(*this);
+    return shown.get();
+}
+
+bool ClapPlugin::activate(double rate) {
+    if (is_active || !hosted.activate(rate))
+        return false;
+    input.reset();
+    if (told_latency != hosted.latency_frames()) {
+        told_latency = hosted.latency_frames();
+        calling.latency_changed();
+    }
+    is_active = true;
+    return true;
+}
+
+void ClapPlugin::deactivate() {
+    is_active = false;
+}
+
+void ClapPlugin::reset() {
+    if (!is_active)
+        return;
+    hosted.reset();
+    input.reset();
+}
+
+clap_process_status ClapPlugin::process(const clap_process& process) {
+    float* left = nullptr;
+    float* right = nullptr;
+    const bool has_output = find_output(process, left, right);
+    if (!is_active || (!has_output && process.frames_count > 0))
+        return CLAP_PROCESS_ERROR;
+    hosted.begin_block(left, right, process.frames_count);
+    play(process.in_events);
+    hosted.end_block();
+    tell(process.out_events);
+    return CLAP_PROCESS_CONTINUE;
+}
+
+void ClapPlugin::flush(const clap_input_events* in, const clap_output_events* out) {
+    if (is_active) {
+        hosted.begin_block(nullptr, nullptr, 0);
+        play(in);
+        hosted.end_block();
+    } else {
+        for_each_event(in, [&](const clap_event_header& event) {
+            const auto change = read_control_change(event);
+            if (!change)
+                return;
+            Player& player = hosted.player();
+            make_stale(stale_after(*change, get_control(player, *change->control)));
+            set_control(player, *change->control, change->value);
+        });
+        told_programs = hosted.player().all_channel_programs();
+    }
+    tell(out);
+}
+
+void ClapPlugin::play(const clap_input_events* in) {
+    for_each_event(in, [&](const clap_event_header& event) {
+        if (const auto change = read_control_change(event))
+            play_change(*change, event.time);
+        else
+            input.play(event);
+    });
+}
+
+void ClapPlugin::play_change(const ControlChange& change, uint32_t frame) {
+    make_stale(stale_after(change, get_control(hosted, *change.control)));
+    set_control(hosted, *change.control, change.value, frame);
+    if (change.control->kind == HostControl::Kind::CHANNEL_PROGRAM)
+        told_programs[change.control->number] = uint8_t(change.value);
+}
+
+void ClapPlugin::tell(const clap_output_events* out) {
+    if (out == nullptr)
+        return;
+    edits.send(*out);
+    tell_programs(*out);
+}
+
+// Program changes by MIDI, which the host records as such.
+void ClapPlugin::tell_programs(const clap_output_events& out) {
+    for (unsigned channel = 0; channel < told_programs.size(); channel++) {
+        const auto program = uint8_t(hosted.player().channel_program(channel));
+        if (told_programs[channel] != program &&
+            send_value(out, CHANNEL_PROGRAM_ID + channel, program, CLAP_EVENT_DONT_RECORD))
+            told_programs[channel] = program;
+    }
+}
+
+void ClapPlugin::make_stale(StaleFlags flags) {
+    // Once for all until the host answers.
+    if (flags != 0 && stale.fetch_or(flags) == 0)
+        calling.request_callback();
+}
+
+void ClapPlugin::on_main_thread() {
+    const StaleFlags flags = stale.exchange(0);
+    if (flags != 0)
+        calling.rescan(flags);
+}
+
+bool ClapPlugin::save(const clap_ostream& stream) {
+    const std::string state = hosted.save_state();
+    for (size_t done = 0; done < state.size();) {
+        const int64_t written = stream.write(&stream, state.data() + done, state.size() - done);
+        if (written <= 0 || uint64_t(written) > state.size() - done)
+            return false;
+        done += size_t(written);
+    }
+    return true;
+}
+
+bool ClapPlugin::load(const clap_istream& stream) {
+    // A bank as plain text is a megabyte; nothing sensible is as long as this.
+    constexpr size_t MAX_STATE = size_t(64) << 20U;
+    std::string state;
+    char piece[1U << 14U];
+    for (;;) {
+        const int64_t count = stream.read(&stream, piece, sizeof(piece));
+        if (count < 0 || uint64_t(count) > sizeof(piece) || state.size() > MAX_STATE)
+            return false;
+        if (count == 0)
+            break;
+        state.append(piece, size_t(count));
+    }
+    if (hosted.load_state(state) != 0)
+        return false;
+    calling.rescan(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT);
+    return true;
+}
+
+} // namespace tarquil

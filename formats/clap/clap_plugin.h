@@ -1,0 +1,76 @@
+// The plug-in as CLAP hosts see it: a hosted player, and a host's operations on it.
+
+#pragma once
+
+#include <clap/plugin.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+
+#include "formats/clap/clap_host.h"
+#include "formats/clap/clap_input.h"
+#include "formats/clap/clap_window.h"
+#include "formats/clap/window_edits.h"
+
+namespace tarquil {
+
+class ClapPlugin {
+  public:
+    static const clap_plugin_descriptor DESCRIPTOR;
+
+    // `host` stays as long as the object.
+    explicit ClapPlugin(const clap_host& host);
+    ClapPlugin(const ClapPlugin&) = delete;
+    ClapPlugin& operator=(const ClapPlugin&) = delete;
+
+    // The interface, whose `destroy` deletes the object; and the object behind one.
+    const clap_plugin* get() const { return &interface; }
+    static ClapPlugin& of(const clap_plugin* plugin) {
+        return *static_cast<ClapPlugin*>(plugin->plugin_data);
+    }
+
+    HostedPlayer& player() { return hosted; }
+    ClapHost& host() { return calling; }
+    WindowEdits& window_edits() { return edits; }
+    // Null where the build has no windows.
+    ClapWindow* window();
+
+    bool activate(double rate);
+    void deactivate();
+    void reset();
+    clap_process_status process(const clap_process& process);
+    void on_main_thread();
+
+    // Of active plug-ins on the audio thread, of others on the main thread.
+    void flush(const clap_input_events* in, const clap_output_events* out);
+
+    bool save(const clap_ostream& stream);
+    bool load(const clap_istream& stream);
+
+    // In host frames, of the last activation; 0 before.
+    [[nodiscard]] uint32_t latency() const { return told_latency; }
+
+  private:
+    void play(const clap_input_events* in);
+    void play_change(const ControlChange& change, uint32_t frame);
+    void tell(const clap_output_events* out);
+    void tell_programs(const clap_output_events& out);
+    void make_stale(StaleFlags flags);
+
+    clap_plugin interface;
+    ClapHost calling;
+    HostedPlayer hosted;
+    ClapInput input;
+    WindowEdits edits;
+    std::unique_ptr<ClapWindow> shown;
+
+    bool is_active = false;
+    uint32_t told_latency = 0;
+    // What each channel plays, as the host knows it.
+    std::array<uint8_t, NUM_CHANNELS> told_programs{};
+    // What the host is to read again, once it lets the main thread in.
+    std::atomic<StaleFlags> stale{0};
+};
+
+} // namespace tarquil
