@@ -12,6 +12,7 @@ namespace tarquil {
 bool HostedPlayer::activate(double rate) {
     if (!stream.activate(rate))
         return false;
+    host_rate = rate;
     sound.start();
     return true;
 }
@@ -49,7 +50,14 @@ bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame)
     return audio.add_message(channel_message.data(), time);
 }
 
+void HostedPlayer::hold_controller(unsigned number) {
+    constexpr double SECONDS = 0.5;
+    held_until[number] = played.load() + uint64_t(SECONDS * host_rate);
+}
+
 void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
+    if (played.load(std::memory_order_relaxed) < held_until[number].load(std::memory_order_relaxed))
+        return;
     const uint32_t time = event_time(frame);
     PlayerAudio& audio = sound.audio();
     if (audio.room_for_events() < NUM_CONTROLLERS)
@@ -59,6 +67,7 @@ void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
 
 void HostedPlayer::end_block() {
     render_until(block_frames);
+    played.fetch_add(block_frames, std::memory_order_relaxed);
 }
 
 void HostedPlayer::render_until(uint32_t frame) {

@@ -5,6 +5,8 @@
 
 #pragma once
 
+#include <array>
+#include <atomic>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -39,6 +41,10 @@ class HostedPlayer {
     // How much later than its event a sound comes, in host frames; from the activation on.
     [[nodiscard]] uint32_t latency_frames() const { return stream.latency_frames(); }
 
+    // The user has changed a controller in a window, and a host that is told says so itself, a
+    // little later: for half a second nothing that it says of this controller is taken.
+    void hold_controller(unsigned number);
+
     // All below is for the audio thread alone; nothing allocates, waits or calls the system.
 
     // Releases all notes and drops what is on its way and what messages had set; between two
@@ -68,6 +74,10 @@ class HostedPlayer {
 
     Player sound;
     QuantumStream stream;
+
+    double host_rate = SAMPLE_RATE;
+    std::atomic<uint64_t> played{0}; // host frames
+    std::array<std::atomic<uint64_t>, NUM_CONTROLLERS> held_until{};
 
     // the block
     float* block_left = nullptr;

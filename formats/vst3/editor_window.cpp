@@ -1,0 +1,156 @@
+// The editor in a host's window, idled by the host's loop.
+
+#include <atomic>
+#include <cstring>
+
+#include "formats/vst3/window.h"
+#include "frame/editor_frame.h"
+#include "frame/host_synth.h"
+
+namespace tarquil::vst3 {
+
+namespace {
+
+constexpr uint64_t IDLE_MS = 16;
+
+class EditorView3 final : public View, public ContentScale, public TimerHandler {
+  public:
+    EditorView3(Unknown& kept_owner, EditorFrame& shown_frame)
+        : owner(kept_owner), frame(shown_frame) {
+        owner.add_ref();
+    }
+
+    Result query_interface(const uint8_t* id, void** object) override {
+        if (is_id(id, View::ID) || is_id(id, Unknown::ID))
+            *object = static_cast<View*>(this);
+        else if (is_id(id, ContentScale::ID))
+            *object = static_cast<ContentScale*>(this);
+        else if (is_id(id, TimerHandler::ID))
+            *object = static_cast<TimerHandler*>(this);
+        else
+            *object = nullptr;
+        if (*object == nullptr)
+            return NO_INTERFACE;
+        add_ref();
+        return OK;
+    }
+    uint32_t add_ref() override { return ++references; }
+    uint32_t release() override {
+        const uint32_t left = --references;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+    Result is_platform_supported(const char* platform) override {
+        return platform != nullptr && std::strcmp(platform, X11_PLATFORM) == 0 ? OK : NO;
+    }
+
+    Result attached(void* parent, const char* platform) override {
+        // Another view of it shows the window.
+        if (is_platform_supported(platform) != OK || frame.is_open())
+            return NO;
+        frame.on_resize = [this](int width, int height) { ask_for_size(width, height); };
+        if (!frame.open(uintptr_t(parent)))
+            return NO;
+        is_attached = true;
+        loop.ask(plug_frame);
+        if (loop)
+            loop->register_timer(this, IDLE_MS);
+        return OK;
+    }
+
+    Result removed() override {
+        if (!is_attached)
+            return NO;
+        is_attached = false;
+        if (loop)
+            loop->unregister_timer(this);
+        loop.reset();
+        frame.on_resize = nullptr;
+        frame.close();
+        return OK;
+    }
+
+    // The window gets its own from the system.
+    Result on_wheel(float /*distance*/) override { return NO; }
+    Result on_key_down(char16_t /*character*/, int16_t /*code*/, int16_t /*modifiers*/) override {
+        return NO;
+    }
+    Result on_key_up(char16_t /*character*/, int16_t /*code*/, int16_t /*modifiers*/) override {
+        return NO;
+    }
+    Result on_focus(Bool /*state*/) override { return OK; }
+
+    Result get_size(Rectangle* size) override {
+        if (size == nullptr)
+            return BAD_ARGUMENT;
+        *size = {0, 0, frame.width(), frame.height()};
+        return OK;
+    }
+    Result on_size(Rectangle* size) override {
+        if (size == nullptr)
+            return BAD_ARGUMENT;
+        frame.resize(size->right - size->left, size->bottom - size->top);
+        return OK;
+    }
+    Result can_resize() override { return OK; }
+    Result check_size(Rectangle* size) override {
+        if (size == nullptr)
+            return BAD_ARGUMENT;
+        int width = size->right - size->left;
+        int height = size->bottom - size->top;
+        EditorFrame::fit_size(width, height);
+        size->right = size->left + width;
+        size->bottom = size->top + height;
+        return OK;
+    }
+    Result set_frame(PlugFrame* host_frame) override {
+        plug_frame = host_frame;
+        return OK;
+    }
+    Result set_scale(float factor) override {
+        return frame.suggest_scale(double(factor)) ? OK : NO;
+    }
+
+    void on_timer() override { frame.idle(); }
+
+  private:
+    ~EditorView3() {
+        removed();
+        owner.release();
+    }
+
+    void ask_for_size(int width, int height) {
+        Rectangle size{0, 0, width, height};
+        if (plug_frame != nullptr)
+            plug_frame->resize_view(this, &size);
+    }
+
+    Unknown& owner;
+    EditorFrame& frame;
+    PlugFrame* plug_frame = nullptr; // the host's, which tells when it goes
+    Held<RunLoop> loop;
+    bool is_attached = false;
+    std::atomic<uint32_t> references{1};
+};
+
+class EditorPluginWindow final : public PluginWindow {
+  public:
+    EditorPluginWindow(Player& player, EditListener& listener)
+        : synth(player, listener), frame(player, synth) {}
+
+    View* make_view(Unknown& owner) override { return new EditorView3(owner, frame); }
+
+  private:
+    HostSynth synth;
+    EditorFrame frame;
+};
+
+} // namespace
+
+std::unique_ptr<PluginWindow> make_plugin_window(Player& player, EditListener& listener) {
+    return std::make_unique<EditorPluginWindow>(player, listener);
+}
+
+} // namespace tarquil::vst3
