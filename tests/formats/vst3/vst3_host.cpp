@@ -1,0 +1,177 @@
+// A small VST 3 host: the plug-in by its module's entry, with lists, streams and a handler.
+
+#include "tests/formats/vst3/vst3_host.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "formats/vst3/parameters.h"
+
+namespace tarquil::vst3 {
+
+void HostChanges::add(ParameterId id, int32_t frame, double value) {
+    auto queue = std::ranges::find(queues, id, &HostPoints::id);
+    if (queue == queues.end()) {
+        queues.emplace_back().id = id;
+        queue = queues.end() - 1;
+    }
+    queue->points.push_back({frame, value});
+}
+
+Result HostStream::read(void* buffer, int32_t count, int32_t* bytes_read) {
+    const size_t taken = bytes.copy(static_cast<char*>(buffer), size_t(std::min(count, piece)),
+                                    std::min(position, bytes.size()));
+    position += taken;
+    *bytes_read = int32_t(taken);
+    return OK;
+}
+
+Result HostStream::write(void* buffer, int32_t count, int32_t* bytes_written) {
+    *bytes_written = std::min(count, piece);
+    bytes.append(static_cast<const char*>(buffer), size_t(*bytes_written));
+    return OK;
+}
+
+Result HostHandler::begin_edit(ParameterId id) {
+    told.push_back("begin " + std::to_string(id));
+    return OK;
+}
+
+Result HostHandler::perform_edit(ParameterId id, double value) {
+    edits.add(id, 0, value);
+    told.push_back("perform " + std::to_string(id));
+    return OK;
+}
+
+Result HostHandler::end_edit(ParameterId id) {
+    told.push_back("end " + std::to_string(id));
+    return OK;
+}
+
+Result HostHandler::restart_component(int32_t /*flags*/) {
+    restarts++;
+    return OK;
+}
+
+Factory* module_factory() {
+    static Factory* const factory = [] {
+        void* const module = dlopen(PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
+        if (module == nullptr) {
+            std::fprintf(stderr, "%s\n", dlerror());
+            std::abort();
+        }
+        const auto enter = reinterpret_cast<bool (*)(void*)>(dlsym(module, "ModuleEntry"));
+        const auto get = reinterpret_cast<Factory* (*)()>(dlsym(module, "GetPluginFactory"));
+        return enter(module) ? get() : nullptr;
+    }();
+    return factory;
+}
+
+Vst3Host::Vst3Host(double rate) {
+    ClassInfo info{};
+    module_factory()->get_class_info(0, &info);
+    void* object = nullptr;
+    module_factory()->create_instance(info.id.data(), Component::ID.data(), &object);
+    component = static_cast<Component*>(object);
+    component->initialize(nullptr);
+    processor.ask(component);
+    controller.ask(component);
+    controller->initialize(nullptr);
+    mapping.ask(component);
+    units.ask(component);
+    if (rate > 0)
+        setup(rate);
+}
+
+Vst3Host::~Vst3Host() {
+    processor->set_processing(0);
+    component->set_active(0);
+    controller->terminate();
+    component->terminate();
+    processor.reset();
+    controller.reset();
+    mapping.reset();
+    units.reset();
+    if (component->release() != 0) {
+        std::fprintf(stderr, "the plug-in is still held by someone\n");
+        std::abort();
+    }
+}
+
+Result Vst3Host::setup(double rate) {
+    component->set_active(0);
+    ProcessSetup wanted{0, SAMPLE_32, 1024, rate};
+    const Result result = processor->setup_processing(&wanted);
+    if (result != OK)
+        return result;
+    component->activate_bus(AUDIO, OUTPUT, 0, 1);
+    component->activate_bus(EVENT, INPUT, 0, 1);
+    component->set_active(1);
+    return processor->set_processing(1) == NOT_IMPLEMENTED ? OK : OK;
+}
+
+Result Vst3Host::run(float* left, float* right, int32_t frames) {
+    float* channels[] = {left, right};
+    AudioBuffers out{2, 0, {channels}};
+    ProcessData data{};
+    data.sample_size = SAMPLE_32;
+    data.num_frames = frames;
+    data.num_outputs = 1;
+    data.outputs = &out;
+    data.input_changes = &changes;
+    data.input_events = &events;
+    const Result result = processor->process(&data);
+    events.events.clear();
+    changes.queues.clear();
+    return result;
+}
+
+std::vector<float> Vst3Host::run(int32_t frames) {
+    std::vector<float> left(static_cast<size_t>(frames));
+    std::vector<float> right(static_cast<size_t>(frames));
+    run(left.data(), right.data(), frames);
+    return left;
+}
+
+// As hosts turn MIDI into what VST 3 has.
+void Vst3Host::add_message(int32_t frame, uint8_t status, uint8_t data1, uint8_t data2) {
+    const auto channel = int16_t(status & 0x0FU);
+    Event event{};
+    event.frame = frame;
+    switch (status & 0xF0U) {
+    case 0x90:
+        event.type = NOTE_ON;
+        event.note_on = {channel, int16_t(data1), 0, float(data2) / 127.0F, 0, -1};
+        events.add_event(&event);
+        break;
+    case 0x80:
+        event.type = NOTE_OFF;
+        event.note_off = {channel, int16_t(data1), float(data2) / 127.0F, -1, 0};
+        events.add_event(&event);
+        break;
+    case 0xC0:
+        changes.add(CHANNEL_PROGRAM_ID + uint32_t(channel), frame, data1 / 127.0);
+        break;
+    default: {
+        const bool is_bend = (status & 0xF0U) == 0xE0;
+        ParameterId id = 0;
+        if (mapping->get_assignment(0, channel, int16_t(is_bend ? MAPPED_BEND : data1), &id) == OK)
+            changes.add(id, frame, is_bend ? (data2 * 128 + data1) / 16383.0 : data2 / 127.0);
+    }
+    }
+}
+
+std::string Vst3Host::save(int32_t piece) {
+    HostStream stream("", piece);
+    return component->get_state(&stream) == OK ? stream.bytes : "";
+}
+
+Result Vst3Host::load(const std::string& state, int32_t piece) {
+    HostStream stream(state, piece);
+    return component->set_state(&stream);
+}
+
+} // namespace tarquil::vst3
