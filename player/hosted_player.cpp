@@ -7,7 +7,38 @@
 
 #include "midi/midi_message.h"
 
+#include "instrument/checked_load.h"
+#include "instrument/state_text.h"
+#include "midi/midi_message.h"
+
 namespace tarquil {
+
+int HostedPlayer::load_state(std::string_view state) {
+    const int error = sound.load_state(state);
+    if (error == 0)
+        return 0;
+    const unsigned program = sound.edited_program();
+    Instrument instrument = sound.get_instrument(program);
+    if (is_image_state(state) || load_instrument_checked_from_string(instrument, state) != 0)
+        return error;
+    sound.load_instrument(program, instrument);
+    return 0;
+}
+
+int HostedPlayer::load_file(const std::string& path) {
+    TarqSettings bank = sound.get_bank();
+    const int error = load_bank_checked(bank, path);
+    if (error == 0) {
+        sound.set_bank(bank);
+        return 0;
+    }
+    const unsigned program = sound.edited_program();
+    Instrument instrument = sound.get_instrument(program);
+    if (load_instrument_checked(instrument, path) != 0)
+        return error;
+    sound.load_instrument(program, instrument);
+    return 0;
+}
 
 bool HostedPlayer::activate(double rate) {
     if (!stream.activate(rate))
@@ -63,6 +94,12 @@ void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
     if (audio.room_for_events() < NUM_CONTROLLERS)
         render_until(last_frame);
     audio.set_controller(number, value, time);
+}
+
+void HostedPlayer::set_program(unsigned channel, unsigned program, uint32_t frame) {
+    const uint8_t message[] = {midi_status(MIDI_PROGRAM_CHANGE, channel), uint8_t(program), 0};
+    add_message(message, frame);
+    sound.set_edited_program(program);
 }
 
 void HostedPlayer::end_block() {

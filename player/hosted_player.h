@@ -32,7 +32,10 @@ class HostedPlayer {
     [[nodiscard]] std::string save_state() { return sound.save_state_compact(); }
     // Takes such a text, a bank's, an image that holds one, or an instrument's for the edited
     // program.  Returns 0, or an error code of TarqSettings and changes nothing.
-    int load_state(std::string_view state) { return sound.load_state(state); }
+    int load_state(std::string_view state);
+
+    // The same with the file at `path`.
+    int load_file(const std::string& path);
 
     // Makes the engine if there is none and takes the host's rate in Hz; false, and nothing has
     // changed, for one beyond reason.  While nothing renders, and not on the audio thread.
@@ -66,6 +69,8 @@ class HostedPlayer {
     [[nodiscard]] int get_controller(unsigned number) {
         return sound.audio().get_controller(number);
     }
+    // Channel 0..15 plays `program` 0..127, which is the edited one from now on.
+    void set_program(unsigned channel, unsigned program, uint32_t frame);
     void end_block();
 
   private:

@@ -297,6 +297,10 @@ void EditorWindow::stay_above(uintptr_t window) {
     content->frame.setTransientParent(window);
 }
 
+uintptr_t EditorWindow::native_handle() const {
+    return content->frame.getNativeWindowHandle();
+}
+
 void EditorWindow::idle() {
     if (content == nullptr || content->is_dead)
         return;

@@ -30,6 +30,9 @@ class EditorWindow {
     // A window of its own stays above that window.
     void stay_above(uintptr_t window);
 
+    // Its number in the window system, for hosts that want it.
+    [[nodiscard]] uintptr_t native_handle() const;
+
     // Events, the view's tick, and drawing where something has changed.
     void idle();
 

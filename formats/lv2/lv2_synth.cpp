@@ -1,0 +1,174 @@
+// The LV2 plug-in: ports and events.
+
+#include "formats/lv2/lv2_synth.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tarquil {
+
+Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker)
+    : rate(host_rate), urids(map), schedule(worker), controls(lv2_controls()),
+      control_ports(controls.size()) {
+    for (const Lv2Control& control : controls)
+        taken.push_back(default_byte(control.info()));
+    seen.assign(controls.size(), std::numeric_limits<float>::quiet_NaN());
+    lv2_atom_forge_init(&forge, &map);
+}
+
+bool Lv2Synth::activate() {
+    if (!hosted.activate(rate))
+        return false;
+    told_changes = player().num_changes();
+    return true;
+}
+
+void Lv2Synth::connect(uint32_t port, void* data) {
+    switch (port) {
+    case LV2_PORT_EVENTS:
+        events = static_cast<const LV2_Atom_Sequence*>(data);
+        break;
+    case LV2_PORT_NOTIFY:
+        notify = static_cast<LV2_Atom_Sequence*>(data);
+        break;
+    case LV2_PORT_LEFT:
+        left = static_cast<float*>(data);
+        break;
+    case LV2_PORT_RIGHT:
+        right = static_cast<float*>(data);
+        break;
+    case LV2_PORT_LATENCY:
+        latency = static_cast<float*>(data);
+        break;
+    default:
+        if (port - NUM_FIXED_LV2_PORTS < control_ports.size())
+            control_ports[port - NUM_FIXED_LV2_PORTS] = static_cast<const float*>(data);
+    }
+}
+
+void Lv2Synth::hold_port(uint32_t port) {
+    const size_t control = port - NUM_FIXED_LV2_PORTS;
+    if (control < controls.size())
+        hosted.hold_controller(controls[control].number());
+}
+
+void Lv2Synth::take_ports() {
+    const bool only_look = is_restored.exchange(false);
+    for (size_t i = 0; i < controls.size(); i++) {
+        if (control_ports[i] == nullptr || *control_ports[i] == seen[i])
+            continue;
+        seen[i] = *control_ports[i];
+        // Hosts read a default value with fewer digits.
+        const int byte = controls[i].byte(seen[i]);
+        if (byte < 0 || byte == taken[i])
+            continue;
+        taken[i] = byte;
+        if (!only_look)
+            hosted.set_controller(controls[i].number(), byte, 0);
+    }
+}
+
+void Lv2Synth::run(uint32_t frames) {
+    if (latency != nullptr)
+        *latency = float(hosted.latency_frames());
+    begin_notifications();
+    if (left != nullptr && right != nullptr) {
+        hosted.begin_block(left, right, frames);
+        take_ports();
+        if (events != nullptr) {
+            LV2_ATOM_SEQUENCE_FOREACH(events, event)
+            take_event(*event, uint32_t(std::clamp<int64_t>(event->time.frames, 0, frames)));
+        }
+        hosted.end_block();
+    }
+    const uint32_t changes = player().num_changes();
+    if (changes != told_changes)
+        tell_state_change();
+    told_changes = changes;
+    end_notifications();
+}
+
+void Lv2Synth::take_event(const LV2_Atom_Event& event, uint32_t frame) {
+    const LV2_Atom& body = event.body;
+    const auto* bytes = static_cast<const uint8_t*>(LV2_ATOM_BODY_CONST(&body));
+    if (body.type == urids.midi_event) {
+        hosted.add_message({bytes, body.size}, frame);
+    } else if (lv2_atom_forge_is_object_type(&forge, body.type)) {
+        take_patch(*reinterpret_cast<const LV2_Atom_Object*>(&body), frame);
+    }
+}
+
+void Lv2Synth::take_patch(const LV2_Atom_Object& message, uint32_t frame) {
+    const LV2_Atom* property = nullptr;
+    const LV2_Atom* value = nullptr;
+    lv2_atom_object_get(&message, urids.patch_property, &property, urids.patch_value, &value, 0);
+    const LV2_URID wanted = property != nullptr && property->type == urids.atom_urid
+                                ? reinterpret_cast<const LV2_Atom_URID*>(property)->body
+                                : 0;
+    if (message.body.otype == urids.patch_get) {
+        if (wanted == 0 || wanted == urids.program)
+            tell_program();
+    } else if (message.body.otype == urids.patch_set && value != nullptr) {
+        if (wanted == urids.program)
+            set_program(*value, frame);
+        else if (wanted == urids.file)
+            load_file(*value);
+    }
+}
+
+void Lv2Synth::set_program(const LV2_Atom& value, uint32_t frame) {
+    if (value.type != urids.atom_int || value.size < sizeof(int32_t))
+        return;
+    const int32_t program = reinterpret_cast<const LV2_Atom_Int&>(value).body;
+    if (program < 0 || program >= int32_t(MAX_INSTRUMENTS))
+        return;
+    hosted.set_program(0, unsigned(program), frame);
+}
+
+void Lv2Synth::load_file(const LV2_Atom& value) {
+    if ((value.type != urids.atom_path && value.type != urids.atom_string) || schedule == nullptr)
+        return;
+    schedule->schedule_work(schedule->handle, value.size, LV2_ATOM_BODY_CONST(&value));
+}
+
+void Lv2Synth::begin_notifications() {
+    can_notify = notify != nullptr && notify->atom.size >= sizeof(LV2_Atom_Sequence_Body);
+    if (!can_notify)
+        return;
+    const uint32_t room = notify->atom.size + uint32_t(sizeof(LV2_Atom));
+    lv2_atom_forge_set_buffer(&forge, reinterpret_cast<uint8_t*>(notify), room);
+    can_notify = lv2_atom_forge_sequence_head(&forge, &sequence, 0) != 0;
+}
+
+void Lv2Synth::end_notifications() {
+    if (can_notify)
+        lv2_atom_forge_pop(&forge, &sequence);
+}
+
+void Lv2Synth::tell_program() {
+    // A message that does not fit as a whole is not begun.
+    constexpr uint32_t MESSAGE_BYTES = 256;
+    if (!can_notify || forge.size - forge.offset < MESSAGE_BYTES)
+        return;
+    LV2_Atom_Forge_Frame object;
+    lv2_atom_forge_frame_time(&forge, 0);
+    lv2_atom_forge_object(&forge, &object, 0, urids.patch_set);
+    lv2_atom_forge_key(&forge, urids.patch_property);
+    lv2_atom_forge_urid(&forge, urids.program);
+    lv2_atom_forge_key(&forge, urids.patch_value);
+    lv2_atom_forge_int(&forge, int32_t(player().edited_program()));
+    lv2_atom_forge_pop(&forge, &object);
+}
+
+void Lv2Synth::tell_state_change() {
+    tell_program();
+    constexpr uint32_t MESSAGE_BYTES = 128;
+    if (!can_notify || forge.size - forge.offset < MESSAGE_BYTES)
+        return;
+    LV2_Atom_Forge_Frame object;
+    lv2_atom_forge_frame_time(&forge, 0);
+    lv2_atom_forge_object(&forge, &object, 0, urids.state_changed);
+    lv2_atom_forge_pop(&forge, &object);
+}
+
+} // namespace tarquil

@@ -1,0 +1,221 @@
+// A small LV2 host: the plug-in as lilv finds it, with all its ports.
+
+#include "tests/formats/lv2/lv2_host.h"
+
+#include <cstring>
+#include <utility>
+
+#include <lv2/atom/util.h>
+#include <lv2/midi/midi.h>
+#include <lv2/patch/patch.h>
+#include <lv2/state/state.h>
+
+#include "formats/lv2/lv2_names.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr size_t EVENT_BYTES = 1 << 18;
+
+struct Text {
+    LV2_URID key;
+    LV2_URID type;
+    std::string value;
+};
+
+const void* retrieve_text(LV2_State_Handle handle, uint32_t key, size_t* size, uint32_t* type,
+                          uint32_t* flags) {
+    const Text& text = *static_cast<const Text*>(handle);
+    if (key != text.key)
+        return nullptr;
+    *size = text.value.size();
+    *type = text.type;
+    *flags = LV2_STATE_IS_POD;
+    return text.value.data();
+}
+
+LV2_State_Status store_text(LV2_State_Handle handle, uint32_t key, const void* value, size_t size,
+                            uint32_t /*type*/, uint32_t /*flags*/) {
+    Text& text = *static_cast<Text*>(handle);
+    if (key == text.key)
+        text.value.assign(static_cast<const char*>(value), size);
+    return LV2_STATE_SUCCESS;
+}
+
+} // namespace
+
+LV2_URID Lv2Host::map_name(LV2_URID_Map_Handle handle, const char* name) {
+    return static_cast<Lv2Host*>(handle)->number(name);
+}
+
+LV2_URID Lv2Host::number(const char* name) {
+    return numbers.try_emplace(name, LV2_URID(numbers.size() + 1)).first->second;
+}
+
+LV2_Worker_Status Lv2Host::schedule(LV2_Worker_Schedule_Handle handle, uint32_t size,
+                                    const void* data) {
+    static_cast<Lv2Host*>(handle)->work.emplace_back(static_cast<const char*>(data), size);
+    return LV2_WORKER_SUCCESS;
+}
+
+Lv2Host::Lv2Host(double rate)
+    : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
+      notifications(512) {
+    world = lilv_world_new();
+    LilvNode* const bundle = lilv_new_file_uri(world, nullptr, LV2_BUNDLE);
+    lilv_world_load_bundle(world, bundle);
+    lilv_node_free(bundle);
+    LilvNode* const name = lilv_new_uri(world, TARQUIL_LV2_URI);
+    plugin = lilv_plugins_get_by_uri(lilv_world_get_all_plugins(world), name);
+    lilv_node_free(name);
+    if (plugin == nullptr || lilv_plugin_get_num_ports(plugin) != controls.size())
+        return;
+    lilv_plugin_get_port_ranges_float(plugin, nullptr, nullptr, controls.data());
+    instance = lilv_plugin_instantiate(plugin, rate, features);
+    if (instance == nullptr)
+        return;
+    lilv_instance_connect_port(instance, LV2_PORT_EVENTS, events.data());
+    lilv_instance_connect_port(instance, LV2_PORT_NOTIFY, notifications.data());
+    for (uint32_t port = LV2_PORT_LATENCY; port < controls.size(); port++)
+        lilv_instance_connect_port(instance, port, &controls[port]);
+    lilv_instance_activate(instance);
+    lv2_atom_forge_init(&forge, &map);
+    start_events();
+}
+
+Lv2Host::~Lv2Host() {
+    if (instance != nullptr) {
+        lilv_instance_deactivate(instance);
+        lilv_instance_free(instance);
+    }
+    lilv_world_free(world);
+}
+
+void Lv2Host::start_events() {
+    lv2_atom_forge_set_buffer(&forge, reinterpret_cast<uint8_t*>(events.data()), EVENT_BYTES);
+    lv2_atom_forge_sequence_head(&forge, &sequence, 0);
+}
+
+void Lv2Host::add_midi(int64_t frame, const std::vector<uint8_t>& message) {
+    lv2_atom_forge_frame_time(&forge, frame);
+    lv2_atom_forge_atom(&forge, uint32_t(message.size()), number(LV2_MIDI__MidiEvent));
+    lv2_atom_forge_write(&forge, message.data(), uint32_t(message.size()));
+}
+
+void Lv2Host::add_program(int64_t frame, int32_t program) {
+    LV2_Atom_Forge_Frame object;
+    lv2_atom_forge_frame_time(&forge, frame);
+    lv2_atom_forge_object(&forge, &object, 0, number(LV2_PATCH__Set));
+    lv2_atom_forge_key(&forge, number(LV2_PATCH__property));
+    lv2_atom_forge_urid(&forge, number(TARQUIL_LV2_PROGRAM_URI));
+    lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
+    lv2_atom_forge_int(&forge, program);
+    lv2_atom_forge_pop(&forge, &object);
+}
+
+void Lv2Host::add_file(const std::string& path) {
+    LV2_Atom_Forge_Frame object;
+    lv2_atom_forge_frame_time(&forge, 0);
+    lv2_atom_forge_object(&forge, &object, 0, number(LV2_PATCH__Set));
+    lv2_atom_forge_key(&forge, number(LV2_PATCH__property));
+    lv2_atom_forge_urid(&forge, number(TARQUIL_LV2_FILE_URI));
+    lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
+    lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size()));
+    lv2_atom_forge_pop(&forge, &object);
+}
+
+void Lv2Host::run(uint32_t frames) {
+    lv2_atom_forge_pop(&forge, &sequence);
+    const size_t start = left.size();
+    left.resize(start + frames);
+    right.resize(start + frames);
+    lilv_instance_connect_port(instance, LV2_PORT_LEFT, left.data() + start);
+    lilv_instance_connect_port(instance, LV2_PORT_RIGHT, right.data() + start);
+    auto* const notify = reinterpret_cast<LV2_Atom_Sequence*>(notifications.data());
+    notify->atom.size = uint32_t(notifications.size() * 8 - sizeof(LV2_Atom));
+    notify->atom.type = number(LV2_ATOM__Chunk);
+    lilv_instance_run(instance, frames);
+    read_notifications();
+    start_events();
+    const auto* const interface = static_cast<const LV2_Worker_Interface*>(
+        lilv_instance_get_extension_data(instance, LV2_WORKER__interface));
+    for (const std::string& data : std::exchange(work, {}))
+        interface->work(lilv_instance_get_handle(instance), nullptr, nullptr, uint32_t(data.size()),
+                        data.data());
+}
+
+void Lv2Host::read_notifications() {
+    const auto* const notify = reinterpret_cast<const LV2_Atom_Sequence*>(notifications.data());
+    LV2_ATOM_SEQUENCE_FOREACH(notify, event) {
+        const auto* const object = reinterpret_cast<const LV2_Atom_Object*>(&event->body);
+        if (object->body.otype == number(LV2_STATE__StateChanged))
+            changes_told++;
+        const LV2_Atom* value = nullptr;
+        lv2_atom_object_get(object, number(LV2_PATCH__value), &value, 0);
+        if (value != nullptr && value->type == number(LV2_ATOM__Int))
+            program_told = reinterpret_cast<const LV2_Atom_Int*>(value)->body;
+    }
+}
+
+std::string Lv2Host::save() {
+    const auto port_value = [](const char* symbol, void* host, uint32_t* size,
+                               uint32_t* type) -> const void* {
+        Lv2Host& self = *static_cast<Lv2Host*>(host);
+        LilvNode* const name = lilv_new_string(self.world, symbol);
+        const LilvPort* const port = lilv_plugin_get_port_by_symbol(self.plugin, name);
+        lilv_node_free(name);
+        *size = sizeof(float);
+        *type = self.number(LV2_ATOM__Float);
+        return &self.controls[lilv_port_get_index(self.plugin, port)];
+    };
+    LilvState* const state =
+        lilv_state_new_from_instance(plugin, instance, &map, nullptr, nullptr, nullptr, nullptr,
+                                     port_value, this, LV2_STATE_IS_POD, nullptr);
+    const auto unmap = [](LV2_URID_Unmap_Handle host, LV2_URID wanted) -> const char* {
+        for (const auto& [name, id] : static_cast<Lv2Host*>(host)->numbers) {
+            if (id == wanted)
+                return name.c_str();
+        }
+        return nullptr;
+    };
+    LV2_URID_Unmap unmapper{this, unmap};
+    char* const text =
+        lilv_state_to_string(world, &map, &unmapper, state, "urn:tarquil:test-state", nullptr);
+    std::string saved = text;
+    lilv_free(text);
+    lilv_state_free(state);
+    return saved;
+}
+
+void Lv2Host::restore(const std::string& saved) {
+    LilvState* const state = lilv_state_new_from_string(world, &map, saved.c_str());
+    const auto set_port = [](const char* symbol, void* host, const void* value, uint32_t /*size*/,
+                             uint32_t /*type*/) {
+        Lv2Host& self = *static_cast<Lv2Host*>(host);
+        LilvNode* const name = lilv_new_string(self.world, symbol);
+        const LilvPort* const port = lilv_plugin_get_port_by_symbol(self.plugin, name);
+        lilv_node_free(name);
+        std::memcpy(&self.controls[lilv_port_get_index(self.plugin, port)], value, sizeof(float));
+    };
+    lilv_state_restore(state, instance, set_port, this, 0, features);
+    lilv_state_free(state);
+}
+
+std::string Lv2Host::saved_text() {
+    Text text{number(TARQUIL_LV2_STATE_URI), 0, ""};
+    const auto* const interface = static_cast<const LV2_State_Interface*>(
+        lilv_instance_get_extension_data(instance, LV2_STATE__interface));
+    interface->save(lilv_instance_get_handle(instance), store_text, &text, 0, features);
+    return text.value;
+}
+
+LV2_State_Status Lv2Host::restore_text(const std::string& value) {
+    Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), value};
+    const auto* const interface = static_cast<const LV2_State_Interface*>(
+        lilv_instance_get_extension_data(instance, LV2_STATE__interface));
+    return interface->restore(lilv_instance_get_handle(instance), retrieve_text, &text, 0,
+                              features);
+}
+
+} // namespace tarquil

@@ -1,0 +1,90 @@
+// A small LV2 host: the plug-in as lilv finds it, with all its ports.
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <lilv/lilv.h>
+#include <lv2/atom/forge.h>
+#include <lv2/state/state.h>
+#include <lv2/urid/urid.h>
+#include <lv2/worker/worker.h>
+
+#include "formats/lv2/port_table.h"
+
+namespace tarquil {
+
+class Lv2Host {
+  public:
+    explicit Lv2Host(double rate);
+    Lv2Host(const Lv2Host&) = delete;
+    Lv2Host& operator=(const Lv2Host&) = delete;
+    ~Lv2Host();
+
+    [[nodiscard]] bool is_loaded() const { return instance != nullptr; }
+    LV2_URID number(const char* name);
+
+    // Messages of the next block.
+    void add_midi(int64_t frame, const std::vector<uint8_t>& message);
+    void add_program(int64_t frame, int32_t program);
+    void add_file(const std::string& path);
+
+    // Adds a block to `left` and `right`.
+    void run(uint32_t frames);
+    void run(uint32_t frames, uint32_t block) {
+        for (; frames > block; frames -= block)
+            run(block);
+        run(frames);
+    }
+
+    float& control(unsigned number) { return controls[lv2_port_of(number)]; }
+    [[nodiscard]] float latency() const { return controls[LV2_PORT_LATENCY]; }
+    // The program that the plug-in told last, -1 for none; and how often that its state changed.
+    [[nodiscard]] int told_program() const { return program_told; }
+    [[nodiscard]] int told_changes() const { return changes_told; }
+
+    // The plug-in's state as a host keeps it, with the ports' values.
+    std::string save();
+    // False when the plug-in refuses it.
+    void restore(const std::string& state);
+    // What the state holds under the plug-in's own key.
+    std::string saved_text();
+    // Hands that in as it is; the plug-in's answer.
+    LV2_State_Status restore_text(const std::string& text);
+
+    LilvInstance* get_instance() { return instance; }
+    std::vector<float> left;
+    std::vector<float> right;
+
+  private:
+    static LV2_URID map_name(LV2_URID_Map_Handle handle, const char* name);
+    static LV2_Worker_Status schedule(LV2_Worker_Schedule_Handle handle, uint32_t size,
+                                      const void* data);
+    void read_notifications();
+    void start_events();
+
+    std::map<std::string, LV2_URID> numbers;
+    LV2_URID_Map map{this, map_name};
+    LV2_Worker_Schedule worker{this, schedule};
+    LV2_Feature map_feature{LV2_URID__map, &map};
+    LV2_Feature worker_feature{LV2_WORKER__schedule, &worker};
+    const LV2_Feature* features[3] = {&map_feature, &worker_feature, nullptr};
+
+    LilvWorld* world = nullptr;
+    const LilvPlugin* plugin = nullptr;
+    LilvInstance* instance = nullptr;
+    std::vector<float> controls;
+    std::vector<uint64_t> events;
+    std::vector<uint64_t> notifications;
+    LV2_Atom_Forge forge{};
+    LV2_Atom_Forge_Frame sequence{};
+    std::vector<std::string> work;
+    int program_told = -1;
+    int changes_told = 0;
+};
+
+} // namespace tarquil
