@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <array>
 
-#include "midi/midi_message.h"
-
 #include "instrument/checked_load.h"
 #include "instrument/state_text.h"
 #include "midi/midi_message.h"

@@ -35,7 +35,7 @@ editor/pictures:       SHOWN editor
 frame:                 common player editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player editor frame
-formats:               common softsynth/parameters instrument player editor frame
+formats:               common softsynth/parameters instrument midi player editor frame
 standalone:            common softsynth/parameters instrument player editor frame
 tools:                 ALL
 sounds:                tools
