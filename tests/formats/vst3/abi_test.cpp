@@ -9,13 +9,13 @@
 
 #include <gtest/gtest.h>
 
-#include "travesty/audio_processor.h"
-#include "travesty/component.h"
-#include "travesty/edit_controller.h"
-#include "travesty/events.h"
-#include "travesty/factory.h"
-#include "travesty/unit.h"
-#include "travesty/view.h"
+#include <travesty/audio_processor.h>
+#include <travesty/component.h>
+#include <travesty/edit_controller.h>
+#include <travesty/events.h>
+#include <travesty/factory.h>
+#include <travesty/unit.h>
+#include <travesty/view.h>
 
 namespace tarquil::vst3 {
 namespace {
