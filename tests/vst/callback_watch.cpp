@@ -100,6 +100,7 @@ void __libc_free(void* memory);
     using Function = int (*)(pthread_mutex_t*);
     static const auto original = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
     if (counts != nullptr) {
+        counts->all_locks++;
         if (known_mutex == nullptr)
             known_mutex = mutex;
         if (mutex != known_mutex)

@@ -1,4 +1,4 @@
 #!/bin/sh
-# The module exports its two entry points and nothing else.
+# A module exports its entry points and nothing else: check_exports.sh MODULE "NAME ..."
 names=$(nm -D --defined-only "$1" | awk '{ print $3 }' | LC_ALL=C sort | xargs)
-[ "$names" = "VSTPluginMain main" ] || { echo "exported: $names" >&2; exit 1; }
+[ "$names" = "$2" ] || { echo "exported: $names" >&2; exit 1; }

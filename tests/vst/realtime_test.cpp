@@ -14,28 +14,6 @@
 
 namespace tarquil {
 
-#if defined(__has_feature)
-#if __has_feature(realtime_sanitizer)
-#define REALTIME_SANITIZER
-#endif
-#endif
-
-#ifdef REALTIME_SANITIZER
-#define CALLED_IN_REAL_TIME [[clang::nonblocking]]
-// The sanitizer ends the program at the first wrong call, and needs no other watch.
-CallbackWatch::CallbackWatch(CallbackCounts& counts) : target(counts), faults_before(0) {
-    target.locks = 0;
-}
-CallbackWatch::~CallbackWatch() {
-    target.page_faults += int(faults_before);
-}
-bool run_without_system_calls(const std::function<void()>& /*work*/) {
-    return false;
-}
-#else
-#define CALLED_IN_REAL_TIME
-#endif
-
 namespace {
 
 void set_by_name(PluginHost& host, const std::string& name, int byte) {
