@@ -15,6 +15,9 @@ namespace tarquil::vst3 {
 // For the audio thread; fixed memory.
 class Input {
   public:
+    // The next block is the first after an activation.
+    void start() { is_first = true; }
+
     // Hands all of it to the player, which is within a block.
     void play(HostedPlayer& hosted, ProcessData& data);
 
@@ -33,6 +36,8 @@ class Input {
 
     void add(HostedPlayer& hosted, ProcessData& data, const Item& item);
     void play_items(HostedPlayer& hosted, ProcessData& data);
+
+    bool is_first = true;
 
     std::array<Item, CAPACITY> items;
     uint32_t num_items = 0;

@@ -140,7 +140,8 @@ void get_parameter_info(int32_t index, ParameterInfo& info) {
     info.id = control.id;
     put_text(info.title, control.name);
     put_text(info.short_title, control.name);
-    info.step_count = control.last - control.first;
+    // Hosts draw what has steps as a list.
+    info.step_count = control.is_list ? control.last - control.first : 0;
     info.default_value = normalized(control, control.default_value);
     info.unit = unit_of(control);
     info.flags = flags_of(control);

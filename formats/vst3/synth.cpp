@@ -101,6 +101,7 @@ Result Synth::activate_bus(int32_t media_type, int32_t direction, int32_t index,
 }
 
 Result Synth::set_active(Bool state) {
+    input->start();
     if (state != 0)
         return hosted.activate(rate) ? OK : NO;
     hosted.reset();

@@ -1,8 +1,6 @@
-# Ardour: scan, a session with the plug-in on a MIDI track, automation, export, reload.
-# Sourced by run.sh, which gives `work`, `plugin`, `here` and the functions.
-
-session=$work/session
-export TARQUIL_SESSION=$session
+# Ardour: scan, a session with the plug-in on a MIDI track, automation, export, reload; in each
+# format that it has.
+# Sourced by run.sh, which gives `work`, `plugin`, `vst3`, `lv2`, `here` and the functions.
 
 # Ardour's own programs need its libraries.
 in_ardour() {
@@ -47,33 +45,51 @@ export_session() {
 samples() { tail -c +89 "$1"; }
 
 # The plug-in's state in a session's file.
+# As VST 2 has it.
 state() { sed -n 's|.*<chunk program="[0-9]*">\(.*\)</chunk>.*|\1|p' "$session/$1.ardour" | base64 -d; }
+
+# try_format FORMAT PARAMETERS FIRST: Ardour's name for the format, and how many parameters it sees, ours
+# from FIRST on.
+try_format() {
+    local panning=$(($3 + 1)) peak
+    session=$work/$1/session
+    mkdir "$work/$1"
+    export TARQUIL_SESSION=$session TARQUIL_FORMAT=$1 TARQUIL_PARAMETERS=$2 TARQUIL_FIRST=$3
+    run_script ardour_make.lua
+    expect "Ardour loads it as an instrument, sets and automates parameters" \
+        grep "^$2 parameters" <<<"$seen"
+    [ "$1" != LXVST ] ||
+        expect "Ardour saves its state" test -s "$session/first.ardour" -a -n "$(state first | head -c 1)"
+
+    add_song || failed "the song goes onto the MIDI track" "$session/first.ardour is not as expected"
+    export_session first "$work/first.wav" || failed "Ardour plays the MIDI track" "$seen"
+    peak=$(samples "$work/first.wav" | od -An -v -t f4 -w4 |
+        awk '{ if ($1 < 0) $1 = -$1; if ($1 > peak) peak = $1 } END { printf "%.4f", peak }')
+    expect "Ardour plays the MIDI track: peak $peak" awk "BEGIN { exit !($peak > 0.01) }"
+
+    sed "s|\(automation-id=\"parameter-$panning\".*\)state=\"Play\"|\1state=\"Off\"|" "$session/first.ardour" \
+        >"$session/still.ardour"
+    export_session still "$work/still.wav" || failed "Ardour exports without automation" "$seen"
+    ! cmp -s <(samples "$work/first.wav") <(samples "$work/still.wav") ||
+        failed "the automated panning is heard" "the same samples without it"
+    ok "the automated panning is heard"
+
+    run_script ardour_reload.lua
+    [ -s "$session/second.ardour" ] || failed "Ardour opens the session again" "$seen"
+    ok "Ardour opens the session again: parameters as set"
+    [ "$1" != LXVST ] ||
+        expect "the same state: $(state first | wc -c) bytes" cmp <(state first) <(state second)
+    export_session second "$work/second.wav" || failed "Ardour plays the session again" "$seen"
+    expect "the same sound: $(samples "$work/first.wav" | wc -c) bytes of samples" \
+        cmp <(samples "$work/first.wav") <(samples "$work/second.wav")
+}
 
 run in_ardour /usr/lib/ardour7/ardour-vst-scanner -f "$plugin"
 expect "Ardour scans the plug-in" grep -o "Found Plugin: .*Tarquil" <<<"$seen"
+try_format LXVST 173 0
 
-run_script ardour_make.lua
-expect "Ardour loads it as an instrument, sets and automates parameters" \
-    grep '^173 parameters' <<<"$seen"
-expect "Ardour saves its state" test -s "$session/first.ardour" -a -n "$(state first | head -c 1)"
+run in_ardour /usr/lib/ardour7/ardour-vst3-scanner -f "$vst3"
+expect "Ardour scans the VST 3 plug-in" grep -o "Found Plugin: .*Tarquil" <<<"$seen"
+try_format VST3 794 0
 
-add_song || failed "the song goes onto the MIDI track" "$session/first.ardour is not as expected"
-export_session first "$work/first.wav" || failed "Ardour plays the MIDI track" "$seen"
-peak=$(samples "$work/first.wav" | od -An -v -t f4 -w4 |
-    awk '{ if ($1 < 0) $1 = -$1; if ($1 > peak) peak = $1 } END { printf "%.4f", peak }')
-expect "Ardour plays the MIDI track: peak $peak" awk "BEGIN { exit !($peak > 0.01) }"
-
-sed 's|\(automation-id="parameter-1".*\)state="Play"|\1state="Off"|' "$session/first.ardour" \
-    >"$session/still.ardour"
-export_session still "$work/still.wav" || failed "Ardour exports without automation" "$seen"
-! cmp -s <(samples "$work/first.wav") <(samples "$work/still.wav") ||
-    failed "the automated panning is heard" "the same samples without it"
-ok "the automated panning is heard"
-
-run_script ardour_reload.lua
-[ -s "$session/second.ardour" ] || failed "Ardour opens the session again" "$seen"
-ok "Ardour opens the session again: parameters as set"
-expect "the same state: $(state first | wc -c) bytes" cmp <(state first) <(state second)
-export_session second "$work/second.wav" || failed "Ardour plays the session again" "$seen"
-expect "the same sound: $(samples "$work/first.wav" | wc -c) bytes of samples" \
-    cmp <(samples "$work/first.wav") <(samples "$work/second.wav")
+try_format LV2 175 5

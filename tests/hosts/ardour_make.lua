@@ -3,7 +3,10 @@
 
 local FOLDER = os.getenv("TARQUIL_SESSION")
 local SETTLE = "sleep 1" -- a track that is made at once meets ports that are not ready
-local PANNING, MIX, VOLUME3 = 1, 32, 33
+local FORMAT = os.getenv("TARQUIL_FORMAT")
+local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
+local PANNING, MIX, VOLUME3 = FIRST + 1, FIRST + 32, FIRST + 33
+local VALUES = {[MIX] = 100 / 127, [VOLUME3] = FORMAT == "LV2" and -20 or 30 / 127}
 local SECONDS, RATE = 4, 44100
 
 local function check(is_right, problem)
@@ -19,9 +22,9 @@ os.execute("rm -rf '" .. FOLDER .. "'") -- of an attempt before
 check(create_session(FOLDER, "first", RATE), "no session can be made")
 os.execute(SETTLE)
 
-local info = ARDOUR.LuaAPI.new_plugin_info("Tarquil", ARDOUR.PluginType.LXVST)
+local info = ARDOUR.LuaAPI.new_plugin_info("Tarquil", ARDOUR.PluginType[FORMAT])
 check(not info:isnil(), "Tarquil is not among the plug-ins")
-check(info.category == "Instrument", "its category is " .. info.category)
+check(info.category:find("Instrument"), "its category is " .. info.category)
 local midi = ARDOUR.ChanCount(ARDOUR.DataType("midi"), 1)
 local stereo = ARDOUR.ChanCount(ARDOUR.DataType("audio"), 2)
 local tracks = Session:new_midi_track(midi, stereo, true, info, ARDOUR.PresetRecord(), nil, 1, "synth",
@@ -31,7 +34,7 @@ check(not plugin:isnil(), "it was not loaded onto the track")
 local insert = plugin:to_insert()
 check(insert:is_instrument(), "the track does not take it for an instrument")
 local count = insert:plugin(0):parameter_count()
-check(count == 173, "it has " .. count .. " parameters")
+check(count == tonumber(os.getenv("TARQUIL_PARAMETERS")), "it has " .. count .. " parameters")
 print(count .. " parameters")
 
 -- On a busy machine Ardour itself now and then leaves a new track unconnected.
@@ -44,10 +47,10 @@ for side = 0, 1 do
     check(output:connected_to(input), "the track is not connected to the master")
 end
 
-for parameter, byte in pairs({[MIX] = 100, [VOLUME3] = 30}) do
-    ARDOUR.LuaAPI.set_processor_param(plugin, parameter, byte / 127)
+for parameter, wanted in pairs(VALUES) do
+    ARDOUR.LuaAPI.set_processor_param(plugin, parameter, wanted)
     local value = ARDOUR.LuaAPI.get_processor_param(plugin, parameter)
-    check(math.abs(value - byte / 127) < 1e-6, "parameter " .. parameter .. " reads " .. value)
+    check(math.abs(value - wanted) < 1e-6, "parameter " .. parameter .. " reads " .. value)
 end
 
 local _, events = ARDOUR.LuaAPI.plugin_automation(plugin, PANNING)

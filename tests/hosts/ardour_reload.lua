@@ -1,6 +1,8 @@
 -- Opens the session of ardour_make.lua again, looks at the parameters and saves it as "second".
 
-local MIX, VOLUME3 = 32, 33
+local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
+local MIX, VOLUME3 = FIRST + 32, FIRST + 33
+local VALUES = {[MIX] = 100 / 127, [VOLUME3] = os.getenv("TARQUIL_FORMAT") == "LV2" and -20 or 30 / 127}
 
 local function check(is_right, problem)
     if not is_right then
@@ -13,9 +15,9 @@ check(load_session(os.getenv("TARQUIL_SESSION"), "first"), "the session does not
 os.execute("sleep 1")
 local plugin = Session:route_by_name("synth"):nth_plugin(0)
 check(not plugin:isnil(), "the plug-in is not there")
-for parameter, byte in pairs({[MIX] = 100, [VOLUME3] = 30}) do
+for parameter, wanted in pairs(VALUES) do
     local value = ARDOUR.LuaAPI.get_processor_param(plugin, parameter)
-    check(math.abs(value - byte / 127) < 1e-6, "parameter " .. parameter .. " reads " .. value)
+    check(math.abs(value - wanted) < 1e-6, "parameter " .. parameter .. " reads " .. value)
 end
 Session:save_state("second", false, false, false, false, false)
 close_session()

@@ -180,6 +180,20 @@ TEST(Vst3, WhatIsShownIsNeverWhatSounds) {
     EXPECT_NEAR(host.controller->get_normalized(CTRL_PANNING), 0.75, 1.0 / 127);
 }
 
+TEST(Vst3, EveryParameterSentAtTheStartIsNoMessage) {
+    const auto play = [](bool is_dumped) {
+        Vst3Host host(RATE);
+        host.add_message(10, 0x90, 60, 100);
+        for (int32_t i = 0; is_dumped && i < host.controller->get_parameter_count(); i++) {
+            ParameterInfo info{};
+            host.controller->get_parameter_info(i, &info);
+            host.changes.add(info.id, 0, host.controller->get_normalized(info.id));
+        }
+        return host.run(4096);
+    };
+    EXPECT_EQ(play(true), play(false));
+}
+
 TEST(Vst3, StatesInPiecesOfAnySizeAndGarbage) {
     Vst3Host host(RATE);
     host.changes.add(CTRL_PANNING, 0, 0.25);
