@@ -36,6 +36,17 @@ void* Controller::find(const uint8_t* id) {
     return nullptr;
 }
 
+void Controller::settle() {
+    for (const auto& [id, set] : shown) {
+        const HostControl& control = *find_host_control(id);
+        const int value = get_control(hosted.player(), control);
+        const auto wanted = value_of(control, set.value);
+        if (set.player_value == value && wanted && *wanted != value)
+            set_control(hosted.player(), control, *wanted);
+    }
+    shown.clear();
+}
+
 Result Controller::initialize(Unknown* /*host*/) {
     return OK;
 }

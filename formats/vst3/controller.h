@@ -23,6 +23,10 @@ class Controller final : public EditController,
   public:
     Controller(Unknown& whole, HostedPlayer& player) : owner(whole), hosted(player) {}
 
+    // Gives the player what the host has set and no block has brought yet: a state that is saved
+    // now has it.
+    void settle();
+
     // Null when it has no such interface.
     void* find(const uint8_t* id);
 
@@ -48,7 +52,7 @@ class Controller final : public EditController,
     double plain_to_normalized(ParameterId id, double value) override;
     // What the host has set last, until the player has another value.
     double get_normalized(ParameterId id) override;
-    // For showing alone: what sounds comes with the blocks.
+    // For showing: what sounds comes with the blocks.
     Result set_normalized(ParameterId id, double value) override;
     Result set_component_handler(ComponentHandler* handler) override;
     View* create_view(const char* name) override;

@@ -96,9 +96,9 @@ void Input::play(HostedPlayer& hosted, ProcessData& data) {
     num_items = 0;
     const int32_t num_changes =
         data.input_changes != nullptr ? data.input_changes->get_parameter_count() : 0;
-    // At the start some hosts send every parameter as it was saved.  What stands for messages is no
-    // state, and would silence every channel.
-    const bool is_dump = std::exchange(is_first, false) && num_changes >= num_parameters();
+    // At the start some hosts send all parameters as they were saved.  What stands for messages is
+    // no state, and would silence every channel.
+    const bool is_dump = std::exchange(is_first, false) && num_changes >= num_midi_parameters();
     for (int32_t i = 0; i < num_changes; i++) {
         ParameterPoints* const points = data.input_changes->get_parameter_data(i);
         const int32_t num_points = points != nullptr ? points->get_point_count() : 0;

@@ -125,8 +125,12 @@ std::optional<ParameterId> midi_parameter_id(unsigned channel, unsigned number) 
     return FIRST_MIDI_ID + channel * IDS_PER_CHANNEL + number;
 }
 
+int32_t num_midi_parameters() {
+    return int32_t(NUM_CHANNELS * std::size(MAPPED));
+}
+
 int32_t num_parameters() {
-    return int32_t(host_controls().size() + NUM_CHANNELS * std::size(MAPPED));
+    return int32_t(host_controls().size()) + num_midi_parameters();
 }
 
 void get_parameter_info(int32_t index, ParameterInfo& info) {

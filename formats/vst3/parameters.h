@@ -22,6 +22,7 @@ std::optional<MidiParameter> find_midi_parameter(ParameterId id);
 std::optional<ParameterId> midi_parameter_id(unsigned channel, unsigned number);
 
 int32_t num_parameters();
+int32_t num_midi_parameters(); // the hidden ones
 // Index 0 up to that; texts of the player are not asked for.
 void get_parameter_info(int32_t index, ParameterInfo& info);
 

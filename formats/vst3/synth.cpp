@@ -123,6 +123,7 @@ Result Synth::set_state(Stream* stream) {
 Result Synth::get_state(Stream* stream) {
     if (stream == nullptr)
         return BAD_ARGUMENT;
+    controller.settle();
     std::string text = hosted.save_state();
     for (size_t written = 0; written < text.size();) {
         int32_t count = 0;

@@ -6,7 +6,13 @@ local SETTLE = "sleep 1" -- a track that is made at once meets ports that are no
 local FORMAT = os.getenv("TARQUIL_FORMAT")
 local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
 local PANNING, MIX, VOLUME3 = FIRST + 1, FIRST + 32, FIRST + 33
-local VALUES = {[MIX] = 100 / 127, [VOLUME3] = FORMAT == "LV2" and -20 or 30 / 127}
+-- In the format's own numbers.
+local VALUES = ({
+    LXVST = {[MIX] = 100 / 127, [VOLUME3] = 30 / 127},
+    VST3 = {[MIX] = 100, [VOLUME3] = 30},
+    LV2 = {[MIX] = 100 / 127, [VOLUME3] = -20},
+})[FORMAT]
+local LAST = FORMAT == "VST3" and 127 or 1 -- of the panning
 local SECONDS, RATE = 4, 44100
 
 local function check(is_right, problem)
@@ -57,7 +63,7 @@ local _, events = ARDOUR.LuaAPI.plugin_automation(plugin, PANNING)
 -- From where it is, so that the state at the song's start is the one that is saved.
 local start = ARDOUR.LuaAPI.get_processor_param(plugin, PANNING)
 for i = 0, SECONDS do
-    events:add(Temporal.timepos_t(i * RATE), start + (1 - start) * i / SECONDS, false, true)
+    events:add(Temporal.timepos_t(i * RATE), start + (LAST - start) * i / SECONDS, false, true)
 end
 local parameter = Evoral.Parameter(ARDOUR.AutomationType.PluginAutomation, 0, PANNING)
 local control = plugin:to_automatable():automation_control(parameter, false)

@@ -1,8 +1,13 @@
 -- Opens the session of ardour_make.lua again, looks at the parameters and saves it as "second".
 
+local FORMAT = os.getenv("TARQUIL_FORMAT")
 local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
 local MIX, VOLUME3 = FIRST + 32, FIRST + 33
-local VALUES = {[MIX] = 100 / 127, [VOLUME3] = os.getenv("TARQUIL_FORMAT") == "LV2" and -20 or 30 / 127}
+local VALUES = ({
+    LXVST = {[MIX] = 100 / 127, [VOLUME3] = 30 / 127},
+    VST3 = {[MIX] = 100, [VOLUME3] = 30},
+    LV2 = {[MIX] = 100 / 127, [VOLUME3] = -20},
+})[FORMAT]
 
 local function check(is_right, problem)
     if not is_right then
