@@ -4,8 +4,9 @@
 local FOLDER = os.getenv("TARQUIL_SESSION")
 local SETTLE = "sleep 1" -- a track that is made at once meets ports that are not ready
 local FORMAT = os.getenv("TARQUIL_FORMAT")
-local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
-local PANNING, MIX, VOLUME3 = FIRST + 1, FIRST + 32, FIRST + 33
+local FIRST = tonumber(os.getenv("TARQUIL_FIRST")) -- port of ours
+local SHIFT = FORMAT == "LV2" and 1 or 0 -- the latency is a control as well
+local PANNING, MIX, VOLUME3 = 1 + SHIFT, 32 + SHIFT, 33 + SHIFT
 -- In the format's own numbers.
 local VALUES = ({
     LXVST = {[MIX] = 100 / 127, [VOLUME3] = 30 / 127},
@@ -65,7 +66,7 @@ local start = ARDOUR.LuaAPI.get_processor_param(plugin, PANNING)
 for i = 0, SECONDS do
     events:add(Temporal.timepos_t(i * RATE), start + (LAST - start) * i / SECONDS, false, true)
 end
-local parameter = Evoral.Parameter(ARDOUR.AutomationType.PluginAutomation, 0, PANNING)
+local parameter = Evoral.Parameter(ARDOUR.AutomationType.PluginAutomation, 0, FIRST + 1)
 local control = plugin:to_automatable():automation_control(parameter, false)
 check(not control:isnil(), "the panning can not be automated")
 control:set_automation_state(ARDOUR.AutoState.Play)

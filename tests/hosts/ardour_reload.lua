@@ -1,8 +1,8 @@
 -- Opens the session of ardour_make.lua again, looks at the parameters and saves it as "second".
 
 local FORMAT = os.getenv("TARQUIL_FORMAT")
-local FIRST = tonumber(os.getenv("TARQUIL_FIRST"))
-local MIX, VOLUME3 = FIRST + 32, FIRST + 33
+local SHIFT = FORMAT == "LV2" and 1 or 0 -- the latency is a control as well
+local MIX, VOLUME3 = 32 + SHIFT, 33 + SHIFT
 local VALUES = ({
     LXVST = {[MIX] = 100 / 127, [VOLUME3] = 30 / 127},
     VST3 = {[MIX] = 100, [VOLUME3] = 30},
