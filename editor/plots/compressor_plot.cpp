@@ -89,6 +89,7 @@ void CrossoverPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state)
 bool CrossoverPlot::press(UiHost& host, const Pointer& pointer) {
     EditorModel& model = host.get_model();
     std::vector<Point> places; // beside the pointer
+    places.reserve(NUM_CROSSOVERS);
     for (int i = 0; i < NUM_CROSSOVERS; i++)
         places.push_back({place(model.get_state().bytes, i), pointer.at.y});
     const int nearest = nearest_place(places, pointer.at, REACH);

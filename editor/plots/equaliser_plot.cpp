@@ -47,6 +47,7 @@ Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const 
 
 int EqualiserPlot::node_at(const ControllerBytes& bytes, Point at) const {
     std::vector<Point> places;
+    places.reserve(size_t(num_filters));
     for (int i = 0; i < num_filters; i++)
         places.push_back(bytes[rows_of(i).type] == FILTER_NONE ? NOWHERE : node_point(bytes, i));
     return nearest_place(places, at, REACH);

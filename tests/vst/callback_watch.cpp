@@ -65,11 +65,13 @@ bool forbid_system_calls() {
 
 extern "C" {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the C library's own names
 void* __libc_malloc(size_t size);
 void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* memory, size_t size);
 void* __libc_memalign(size_t alignment, size_t size);
 void __libc_free(void* memory);
+// NOLINTEND(bugprone-reserved-identifier)
 
 [[gnu::visibility("default")]] void* malloc(size_t size) {
     count_allocation();

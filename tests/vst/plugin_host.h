@@ -70,7 +70,7 @@ class PluginHost {
     Batch take_events() {
         Batch batch;
         batch.queued.swap(queued);
-        const size_t size = sizeof(VstEvents) + batch.queued.size() * sizeof(VstEvent*);
+        const size_t size = sizeof(VstEvents) + batch.queued.size() * sizeof(void*);
         batch.memory.resize(size / sizeof(intptr_t) + 1);
         batch.events = new (batch.memory.data()) VstEvents;
         batch.events->numEvents = int32_t(batch.queued.size());
@@ -103,7 +103,7 @@ class PluginHost {
             const std::vector<float> planes = block(count);
             for (int32_t i = 0; i < count; i++) {
                 sound.push_back(planes[size_t(i)]);
-                sound.push_back(planes[size_t(count + i)]);
+                sound.push_back(planes[size_t(count) + size_t(i)]);
             }
         }
         return sound;

@@ -111,6 +111,7 @@ class EditedPlugin {
             screen.destroy(parent);
     }
 
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how the interface takes a window's number
     bool open() { return host.call(effEditOpen, 0, 0, reinterpret_cast<void*>(parent)) != 0; }
     void close() { host.call(effEditClose); }
     void idle(int times) {
@@ -218,10 +219,10 @@ int main(int argc, char** argv) {
     using namespace tarquil;
     const std::string mode = argc > 1 ? argv[1] : "";
     if (mode == "cycles" && argc == 3)
-        return run_cycles(std::atoi(argv[2]));
+        return run_cycles(int(std::strtol(argv[2], nullptr, 10)));
     if (mode == "three")
         return run_three();
     if (mode == "play" && argc == 3)
-        return run_for_a_user(std::atoi(argv[2]));
+        return run_for_a_user(int(std::strtol(argv[2], nullptr, 10)));
     return fail("usage: window_host cycles N | three | play SECONDS");
 }

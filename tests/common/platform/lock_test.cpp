@@ -17,6 +17,7 @@ namespace {
 // where a plain mutex has 1 or 2.  It is what a mutex begins with.
 uint32_t futex_word(const Lock& lock) {
     uint32_t word = 0;
+    // NOLINTNEXTLINE(bugprone-undefined-memory-manipulation): looks at the kernel's side of it
     std::memcpy(&word, &lock, sizeof(word));
     return word;
 }

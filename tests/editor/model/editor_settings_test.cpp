@@ -17,7 +17,7 @@ TEST(EditorSettings, ComeBackAndSurviveADamagedFile) {
     const TempDirectory directory;
     const std::string path = directory.path("new/editor.conf");
     EXPECT_EQ(load_editor_settings(path).scale, 1.0);
-    ASSERT_TRUE(save_editor_settings(path, {1.5, "/home/me/my sounds"}));
+    ASSERT_TRUE(save_editor_settings(path, {1.5, true, "/home/me/my sounds"}));
     EXPECT_EQ(load_editor_settings(path).scale, 1.5);
     EXPECT_EQ(load_editor_settings(path).folder, "/home/me/my sounds");
     for (const char* text : {"scale = 77\n", "scale = 3.01\n", "scale = 0.74\n", "scale = nan\n",
@@ -26,7 +26,7 @@ TEST(EditorSettings, ComeBackAndSurviveADamagedFile) {
         EXPECT_EQ(load_editor_settings(path).scale, 1.0) << text;
     }
     for (const double scale : {EditorSettings::MIN_SCALE, EditorSettings::MAX_SCALE}) {
-        ASSERT_TRUE(save_editor_settings(path, {scale, ""}));
+        ASSERT_TRUE(save_editor_settings(path, {scale, true, ""}));
         EXPECT_EQ(load_editor_settings(path).scale, scale);
     }
     EXPECT_FALSE(save_editor_settings("", {}));
@@ -36,7 +36,7 @@ TEST(EditorSettings, AFolderThatTheFileCannotHoldIsForgotten) {
     const TempDirectory directory;
     const std::string path = directory.path("editor.conf");
     for (const char* folder : {"", "/sounds #1", "/two\nlines"}) {
-        ASSERT_TRUE(save_editor_settings(path, {1.5, folder}));
+        ASSERT_TRUE(save_editor_settings(path, {1.5, true, folder}));
         EXPECT_EQ(load_editor_settings(path).folder, "");
         EXPECT_EQ(load_editor_settings(path).scale, 1.5);
     }

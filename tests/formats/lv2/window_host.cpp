@@ -69,6 +69,7 @@ int run(int seconds) {
     if (descriptor_of(1) != nullptr)
         return fail("more windows than one");
     LV2UI_Resize resizer{&shown, resize};
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): how the interface takes a window's number
     const LV2_Feature parent_feature{LV2_UI__parent, reinterpret_cast<void*>(parent)};
     const LV2_Feature resize_feature{LV2_UI__resize, &resizer};
     const LV2_Feature access{LV2_INSTANCE_ACCESS_URI,
@@ -126,5 +127,5 @@ int run(int seconds) {
 } // namespace tarquil
 
 int main(int argc, char** argv) {
-    return tarquil::run(argc > 1 ? std::atoi(argv[1]) : 1);
+    return tarquil::run(argc > 1 ? int(std::strtol(argv[1], nullptr, 10)) : 1);
 }

@@ -110,7 +110,8 @@ Result Vst3Host::setup(double rate) {
     component->activate_bus(AUDIO, OUTPUT, 0, 1);
     component->activate_bus(EVENT, INPUT, 0, 1);
     component->set_active(1);
-    return processor->set_processing(1) == NOT_IMPLEMENTED ? OK : OK;
+    processor->set_processing(1); // answers nothing of use
+    return OK;
 }
 
 Result Vst3Host::run(float* left, float* right, int32_t frames) {

@@ -80,7 +80,7 @@ TEST_F(GmControllers, BendRangeComesFromItsParameter) {
 TEST_F(GmControllers, DataAndLsbsWithoutAParameterTouchNothing) {
     note_on(60);
     const ControllerBytes before = model.channels[0][0].bytes;
-    for (const unsigned number : {6, 38, 32, 33, 39, 42, 43, 63, 98, 99, 94, 102, 110, 119, 122})
+    for (const int number : {6, 38, 32, 33, 39, 42, 43, 63, 98, 99, 94, 102, 110, 119, 122})
         control(uint8_t(number), 3);
     control(6, 9); // behind an NRPN that is not known
     wait(0.01);
@@ -237,7 +237,7 @@ TEST_F(GmControllers, AHostsStopRewritesNoSound) {
     wait(0.1);
     const auto before = model.channels;
     for (unsigned channel = 0; channel < 16; channel++)
-        for (const unsigned number : {64, 123, 121})
+        for (const int number : {64, 123, 121})
             control(uint8_t(number), 0, channel);
     wait(0.1);
     for (unsigned channel = 0; channel < 16; channel++)

@@ -126,7 +126,7 @@ TEST_P(RandomMessages, KeepTheRules) {
     // Pedals up and all notes off end every note; drums end by themselves.
     uint32_t time = song.back().time;
     for (unsigned channel = 0; channel < 16; channel++) {
-        for (const unsigned controller : {64, 66, 123}) {
+        for (const int controller : {64, 66, 123}) {
             const uint8_t message[] = {uint8_t(0xB0U | channel), uint8_t(controller), 0};
             dialect.translate(time, message, whole);
         }

@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <random>
 #include <vector>
 
@@ -23,7 +26,7 @@ inline std::vector<float> filter_input(std::mt19937& random, uint32_t size) {
 inline bool same_samples(const float* a, const float* b, size_t count) {
     for (size_t i = 0; i < count; i++) {
         if (!(std::isnan(a[i]) && std::isnan(b[i])) &&
-            std::memcmp(a + i, b + i, sizeof(float)) != 0)
+            std::bit_cast<uint32_t>(a[i]) != std::bit_cast<uint32_t>(b[i]))
             return false;
     }
     return true;

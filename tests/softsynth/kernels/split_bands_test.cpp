@@ -24,6 +24,7 @@ TEST(SplitBands, EveryKernelGivesTheSameBits) {
                 crossover.sections[3].z2[1] = 0x1p-140F;
                 kernels.split_bands(crossover, low.data(), low.data() + 2 * frames, frames);
                 const auto* memory = crossover.sections[0].z1;
+                // NOLINTNEXTLINE(bugprone-sizeof-expression): the sections are nothing but floats
                 low.insert(low.end(), memory, memory + sizeof crossover.sections / (sizeof(float)));
                 return low;
             };

@@ -28,7 +28,7 @@ TEST(SpeechFrame, AnyBytesAreLinesThatKeepTheirDistance) {
         const unsigned lowest = random() % 256;
         SpeechFrameBytes bytes{};
         for (uint8_t& byte : bytes)
-            byte = uint8_t(lowest + random() % (1 + round % 20));
+            byte = uint8_t(lowest + random() % unsigned(1 + round % 20));
         const SpeechFrame frame = unpack_frame(bytes);
         for (size_t i = 1; i < LPC_ORDER; i++)
             ASSERT_GE(frame.lines[i] - frame.lines[i - 1], MIN_LINE_DISTANCE) << "round " << round;

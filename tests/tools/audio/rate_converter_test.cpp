@@ -34,7 +34,7 @@ std::vector<float> convert_sine(double frequency_hz, int rate, size_t piece) {
 TEST(RateConverter, KeepsPitchLevelAndLength) {
     for (const int rate : {22050, 48000, 96000}) {
         const std::vector<float> output = convert_sine(1000.0, rate, 256);
-        ASSERT_NEAR(double(output.size() / 2), double(rate), 1.0) << rate;
+        ASSERT_NEAR(double(output.size()) / 2, double(rate), 1.0) << rate;
         // Away from the ends, where the filter sees the silence around the sound.
         for (size_t i = size_t(rate) / 4; i < size_t(rate) * 3 / 4; i++) {
             const double value = std::sin(2.0 * M_PI * 1000.0 * double(i) / rate) / 2.0;
