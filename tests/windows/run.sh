@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Opens the editor's window on a virtual screen, by the plug-in's C interface: windows.sh HOST
+# Opens the editor's window on a virtual screen, by the plug-in's C interface: run.sh HOST
+#
+# HOST: a program as window_host.cpp describes it, for one of the plug-in's formats.
 set -euo pipefail
 readonly HOST=$1
 readonly NUMBER=$((90 + RANDOM % 400))

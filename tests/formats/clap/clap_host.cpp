@@ -93,7 +93,8 @@ const clap_plugin_factory& ClapTestHost::factory() {
     return *static_cast<const clap_plugin_factory*>(entry().get_factory(CLAP_PLUGIN_FACTORY_ID));
 }
 
-ClapTestHost::ClapTestHost(bool is_bare) : has_extensions(!is_bare) {
+ClapTestHost::ClapTestHost(bool is_bare, MoreExtensions more)
+    : has_extensions(!is_bare), more_extensions(more) {
     host = {.clap_version = CLAP_VERSION,
             .host_data = this,
             .name = "test",
@@ -101,7 +102,10 @@ ClapTestHost::ClapTestHost(bool is_bare) : has_extensions(!is_bare) {
             .url = "",
             .version = "1",
             .get_extension = [](const clap_host* asked, const char* id) -> const void* {
-                return of(asked).has_extensions ? find_extension(id) : nullptr;
+                const ClapTestHost& self = of(asked);
+                const void* const found =
+                    self.more_extensions == nullptr ? nullptr : self.more_extensions(id);
+                return found == nullptr && self.has_extensions ? find_extension(id) : found;
             },
             .request_restart = [](const clap_host*) {},
             .request_process = [](const clap_host* asked) { of(asked).process_requests++; },

@@ -41,8 +41,11 @@ struct HostEvent {
 
 class ClapTestHost {
   public:
+    // What a host has beside what this one has: null for none.
+    using MoreExtensions = const void* (*)(const std::string& id);
+
     // `is_bare`: a host that has no extension.
-    explicit ClapTestHost(bool is_bare = false);
+    explicit ClapTestHost(bool is_bare = false, MoreExtensions more = nullptr);
     ClapTestHost(const ClapTestHost&) = delete;
     ClapTestHost& operator=(const ClapTestHost&) = delete;
     ~ClapTestHost();
@@ -112,6 +115,7 @@ class ClapTestHost {
     template <typename Event> Event& add(uint16_t type, uint32_t frame);
 
     const bool has_extensions;
+    const MoreExtensions more_extensions;
     clap_host host;
     const std::thread::id main_thread = std::this_thread::get_id();
 };
