@@ -29,6 +29,7 @@ void GmDialect::set_sounds(const GmSounds& sounds, const GmMap* map) {
 
 void GmDialect::start(uint32_t time) {
     now = time;
+    is_due_known = false;
     for (unsigned i = 0; i < NUM_MIDI_CHANNELS; i++)
         state.channels[i].set_defaults(i);
     state.master = GmMaster();
@@ -41,12 +42,15 @@ void GmDialect::start(uint32_t time) {
 
 void GmDialect::advance(uint32_t until, EngineEvents& out) {
     for (;;) {
-        const DueTime due = earlier(melodic.due(), rhythm.due());
-        if (!due || !is_before(*due, until))
+        if (!is_due_known)
+            next_due = earlier(melodic.due(), rhythm.due());
+        is_due_known = true;
+        if (!next_due || !is_before(*next_due, until))
             break;
-        melodic.run_due(*due, out);
-        rhythm.run_due(*due, out);
-        now = *due;
+        now = *next_due;
+        melodic.run_due(now, out);
+        rhythm.run_due(now, out);
+        is_due_known = false;
     }
     if (is_before(now, until))
         now = until;
@@ -54,6 +58,7 @@ void GmDialect::advance(uint32_t until, EngineEvents& out) {
 
 uint32_t GmDialect::step_to(uint32_t time, EngineEvents& out) {
     advance(time, out);
+    is_due_known = false; // after what the caller does
     return now;
 }
 
@@ -323,6 +328,7 @@ void GmDialect::put_global(uint32_t time, unsigned number, uint8_t byte, EngineE
 
 void GmDialect::move_clock_back(uint32_t frames) {
     now -= frames;
+    is_due_known = false;
     melodic.move_clock_back(frames);
     rhythm.move_clock_back(frames);
 }

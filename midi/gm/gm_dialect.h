@@ -94,6 +94,9 @@ class GmDialect {
     MelodicParts melodic;
     RhythmParts rhythm;
     uint32_t now = 0;
+    // When `is_due_known`: what the parts say, which they are not asked while nothing happens.
+    DueTime next_due;
+    bool is_due_known = false;
     std::bitset<NUM_CONTROLLERS> changed_globals; // by NRPN, until a reset
 };
 
