@@ -38,7 +38,8 @@ class GmEnsemble {
     void copy_bank(const BankBytes& bank);
 
     // Begins at `time`, perhaps again: the channels play these programs, all else is as after "GM
-    // on".  Ends the drums, and what a melodic engine that `is_sounding` plays.  The set stays until there is another.
+    // on".  Ends the drums, and what a melodic engine that `is_sounding` plays.  The set stays
+    // until there is another.
     void begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs,
                bool is_sounding);
     // Others play the melodic engine from `time` on; the drums fade in run_rest.
