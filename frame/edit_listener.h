@@ -17,7 +17,7 @@ class EditListener {
     virtual void edited(unsigned number, int value) = 0; // 0..127
     virtual void end_edit(unsigned number) = 0;
 
-    // Another program is edited, or whole sounds, names or banks have changed.
+    // Another program is edited, or whole sounds, names, banks or what messages mean have changed.
     virtual void programs_changed() = 0;
 };
 

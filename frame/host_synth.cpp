@@ -35,4 +35,9 @@ void HostSynth::set_channel_program(unsigned channel, unsigned program) {
     host.programs_changed();
 }
 
+void HostSynth::set_dialect(MidiDialect dialect) {
+    PlayerSynth::set_dialect(dialect);
+    host.programs_changed();
+}
+
 } // namespace tarquil

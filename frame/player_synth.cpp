@@ -53,6 +53,10 @@ void PlayerSynth::set_bank(const TarqSettings& bank) {
     player.set_bank(bank);
 }
 
+void PlayerSynth::set_dialect(MidiDialect dialect) {
+    player.set_dialect(dialect);
+}
+
 void PlayerSynth::set_song(const std::string& title, const std::string& author) {
     player.set_song(title, author);
 }

@@ -56,6 +56,7 @@ class TarqSettings {
     // The byte of controller `number` (0..205), whatever its scope; neither argument is checked.
     [[nodiscard]] int get_global_controller(unsigned number) const { return bytes[number]; }
     void set_global_controller(unsigned number, int value) { bytes[number] = uint8_t(value); }
+    [[nodiscard]] const ControllerBytes& get_global_bytes() const { return bytes; }
     void set_global_bytes(const ControllerBytes& new_bytes) { bytes = new_bytes; }
 
     // Changes every global controller at the absolute sample time `time`, in number order, as

@@ -26,8 +26,10 @@ std::string_view find_line(std::string_view text, std::string_view key) {
 
 } // namespace
 
-ChannelPrograms usual_channel_programs() {
+ChannelPrograms usual_channel_programs(MidiDialect dialect) {
     ChannelPrograms programs{};
+    if (dialect == MidiDialect::GENERAL_MIDI)
+        return programs;
     for (unsigned channel = 0; channel < programs.size(); channel++)
         programs[channel] = uint8_t(channel);
     return programs;
@@ -41,8 +43,8 @@ std::string channel_programs_line(const ChannelPrograms& programs) {
     return line;
 }
 
-ChannelPrograms find_channel_programs(std::string_view text) {
-    ChannelPrograms programs = usual_channel_programs();
+ChannelPrograms find_channel_programs(std::string_view text, MidiDialect dialect) {
+    ChannelPrograms programs = usual_channel_programs(dialect);
     const std::string_view line = find_line(text, CHANNEL_PROGRAMS_KEY);
     const char* next = line.data();
     const char* const end = line.data() + line.size();

@@ -1,13 +1,12 @@
-// Two engines behind the General MIDI dialect.
+// A player in the General MIDI dialect.
 
 #include "player/gm_ensemble.h"
-
-#include "player/shared_waveforms.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "common/assertion.h"
+#include "player/controller_events.h"
 #include "player/gm_sounds_of.h"
 
 namespace tarquil {
@@ -17,11 +16,8 @@ namespace {
 // -120 dBFS.
 constexpr float SILENCE = 1e-6F;
 
-// The drums' phases are others than the melodic parts'.
-constexpr uint32_t SECOND_SEED = 0x9E3779B9;
-
-bool is_silent(const float* pcm) {
-    return std::all_of(pcm, pcm + size_t(2) * GmEnsemble::QUANTUM,
+bool is_silent(const float* pcm, uint32_t frames) {
+    return std::all_of(pcm, pcm + size_t(2) * frames,
                        [](float value) { return std::fabs(value) < SILENCE; });
 }
 
@@ -45,69 +41,146 @@ void GmEnsemble::Queues::push(unsigned engine, const midi_event& event) {
 }
 
 bool GmEnsemble::Queues::has_room() const {
-    // For this call and for what is scheduled until the quantum's end.
+    // For this call and for what is scheduled until the run's end.
     return std::all_of(counts.begin(), counts.end(), [](uint32_t count) {
         return count + 2 * GmDialect::MAX_EVENTS_PER_CALL <= CAPACITY;
     });
 }
 
-GmEnsemble::GmEnsemble(const TarqSettings& melodic, const TarqSettings* drums, const GmMap* map,
-                       uint32_t seed)
-    : queues(std::make_unique<Queues>()) {
-    const TarqSettings* const banks[NUM_GM_ENGINES] = {&melodic, drums};
-    for (unsigned i = 0; i < NUM_GM_ENGINES; i++) {
-        if (banks[i] == nullptr)
-            continue;
-        engines[i].reset(new Tarquil(*banks[i], shared_waveforms()));
-        engines[i]->seed_phases(i == MELODIC_ENGINE ? seed : seed ^ SECOND_SEED);
-        queues->counts[i] =
-            banks[i]->emit_global_controllers(queues->events[i].data(), 0, CAPACITY);
-    }
-    for (unsigned number = 0; number < NUM_CONTROLLERS; number++)
-        globals[number] = uint8_t(melodic.get_global_controller(number));
-    GmSounds sounds = sounds_of(melodic, drums);
-    sounds.globals = &globals;
-    dialect.set_sounds(sounds, map);
-    dialect.start(0);
+GmEnsemble::GmEnsemble() : queues(std::make_unique<Queues>()) {}
+
+void GmEnsemble::copy_bank(const BankBytes& bank) {
+    for (unsigned i = 0; i < GM_PROGRAMS; i++)
+        programs[i] = bank.program(i);
+    globals = bank.global();
 }
 
-bool GmEnsemble::add_message(uint32_t message_time, std::span<const uint8_t> message) {
+void GmEnsemble::begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs,
+                       bool is_sounding) {
+    // The dialect knows nothing of what waited for the next run.
+    queues->counts = {};
+    refresh_waits = is_ending = false;
+    if (is_sounding)
+        silence(MELODIC_ENGINE, time);
+    if (quiet_frames < STOP_AFTER)
+        silence(RHYTHM_ENGINE, time);
+    take_set(new_set);
+    dialect.start(time);
+    for (unsigned channel = 0; channel < channel_programs.size(); channel++)
+        dialect.choose_program(channel, channel_programs[channel]);
+    put_globals(time);
+}
+
+void GmEnsemble::silence(unsigned engine, uint32_t time) {
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        queues->put(engine, {.time = time, .status = midi_status(MIDI_SILENCE, channel)});
+}
+
+void GmEnsemble::replace_set(uint32_t time, const GmSet& new_set) {
+    dialect.panic(time, *queues);
+    take_set(new_set);
+    put_globals(time);
+}
+
+void GmEnsemble::take_set(const GmSet& new_set) {
+    set = &new_set;
+    GmSounds sounds = drum_sounds_of(set->drums.get());
+    for (unsigned i = 0; i < GM_PROGRAMS; i++)
+        sounds.melodic[i] = &programs[i];
+    sounds.globals = &globals;
+    dialect.set_sounds(sounds, &set->map);
+}
+
+void GmEnsemble::end(uint32_t time) {
+    queues->counts = {};
+    dialect.panic(time, *queues);
+    queues->counts[MELODIC_ENGINE] = 0;
+    is_ending = quiet_frames < STOP_AFTER || !limiter.is_idle();
+}
+
+void GmEnsemble::put_globals(uint32_t time) {
+    const auto put = [&](unsigned engine, const ControllerBytes& bytes) {
+        uint32_t& count = queues->counts[engine];
+        TARQ_ASSERT(count + NUM_CONTROLLERS <= CAPACITY);
+        count += global_events(bytes, time, &queues->events[engine][count]);
+    };
+    put(MELODIC_ENGINE, globals);
+    if (set->drums != nullptr)
+        put(RHYTHM_ENGINE, set->drums->get_global_bytes());
+}
+
+bool GmEnsemble::play(const midi_event& record) {
     if (!queues->has_room())
         return false;
-    dialect.translate(message_time, message, *queues);
+    if (is_midi_status(record.status))
+        dialect.translate(record, *queues);
+    else
+        set_byte(record.time, record.status, record.data1, record.data2);
     return true;
 }
 
-void GmEnsemble::release_all(uint32_t release_time) {
+void GmEnsemble::set_byte(uint32_t time, unsigned program, unsigned number, uint8_t value) {
+    (is_global_controller(number) ? globals : programs[program])[number] = value;
     if (queues->has_room())
-        dialect.release_all(release_time, *queues);
+        dialect.refresh_byte(time, program, number, *queues);
+    else
+        refresh_waits = true;
 }
 
-void GmEnsemble::render(float* pcm) {
-    dialect.advance(time + QUANTUM, *queues);
+void GmEnsemble::refresh(uint32_t time) {
+    refresh_waits = !queues->has_room();
+    if (refresh_waits)
+        return;
+    dialect.refresh(time, *queues);
+    put_globals(time);
+}
+
+void GmEnsemble::panic(uint32_t time) {
+    if (queues->has_room())
+        dialect.panic(time, *queues);
+}
+
+void GmEnsemble::run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time) {
+    TARQ_ASSERT(frames <= LONGEST_RUN);
+    dialect.advance(time + frames, *queues);
+    run_engine(MELODIC_ENGINE, *engines.melodic, pcm, frames, time);
+    add_drums(engines.drums, pcm, frames, time);
+    limiter.render(pcm, frames);
+}
+
+void GmEnsemble::run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uint32_t time) {
+    for (uint32_t done = 0; done < frames; done += LONGEST_RUN) {
+        const uint32_t piece = std::min(frames - done, LONGEST_RUN);
+        add_drums(drum_engine, pcm + size_t(2) * done, piece, time + done);
+        limiter.render(pcm + size_t(2) * done, piece);
+    }
+    const bool drums_sound = drum_engine != nullptr && quiet_frames == 0;
+    is_ending = drums_sound || !limiter.is_idle();
+    if (!is_ending)
+        quiet_frames = STOP_AFTER;
+}
+
+void GmEnsemble::run_engine(unsigned index, Tarquil& engine, float* pcm, uint32_t frames,
+                            uint32_t time) {
+    engine.run(pcm, frames, queues->events[index].data(), queues->counts[index], time);
+    queues->counts[index] = 0;
+    engine_voices[index] = unsigned(engine.get_voice_pool().voices_used());
+    most_voices = std::max(most_voices, engine_voices[index]);
+}
+
+void GmEnsemble::add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time) {
     if (queues->counts[RHYTHM_ENGINE] > 0)
-        quiet = 0;
-    run(MELODIC_ENGINE, pcm);
-    if (drums_sound())
-        add_drums(pcm);
-    queues->counts = {};
-    limiter.render(pcm, QUANTUM);
-    time += QUANTUM;
-}
-
-void GmEnsemble::run(unsigned engine, float* pcm) {
-    engines[engine]->run(pcm, QUANTUM, queues->events[engine].data(), queues->counts[engine], time);
-    most_voices = std::max(most_voices, unsigned(engines[engine]->get_voice_pool().voices_used()));
-}
-
-void GmEnsemble::add_drums(float* pcm) {
-    alignas(16) float drums[2 * QUANTUM];
-    run(RHYTHM_ENGINE, drums);
-    for (uint32_t i = 0; i < 2 * QUANTUM; i++)
+        quiet_frames = 0;
+    if (engine == nullptr || quiet_frames >= STOP_AFTER) {
+        queues->counts[RHYTHM_ENGINE] = 0;
+        return;
+    }
+    alignas(16) float drums[2 * LONGEST_RUN];
+    run_engine(RHYTHM_ENGINE, *engine, drums, frames, time);
+    for (uint32_t i = 0; i < 2 * frames; i++)
         pcm[i] += drums[i];
-    const bool is_quiet =
-        engines[RHYTHM_ENGINE]->get_voice_pool().voices_used() == 0 && is_silent(drums);
-    quiet = is_quiet ? quiet + 1 : 0;
+    const bool is_quiet = engine_voices[RHYTHM_ENGINE] == 0 && is_silent(drums, frames);
+    quiet_frames = is_quiet ? quiet_frames + frames : 0;
 }
 
 } // namespace tarquil

@@ -1,18 +1,21 @@
-// Two engines behind the General MIDI dialect: one for the melodic parts, one for the drums, and
+// A player in the General MIDI dialect: one engine for the melodic parts, one for the drums, and
 // the limiter that their sum meets.
 //
-// It renders in quanta of one length, so that its sound does not depend on how anyone cuts time.
-// The drums' engine is only run while drums sound.
+// For the audio thread: after the constructor nothing is allocated.  The drums' engine is only run
+// while drums sound.
 
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <span>
 
-#include "instrument/settings.h"
+#include "instrument/controller_bytes.h"
 #include "midi/gm/gm_dialect.h"
+#include "player/bank_bytes.h"
+#include "player/channel_programs.h"
+#include "player/event_queue.h"
+#include "player/gm_set.h"
 #include "softsynth/core/core.h"
 #include "softsynth/effects/limiter.h"
 
@@ -20,35 +23,79 @@ namespace tarquil {
 
 class GmEnsemble {
   public:
-    static constexpr uint32_t QUANTUM = 64; // frames
-    // How much later than its message a sound comes, beyond the quantum's wait.
-    static constexpr uint32_t LATENCY = Limiter::LOOK_AHEAD;
+    // The longest run, frames: the dialect's events of one fit into the engines' queues.
+    static constexpr uint32_t LONGEST_RUN = Limiter::PIECE;
 
-    // `drums` and `map` may be null: no drums, no laws.  All stay as long as the object.
-    GmEnsemble(const TarqSettings& melodic, const TarqSettings* drums, const GmMap* map,
-               uint32_t seed);
+    // Null: not there yet.
+    struct Engines {
+        Tarquil* melodic = nullptr;
+        Tarquil* drums = nullptr;
+    };
 
-    // Plays a message (a status byte and its data, or a whole system exclusive message) at `time`,
-    // within the next quantum.  False, and nothing happens, when there is no room.
-    bool add_message(uint32_t time, std::span<const uint8_t> message);
+    GmEnsemble();
 
-    // Lets all keys and pedals go.
-    void release_all(uint32_t time);
+    // Takes the bank's bytes; before a begin, or a refresh for those that sound.
+    void copy_bank(const BankBytes& bank);
 
-    // The next QUANTUM frames of interleaved stereo.
-    void render(float* pcm);
+    // Begins at `time`, perhaps again: the channels play these programs, all else is as after "GM
+    // on".  Ends the drums, and what a melodic engine that `is_sounding` plays.  The set stays
+    // until there is another.
+    void begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs,
+               bool is_sounding);
+    // Others play the melodic engine from `time` on; the drums fade in run_rest.
+    void end(uint32_t time);
 
-    // The first sample of the next quantum.
-    [[nodiscard]] uint32_t get_time() const { return time; }
+    // Plays a record of gm_message, within the next run.  A status below 0x80 is an edit: of
+    // program `status`, controller `data1` becomes `data2`.  False, and nothing happens, when there
+    // is no room in this run.
+    bool play(const midi_event& record);
+
+    // For all below: less than the dialect's most events wait for the next run.
+    [[nodiscard]] bool has_room() const { return queues->has_room(); }
+
+    // Ends what sounds and plays another set; with room.
+    void replace_set(uint32_t time, const GmSet& new_set);
+
+    // An edit: heard on the parts that play the program, from `time` on.
+    void set_byte(uint32_t time, unsigned program, unsigned number, uint8_t value);
+    void refresh(uint32_t time);
+    // Between two runs: what had no room.
+    void refresh_if_waiting(uint32_t time) {
+        if (refresh_waits)
+            refresh(time);
+    }
+
+    void choose_program(unsigned channel, unsigned program) {
+        dialect.choose_program(channel, program);
+    }
+    [[nodiscard]] unsigned program(unsigned channel) const {
+        return dialect.channel(channel).program;
+    }
+
+    // Ends everything within a few milliseconds.
+    void panic(uint32_t time);
+
+    // Renders `frames` (whole granules, at most LONGEST_RUN) that start at `time` into interleaved
+    // stereo.
+    void run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time);
+
+    // After the end: adds what is left to `frames` of any number, until nothing is.
+    [[nodiscard]] bool has_rest() const { return is_ending; }
+    void run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uint32_t time);
+
+    // Between two runs, before anything is played.
+    void move_clock_back(uint32_t frames) { dialect.move_clock_back(frames); }
+
     [[nodiscard]] const GmReport& report() const { return dialect.report(); }
-
+    [[nodiscard]] unsigned voices() const { return engine_voices[0] + engine_voices[1]; }
     // The most voices that one engine has sounded at once.
     [[nodiscard]] unsigned get_most_voices() const { return most_voices; }
 
   private:
-    static constexpr uint32_t CAPACITY = 4 * GmDialect::MAX_EVENTS_PER_CALL;
+    // As many as an engine takes in one run without allocating.
+    static constexpr uint32_t CAPACITY = EventQueue::CAPACITY;
 
-    // The events of the next quantum, each engine's in order.
+    // The events of the next run, each engine's in order.
     class Queues : public EngineEvents {
       public:
         void put(unsigned engine, const midi_event& event) override;
@@ -61,20 +108,25 @@ class GmEnsemble {
         void push(unsigned engine, const midi_event& event);
     };
 
-    [[nodiscard]] bool drums_sound() const { return engines[RHYTHM_ENGINE] && quiet < STOP_AFTER; }
-    void run(unsigned engine, float* pcm);
-    void add_drums(float* pcm);
+    void silence(unsigned engine, uint32_t time);
+    void take_set(const GmSet& new_set);
+    void put_globals(uint32_t time);
+    void run_engine(unsigned index, Tarquil& engine, float* pcm, uint32_t frames, uint32_t time);
+    void add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time);
 
     // The drums' engine stops after half a second of silence.
-    static constexpr uint32_t STOP_AFTER = SAMPLE_RATE / 2 / QUANTUM;
+    static constexpr uint32_t STOP_AFTER = SAMPLE_RATE / 2;
 
-    ControllerBytes globals{}; // of the melodic bank
+    std::array<ControllerBytes, GM_PROGRAMS> programs{};
+    ControllerBytes globals{};
+    const GmSet* set = nullptr;
     GmDialect dialect;
-    std::array<std::unique_ptr<Tarquil>, NUM_GM_ENGINES> engines;
     std::unique_ptr<Queues> queues;
+    bool refresh_waits = false; // for room
     Limiter limiter;
-    uint32_t time = 0;
-    uint32_t quiet = STOP_AFTER; // quanta in which the drums' engine was silent
+    uint32_t quiet_frames = STOP_AFTER; // in which the drums' engine was silent
+    bool is_ending = false;
+    std::array<unsigned, NUM_GM_ENGINES> engine_voices{};
     unsigned most_voices = 0;
 };
 

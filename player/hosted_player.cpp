@@ -66,8 +66,10 @@ uint32_t HostedPlayer::event_time(uint32_t frame) {
 }
 
 bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame) {
-    if (message.empty() || midi_kind(message[0]) == MIDI_SYSTEM)
+    if (message.empty() || message[0] > MIDI_SYSTEM)
         return true;
+    if (message[0] == MIDI_SYSTEM)
+        return sound.audio().add_exclusive(message, event_time(frame));
     std::array<uint8_t, 3> channel_message{};
     std::copy_n(message.begin(), std::min(message.size(), channel_message.size()),
                 channel_message.begin());

@@ -60,8 +60,8 @@ class HostedPlayer {
     void begin_block(float* left, float* right, uint32_t frames);
     // A MIDI message (status and data bytes; one that is cut short counts as zeros behind) at
     // `frame` of the block; a frame behind an earlier event's, or beyond the block, counts as the
-    // nearest.  System exclusive ones mean nothing to the engine.  False when there was no room for
-    // it, which takes thousands of messages within a millisecond.
+    // nearest.  System exclusive ones, whole, mean something to General MIDI only.  False when
+    // there was no room for it, which takes thousands of messages within a millisecond.
     bool add_message(std::span<const uint8_t> message, uint32_t frame);
     // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.
     void set_controller(unsigned number, int value, uint32_t frame);

@@ -2,8 +2,6 @@
 
 #include "player/player.h"
 
-#include <algorithm>
-
 #include "common/assertion.h"
 #include "common/log/log.h"
 #include "instrument/checked_load.h"
@@ -17,8 +15,8 @@ namespace tarquil {
 
 namespace {
 
-// The current bank, the one that the audio side plays, and one on its way between them.
-constexpr size_t USUAL_BANKS = 4;
+// The drums' phases are others than the melodic parts'.
+constexpr uint32_t DRUM_SEED = 0x9E3779B9;
 
 bool is_bend(unsigned number) {
     return number == CTRL_PITCH_BEND_MSB || number == CTRL_PITCH_BEND_LSB;
@@ -32,40 +30,86 @@ TarqSettings default_bank() {
     return bank;
 }
 
-// The first bank, before there is an audio side.
-BankBytes* start_with(PlayerLink& link, std::vector<std::unique_ptr<BankBytes>>& banks,
-                      const TarqSettings& bank) {
-    const ChannelPrograms usual = usual_channel_programs();
-    std::copy(usual.begin(), usual.end(), link.channel_programs);
-    banks.reserve(USUAL_BANKS);
-    banks.push_back(std::make_unique<BankBytes>(bank));
-    return banks.back().get();
-}
-
 } // namespace
 
-Player::Player() : texts(default_bank()), audio_side(link, start_with(link, banks, texts)) {}
+Player::Player() : texts(default_bank()), link(texts), audio_side(link) {}
 
 Player::~Player() = default;
 
 void Player::start(uint32_t seed) {
     const LockHolder holder(lock);
     if (engine == nullptr) {
-        // Program changes never reach the engine as such: they are sent as controllers.
-        engine.reset(new Tarquil(texts, shared_waveforms()));
-        engine->seed_phases(seed);
-        for (unsigned band = 0; band < MC_N_BANDS; band++)
-            engine->set_band_muted(band, is_band_muted(band));
+        phase_seed = seed;
+        engine = make_engine(seed);
+        prepare_gm(dialect(), link.gm_set.latest());
         link.engine.store(engine.get(), std::memory_order_release);
     }
     post({.kind = PlayerEdit::Kind::REFRESH});
 }
 
+std::unique_ptr<Tarquil> Player::make_engine(uint32_t seed) {
+    // Program changes never reach the engine as such: they are sent as controllers.
+    std::unique_ptr<Tarquil> made(new Tarquil(texts, shared_waveforms()));
+    made->seed_phases(seed);
+    for (unsigned band = 0; band < MC_N_BANDS; band++)
+        made->set_band_muted(band, is_band_muted(band));
+    return made;
+}
+
 void Player::set_band_muted(unsigned band, bool muted) {
     const LockHolder holder(lock);
     muted_bands[band].store(muted, std::memory_order_relaxed);
-    if (engine != nullptr)
-        engine->set_band_muted(band, muted);
+    for (Tarquil* const one : {engine.get(), drum_engine.get()})
+        if (one != nullptr)
+            one->set_band_muted(band, muted);
+}
+
+void Player::set_dialect(MidiDialect dialect) {
+    const LockHolder holder(lock);
+    texts.set_midi_dialect(dialect);
+    follow_dialect(nullptr);
+    link.note_change();
+}
+
+// Makes the dialect that of the bank, and the channels' programs `channels`, if given.
+void Player::follow_dialect(const ChannelPrograms* channels) {
+    const MidiDialect before = dialect();
+    const MidiDialect after = texts.get_midi_dialect();
+    const ChannelPrograms usual = usual_channel_programs(after);
+    if (channels == nullptr && before != after &&
+        all_channel_programs() == usual_channel_programs(before))
+        channels = &usual;
+    if (before != after) {
+        prepare_gm(after, link.gm_set.latest());
+        link.dialect.store(after, std::memory_order_release);
+    }
+    for (unsigned channel = 0; channels != nullptr && channel < channels->size(); channel++) {
+        if ((*channels)[channel] != channel_program(channel))
+            set_channel_program(channel, (*channels)[channel]);
+    }
+}
+
+void Player::set_gm_set(std::shared_ptr<const GmSet> set) {
+    if (set == nullptr)
+        set = std::make_shared<const GmSet>();
+    std::vector<std::shared_ptr<const GmSet>> unused; // freed after the lock is held
+    const LockHolder holder(lock);
+    prepare_gm(dialect(), *set);
+    unused = link.gm_set.offer(std::move(set));
+}
+
+// Makes what the dialect and the set need, before the audio side hears of them.
+void Player::prepare_gm(MidiDialect wanted, const GmSet& set) {
+    if (wanted != MidiDialect::GENERAL_MIDI)
+        return;
+    if (ensemble == nullptr) {
+        ensemble = std::make_unique<GmEnsemble>();
+        link.ensemble.store(ensemble.get(), std::memory_order_release);
+    }
+    if (engine != nullptr && drum_engine == nullptr && set.drums != nullptr) {
+        drum_engine = make_engine(phase_seed ^ DRUM_SEED);
+        link.drum_engine.store(drum_engine.get(), std::memory_order_release);
+    }
 }
 
 void Player::refresh() {
@@ -214,30 +258,11 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
     auto bytes = std::make_unique<BankBytes>(fresh);
     auto old_texts = std::make_unique<TarqSettings>(fresh);
     std::vector<std::unique_ptr<BankBytes>> old_banks;
-    old_banks.reserve(USUAL_BANKS);
     const LockHolder holder(lock);
     std::swap(texts, *old_texts);
-    banks.push_back(std::move(bytes));
-    const auto give_up = [&](const BankBytes* given_back) {
-        const auto found = std::find_if(banks.begin(), banks.end(), [&](const auto& owned) {
-            return owned.get() == given_back;
-        });
-        if (found == banks.end())
-            return;
-        old_banks.push_back(std::move(*found));
-        banks.erase(found);
-    };
-    BankBytes* retired = nullptr;
-    while (link.retired_banks.pop(retired))
-        give_up(retired);
-    give_up(link.next_bank.exchange(banks.back().get(), std::memory_order_acq_rel));
+    old_banks = link.bank.offer(std::move(bytes));
     post({.kind = PlayerEdit::Kind::REFRESH});
-    if (channels == nullptr)
-        return;
-    for (unsigned channel = 0; channel < channels->size(); channel++) {
-        if ((*channels)[channel] != channel_program(channel))
-            set_channel_program(channel, (*channels)[channel]);
-    }
+    follow_dialect(channels);
 }
 
 void Player::release_all_notes() {
@@ -277,7 +302,8 @@ int Player::load_state(std::string_view text) {
     const auto bank_text = find_state_text(text, StateKind::BANK);
     const int error = bank_text ? load_bank_checked_from_string(*fresh, *bank_text) : CANNOT_OPEN;
     if (error == 0) {
-        const ChannelPrograms programs = find_channel_programs(*bank_text);
+        const ChannelPrograms programs =
+            find_channel_programs(*bank_text, fresh->get_midi_dialect());
         replace_bank(*fresh, &programs);
         if (const auto program = find_edited_program(*bank_text))
             set_edited_program(*program);

@@ -12,7 +12,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "common/platform/lock.h"
 #include "instrument/settings.h"
@@ -33,8 +32,8 @@ class Player {
     // For the audio thread.
     PlayerAudio& audio() { return audio_side; }
 
-    // Makes the engine if there is none, and sends it the bank as a whole.  `seed` is that of the
-    // oscillators' random start phases.
+    // Makes the engines if there are none, and sends them the bank as a whole.  `seed` is that of
+    // the oscillators' random start phases.
     void start(uint32_t seed = 1);
     void refresh();
 
@@ -74,8 +73,15 @@ class Player {
     // See Tarquil::set_channel_taps; after the start, before anything is rendered.
     void set_channel_taps(StereoBuffer* taps) { engine->set_channel_taps(taps); }
 
-    // Releases every key of every channel.
+    // Releases every key of every channel; in General MIDI ends all that sounds.
     void release_all_notes();
+    // What MIDI messages mean.  It belongs to the bank, so a new bank brings its own.  A switch
+    // ends what sounds; channels that all play the usual programs then play the other's usual ones.
+    void set_dialect(MidiDialect dialect);
+    [[nodiscard]] MidiDialect dialect() const { return link.dialect; }
+    // What General MIDI plays beside the bank, from now on; null, as at first: no drums, no laws.
+    void set_gm_set(std::shared_ptr<const GmSet> set);
+
     // Plays a MIDI message of three bytes (status and two data bytes) as soon as possible.
     void play_message(const std::array<uint8_t, 3>& message);
 
@@ -107,14 +113,19 @@ class Player {
                          const ControllerBytes& after);
     void replace_bank(const TarqSettings& fresh, const ChannelPrograms* channels);
     void store_instrument(unsigned program, const Instrument& instrument);
-    BankBytes& bank() { return *banks.back(); }
+    BankBytes& bank() { return link.bank.latest(); }
+    void follow_dialect(const ChannelPrograms* channels);
+    void prepare_gm(MidiDialect wanted, const GmSet& set);
+    std::unique_ptr<Tarquil> make_engine(uint32_t seed);
 
-    Lock lock; // of what follows, and of the link's writing end
+    Lock lock;          // of what follows, and of the link's writing ends
+    TarqSettings texts; // the names; the sounds are the latest bank's
     PlayerLink link;
-    TarqSettings texts; // the names; the sounds are the current bank's
-    // The last is the current one, those before are still known to the audio side.
-    std::vector<std::unique_ptr<BankBytes>> banks;
     std::unique_ptr<Tarquil> engine;
+    uint32_t phase_seed = 0; // of the engine
+    // From the first time on that they are wanted.
+    std::unique_ptr<Tarquil> drum_engine;
+    std::unique_ptr<GmEnsemble> ensemble;
     std::atomic<bool> muted_bands[MC_N_BANDS] = {}; // as the engine has it, or will
 
     PlayerAudio audio_side;

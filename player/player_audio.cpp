@@ -5,28 +5,35 @@
 #include <algorithm>
 #include <cmath>
 
-#include "common/assertion.h"
 #include "common/log/log.h"
+#include "midi/gm/gm_message.h"
 #include "midi/midifilter.h"
 #include "player/controller_events.h"
 
 namespace tarquil {
 
-PlayerAudio::PlayerAudio(PlayerLink& control_link, BankBytes* first_bank)
-    : link(control_link), bank(first_bank) {
-    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
-        playing[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
+PlayerAudio::PlayerAudio(PlayerLink& control_link)
+    : link(control_link), playing(wanted_programs()) {}
+
+ChannelPrograms PlayerAudio::wanted_programs() const {
+    ChannelPrograms programs;
+    for (unsigned channel = 0; channel < programs.size(); channel++)
+        programs[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
+    return programs;
 }
 
 void PlayerAudio::follow_edits() {
+    follow_dialect();
     // Those that come meanwhile wait for the next call: a writer may be faster than this.
     PlayerEdit edit;
     for (uint32_t count = link.edits.size(); count > 0 && link.edits.pop(edit); count--)
         follow(edit);
     refresh_if_asked();
     if (link.edits_lost.load(std::memory_order_relaxed) && link.edits_lost.exchange(false)) {
-        for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
-            playing[channel] = link.channel_programs[channel].load(std::memory_order_relaxed);
+        playing = wanted_programs();
+        if (plays_gm())
+            for (unsigned channel = 0; channel < playing.size(); channel++)
+                gm->choose_program(channel, playing[channel]);
         refresh();
     }
 }
@@ -46,6 +53,8 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
     if (depends_on_order)
         refresh_if_asked();
     const uint32_t time = edit.time == PLAY_NOW ? curr_time : edit.time;
+    if (plays_gm() && follow_in_gm(edit, time))
+        return;
     switch (edit.kind) {
     case PlayerEdit::Kind::BYTE:
         send_byte(edit.program, edit.number, edit.value, time);
@@ -60,7 +69,7 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
         is_refresh_asked = true;
         break;
     case PlayerEdit::Kind::RELEASE_NOTES:
-        release_notes();
+        release_all(curr_time);
         break;
     case PlayerEdit::Kind::MESSAGE: {
         const uint8_t message[] = {edit.program, edit.number, edit.value};
@@ -70,16 +79,9 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
     }
 }
 
-void PlayerAudio::take_next_bank() {
-    BankBytes* const fresh = link.next_bank.exchange(nullptr, std::memory_order_acq_rel);
-    if (fresh == nullptr)
-        return;
-    const bool is_handed_back = link.retired_banks.push(bank);
-    TARQ_ASSERT(is_handed_back);
-    bank = fresh;
-}
-
 bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {
+    if (plays_gm())
+        return add_gm_message(gm_message(time, {message, 3}));
     if (!is_playable_message(message))
         return true;
     midi_event filtered[MAX_OUT_EVENTS];
@@ -99,27 +101,48 @@ bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {
         } else {
             events.push({&event, 1});
         }
-        if (midi_kind(event.status) == MIDI_NOTE_ON)
-            link.meters.played_channels.fetch_or(1U << channel, std::memory_order_relaxed);
+        note_played(event);
     }
     return true;
+}
+
+void PlayerAudio::note_played(const midi_event& event) {
+    if (midi_kind(event.status) == MIDI_NOTE_ON && event.data2 > 0)
+        link.meters.played_channels.fetch_or(1U << midi_channel(event.status),
+                                             std::memory_order_relaxed);
+}
+
+bool PlayerAudio::release_all(uint32_t time) {
+    if (plays_gm())
+        return add_gm_message({.time = time, .status = GM_RELEASE_ALL});
+    bool is_queued = true;
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
+        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
+                                   0};
+        is_queued = add_message(message, time) && is_queued;
+    }
+    return is_queued;
 }
 
 void PlayerAudio::set_controller(unsigned number, int value, uint32_t time) {
     const unsigned program = link.edited_program.load(std::memory_order_relaxed);
     value = filter_controller(number, value);
+    BankBytes& bank = link.bank.current();
     if (is_global_controller(number))
-        bank->set_global(number, value);
+        bank.set_global(number, value);
     else
-        bank->set(program, number, value);
-    send_byte(program, number, value, time);
+        bank.set(program, number, value);
+    if (plays_gm())
+        set_gm_controller(program, number, value, time);
+    else
+        send_byte(program, number, value, time);
     link.note_change();
 }
 
 int PlayerAudio::get_controller(unsigned number) const {
     return is_global_controller(number)
-               ? bank->get_global(number)
-               : bank->get(link.edited_program.load(std::memory_order_relaxed), number);
+               ? link.bank.current().get_global(number)
+               : link.bank.current().get(link.edited_program.load(std::memory_order_relaxed), number);
 }
 
 void PlayerAudio::send_byte(unsigned program, unsigned number, int value, uint32_t time) {
@@ -158,7 +181,8 @@ void PlayerAudio::play_program(unsigned channel, unsigned program, uint32_t time
 void PlayerAudio::send_program(unsigned channel, uint32_t time) {
     midi_event emitted[NUM_CONTROLLERS];
     const uint32_t bit = 1U << channel;
-    const unsigned count = program_events(bank->program(playing[channel]), channel, time, emitted);
+    const unsigned count =
+        program_events(link.bank.current().program(playing[channel]), channel, time, emitted);
     // Room for every controller is asked for, whatever their number.
     const bool is_sent = events.room() >= NUM_CONTROLLERS && events.push({emitted, count});
     waiting_channels = is_sent ? waiting_channels & ~bit : waiting_channels | bit;
@@ -171,29 +195,30 @@ void PlayerAudio::play_sound(unsigned channel, const ControllerBytes& bytes, uin
 
 void PlayerAudio::send_globals(uint32_t time) {
     midi_event emitted[NUM_CONTROLLERS];
-    const unsigned count = global_events(bank->global(), time, emitted);
+    const unsigned count = global_events(link.bank.current().global(), time, emitted);
     globals_wait = !events.push({emitted, count});
 }
 
 void PlayerAudio::refresh() {
-    take_next_bank();
+    link.bank.take();
+    if (plays_gm()) {
+        gm->copy_bank(link.bank.current());
+        gm->refresh(curr_time);
+        return;
+    }
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
         send_program(channel, curr_time);
     send_globals(curr_time);
 }
 
-void PlayerAudio::release_notes() {
-    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
-        const uint8_t message[] = {midi_status(MIDI_CONTROL_CHANGE, channel), MIDI_ALL_NOTES_OFF,
-                                   0};
-        add_message(message, curr_time);
-    }
-}
-
 void PlayerAudio::reset() {
     follow_edits();
     events.clear();
-    release_notes();
+    if (plays_gm()) {
+        begin_gm();
+        return;
+    }
+    release_all(curr_time);
     refresh();
 }
 
@@ -217,13 +242,25 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         std::fill_n(pcm, size_t(2) * frames, 0.0F);
         return;
     }
-    const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
-    engine->run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
-    curr_time += frames;
+    if (plays_gm())
+        run_gm(*engine, pcm, frames);
+    else
+        run_native(*engine, pcm, frames);
     if (link.meters.watched.load(std::memory_order_relaxed))
         measure(*engine, pcm, frames);
     keep_clock_low(*engine);
-    send_what_found_no_room();
+    if (plays_gm())
+        gm->refresh_if_waiting(curr_time);
+    else
+        send_what_found_no_room();
+}
+
+void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
+    const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
+    engine.run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
+    if (gm != nullptr && gm->has_rest())
+        gm->run_rest(link.drum_engine.load(std::memory_order_acquire), pcm, frames, curr_time);
+    curr_time += frames;
 }
 
 void PlayerAudio::keep_clock_low(Tarquil& engine) {
@@ -231,6 +268,10 @@ void PlayerAudio::keep_clock_low(Tarquil& engine) {
         return;
     const uint32_t frames = curr_time - Tarquil::MIN_MOVED_CLOCK;
     engine.move_clock_back(frames, curr_time);
+    if (Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire))
+        drums->move_clock_back(frames, curr_time);
+    if (gm != nullptr)
+        gm->move_clock_back(frames);
     events.move_clock_back(frames);
     curr_time -= frames;
 }
@@ -253,7 +294,8 @@ void PlayerAudio::measure(Tarquil& engine, const float* frames, uint32_t num_fra
         meters.band_levels[band].store(compressor.get_level(band), std::memory_order_relaxed);
         meters.band_gains[band].store(compressor.get_attenuation(band), std::memory_order_relaxed);
     }
-    meters.voices.store(engine.get_voice_pool().voices_used(), std::memory_order_relaxed);
+    meters.voices.store(plays_gm() ? int(gm->voices()) : engine.get_voice_pool().voices_used(),
+                        std::memory_order_relaxed);
 }
 
 } // namespace tarquil

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
+#include "player/channel_programs.h"
 #include "player/event_queue.h"
 #include "player/player_link.h"
 #include "softsynth/parameters/constants.h"
@@ -14,8 +16,8 @@ namespace tarquil {
 // calls the system.  Times are absolute sample times of the engine.
 class PlayerAudio {
   public:
-    // Both stay as long as the object.
-    PlayerAudio(PlayerLink& control_link, BankBytes* first_bank);
+    // The link stays as long as the object.
+    explicit PlayerAudio(PlayerLink& control_link);
 
     // Takes over what the control side has changed; what it asks for is played at the clock's time
     // or, if it says so, later.  Before anything is queued or rendered.
@@ -23,8 +25,12 @@ class PlayerAudio {
 
     // Queues a raw message of three bytes (status and two data bytes); messages that no engine
     // takes are dropped.  False when there is no room.  A program change acts on later calls at
-    // once and on the sound at its time.
+    // once and on the sound at its time; in General MIDI both are its time.
     bool add_message(const uint8_t* message, uint32_t time);
+    // The same with a system exclusive message, from 0xF0 to 0xF7, which only General MIDI takes.
+    bool add_exclusive(std::span<const uint8_t> message, uint32_t time);
+    // Lets all keys and pedals go at `time`.  False when there is no room.
+    bool release_all(uint32_t time);
 
     // Changes a controller but the pitch bend, of the edited program or a global one, in the bank
     // and, from `time` on, in the sound.
@@ -32,8 +38,8 @@ class PlayerAudio {
     // In the bank.
     [[nodiscard]] int get_controller(unsigned number) const;
 
-    // Channel `channel` plays a sound that belongs to no program from `time` on, until it is given
-    // a program.
+    // In the native dialect: channel `channel` plays a sound that belongs to no program from `time`
+    // on, until it is given a program.
     void play_sound(unsigned channel, const ControllerBytes& bytes, uint32_t time);
 
     // Drops what is queued, releases every key of every channel and sends the bank anew: what
@@ -49,6 +55,9 @@ class PlayerAudio {
     [[nodiscard]] uint32_t num_queued_events() const { return events.size(); }
     [[nodiscard]] uint32_t room_for_events() const { return events.room(); }
 
+    // What plays General MIDI, for its report; null before.
+    [[nodiscard]] const GmEnsemble* ensemble() const { return gm; }
+
     // Once the clock is there it is moved back: six hours and 46 minutes, half of TIME_NEVER.
     static constexpr uint32_t CLOCK_LIMIT = 0x40000000;
     // Between two runs, before anything has been queued.
@@ -57,23 +66,34 @@ class PlayerAudio {
   private:
     void follow(const PlayerEdit& edit);
     void refresh_if_asked();
-    void take_next_bank();
+    void follow_dialect();
+    void begin_gm();
+    void end_gm();
+    bool follow_in_gm(const PlayerEdit& edit, uint32_t time);
+    bool add_gm_message(const midi_event& record);
+    void set_gm_controller(unsigned program, unsigned number, int value, uint32_t time);
+    void run_native(Tarquil& engine, float* pcm, uint32_t frames);
+    void run_gm(Tarquil& engine, float* pcm, uint32_t frames);
+    void publish_gm_programs();
+    void note_played(const midi_event& event);
     void send_byte(unsigned program, unsigned number, int value, uint32_t time);
     void send_bend(unsigned program, int coarse, int fine);
     void play_program(unsigned channel, unsigned program, uint32_t time);
     void send_program(unsigned channel, uint32_t time);
     void send_globals(uint32_t time);
     void refresh();
-    void release_notes();
     void send_what_found_no_room();
     void keep_clock_low(Tarquil& engine);
     void measure(Tarquil& engine, const float* frames, uint32_t num_frames);
+    [[nodiscard]] bool plays_gm() const { return dialect == MidiDialect::GENERAL_MIDI; }
+    [[nodiscard]] ChannelPrograms wanted_programs() const;
 
     PlayerLink& link;
-    BankBytes* bank;
-    EventQueue events;
+    MidiDialect dialect = MidiDialect::NATIVE; // that has been followed
+    GmEnsemble* gm = nullptr;                  // from the first time on that it plays
+    EventQueue events;                         // the engine's own, or records of gm_message
     uint32_t curr_time = 0;
-    uint8_t playing[NUM_CHANNELS] = {};
+    ChannelPrograms playing{};
 
     bool is_refresh_asked = false; // by an edit that is being followed
 

@@ -3,13 +3,19 @@
 
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 #include "common/spsc_queue.h"
 #include "player/bank_bytes.h"
+#include "player/channel_programs.h"
+#include "player/gm_ensemble.h"
+#include "player/handover.h"
 #include "player/meters.h"
 #include "softsynth/core/core.h"
+#include "softsynth/parameters/midi_dialect.h"
 
 namespace tarquil {
 
@@ -36,16 +42,24 @@ struct PlayerEdit {
 };
 
 struct PlayerLink {
+    explicit PlayerLink(const TarqSettings& first_bank)
+        : bank(std::make_unique<BankBytes>(first_bank)), gm_set(std::make_shared<const GmSet>()) {
+        const ChannelPrograms usual = usual_channel_programs(MidiDialect::NATIVE);
+        std::copy(usual.begin(), usual.end(), channel_programs);
+    }
+
     // Some hosts set every parameter of several programs between two blocks.
     SpscQueue<PlayerEdit, 4096> edits;
     // An edit found no room: the bank is to be sent as a whole.
     std::atomic<bool> edits_lost{false};
-    // The bank that takes the place of the audio side's at the next refresh, and those that it has
-    // replaced, to be freed elsewhere: two at most, since each new one frees those before.
-    std::atomic<BankBytes*> next_bank{nullptr};
-    SpscQueue<BankBytes*, 4> retired_banks;
+    Handover<std::unique_ptr<BankBytes>> bank; // taken at a refresh
+    Handover<std::shared_ptr<const GmSet>> gm_set;
 
-    std::atomic<Tarquil*> engine{nullptr}; // null until it is made
+    std::atomic<Tarquil*> engine{nullptr}; // null until it is made, as are:
+    std::atomic<Tarquil*> drum_engine{nullptr};
+    std::atomic<GmEnsemble*> ensemble{nullptr};
+    // As asked for last; the ensemble is made before it is General MIDI.
+    std::atomic<MidiDialect> dialect{MidiDialect::NATIVE};
     // What each channel plays: as asked for last, by either side.
     std::atomic<uint8_t> channel_programs[NUM_CHANNELS]{};
     // The program that hosts and editors work on.

@@ -36,6 +36,11 @@ void PluginSynth::set_instrument(unsigned program, const Instrument& instrument)
     plugin.updateDisplay();
 }
 
+void PluginSynth::set_dialect(MidiDialect dialect) {
+    PlayerSynth::set_dialect(dialect);
+    plugin.updateDisplay();
+}
+
 void PluginSynth::set_bank(const TarqSettings& bank) {
     PlayerSynth::set_bank(bank);
     plugin.updateDisplay();

@@ -20,6 +20,7 @@ class PluginSynth : public PlayerSynth {
     void set_program(unsigned program) override;
     void set_instrument(unsigned program, const Instrument& instrument) override;
     void set_bank(const TarqSettings& bank) override;
+    void set_dialect(MidiDialect dialect) override;
 
   private:
     TarqVST& plugin;

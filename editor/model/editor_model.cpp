@@ -157,6 +157,9 @@ void EditorModel::apply(const Edit& edit, bool forward) {
                        const auto& song = forward ? change.after : change.before;
                        synth.set_song(song.first, song.second);
                    },
+                   [&](const DialectEdit& change) {
+                       synth.set_dialect(forward ? change.after : change.before);
+                   },
                },
                edit);
 }
@@ -198,6 +201,11 @@ void EditorModel::set_song(std::string_view title, std::string_view author) {
     const std::pair after(storable_text(title), storable_text(author));
     if (before != after)
         change({"Song", {SongEdit{before, after}}});
+}
+
+void EditorModel::set_dialect(MidiDialect dialect) {
+    if (dialect != state.dialect)
+        change({"General MIDI", {DialectEdit{state.dialect, dialect}}});
 }
 
 void EditorModel::paste_instrument(const Instrument& instrument, unsigned program) {

@@ -45,6 +45,7 @@ class EditorModel {
     void rename_program(unsigned program, std::string_view name);
     void assign_channel(unsigned channel, unsigned program);
     void set_song(std::string_view title, std::string_view author);
+    void set_dialect(MidiDialect dialect);
 
     void paste_instrument(const Instrument& instrument, unsigned program);
     void copy_program(unsigned from, unsigned to);

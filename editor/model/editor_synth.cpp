@@ -15,6 +15,7 @@ void read_bank(const TarqSettings& bank, unsigned program, EditorState& state) {
     state.program = program;
     state.song_title = bank.get_song_title();
     state.song_author = bank.get_song_author();
+    state.dialect = bank.get_midi_dialect();
 }
 
 } // namespace tarquil

@@ -12,6 +12,7 @@
 #include "instrument/settings.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/families.h"
+#include "softsynth/parameters/midi_dialect.h"
 
 namespace tarquil {
 
@@ -25,6 +26,7 @@ struct EditorState {
     std::array<std::string, MAX_INSTRUMENTS> names;
     std::string song_title;
     std::string song_author;
+    MidiDialect dialect = MidiDialect::NATIVE; // of the messages that are played
 
     bool operator==(const EditorState& other) const = default;
 };
@@ -69,6 +71,8 @@ class EditorSynth {
     // The bank as a whole; channels keep their program numbers.
     virtual void copy_bank(TarqSettings& bank) = 0;
     virtual void set_bank(const TarqSettings& bank) = 0;
+    // What messages mean, kept with the bank; a change ends what sounds.
+    virtual void set_dialect(MidiDialect dialect) = 0;
     virtual void set_song(const std::string& title, const std::string& author) = 0;
 
     // What its oscillators play, to be drawn.

@@ -44,7 +44,13 @@ struct SongEdit {
     std::pair<std::string, std::string> after{};
 };
 
-using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit>;
+struct DialectEdit {
+    MidiDialect before = MidiDialect::NATIVE;
+    MidiDialect after = MidiDialect::NATIVE;
+};
+
+using Edit =
+    std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit, DialectEdit>;
 
 // What one gesture changed, in order.
 struct UndoStep {

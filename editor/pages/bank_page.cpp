@@ -55,6 +55,12 @@ void export_bank(UiHost& host) {
                       }});
 }
 
+void toggle_general_midi(UiHost& host) {
+    EditorModel& model = host.get_model();
+    const bool is_on = model.get_state().dialect == MidiDialect::GENERAL_MIDI;
+    model.set_dialect(is_on ? MidiDialect::NATIVE : MidiDialect::GENERAL_MIDI);
+}
+
 void copy(UiHost& host) {
     host.get_view_state().copied_instrument =
         host.get_model().get_synth().get_instrument(selected(host));
@@ -111,11 +117,21 @@ Page make_bank_page() {
     page.add<SlotGrid>(add_panel(page, rest, "Instruments"));
     add_slot_buttons(page, add_panel(page, right.cut_top(202), "Selected slot"));
     right.cut_top(GAP);
-    Rect bank = add_panel(page, right.cut_top(108), "Bank");
+    Rect bank = add_panel(page, right.cut_top(142), "Bank");
     page.add<Button>(bank.cut_top(28), "Import bank\u2026", import_bank,
                      "Replaces all instruments and the global settings; undo brings them back");
     bank.cut_top(6);
     page.add<Button>(bank.cut_top(28), "Export bank\u2026", export_bank);
+    bank.cut_top(6);
+    page.add<Button>(
+        bank.cut_top(28),
+        [](UiHost& host) {
+            const bool is_on = host.get_model().get_state().dialect == MidiDialect::GENERAL_MIDI;
+            return Button::Look{"General MIDI", true, is_on};
+        },
+        toggle_general_midi,
+        "Lit: controllers, pedals, bends and drums as General MIDI means them\n"
+        "Else: the synthesizer's own controller numbers\nKept with the bank");
     right.cut_top(GAP);
     Rect song = add_panel(page, right, "Song");
     const TextStyle heading{theme::SMALL, theme::TEXT_MUTED};

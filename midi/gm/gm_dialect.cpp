@@ -2,25 +2,14 @@
 
 #include "midi/gm/gm_dialect.h"
 
-#include <algorithm>
-
 #include "midi/gm/channel_sound.h"
+#include "softsynth/parameters/controller_table.h"
 
 namespace tarquil {
 
 namespace {
 
 const GmMap NO_MAP;
-
-bool is_damaged(std::span<const uint8_t> message) {
-    if (message.empty() || !is_midi_status(message[0]))
-        return true;
-    if (message[0] >= MIDI_SYSTEM)
-        return false;
-    const size_t size = 1 + num_midi_data_bytes(message[0]);
-    return message.size() < size ||
-           std::any_of(message.begin() + 1, message.begin() + ptrdiff_t(size), is_midi_status);
-}
 
 bool is_mode(unsigned controller) {
     return controller >= MIDI_SOUND_OFF;
@@ -40,6 +29,7 @@ void GmDialect::set_sounds(const GmSounds& sounds, const GmMap* map) {
 
 void GmDialect::start(uint32_t time) {
     now = time;
+    is_due_known = false;
     for (unsigned i = 0; i < NUM_MIDI_CHANNELS; i++)
         state.channels[i].set_defaults(i);
     state.master = GmMaster();
@@ -52,12 +42,15 @@ void GmDialect::start(uint32_t time) {
 
 void GmDialect::advance(uint32_t until, EngineEvents& out) {
     for (;;) {
-        const DueTime due = earlier(melodic.due(), rhythm.due());
-        if (!due || !is_before(*due, until))
+        if (!is_due_known)
+            next_due = earlier(melodic.due(), rhythm.due());
+        is_due_known = true;
+        if (!next_due || !is_before(*next_due, until))
             break;
-        melodic.run_due(*due, out);
-        rhythm.run_due(*due, out);
-        now = *due;
+        now = *next_due;
+        melodic.run_due(now, out);
+        rhythm.run_due(now, out);
+        is_due_known = false;
     }
     if (is_before(now, until))
         now = until;
@@ -65,31 +58,37 @@ void GmDialect::advance(uint32_t until, EngineEvents& out) {
 
 uint32_t GmDialect::step_to(uint32_t time, EngineEvents& out) {
     advance(time, out);
+    is_due_known = false; // after what the caller does
     return now;
 }
 
-void GmDialect::translate(uint32_t time, std::span<const uint8_t> message, EngineEvents& out) {
-    time = step_to(time, out);
+void GmDialect::translate(const midi_event& message, EngineEvents& out) {
+    if (message.status == GM_RELEASE_ALL) {
+        release_all(message.time, out);
+        return;
+    }
+    midi_event now_due = message;
+    now_due.time = step_to(message.time, out);
     state.report.messages++;
-    if (is_damaged(message))
+    if (message.status == GM_DAMAGED)
         state.report.count(GmMessage::DAMAGED);
-    else if (message[0] == MIDI_SYSTEM)
-        play_sysex(time, message, out);
-    else if (message[0] > MIDI_SYSTEM)
+    else if (message.status == GM_OTHER_SYSTEM)
         state.report.count(GmMessage::OTHER_SYSTEM);
+    else if (message.status >= GM_SYSEX)
+        play_sysex(now_due.time, sysex_of(message), out);
     else
-        play_channel_message(time, message, out);
+        play_channel_message(now_due, out);
 }
 
-void GmDialect::play_channel_message(uint32_t time, std::span<const uint8_t> message,
-                                     EngineEvents& out) {
-    const unsigned index = midi_channel(message[0]);
-    const unsigned data = message[1];
+void GmDialect::play_channel_message(const midi_event& message, EngineEvents& out) {
+    const uint32_t time = message.time;
+    const unsigned index = midi_channel(message.status);
+    const unsigned data = message.data1;
     GmChannel& channel = state.channels[index];
-    switch (midi_kind(message[0])) {
+    switch (midi_kind(message.status)) {
     case MIDI_NOTE_ON:
-        if (message[2] > 0) {
-            note_on(time, index, data, message[2], out);
+        if (message.data2 > 0) {
+            note_on(time, index, data, message.data2, out);
             break;
         }
         [[fallthrough]];
@@ -102,11 +101,11 @@ void GmDialect::play_channel_message(uint32_t time, std::span<const uint8_t> mes
         break;
     case MIDI_CONTROL_CHANGE:
         state.report.controllers[data]++;
-        change_controller(time, index, data, message[2], out);
+        change_controller(time, index, data, message.data2, out);
         break;
     case MIDI_PROGRAM_CHANGE:
         state.report.count(GmMessage::PROGRAMS);
-        change_program(index, data);
+        choose_program(index, data);
         break;
     case MIDI_CHANNEL_PRESSURE:
         state.report.count(GmMessage::CHANNEL_PRESSURE);
@@ -115,7 +114,7 @@ void GmDialect::play_channel_message(uint32_t time, std::span<const uint8_t> mes
         break;
     default: // a bend
         state.report.count(GmMessage::BENDS);
-        channel.bend = uint16_t(unsigned(message[2]) << 7U | data);
+        channel.bend = uint16_t(unsigned(message.data2) << 7U | data);
         if (channel.is_rhythm && channel.bend != BEND_CENTRE)
             state.report.count(GmShortfall::RHYTHM_CONTROLLER);
         melodic.update_bend(time, index, out);
@@ -140,7 +139,7 @@ void GmDialect::note_off(uint32_t time, unsigned channel, unsigned key, EngineEv
     rhythm.note_off(time, channel, key, out);
 }
 
-void GmDialect::change_program(unsigned index, unsigned program) {
+void GmDialect::choose_program(unsigned index, unsigned program) {
     GmChannel& channel = state.channels[index];
     channel.set_program(program, state.xg_banks);
     if (!channel.is_rhythm &&
@@ -275,10 +274,7 @@ void GmDialect::set_engine_controller(uint32_t time, unsigned channel, unsigned 
     const auto byte = uint8_t(filter_controller(number, int(value)));
     if (info->scope != ControllerScope::CHANNEL) {
         changed_globals.set(number);
-        out.put(MELODIC_ENGINE, {.time = time,
-                                 .status = midi_status(MIDI_CONTROL_CHANGE, 0),
-                                 .data1 = uint8_t(number),
-                                 .data2 = byte});
+        put_global(time, number, byte, out);
         return;
     }
     if (settings.is_rhythm) {
@@ -312,8 +308,27 @@ void GmDialect::refresh(uint32_t time, EngineEvents& out) {
     rhythm.update_all(time, out);
 }
 
+void GmDialect::refresh_byte(uint32_t time, unsigned program, unsigned controller,
+                             EngineEvents& out) {
+    time = step_to(time, out);
+    if (find_controller(controller) == nullptr)
+        return;
+    if (!is_global_controller(controller))
+        melodic.update_program(time, program, controller, out);
+    else if (state.sounds.globals != nullptr)
+        put_global(time, controller, (*state.sounds.globals)[controller], out);
+}
+
+void GmDialect::put_global(uint32_t time, unsigned number, uint8_t byte, EngineEvents& out) {
+    out.put(MELODIC_ENGINE, {.time = time,
+                             .status = midi_status(MIDI_CONTROL_CHANGE, 0),
+                             .data1 = uint8_t(number),
+                             .data2 = byte});
+}
+
 void GmDialect::move_clock_back(uint32_t frames) {
     now -= frames;
+    is_due_known = false;
     melodic.move_clock_back(frames);
     rhythm.move_clock_back(frames);
 }

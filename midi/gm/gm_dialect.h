@@ -12,6 +12,7 @@
 #include <span>
 
 #include "midi/gm/engine_events.h"
+#include "midi/gm/gm_message.h"
 #include "midi/gm/gm_state.h"
 #include "midi/gm/melodic_parts.h"
 #include "midi/gm/rhythm_parts.h"
@@ -30,12 +31,18 @@ class GmDialect {
     // What is played; null: no map, thus no drums and no laws.  The map outlives its use.
     void set_sounds(const GmSounds& sounds, const GmMap* map);
 
-    // Begins at `time` with new engines, all settings as "GM on" leaves them.
+    // Begins at `time` with engines of which nothing is known, all settings as "GM on" leaves them.
     void start(uint32_t time);
+
+    // As a program change does, which nobody sent.
+    void choose_program(unsigned channel, unsigned program);
 
     // Runs what is scheduled before `time`, then the message: a status byte and its data, or a
     // whole system exclusive message.  Times before the last one count as that.
-    void translate(uint32_t time, std::span<const uint8_t> message, EngineEvents& out);
+    void translate(uint32_t time, std::span<const uint8_t> message, EngineEvents& out) {
+        translate(gm_message(time, message), out);
+    }
+    void translate(const midi_event& message, EngineEvents& out);
 
     // Runs what is scheduled before `until`.
     void advance(uint32_t until, EngineEvents& out);
@@ -48,6 +55,8 @@ class GmDialect {
 
     // Sounds have been edited: sends what that changes.
     void refresh(uint32_t time, EngineEvents& out);
+    // The same for one controller of one melodic sound, or a global one.
+    void refresh_byte(uint32_t time, unsigned program, unsigned controller, EngineEvents& out);
 
     // Lets the clock start `frames` later.
     void move_clock_back(uint32_t frames);
@@ -62,7 +71,7 @@ class GmDialect {
 
   private:
     uint32_t step_to(uint32_t time, EngineEvents& out);
-    void play_channel_message(uint32_t time, std::span<const uint8_t> message, EngineEvents& out);
+    void play_channel_message(const midi_event& message, EngineEvents& out);
     void note_on(uint32_t time, unsigned channel, unsigned key, unsigned velocity,
                  EngineEvents& out);
     void note_off(uint32_t time, unsigned channel, unsigned key, EngineEvents& out);
@@ -71,20 +80,23 @@ class GmDialect {
     void change_mode(uint32_t time, unsigned channel, unsigned controller, EngineEvents& out);
     void change_pedal(uint32_t time, unsigned channel, unsigned pedal, unsigned value,
                       EngineEvents& out);
-    void change_program(unsigned channel, unsigned program);
     void enter_data(uint32_t time, unsigned channel, unsigned controller, unsigned value,
                     EngineEvents& out);
     void set_engine_controller(uint32_t time, unsigned channel, unsigned value, EngineEvents& out);
     void reset_controllers(uint32_t time, unsigned channel, EngineEvents& out);
     void update(uint32_t time, unsigned channel, unsigned midi_controller, EngineEvents& out);
-    void play_sysex(uint32_t time, std::span<const uint8_t> message, EngineEvents& out);
+    void play_sysex(uint32_t time, const SysexMessage& sysex, EngineEvents& out);
     void reset(uint32_t time, EngineEvents& out);
     void update_master(uint32_t time, EngineEvents& out);
+    static void put_global(uint32_t time, unsigned number, uint8_t byte, EngineEvents& out);
 
     GmState state;
     MelodicParts melodic;
     RhythmParts rhythm;
     uint32_t now = 0;
+    // When `is_due_known`: what the parts say, which they are not asked while nothing happens.
+    DueTime next_due;
+    bool is_due_known = false;
     std::bitset<NUM_CONTROLLERS> changed_globals; // by NRPN, until a reset
 };
 

@@ -1,12 +1,10 @@
 // The General MIDI dialect: system exclusive messages and resets.
 
 #include "midi/gm/gm_dialect.h"
-#include "midi/gm/sysex.h"
 
 namespace tarquil {
 
-void GmDialect::play_sysex(uint32_t time, std::span<const uint8_t> message, EngineEvents& out) {
-    const SysexMessage sysex = read_sysex(message);
+void GmDialect::play_sysex(uint32_t time, const SysexMessage& sysex, EngineEvents& out) {
     GmReport& report = state.report;
     switch (sysex.kind) {
     case SysexKind::GM_ON:
@@ -65,10 +63,7 @@ void GmDialect::reset(uint32_t time, EngineEvents& out) {
     for (unsigned number = 0; number < NUM_CONTROLLERS; number++) {
         if (!changed_globals[number] || state.sounds.globals == nullptr)
             continue;
-        out.put(MELODIC_ENGINE, {.time = time,
-                                 .status = midi_status(MIDI_CONTROL_CHANGE, 0),
-                                 .data1 = uint8_t(number),
-                                 .data2 = (*state.sounds.globals)[number]});
+        put_global(time, number, (*state.sounds.globals)[number], out);
     }
     changed_globals.reset();
 }

@@ -162,6 +162,15 @@ void MelodicParts::update_all(uint32_t time, EngineEvents& out) {
     }
 }
 
+void MelodicParts::update_program(uint32_t time, unsigned program, unsigned controller,
+                                  EngineEvents& out) {
+    if (is_bend(controller))
+        return;
+    for (Part& part : parts)
+        if (part.is_assigned && part.program == program)
+            send(time, part, controller, out);
+}
+
 void MelodicParts::update_bend(uint32_t time, unsigned channel, EngineEvents& out) {
     bool reached = true;
     for (Part& part : parts)

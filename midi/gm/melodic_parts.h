@@ -45,6 +45,7 @@ class MelodicParts {
     void update(uint32_t time, unsigned channel, std::span<const unsigned> controllers,
                 EngineEvents& out);
     void update_all(uint32_t time, EngineEvents& out);
+    void update_program(uint32_t time, unsigned program, unsigned controller, EngineEvents& out);
     void update_bend(uint32_t time, unsigned channel, EngineEvents& out);
     void update_vibrato(uint32_t time, unsigned channel);
 

@@ -21,6 +21,7 @@ enum class SysexKind : uint8_t {
     GS_RHYTHM_PART, // value 0: melodic, else a drum map, of `channel`
     GS_VOLUME,      // value 0..127
 };
+inline constexpr SysexKind LAST_SYSEX_KIND = SysexKind::GS_VOLUME;
 
 struct SysexMessage {
     SysexKind kind = SysexKind::UNKNOWN;

@@ -1,15 +1,15 @@
-// A limiter: no sample beyond the ceiling, and every sample as it was while none would be.
+// A limiter without delay: no sample beyond the ceiling, and every sample as it was while none
+// would be.
 
 #include "softsynth/effects/limiter.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace tarquil {
 
 namespace {
-
-constexpr float LARGEST_INPUT = 4.0F * Limiter::CEILING;
 
 // What is left of the reduction falls to 1/e in 80 ms.
 constexpr float RELEASE = 0.00028F;
@@ -18,39 +18,54 @@ constexpr float SMALLEST_REDUCTION = 3e-4F;
 
 } // namespace
 
-float Limiter::smallest_wanted(float wanted) {
-    while (num_wishes > 0 && wishes[(first_wish + num_wishes - 1) % WINDOW].gain >= wanted)
-        num_wishes--;
-    if (num_wishes > 0 && time - wishes[first_wish].time > LOOK_AHEAD) {
-        first_wish = (first_wish + 1) % WINDOW;
-        num_wishes--;
-    }
-    wishes[(first_wish + num_wishes) % WINDOW] = {time, wanted};
-    num_wishes++;
-    return wishes[first_wish].gain;
+void Limiter::render(float* frames, uint32_t num_frames) {
+    for (uint32_t done = 0; done < num_frames; done += PIECE)
+        render_piece(frames + size_t(2) * done, std::min(PIECE, num_frames - done));
 }
 
-void Limiter::render(float* frames, uint32_t num_frames) {
-    for (uint32_t i = 0; i < num_frames; i++, time++) {
-        float* frame = frames + 2 * size_t(i);
-        const float left = std::clamp(frame[0], -LARGEST_INPUT, LARGEST_INPUT);
-        const float right = std::clamp(frame[1], -LARGEST_INPUT, LARGEST_INPUT);
-        const float peak = std::max(std::fabs(left), std::fabs(right));
-        const float wanted = peak > CEILING ? CEILING / peak : 1.0F;
-        const float risen = last_held + (1.0F - last_held) * RELEASE;
-        const float rest = 1.0F - risen < SMALLEST_REDUCTION ? 1.0F : risen;
-        last_held = std::min(smallest_wanted(wanted), rest);
+void Limiter::render_piece(float* frames, uint32_t num_frames) {
+    float wanted[PIECE];
+    float least = 1.0F;
+    for (uint32_t i = 0; i < num_frames; i++) {
+        const float peak = std::max(std::fabs(frames[2 * i]), std::fabs(frames[2 * i + 1]));
+        wanted[i] = peak > CEILING ? CEILING / peak : 1.0F;
+        least = std::min(least, wanted[i]);
+    }
+    if (least == 1.0F && is_idle())
+        return;
+    float gains[PIECE];
+    if (least < gain)
+        fall(wanted, gains, num_frames);
+    else
+        rise(least, gains, num_frames);
+    for (uint32_t i = 0; i < 2 * num_frames; i++) // the product may round up by half a step
+        frames[i] = std::clamp(frames[i] * gains[i / 2], -CEILING, CEILING);
+}
 
-        held_sum += double(last_held) - double(held[position]);
-        held[position] = last_held;
-        const auto gain = float(held_sum / LOOK_AHEAD);
-        float* old = &delayed[2 * size_t(position)];
-        // The product may round up by half a step.
-        frame[0] = std::clamp(old[0] * gain, -CEILING, CEILING);
-        frame[1] = std::clamp(old[1] * gain, -CEILING, CEILING);
-        old[0] = left;
-        old[1] = right;
-        position = (position + 1) % LOOK_AHEAD;
+void Limiter::fall(const float* wanted, float* gains, uint32_t num_frames) {
+    for (uint32_t first = 0; first < num_frames;) {
+        uint32_t last = num_frames;
+        float slope = 0.0F;
+        for (uint32_t i = first; i < num_frames; i++) {
+            const float needed = (wanted[i] - gain) / float(i - first + 1);
+            if (needed < slope) {
+                slope = needed;
+                last = i;
+            }
+        }
+        for (uint32_t i = first; i < last; i++)
+            gains[i] = gain + slope * float(i - first + 1);
+        if (last < num_frames)
+            gain = gains[last] = wanted[last];
+        first = last + 1;
+    }
+}
+
+void Limiter::rise(float least_wanted, float* gains, uint32_t num_frames) {
+    for (uint32_t i = 0; i < num_frames; i++) {
+        const float risen = gain + (1.0F - gain) * RELEASE;
+        gain = std::min(least_wanted, 1.0F - risen < SMALLEST_REDUCTION ? 1.0F : risen);
+        gains[i] = gain;
     }
 }
 

@@ -26,7 +26,7 @@ std::vector<float> play_song(const std::string& song_path, const std::string& ba
             std::fprintf(stderr, "%s does not load\n", bank_path.c_str());
             return {};
         }
-        EngineDriver driver(song, orchestra, 1);
+        EngineDriver driver(song, orchestra, nullptr, 1);
         const uint32_t num_blocks = (song.end_time + TAIL) / driver.block();
         std::vector<float> sound(size_t(2) * driver.block() * num_blocks);
         for (uint32_t i = 0; i < num_blocks; i++)

@@ -154,6 +154,25 @@ TEST_F(HostedPlayerTest, RatesBeyondReasonAreRefusedAndChangeNothing) {
     EXPECT_EQ(hosted.latency_frames(), 63U);
 }
 
+TEST_F(HostedPlayerTest, AResetEndsGeneralMidisNotesAndForgetsItsMessages) {
+    hosted.player().set_dialect(MidiDialect::GENERAL_MIDI);
+    begin(64);
+    play(0xB0, 64, 127);
+    play(0x90, 60, 100);
+    EXPECT_GT(peak(render(640).left), 0.001F);
+    begin(64);
+    const uint8_t silence[] = {0xF0, 0x7F, 0x7F, 4, 1, 0, 0, 0xF7}; // master volume
+    EXPECT_TRUE(hosted.add_message(silence, 0));
+    end();
+    hosted.reset();
+    render(44100 * 8);
+    EXPECT_LT(peak(render(640).left), 1e-4F);
+    EXPECT_EQ(hosted.player().audio().ensemble()->voices(), 0U);
+    begin(640);
+    play(0x90, 62, 100);
+    EXPECT_GT(peak(end().left), 0.001F);
+}
+
 } // namespace
 
 } // namespace tarquil

@@ -185,8 +185,9 @@ TEST(Player, AutomationChangesTheEditedProgramAtItsTime) {
 }
 
 // A melody with moving controls, cut into blocks of random lengths.
-std::vector<float> play_in_blocks(double rate, uint32_t seed) {
+std::vector<float> play_in_blocks(double rate, uint32_t seed, MidiDialect dialect) {
     Player player;
+    player.set_dialect(dialect);
     player.start();
     QuantumStream stream(player.audio());
     EXPECT_TRUE(stream.activate(rate));
@@ -208,6 +209,10 @@ std::vector<float> play_in_blocks(double rate, uint32_t seed) {
             if (frame % 5003 == 0) {
                 const uint8_t change[] = {0xC0, uint8_t(frame % 7), 0};
                 player.audio().add_message(change, stream.event_time(frame - done));
+                const uint8_t modulation[] = {0xB0, 1, uint8_t(frame % 127)};
+                player.audio().add_message(modulation, stream.event_time(frame - done));
+                const uint8_t balance[] = {0xF0, 0x7F, 0x7F, 4, 2, 0, uint8_t(frame % 127), 0xF7};
+                player.audio().add_exclusive(balance, stream.event_time(frame - done));
             }
         }
         stream.render(&sound[done], &sound[FRAMES + done], block);
@@ -217,11 +222,13 @@ std::vector<float> play_in_blocks(double rate, uint32_t seed) {
 }
 
 TEST(Player, BytesDoNotDependOnTheHostsBlocks) {
-    for (const double rate : {44100.0, 48000.0, 22050.0}) {
-        const std::vector<float> whole = play_in_blocks(rate, 0);
-        EXPECT_GT(peak(whole), 0.01F);
-        for (const uint32_t seed : {1U, 2U})
-            EXPECT_EQ(play_in_blocks(rate, seed), whole) << rate << " seed " << seed;
+    for (const MidiDialect dialect : {MidiDialect::NATIVE, MidiDialect::GENERAL_MIDI}) {
+        for (const double rate : {44100.0, 48000.0, 22050.0}) {
+            const std::vector<float> whole = play_in_blocks(rate, 0, dialect);
+            EXPECT_GT(peak(whole), 0.01F);
+            for (const uint32_t seed : {1U, 2U})
+                EXPECT_EQ(play_in_blocks(rate, seed, dialect), whole) << rate << " seed " << seed;
+        }
     }
 }
 

@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include "midi/gm/gm_map_file.h"
+#include "player/player.h"
+#include "player/quantum_stream.h"
 #include "tests/support/engine_host.h"
 #include "tests/vst/callback_watch.h"
 #include "tests/vst/plugin_host.h"
@@ -135,6 +138,64 @@ TEST(Realtime, TheCallbackOnlyComputes) {
         EXPECT_EQ(counts[phase].system_calls, 0)
             << PHASES[phase].name << ": " << counts[phase].last_system_call;
     }
+}
+
+void call_player(Player& player, QuantumStream& stream, float* left, float* right,
+                 uint32_t frames) noexcept CALLED_IN_REAL_TIME {
+    PlayerAudio& audio = player.audio();
+    audio.follow_edits();
+    for (uint32_t i = 0; i < 96; i++) {
+        const uint32_t time = stream.event_time(i % frames);
+        const auto channel = uint8_t(i % 16);
+        const uint8_t messages[][3] = {{uint8_t(0xC0U | channel), uint8_t(i), 0},
+                                       {uint8_t(0x90U | channel), uint8_t(30 + i % 60), 100},
+                                       {uint8_t(0xB0U | channel), 1, 100},
+                                       {uint8_t(0xB0U | channel), 7, uint8_t(40 + i % 80)},
+                                       {uint8_t(0xE0U | channel), 0, uint8_t(i % 128)},
+                                       {uint8_t(0xB0U | channel), 64, uint8_t(i % 2 * 127)},
+                                       {uint8_t(0x80U | channel), uint8_t(30 + i % 60), 0}};
+        for (const auto& message : messages)
+            audio.add_message(message, time);
+    }
+    const uint8_t reset[] = {0xF0, 0x7E, 0x7F, 9, 1, 0xF7};
+    audio.add_exclusive(reset, stream.event_time(frames / 2));
+    audio.set_controller(CTRL_FILTER1_CUTOFF, int(frames % 128), stream.event_time(0));
+    stream.render(left, right, frames);
+}
+
+// Both dialects in turn, with drums, edits and another bank meanwhile.
+TEST(Realtime, GeneralMidiAndTheSwitchToItOnlyCompute) {
+    const auto set = std::make_shared<GmSet>();
+    set->drums = std::make_unique<TarqSettings>();
+    ASSERT_EQ(load_gm_map_from_string(set->map, "family = all\nk00_040 = all 1 60 100 64 400\n"
+                                                "p003_env1_decay = key -20 vel 5\n"
+                                                "p003_vibrato = 5 20 0.2 0.1\n"),
+              "");
+    Player player;
+    player.set_gm_set(set);
+    player.start();
+    QuantumStream stream(player.audio());
+    ASSERT_TRUE(stream.activate(48000.0));
+    std::vector<float> left(2048);
+    std::vector<float> right(2048);
+    CallbackCounts counts;
+    const auto play = [&](bool counted) {
+        for (const MidiDialect dialect : {MidiDialect::GENERAL_MIDI, MidiDialect::NATIVE}) {
+            player.set_dialect(dialect);
+            player.set_controller(CTRL_PANNING, 40);
+            player.set_bank(player.get_bank());
+            player.set_gm_set(set);
+            for (const uint32_t frames : {64U, 61U, 2048U, 5U}) {
+                CallbackCounts uncounted;
+                const CallbackWatch watch(counted ? counts : uncounted);
+                call_player(player, stream, left.data(), right.data(), frames);
+            }
+        }
+    };
+    play(false);
+    play(true);
+    EXPECT_EQ(counts.allocations, 0);
+    EXPECT_EQ(counts.locks, 0);
 }
 
 #ifdef REALTIME_SANITIZER

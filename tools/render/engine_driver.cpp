@@ -15,9 +15,21 @@ ChannelSet find_used_channels(const Song& song, const ChannelSet& channels) {
     return used & channels;
 }
 
-EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed)
+namespace {
+
+[[noreturn]] void fail_on_crowd(uint32_t time) {
+    throw BadInput("sample " + std::to_string(time) + ": more than " +
+                   std::to_string(EventQueue::CAPACITY) + " events at once");
+}
+
+} // namespace
+
+EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players,
+                           const std::shared_ptr<const GmSet>& set, uint32_t seed)
     : SongDriver(played_song, players.channels), orchestra(players) {
+    player.set_gm_set(set);
     player.set_bank(orchestra.bank);
+    player.set_dialect(set != nullptr ? MidiDialect::GENERAL_MIDI : MidiDialect::NATIVE);
     player.start(seed);
     player.audio().follow_edits();
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
@@ -40,10 +52,18 @@ void EngineDriver::queue_message(uint32_t time, uint32_t block_start, const uint
     if (midi_kind(bytes[0]) == MIDI_PROGRAM_CHANGE &&
         orchestra.fixed_instruments[midi_channel(bytes[0])])
         return;
-    // The player's clock may have been moved back.
-    if (!player.audio().add_message(bytes, player.audio().time() + (time - block_start)))
-        throw BadInput("sample " + std::to_string(time) + ": more than " +
-                       std::to_string(EventQueue::CAPACITY) + " events at once");
+    if (!player.audio().add_message(bytes, player_time(time, block_start)))
+        fail_on_crowd(time);
+}
+
+void EngineDriver::queue_exclusive(const SongExclusive& message, uint32_t block_start) {
+    if (!player.audio().add_exclusive(message.bytes, player_time(message.time, block_start)))
+        fail_on_crowd(message.time);
+}
+
+void EngineDriver::queue_releases(uint32_t end_time, uint32_t block_start) {
+    if (!player.audio().release_all(player_time(end_time, block_start)))
+        fail_on_crowd(end_time);
 }
 
 } // namespace tarquil

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -33,8 +34,10 @@ ChannelSet find_used_channels(const Song& song, const ChannelSet& channels);
 // Renders within -1..1, in blocks of a quantum.
 class EngineDriver : public SongDriver {
   public:
-    // Both stay where they are as long as the driver.
-    EngineDriver(const Song& played_song, const Orchestra& players, uint32_t seed);
+    // Song and orchestra stay where they are as long as the driver.  `set`: what General MIDI plays
+    // beside the bank; null: the song is in the native dialect.
+    EngineDriver(const Song& played_song, const Orchestra& players,
+                 const std::shared_ptr<const GmSet>& set, uint32_t seed);
 
     [[nodiscard]] uint32_t block() const override { return QuantumStream::QUANTUM; }
 
@@ -46,11 +49,21 @@ class EngineDriver : public SongDriver {
         return taps[channel];
     }
 
+    // With a set.
+    [[nodiscard]] const GmEnsemble& general_midi() { return *player.audio().ensemble(); }
+
   protected:
     void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
+    void queue_exclusive(const SongExclusive& message, uint32_t block_start) override;
+    void queue_releases(uint32_t end_time, uint32_t block_start) override;
     void run(float* pcm, uint32_t block_start) override;
 
   private:
+    // The player's clock may have been moved back.
+    uint32_t player_time(uint32_t time, uint32_t block_start) {
+        return player.audio().time() + (time - block_start);
+    }
+
     const Orchestra& orchestra;
     Player player;
     std::vector<StereoBuffer> taps;

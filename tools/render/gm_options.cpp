@@ -56,11 +56,11 @@ void add_gm_options(CLI::App& command, const std::shared_ptr<RenderOptions>& opt
                      "Say what became of a General MIDI song's messages");
 }
 
-std::unique_ptr<GmSet> choose_gm_set(const RenderOptions& options, TarqSettings& bank,
-                                     LoadReport* report) {
+std::shared_ptr<const GmSet> choose_gm_set(const RenderOptions& options, TarqSettings& bank,
+                                           LoadReport* report) {
     if (!plays_general_midi(options, bank))
         return nullptr;
-    auto set = std::make_unique<GmSet>();
+    auto set = std::make_shared<GmSet>();
     if (!options.map_path.empty()) {
         TarqSettings melodic = bank;
         load_gm_set(options.map_path, *set, melodic, report);

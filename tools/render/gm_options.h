@@ -14,7 +14,7 @@ void add_gm_options(CLI::App& command, const std::shared_ptr<RenderOptions>& opt
 
 // The set that the song is played with, or null where its messages are the engine's own.  A map's
 // melodic bank takes the place of `bank` unless the options name one.
-std::unique_ptr<GmSet> choose_gm_set(const RenderOptions& options, TarqSettings& bank,
-                                     LoadReport* report);
+std::shared_ptr<const GmSet> choose_gm_set(const RenderOptions& options, TarqSettings& bank,
+                                           LoadReport* report);
 
 } // namespace tarquil

@@ -1,4 +1,4 @@
-// The General MIDI set that a render plays.
+// Reading of a General MIDI set.
 
 #include "tools/render/gm_set.h"
 
@@ -28,14 +28,13 @@ void load_gm_set(const std::string& path, GmSet& set, TarqSettings& melodic, Loa
     const std::string error = load_gm_map(set.map, path);
     if (!error.empty())
         throw BadInput(error);
-    set.has_map = true;
     if (!set.map.melodic_bank.empty())
         load_bank_beside(path, set.map.melodic_bank, melodic, report);
-    set.has_drums = !set.map.drum_bank.empty();
-    if (set.has_drums)
-        load_bank_beside(path, set.map.drum_bank, set.drums, report);
-    const std::string conflict =
-        find_family_conflict(set.map, sounds_of(melodic, set.has_drums ? &set.drums : nullptr));
+    if (!set.map.drum_bank.empty()) {
+        set.drums = std::make_unique<TarqSettings>();
+        load_bank_beside(path, set.map.drum_bank, *set.drums, report);
+    }
+    const std::string conflict = find_family_conflict(set.map, sounds_of(melodic, set.drums.get()));
     if (!conflict.empty())
         throw BadInput(path + ": " + conflict);
 }

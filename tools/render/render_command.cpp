@@ -49,8 +49,8 @@ void render(const RenderOptions& options) {
     const Song song = load_song(options.song_path);
     LoadReport report;
     const std::unique_ptr<Orchestra> orchestra = load_orchestra(options, report);
-    const std::unique_ptr<GmSet> set = choose_gm_set(options, orchestra->bank, &report);
-    const RenderResult result = render_song(options, song, *orchestra, set.get());
+    const std::shared_ptr<const GmSet> set = choose_gm_set(options, orchestra->bank, &report);
+    const RenderResult result = render_song(options, song, *orchestra, set);
     if (!options.quiet && !options.json)
         print_load_summary(report);
 

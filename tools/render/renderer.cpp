@@ -6,7 +6,6 @@
 #include <memory>
 #include <utility>
 
-#include "tools/render/gm_driver.h"
 #include "tools/render/interruption.h"
 #include "tools/render/main_output.h"
 #include "tools/render/plugin_driver.h"
@@ -40,7 +39,7 @@ void play(const RenderOptions& options, const Song& song, SongDriver& driver, Ma
 } // namespace
 
 RenderResult render_song(const RenderOptions& options, const Song& song, const Orchestra& orchestra,
-                         const GmSet* set) {
+                         const std::shared_ptr<const GmSet>& set) {
     const auto start = std::chrono::steady_clock::now();
     const Interruption interruption;
     const AudioFormat format = choose_audio_format(options.audio);
@@ -48,24 +47,20 @@ RenderResult render_song(const RenderOptions& options, const Song& song, const O
     MainOutput output({.path = options.audio.path, .standard_output = options.standard_output},
                       format, max_frames, options.normalize_dbfs);
     std::unique_ptr<SongDriver> driver;
-    const GmDriver* general_midi = nullptr;
+    EngineDriver* general_midi = nullptr;
     std::unique_ptr<StemOutputs> stems;
-    if (set != nullptr) {
-        auto ensemble = std::make_unique<GmDriver>(song, orchestra.channels, orchestra.bank, *set,
-                                                   options.seed);
-        general_midi = ensemble.get();
-        driver = std::move(ensemble);
-    } else if (!options.plugin_path.empty()) {
+    if (!options.plugin_path.empty()) {
         driver = std::make_unique<PluginDriver>(
             song, options, options.bank_path.empty() ? nullptr : &orchestra.bank);
     } else {
-        auto engine = std::make_unique<EngineDriver>(song, orchestra, options.seed);
+        auto engine = std::make_unique<EngineDriver>(song, orchestra, set, options.seed);
         if (!options.stem_folder.empty()) {
             engine->keep_channels();
             stems = std::make_unique<StemOutputs>(*engine, options.stem_folder, format,
                                                   find_used_channels(song, orchestra.channels),
                                                   max_frames);
         }
+        general_midi = set != nullptr ? engine.get() : nullptr;
         driver = std::move(engine);
     }
 
@@ -82,8 +77,8 @@ RenderResult render_song(const RenderOptions& options, const Song& song, const O
                         .peak_dbfs = output.get_meter().peak_dbfs(),
                         .loudness_lufs = output.get_meter().loudness_lufs()};
     if (general_midi != nullptr) {
-        result.report = general_midi->get_ensemble().report();
-        result.most_voices = general_midi->get_ensemble().get_most_voices();
+        result.report = general_midi->general_midi().report();
+        result.most_voices = general_midi->general_midi().get_most_voices();
     }
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     result.times_real_time = double(result.num_frames) / format.rate / elapsed.count();

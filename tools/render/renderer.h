@@ -3,13 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "midi/gm/gm_report.h"
 #include "midi/smf/smf_reader.h"
 #include "tools/audio/audio_format.h"
 #include "tools/render/engine_driver.h"
-#include "tools/render/gm_set.h"
 #include "tools/render/render_options.h"
 
 namespace tarquil {
@@ -27,6 +27,6 @@ struct RenderResult {
 // Writes the files that `options` names; all of them, or none and a Failure.
 // With `set` the song's messages are General MIDI.
 RenderResult render_song(const RenderOptions& options, const Song& song, const Orchestra& orchestra,
-                         const GmSet* set);
+                         const std::shared_ptr<const GmSet>& set);
 
 } // namespace tarquil

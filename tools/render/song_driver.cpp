@@ -38,7 +38,7 @@ void SongDriver::queue_exclusives(uint32_t block_end) {
         const SongExclusive& exclusive = song.exclusives[next_exclusive];
         if (exclusive.position > next_message || exclusive.time >= block_end)
             break;
-        queue_exclusive(exclusive);
+        queue_exclusive(exclusive, curr_time);
     }
 }
 

@@ -34,7 +34,7 @@ class SongDriver {
     virtual void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
 
     // Takes a system exclusive message, as queue_message does.
-    virtual void queue_exclusive(const SongExclusive& /*message*/) {}
+    virtual void queue_exclusive(const SongExclusive& /*message*/, uint32_t /*block_start*/) {}
 
     // Lets every key go at the song's end.
     virtual void queue_releases(uint32_t end_time, uint32_t block_start);

@@ -238,6 +238,11 @@ TEST_F(EditorModelTest, ChannelsAndTheSongAreSteps) {
     model.redo();
     EXPECT_EQ(synth.channel_programs[3], 40);
     EXPECT_EQ(model.get_state().channel_programs[3], 40);
+    model.set_dialect(MidiDialect::GENERAL_MIDI);
+    model.set_dialect(MidiDialect::GENERAL_MIDI); // no step
+    EXPECT_EQ(synth.bank.get_midi_dialect(), MidiDialect::GENERAL_MIDI);
+    model.undo();
+    EXPECT_EQ(model.get_state().dialect, MidiDialect::NATIVE);
 }
 
 TEST_F(EditorModelTest, WhatChangesNothingIsNoStep) {

@@ -1,6 +1,4 @@
-// The General MIDI ensemble as it sounds: levels, places, pitches and clicks, against the laws.
-
-#include "player/gm_ensemble.h"
+// General MIDI as a player sounds it: levels, places, pitches and clicks, against the laws.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +7,8 @@
 #include <vector>
 
 #include "midi/gm/gm_map_file.h"
+#include "player/player.h"
+#include "player/quantum_stream.h"
 
 namespace tarquil {
 namespace {
@@ -29,35 +29,42 @@ double decibels(double gain) {
     return 20.0 * std::log10(gain);
 }
 
-class Ensemble : public testing::Test {
+class GeneralMidi : public testing::Test {
   protected:
-    Ensemble() {
+    GeneralMidi() {
+        set->drums = std::make_unique<TarqSettings>();
         for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
             make_sine(melodic.get_instrument(i));
-            make_sine(drums.get_instrument(i));
+            make_sine(set->drums->get_instrument(i));
         }
     }
 
     // Dry, so that what is measured is the sound itself.
     void start() {
-        ensemble = std::make_unique<GmEnsemble>(melodic, &drums, &map, 1);
+        player = std::make_unique<Player>();
+        player->set_bank(melodic);
+        player->set_gm_set(set);
+        player->set_dialect(MidiDialect::GENERAL_MIDI);
+        player->start();
         for (unsigned channel = 0; channel < 16; channel++)
             send({uint8_t(0xB0U | channel), 91, 0});
     }
 
     void send(std::initializer_list<uint8_t> message) {
-        const std::vector<uint8_t> bytes(message);
-        ASSERT_TRUE(ensemble->add_message(ensemble->get_time(), bytes));
+        uint8_t bytes[3] = {};
+        std::copy(message.begin(), message.end(), bytes);
+        player->audio().follow_edits();
+        ASSERT_TRUE(player->audio().add_message(bytes, player->audio().time()));
     }
 
     // The next frames, left and right.
     void record(double seconds) {
         left.clear();
         right.clear();
-        float pcm[2 * GmEnsemble::QUANTUM];
+        float pcm[2 * QuantumStream::QUANTUM];
         while (double(left.size()) < seconds * RATE) {
-            ensemble->render(pcm);
-            for (uint32_t i = 0; i < GmEnsemble::QUANTUM; i++) {
+            player->audio().run(pcm, QuantumStream::QUANTUM);
+            for (uint32_t i = 0; i < QuantumStream::QUANTUM; i++) {
                 left.push_back(pcm[2 * i]);
                 right.push_back(pcm[2 * i + 1]);
             }
@@ -106,14 +113,13 @@ class Ensemble : public testing::Test {
     }
 
     TarqSettings melodic;
-    TarqSettings drums;
-    GmMap map;
-    std::unique_ptr<GmEnsemble> ensemble;
+    std::shared_ptr<GmSet> set = std::make_shared<GmSet>();
+    std::unique_ptr<Player> player;
     std::vector<double> left;
     std::vector<double> right;
 };
 
-TEST_F(Ensemble, LevelsFollowFortyLog) {
+TEST_F(GeneralMidi, LevelsFollowFortyLog) {
     start();
     const double full = level(127, 127, 120);
     for (const int volume : {100, 64, 40, 20, 10})
@@ -128,7 +134,7 @@ TEST_F(Ensemble, LevelsFollowFortyLog) {
     EXPECT_LT(level(0, 127, 127), 1e-9);
 }
 
-TEST_F(Ensemble, PanningHasEqualPower) {
+TEST_F(GeneralMidi, PanningHasEqualPower) {
     start();
     send({0x90, 69, 100});
     for (const int pan : {1, 32, 64, 90, 127}) {
@@ -141,7 +147,7 @@ TEST_F(Ensemble, PanningHasEqualPower) {
     }
 }
 
-TEST_F(Ensemble, PitchesAreWithinACent) {
+TEST_F(GeneralMidi, PitchesAreWithinACent) {
     start();
     const auto cents = [](double hz, double wanted) { return 1200 * std::log2(hz / wanted); };
     send({0x90, 69, 100});
@@ -187,31 +193,37 @@ double energy_above(const std::vector<double>& sound, double hz) {
     return above / double(size);
 }
 
-TEST_F(Ensemble, AJumpOfTheVolumeDoesNotClick) {
+TEST_F(GeneralMidi, AJumpOfTheVolumeDoesNotClick) {
     start();
-    send({0xB0, 7, 100});
     send({0x90, 69, 100});
-    record(0.2);
-    record(0.1);
-    std::vector<double> sound = left;
-    const double second = energy_of(left) / double(left.size()) * RATE;
-    send({0xB0, 7, 40});
-    record(0.1);
-    sound.insert(sound.end(), left.begin(), left.end());
-    // The same jump within one sample, for comparison.
-    std::vector<double> step = sound;
-    const double ratio = rms(left) * std::sqrt(double(RATE) / second);
-    for (size_t i = 0; i < step.size() / 2; i++)
-        step[step.size() / 2 + i] = step[i] * ratio;
-    const double click = 10 * std::log10(energy_above(sound, 1500.0) / second);
-    const double step_click = 10 * std::log10(energy_above(step, 1500.0) / second);
+    double clicks = 0.0;
+    double step_clicks = 0.0;
+    for (int phase = 0; phase < 4; phase++) { // a quarter of a wave apart
+        send({0xB0, 7, 100});
+        record(0.2);
+        record(0.1);
+        std::vector<double> sound = left;
+        const double second = energy_of(left) / double(left.size()) * RATE;
+        send({0xB0, 7, 40});
+        record(0.1);
+        sound.insert(sound.end(), left.begin(), left.end());
+        // The same jump within one sample, for comparison.
+        std::vector<double> step = sound;
+        const double ratio = rms(left) * std::sqrt(double(RATE) / second);
+        for (size_t i = 0; i < step.size() / 2; i++)
+            step[step.size() / 2 + i] = step[i] * ratio;
+        clicks += energy_above(sound, 1500.0) / second;
+        step_clicks += energy_above(step, 1500.0) / second;
+    }
+    const double click = 10 * std::log10(clicks / 4);
+    const double step_click = 10 * std::log10(step_clicks / 4);
     RecordProperty("click_db", std::to_string(click));
     RecordProperty("step_db", std::to_string(step_click));
     EXPECT_LT(click, -60.0); // below a second of the tone
     EXPECT_LT(click, step_click - 15.0);
 }
 
-TEST_F(Ensemble, VibratoHasNoOtherSidebandsThanItsOwn) {
+TEST_F(GeneralMidi, VibratoHasNoOtherSidebandsThanItsOwn) {
     start();
     send({0x90, 69, 100});
     send({0xB0, 1, 127});
@@ -222,8 +234,9 @@ TEST_F(Ensemble, VibratoHasNoOtherSidebandsThanItsOwn) {
     EXPECT_LT(spurs, -60.0);
 }
 
-TEST_F(Ensemble, DrumsSoundOnTheSecondEngineAndCostNothingBefore) {
-    ASSERT_EQ(load_gm_map_from_string(map, "family = kick\nk00_036 = kick 1 60 100 64 100\n"), "");
+TEST_F(GeneralMidi, DrumsSoundOnTheSecondEngineAndCostNothingBefore) {
+    ASSERT_EQ(load_gm_map_from_string(set->map, "family = kick\nk00_036 = kick 1 60 100 64 100\n"),
+              "");
     start();
     record(0.1);
     EXPECT_EQ(rms(left), 0.0);
@@ -238,7 +251,7 @@ TEST_F(Ensemble, DrumsSoundOnTheSecondEngineAndCostNothingBefore) {
     EXPECT_GT(rms(left), 0.01);
 }
 
-TEST_F(Ensemble, ManyLoudNotesStayBelowTheCeiling) {
+TEST_F(GeneralMidi, ManyLoudNotesStayBelowTheCeiling) {
     start();
     for (uint8_t channel = 0; channel < 8; channel++) {
         send({uint8_t(0xB0U | channel), 7, 127});

@@ -1,0 +1,224 @@
+// Tests of a player's dialect: how it is chosen and kept, and that what one side does in General
+// MIDI reaches the sound, whole and only where it should.
+
+#include <gtest/gtest.h>
+
+#include "midi/gm/gm_map_file.h"
+#include "player/player.h"
+#include "tests/support/engine_host.h"
+
+namespace tarquil {
+
+namespace {
+
+class PlayerDialect : public testing::Test {
+  protected:
+    PlayerDialect() {
+        set->drums = std::make_unique<TarqSettings>();
+        EXPECT_EQ(load_gm_map_from_string(set->map, "family = all\nk00_036 = all 1 60 100 64 200\n"
+                                                    "p000_vibrato = 6 30 0 0.1\n"),
+                  "");
+    }
+
+    void start(MidiDialect dialect) {
+        player->set_gm_set(set);
+        player->set_dialect(dialect);
+        player->start();
+        render(64);
+    }
+    void start_anew(MidiDialect dialect) {
+        player = std::make_unique<Player>();
+        start(dialect);
+    }
+    void midi(unsigned status, unsigned data1, unsigned data2 = 0) {
+        player->audio().follow_edits();
+        const uint8_t message[] = {uint8_t(status), uint8_t(data1), uint8_t(data2)};
+        ASSERT_TRUE(player->audio().add_message(message, player->audio().time()));
+    }
+    std::vector<float> render(uint32_t frames) {
+        std::vector<float> sound(size_t(2) * frames);
+        for (uint32_t done = 0; done < frames; done += 64)
+            player->audio().run(&sound[size_t(2) * done], 64);
+        return sound;
+    }
+    // Nothing sounds any more, ten seconds from now.
+    bool falls_silent() {
+        render(64 * 6890);
+        return peak(render(640)) < 1e-4F;
+    }
+
+    std::shared_ptr<GmSet> set = std::make_shared<GmSet>();
+    std::unique_ptr<Player> player = std::make_unique<Player>();
+};
+
+constexpr MidiDialect GM = MidiDialect::GENERAL_MIDI;
+constexpr MidiDialect NATIVE = MidiDialect::NATIVE;
+
+TEST_F(PlayerDialect, IsTheBanksAndKeptInTheState) {
+    start(NATIVE);
+    const std::string native = player->save_state();
+    player->set_dialect(GM);
+    EXPECT_EQ(player->channel_program(5), 0U) << "what nobody has chosen is the dialect's own";
+    const std::string fresh = player->save_state();
+    midi(0xC5, 40);
+    render(64);
+    const std::string chosen = player->save_state();
+    EXPECT_NE(chosen.find("midi = gm"), std::string::npos);
+    for (const std::string& state : {native, chosen, fresh, native, chosen}) {
+        ASSERT_EQ(player->load_state(state), 0);
+        render(64);
+        EXPECT_EQ(player->save_state(), state);
+        EXPECT_EQ(player->dialect(), state == native ? NATIVE : GM);
+    }
+    TarqSettings bank = player->get_bank();
+    EXPECT_EQ(bank.get_midi_dialect(), GM);
+    bank.set_midi_dialect(NATIVE);
+    player->set_bank(bank);
+    EXPECT_EQ(player->dialect(), NATIVE);
+    EXPECT_EQ(player->channel_program(5), 40U) << "what somebody has chosen stays";
+    midi(0xB0, CTRL_MAIN_VOLUME, 0);
+    midi(0x90, 60, 100);
+    EXPECT_EQ(peak(render(640)), 0.0F) << "the engine's own number";
+}
+
+TEST_F(PlayerDialect, ASwitchWhileNotesAreHeldLeavesNothingHanging) {
+    for (const MidiDialect first : {NATIVE, GM}) {
+        start_anew(first);
+        midi(0x90, 60, 100);
+        midi(0x99, 36, 100);
+        EXPECT_GT(peak(render(640)), 0.001F);
+        player->set_dialect(first == GM ? NATIVE : GM);
+        EXPECT_TRUE(falls_silent());
+        EXPECT_EQ(player->meters().voices.load(), 0);
+        midi(0x90, 62, 100);
+        EXPECT_GT(peak(render(640)), 0.001F);
+        player->set_dialect(first); // and back, with messages that nobody plays any more
+        midi(0x80, 62, 0);
+        EXPECT_TRUE(falls_silent());
+        midi(0x90, 64, 100);
+        EXPECT_GT(peak(render(640)), 0.001F);
+    }
+}
+
+TEST_F(PlayerDialect, AHostsStopRewritesNothing) {
+    const auto play = [this](bool stops) {
+        start_anew(GM);
+        const std::string before = player->save_state();
+        midi(0x90, 60, 100);
+        render(6400);
+        midi(0x80, 60, 0);
+        for (unsigned channel = 0; stops && channel < 16; channel++)
+            for (const unsigned controller : {121U, 64U, 123U})
+                midi(0xB0 + channel, controller, 0);
+        render(64000);
+        EXPECT_EQ(player->save_state(), before);
+        midi(0x90, 60, 100);
+        return render(6400);
+    };
+    const std::vector<float> wanted = play(false);
+    EXPECT_GT(peak(wanted), 0.001F);
+    EXPECT_EQ(play(true), wanted);
+}
+
+TEST_F(PlayerDialect, AnEditIsHeardOnThePartsThatPlayItsProgramAndNowhereElse) {
+    enum class Edit { NOTHING, OTHER, LEVEL, BEFORE_THE_NOTE, AUTOMATION };
+    const auto play = [this](Edit edit) {
+        start_anew(GM);
+        midi(0xC2, 7);
+        player->set_edited_program(edit == Edit::OTHER ? 8 : 7);
+        if (edit == Edit::BEFORE_THE_NOTE)
+            player->set_controller(CTRL_MAIN_VOLUME, 20);
+        midi(0x92, 60, 100);
+        render(640);
+        if (edit == Edit::OTHER || edit == Edit::LEVEL)
+            player->set_controller(CTRL_MAIN_VOLUME, 20);
+        if (edit == Edit::AUTOMATION)
+            player->audio().set_controller(CTRL_MAIN_VOLUME, 20, player->audio().time());
+        render(640);
+        return render(3200);
+    };
+    const std::vector<float> plain = play(Edit::NOTHING);
+    EXPECT_EQ(play(Edit::OTHER), plain);
+    const float quiet = peak(play(Edit::LEVEL));
+    EXPECT_LT(quiet, 0.3F * peak(plain));
+    EXPECT_GT(quiet, 0.0F);
+    EXPECT_EQ(peak(play(Edit::AUTOMATION)), quiet);
+    const float before = peak(play(Edit::BEFORE_THE_NOTE));
+    EXPECT_LT(before, quiet) << "without the loud beginning's reverberation";
+    EXPECT_GT(before, 0.0F);
+}
+
+TEST_F(PlayerDialect, TheWindowSeesProgramsWhoeverChangesThem) {
+    start(GM);
+    const uint32_t changes = player->num_changes();
+    midi(0xC3, 33);
+    render(64);
+    EXPECT_EQ(player->channel_program(3), 33U);
+    EXPECT_NE(player->num_changes(), changes);
+    player->set_channel_program(4, 44);
+    midi(0x94, 60, 100);
+    render(64);
+    EXPECT_EQ(player->meters().played_channels.load(), 1U << 4U);
+    const uint8_t reset[] = {0xF0, 0x7E, 0x7F, 9, 1, 0xF7};
+    ASSERT_TRUE(player->audio().add_exclusive(reset, player->audio().time()));
+    EXPECT_EQ(player->channel_program(4), 44U);
+    render(64);
+    EXPECT_EQ(player->channel_program(4), 0U);
+}
+
+TEST_F(PlayerDialect, DrumsComeAndGoWithTheirSet) {
+    start(GM);
+    midi(0x99, 36, 100);
+    EXPECT_GT(peak(render(640)), 0.001F);
+    player->set_gm_set(nullptr);
+    EXPECT_TRUE(falls_silent());
+    midi(0x99, 36, 100);
+    EXPECT_EQ(peak(render(640)), 0.0F);
+    player->set_gm_set(set);
+    midi(0x99, 36, 100);
+    EXPECT_GT(peak(render(640)), 0.001F);
+}
+
+TEST_F(PlayerDialect, AFloodIsPlayedLaterAndNotLost) {
+    start(GM);
+    for (unsigned i = 0; player->audio().num_queued_events() < EventQueue::CAPACITY; i++)
+        midi(0xB0 + i % 16, i % 2 == 0 ? 10 : 7, i % 128);
+    for (int i = 0; i < 6000; i++)
+        player->set_controller(unsigned(CTRL_PANNING), i % 128);
+    player->set_dialect(NATIVE);
+    player->set_dialect(GM);
+    render(64);
+    for (unsigned i = 0; player->audio().num_queued_events() < EventQueue::CAPACITY - 20; i++)
+        midi(0x90 + i % 16, i % 128, 100);
+    for (unsigned channel = 0; channel < 16; channel++)
+        midi(0xB0 + channel, 123, 0);
+    render(64);
+    EXPECT_GT(player->audio().num_queued_events(), 0U);
+    EXPECT_TRUE(falls_silent());
+    EXPECT_EQ(player->audio().num_queued_events(), 0U);
+    EXPECT_EQ(
+        player->audio().ensemble()->report().kinds[unsigned(GmMessage::NOTES)] +
+            player->audio().ensemble()->report().kinds[unsigned(GmMessage::DRUMS)] +
+            player->audio().ensemble()->report().kinds[unsigned(GmMessage::DRUMS_WITHOUT_SOUND)],
+        EventQueue::CAPACITY - 20U);
+}
+
+TEST_F(PlayerDialect, TheClockMayBeMovedBackWhileEverythingSounds) {
+    const auto play = [this](uint32_t clock) {
+        player = std::make_unique<Player>();
+        player->audio().set_clock(clock);
+        start(GM);
+        midi(0xB0, 7, 30);
+        midi(0x90, 60, 100);
+        midi(0x99, 36, 100);
+        midi(0xB0, 7, 120);
+        return render(12800);
+    };
+    const std::vector<float> wanted = play(Tarquil::MIN_MOVED_CLOCK);
+    EXPECT_GT(peak(wanted), 0.001F);
+    EXPECT_EQ(play(PlayerAudio::CLOCK_LIMIT - 6400), wanted);
+}
+
+} // namespace
+
+} // namespace tarquil
