@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "common/failure.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -66,7 +67,16 @@ std::unique_ptr<GmSet> choose_gm_set(const RenderOptions& options, TarqSettings&
         load_gm_set(options.map_path, *set, melodic, report);
         if (options.bank_path.empty())
             bank = std::move(melodic);
+        return set;
     }
+    set->has_map = true;
+    set->has_drums = true;
+    set->map = shipped_gm_map();
+    set->drums = shipped_gm_drums();
+    if (options.bank_path.empty())
+        bank = shipped_gm_bank();
+    else if (options.bank_path != GM_BANK_NAME)
+        set->map.programs = SoundRules(); // other programs' laws
     return set;
 }
 
