@@ -71,7 +71,8 @@ TEST_F(SoundSourcesTest, FindsMistakes) {
     EXPECT_THAT(complaint("gm/001_a.tqi", "osc1_type = 1\n"), HasSubstr("the sound has no name"));
     EXPECT_THAT(complaint("gm/001_a.tqi", "name = a\nosc1_typ = 1\n"),
                 HasSubstr("\"osc1_typ\" is no key of an instrument"));
-    EXPECT_THAT(complaint("gm/001_a.tqi", "name = a\nmain_volume = 3\n"), HasSubstr("out of range"));
+    EXPECT_THAT(complaint("gm/001_a.tqi", "name = a\nmain_volume = 3\n"),
+                HasSubstr("out of range"));
     EXPECT_THAT(complaint("gm/001_a.tqi", "name = a\nosc1_type = 77\n"),
                 HasSubstr("a choice is beyond its list"));
     EXPECT_THAT(complaint("gm/001_a.tqi", "name = a\nbroken\n"), HasSubstr("line 2"));
