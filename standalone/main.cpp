@@ -12,6 +12,7 @@
 #include "frame/editor_frame.h"
 #include "frame/player_synth.h"
 #include "instrument/checked_load.h"
+#include "sounds/shipped_sounds.h"
 #include "standalone/audio_output.h"
 #include "standalone/computer_keys.h"
 
@@ -42,7 +43,10 @@ std::unique_ptr<AudioOutput> find_output(Player& player, bool silent) {
 
 int run(const std::string& bank, bool silent) {
     Player player;
-    if (!bank.empty()) {
+    const TarqSettings* const shipped = find_shipped_bank(bank);
+    if (shipped != nullptr) {
+        player.set_bank(*shipped);
+    } else {
         TarqSettings loaded = player.get_bank();
         const int error = load_bank_checked(loaded, bank);
         if (error != 0) {
@@ -80,9 +84,10 @@ int main(int argc, char** argv) {
     CLI::App app("Edits the sounds of the Tarquil synthesizer. Notes come from MIDI and from the "
                  "computer's keyboard: A to ; are the white keys, W to P the black ones, Z and X "
                  "change the octave.");
-    std::string bank;
+    std::string bank(GM_BANK_NAME);
     bool silent = false;
-    app.add_option("--bank", bank, "the bank (.tqb) to start with");
+    app.add_option("--bank", bank,
+                   "the bank to start with: gm, originals or a file (.tqb); gm if not given");
     app.add_flag("--silent", silent, "play to no device");
     CLI11_PARSE(app, argc, argv);
     std::signal(SIGINT, [](int) { is_interrupted = 1; });

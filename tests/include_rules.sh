@@ -23,6 +23,7 @@ softsynth/core:        CORES instrument softsynth/voices
 midi:                  common softsynth/parameters
 midi/gm:               common softsynth/parameters instrument midi
 player:                common softsynth instrument midi
+sounds:                common softsynth/parameters instrument midi player
 curves:                common softsynth instrument
 editor/model:          SHOWN
 editor/kit:            SHOWN editor/model
@@ -35,10 +36,9 @@ editor/pictures:       SHOWN editor
 frame:                 common softsynth/parameters player editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player editor frame
-formats:               common softsynth/parameters instrument midi player editor frame
-standalone:            common softsynth/parameters instrument player editor frame
+formats:               common softsynth/parameters instrument midi player sounds editor frame
+standalone:            common softsynth/parameters instrument player sounds editor frame
 tools:                 ALL
-sounds:                tools
 tests:                 ALL
 bench:                 ALL
 fuzz:                  ALL
@@ -46,7 +46,7 @@ fuzz:                  ALL
 readonly SHORT='
 CORES    common softsynth/parameters softsynth/signal softsynth/kernels softsynth/wavetables softsynth/filters softsynth/effects softsynth/reverb softsynth/rate softsynth/lpc
 SHOWN    common softsynth/parameters instrument curves
-ALL      common softsynth instrument midi player curves editor frame vst formats standalone tools tests bench
+ALL      common softsynth instrument midi player sounds curves editor frame vst formats standalone tools tests bench
 TOOLKIT  Application.hpp Cairo.hpp Window.hpp
 '
 

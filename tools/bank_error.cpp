@@ -4,14 +4,18 @@
 
 #include "common/failure.h"
 #include "common/load_string.h"
+#include "instrument/checked_load.h"
 #include "instrument/load_error.h"
 #include "instrument/names.h"
 #include "instrument/text_error.h"
 #include "instrument/text_kind.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
 std::unique_ptr<TarqSettings> load_bank_file(const std::string& path, LoadReport& report) {
+    if (const TarqSettings* shipped = find_shipped_bank(path))
+        return std::make_unique<TarqSettings>(*shipped);
     auto bank = std::make_unique<TarqSettings>();
     set_default_names(*bank);
     std::string text;
@@ -24,6 +28,16 @@ std::unique_ptr<TarqSettings> load_bank_file(const std::string& path, LoadReport
         throw BadInput(explain_bank_error(path, error));
     remove_lone_blanks(*bank);
     return bank;
+}
+
+void load_bank_to_play(TarqSettings& bank, const std::string& path, LoadReport& report) {
+    if (const TarqSettings* shipped = find_shipped_bank(path)) {
+        bank = *shipped;
+        return;
+    }
+    const int error = load_bank_checked(bank, path, &report);
+    if (error != 0)
+        throw BadInput(explain_bank_error(path, error));
 }
 
 } // namespace tarquil

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "common/failure.h"
+#include "sounds/shipped_sounds.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank/bank_list.h"
 #include "tools/bank/bank_parts.h"
@@ -16,7 +17,7 @@ namespace tarquil {
 
 namespace {
 
-constexpr const char* BANK_HELP = "The bank (.tqb)";
+constexpr const char* BANK_HELP = "The bank (.tqb), or gm, gm-drums or originals";
 
 // What the options of all the commands below leave behind; each uses some.
 struct BankOptions {
@@ -61,6 +62,7 @@ void add_list(CLI::App& bank, int results) {
     command->add_flag("--json", options->json, "Print JSON");
     command->footer("Examples:\n"
                     "  tarquil bank list song.tqb\n"
+                    "  tarquil bank list gm\n"
                     "  tarquil bank list --all --json song.tqb");
     command->callback([=] {
         write_result(results, list_bank(*load_bank(*options), {options->all, options->json}));
@@ -122,6 +124,8 @@ void add_extract(CLI::App& bank, int results) {
 }
 
 void insert(const BankOptions& options) {
+    if (options.output.empty() && find_shipped_bank(options.bank) != nullptr)
+        throw BadInput(options.bank + ": comes with the program; name a file with --output");
     LoadReport report;
     const std::unique_ptr<TarqSettings> bank = load_bank_file(options.bank, report);
     insert_instrument(*bank, {*options.number, options.file, options.name}, report);
@@ -161,8 +165,9 @@ void make(const BankOptions& options) {
 void add_new(CLI::App& bank) {
     const auto options = std::make_shared<BankOptions>();
     NewBank& parts = options->parts;
-    CLI::App* command = add_bank_command(
-        bank, "new", "Make a bank of default instruments with what is given put in", options);
+    CLI::App* command =
+        bank.add_subcommand("new", "Make a bank of default instruments with what is given put in");
+    command->add_option("BANK", options->bank, "The file (.tqb)")->required();
     command->add_option("PART", parts.parts,
                         "Instruments: N=FILE.tqi, or a folder as extract --all makes it");
     command->add_option("--title", parts.title, "The song's title")->type_name("TEXT");

@@ -2,6 +2,9 @@
 
 #include "tools/bank/bank_list.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "instrument/names.h"
 #include "tools/bank/json_text.h"
 #include "tools/bank_error.h"
@@ -11,6 +14,12 @@ namespace tarquil {
 namespace {
 
 constexpr size_t NUMBER_WIDTH = 3;
+constexpr size_t NAME_WIDTH = 24; // where there are categories
+
+constexpr std::pair<const char*, InstrumentText> SAID[] = {{"author", InstrumentText::AUTHOR},
+                                                           {"category", InstrumentText::CATEGORY},
+                                                           {"tags", InstrumentText::TAGS},
+                                                           {"comment", InstrumentText::COMMENT}};
 
 bool is_default(const Instrument& instrument, unsigned number) {
     return instrument.save_to_string() == built_in_instrument(number).save_to_string();
@@ -27,8 +36,15 @@ std::string list_as_table(const TarqSettings& bank, bool all) {
         if (!all && is_default(instrument, i))
             continue;
         const std::string number = std::to_string(i);
-        text += std::string(NUMBER_WIDTH - number.size(), ' ') + number + "  " +
-                instrument.get_name() + "\n";
+        const std::string_view category = instrument.get_text(InstrumentText::CATEGORY);
+        text +=
+            std::string(NUMBER_WIDTH - number.size(), ' ') + number + "  " + instrument.get_name();
+        if (!category.empty()) {
+            text +=
+                std::string(NAME_WIDTH - std::min(NAME_WIDTH, instrument.get_name().size()), ' ');
+            text.append("  ").append(category);
+        }
+        text += "\n";
     }
     return text;
 }
@@ -37,8 +53,13 @@ std::string list_as_json(const TarqSettings& bank, bool all) {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
         const Instrument& instrument = bank.get_instrument(i);
-        if (all || !is_default(instrument, i))
-            list.push_back({{"number", i}, {"name", instrument.get_name()}});
+        if (!all && is_default(instrument, i))
+            continue;
+        nlohmann::ordered_json entry{{"number", i}, {"name", instrument.get_name()}};
+        for (const auto& [key, said] : SAID)
+            if (!instrument.get_text(said).empty())
+                entry[key] = instrument.get_text(said);
+        list.push_back(std::move(entry));
     }
     nlohmann::ordered_json root;
     root["title"] = bank.get_song_title();

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "common/failure.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -66,7 +67,14 @@ std::shared_ptr<const GmSet> choose_gm_set(const RenderOptions& options, TarqSet
         load_gm_set(options.map_path, *set, melodic, report);
         if (options.bank_path.empty())
             bank = std::move(melodic);
+        return set;
     }
+    set->map = shipped_gm_map();
+    set->drums = std::make_unique<TarqSettings>(shipped_gm_drums());
+    if (options.bank_path.empty())
+        bank = shipped_gm_bank();
+    else if (options.bank_path != GM_BANK_NAME)
+        set->map.programs = SoundRules(); // other programs' laws
     return set;
 }
 

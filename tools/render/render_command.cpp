@@ -8,7 +8,6 @@
 
 #include "common/failure.h"
 #include "instrument/checked_load.h"
-#include "instrument/load_error.h"
 #include "midi/smf/song_file.h"
 #include "tools/bank/bank_files.h"
 #include "tools/bank_error.h"
@@ -28,11 +27,8 @@ namespace {
 std::unique_ptr<Orchestra> load_orchestra(const RenderOptions& options, LoadReport& report) {
     auto orchestra = std::make_unique<Orchestra>();
     orchestra->channels = options.channels;
-    if (!options.bank_path.empty()) {
-        const int error = load_bank_checked(orchestra->bank, options.bank_path, &report);
-        if (error != 0)
-            throw BadInput(explain_bank_error(options.bank_path, error));
-    }
+    if (!options.bank_path.empty())
+        load_bank_to_play(orchestra->bank, options.bank_path, report);
     for (size_t channel = 0; channel < options.instrument_paths.size(); channel++) {
         const std::string& path = options.instrument_paths[channel];
         if (path.empty())
@@ -73,8 +69,10 @@ CLI::Option* add_text_option(CLI::App& command, const std::string& names, const 
 }
 
 void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& options) {
-    command.add_option("--bank", options->bank_path, "Play this bank instead of the built-in one")
-        ->type_name("BANK.tqb");
+    command
+        .add_option("--bank", options->bank_path,
+                    "Play this bank: gm, originals, or a file; gm if not given")
+        ->type_name("BANK");
     command
         .add_option_function<std::vector<std::string>>(
             "--instrument",

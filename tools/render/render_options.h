@@ -36,7 +36,7 @@ struct RenderOptions {
     AudioRequest audio;
     int standard_output = -1; // its descriptor, for the path "-"
     std::string plugin_path;  // empty: the engine linked in
-    std::string bank_path;    // empty: the built-in bank
+    std::string bank_path;    // a file, or a name of a shipped bank; empty: the dialect's own
     DialectChoice midi = DialectChoice::AUTO;
     std::string map_path; // of a General MIDI set; empty: none
     bool report = false;  // says what became of the messages

@@ -59,12 +59,23 @@ TEST_F(GmRender, TheBankChoosesTheDialect) {
     const std::string general = rendered({"--midi", "gm"});
     EXPECT_NE(native, general);
     EXPECT_EQ(rendered({}), general);
+    EXPECT_EQ(rendered({"--bank", "gm"}), general);
     EXPECT_EQ(rendered({"--bank", bank}), native);
     TarqSettings made_for_gm;
     made_for_gm.set_midi_dialect(MidiDialect::GENERAL_MIDI);
     ASSERT_EQ(made_for_gm.text_save(bank), 0);
-    EXPECT_EQ(rendered({"--bank", bank}), general);
+    const std::string own_sounds = rendered({"--bank", bank});
+    EXPECT_NE(own_sounds, native);
+    EXPECT_EQ(rendered({"--bank", bank, "--midi", "gm"}), own_sounds);
     EXPECT_EQ(rendered({"--bank", bank, "--midi", "native"}), native);
+}
+
+TEST_F(GmRender, TheNameOfAShippedBankIsNoFile) {
+    const InTempDirectory current;
+    ASSERT_EQ(save_file_to_string("originals", "no bank"), 0);
+    EXPECT_EQ(render({"--bank", "originals"}).status, 0);
+    EXPECT_EQ(render({"--bank", "./originals"}).status, 2);
+    EXPECT_EQ(render({"--bank", "original"}).status, 2);
 }
 
 TEST_F(GmRender, BytesDoNotDependOnBlocks) {

@@ -1,0 +1,74 @@
+// Plays the General MIDI set that comes with the program, dry.
+
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "player/gm_ensemble.h"
+#include "sounds/shipped_sounds.h"
+
+namespace tarquil {
+
+inline float peak_of(const std::vector<float>& sound) {
+    float peak = 0.0F;
+    for (const float sample : sound)
+        peak = std::max(peak, std::abs(sample));
+    return peak;
+}
+
+class SetPlayer {
+  public:
+    static constexpr unsigned DRUMS = 9; // channel
+
+    SetPlayer() {
+        for (const unsigned channel : {0U, DRUMS})
+            for (const uint8_t effect : {91, 93})
+                send({uint8_t(0xB0U | channel), effect, 0});
+    }
+
+    void choose_program(unsigned program) { send({0xC0, uint8_t(program)}); }
+    void choose_kit(unsigned program) { send({0xC0 | DRUMS, uint8_t(program)}); }
+
+    void note_on(unsigned channel, unsigned key, unsigned velocity) {
+        send({uint8_t(0x90U | channel), uint8_t(key), uint8_t(velocity)});
+    }
+    void note_off(unsigned channel, unsigned key) {
+        send({uint8_t(0x80U | channel), uint8_t(key), 0});
+    }
+
+    // The left and the right side in the middle.
+    std::vector<float> render(double seconds) {
+        std::vector<float> sound;
+        while (double(sound.size()) < seconds * SAMPLE_RATE) {
+            std::array<float, size_t(2) * GmEnsemble::QUANTUM> pcm;
+            ensemble.render(pcm.data());
+            for (size_t i = 0; i < pcm.size(); i += 2)
+                sound.push_back((pcm[i] + pcm[i + 1]) / 2);
+        }
+        return sound;
+    }
+
+    // Renders on until a tenth of a second stays below -80 dBFS; at most 20 s.
+    double seconds_until_silent() {
+        constexpr float SILENCE = 1e-4F;
+        constexpr double PIECE = 0.1;
+        constexpr double AT_MOST = 20.0;
+        double seconds = 0.0;
+        while (seconds < AT_MOST && peak_of(render(PIECE)) > SILENCE)
+            seconds += PIECE;
+        return seconds;
+    }
+
+  private:
+    void send(std::initializer_list<uint8_t> bytes) {
+        ensemble.add_message(ensemble.get_time(), {bytes.begin(), bytes.size()});
+    }
+
+    GmEnsemble ensemble{shipped_gm_bank(), &shipped_gm_drums(), &shipped_gm_map(), 1};
+};
+
+} // namespace tarquil

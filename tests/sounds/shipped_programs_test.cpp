@@ -1,0 +1,99 @@
+// Every program of the General MIDI set, played: it sounds in its range, in tune, and ends.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+#include "instrument/names.h"
+#include "sounds/shipped_sounds.h"
+#include "tests/sounds/set_player.h"
+
+namespace tarquil {
+namespace {
+
+constexpr unsigned FAMILY_SIZE = 8;
+
+struct Family {
+    const char* name;
+    unsigned low; // keys that its instruments have in common
+    unsigned high;
+    bool is_pitched;
+};
+
+constexpr Family FAMILIES[] = {
+    {"piano", 36, 84, true},         {"chromatic", 60, 84, true}, {"organ", 48, 84, true},
+    {"guitar", 45, 76, true},        {"bass", 28, 52, true},      {"strings", 40, 69, true},
+    {"ensemble", 48, 76, true},      {"brass", 48, 70, true},     {"reed", 55, 76, true},
+    {"pipe", 67, 86, true},          {"lead", 48, 84, true},      {"pad", 48, 76, true},
+    {"effects", 48, 76, false},      {"ethnic", 55, 76, true},    {"percussive", 48, 72, false},
+    {"sound_effects", 48, 72, false}};
+
+bool is_missing(unsigned program) {
+    return shipped_gm_bank().get_instrument(program).get_name() == default_instrument_name(program);
+}
+
+double power_at(const std::vector<float>& sound, double hertz) {
+    std::complex<double> sum = 0.0;
+    const double step = 2.0 * std::numbers::pi * hertz / SAMPLE_RATE;
+    const std::complex<double> turn = std::polar(1.0, -step);
+    std::complex<double> phasor = 1.0;
+    for (size_t i = 0; i < sound.size(); i++) {
+        const double place = 2.0 * std::numbers::pi * double(i) / double(sound.size());
+        sum += phasor * (double(sound[i]) * (0.5 - 0.5 * std::cos(place)));
+        phasor *= turn;
+    }
+    return std::norm(sum);
+}
+
+// How far off the key, in cents, the strongest of the first partials is.
+double cents_off(const std::vector<float>& sound, unsigned key) {
+    constexpr int RANGE = 60;
+    constexpr int STEP = 3;
+    const double base = 440.0 * std::exp2((double(key) - 69.0) / 12.0);
+    double best = 0.0;
+    int cents = 0;
+    for (const int partial : {1, 2, 3, 4})
+        for (int offset = -RANGE; offset <= RANGE; offset += STEP) {
+            const double power = power_at(sound, partial * base * std::exp2(offset / 1200.0));
+            if (power > best) {
+                best = power;
+                cents = offset;
+            }
+        }
+    return cents;
+}
+
+class ShippedPrograms : public testing::TestWithParam<unsigned> {};
+
+TEST_P(ShippedPrograms, SoundInTuneAndEnd) {
+    const Family& family = FAMILIES[GetParam()];
+    SetPlayer player;
+    for (unsigned i = 0; i < FAMILY_SIZE; i++) {
+        const unsigned program = GetParam() * FAMILY_SIZE + i;
+        if (is_missing(program))
+            continue;
+        for (const unsigned key : {family.low, family.high}) {
+            SCOPED_TRACE("program " + std::to_string(program) + ", key " + std::to_string(key));
+            player.choose_program(program);
+            player.note_on(0, key, 100);
+            const std::vector<float> held = player.render(0.8);
+            EXPECT_GT(peak_of(held), 0.003F);
+            EXPECT_LT(peak_of(held), 1.0F);
+            player.note_off(0, key);
+            EXPECT_LT(player.seconds_until_silent(), 10.0);
+            if (family.is_pitched) {
+                constexpr double CENTS = 12.0; // the slow vibrato of an ensemble included
+                EXPECT_NEAR(cents_off(held, key), 0.0, CENTS);
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Families, ShippedPrograms, testing::Range(0U, 16U),
+                         [](const auto& info) { return FAMILIES[info.param].name; });
+
+} // namespace
+} // namespace tarquil

@@ -1,0 +1,51 @@
+// The banks within the program are those of the files beside it.
+
+#include "sounds/shipped_sounds.h"
+
+#include <gtest/gtest.h>
+
+#include "common/load_string.h"
+#include "instrument/checked_load.h"
+#include "midi/gm/gm_map_file.h"
+#include "sounds/shipped_data.h"
+
+namespace tarquil {
+namespace {
+
+std::string text_of(const TarqSettings& bank) {
+    std::string text;
+    bank.text_save_to_string(text);
+    return text;
+}
+
+TEST(ShippedSounds, AreTheBanksOfTheFiles) {
+    const std::pair<std::string, const TarqSettings*> banks[] = {
+        {"gm", &shipped_gm_bank()},
+        {"gm-drums", &shipped_gm_drums()},
+        {"originals", &shipped_originals()}};
+    for (const auto& [name, shipped] : banks) {
+        const std::string path = std::string(SOUNDS_FOLDER) + "/" + name + ".tqb";
+        std::string file;
+        ASSERT_EQ(load_file_to_string(path, file), 0) << path;
+        EXPECT_EQ(text_of(*shipped), file) << name;
+        TarqSettings loaded;
+        LoadReport report;
+        ASSERT_EQ(load_bank_checked(loaded, path, &report), 0);
+        EXPECT_EQ(report.summary(), "") << name;
+        EXPECT_EQ(text_of(loaded), file) << name;
+        EXPECT_EQ(find_shipped_bank(name), shipped);
+    }
+    EXPECT_EQ(find_shipped_bank("GM"), nullptr);
+    EXPECT_EQ(shipped_gm_bank().get_midi_dialect(), MidiDialect::GENERAL_MIDI);
+}
+
+TEST(ShippedSounds, TheMapIsThatOfTheFile) {
+    const std::string path = std::string(SOUNDS_FOLDER) + "/gm.tqm";
+    std::string file;
+    ASSERT_EQ(load_file_to_string(path, file), 0);
+    EXPECT_EQ(gm_map_text(), file);
+    EXPECT_EQ(shipped_gm_map().melodic_bank, "gm.tqb");
+}
+
+} // namespace
+} // namespace tarquil
