@@ -104,7 +104,7 @@ def _spectra(sounds):
     scale = 2.0 / (window ** 2).sum() / SIZE
     starts = [ms * RATE // 1000 for ms in WINDOW_STARTS_MS]
     pieces = np.stack([sounds[:, s:s + SIZE] for s in starts], 1) * window[:, None]
-    if np.array_equal(sounds[..., 0], sounds[..., 1]):
+    if sounds.shape[2] == 1:
         return np.abs(scipy.fft.rfft(pieces[..., 0], axis=2)) ** 2 * scale
     return (np.abs(scipy.fft.rfft(pieces, axis=2)) ** 2).sum(3) * (scale / 2)
 
@@ -113,7 +113,7 @@ def _envelopes(sounds):
     """notes x steps of power, a step a millisecond, smoothed over ENVELOPE_HALF_MS both ways."""
     step = 441
     steps = sounds.shape[1] * 10 // step
-    power = np.mean(sounds[:, :steps * step // 10] ** 2, 2)
+    power = sum(sounds[:, :steps * step // 10, side] ** 2 for side in range(sounds.shape[2])) / sounds.shape[2]
     sums = np.cumsum(np.pad(power, ((0, 0), (1, 0))), 1, dtype=np.float64)
     at = np.arange(steps) * step // 10
     half = ENVELOPE_HALF_MS * step // 10
@@ -143,7 +143,7 @@ def _wobble(sound, key):
 
 
 def measure(sounds, keys, wobble=True):
-    """Rows of NAMES for sounds (notes x frames x 2) struck at their first sample."""
+    """Rows of NAMES for sounds (notes x frames x sides) struck at their first sample."""
     sounds = np.asarray(sounds, np.float32)
     keys = np.asarray(keys)
     power = _spectra(sounds)
