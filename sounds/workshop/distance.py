@@ -55,6 +55,22 @@ def between(a, b, weights, interval=None):
     return total / sum(weights.values())
 
 
+def to_span_signed(a, b, c, weights):
+    """What between(..., interval) sums, kept apart and signed: (differences, weights) over the last axis."""
+    low, high = np.minimum(b, c), np.maximum(b, c)
+    middle = (low + high) / 2
+    outside = np.maximum(0, a - high) - np.maximum(0, low - a)
+    inside = np.clip(a - middle, -(high - low) / 2, (high - low) / 2)
+    difference = np.clip(outside + 0.25 * inside, -CUT, CUT)
+    share = np.clip(1 + np.maximum(a, high) / _AUDIBLE, 0, 1)
+    weight = np.zeros_like(difference)
+    for name, of_group in weights.items():
+        index = features.GROUPS[name]
+        part = share[..., index] if name in _WEIGHED else np.ones_like(share[..., index])
+        weight[..., index] = of_group * part / np.maximum(part.sum(-1, keepdims=True), 1.0)
+    return difference, weight / sum(weights.values())
+
+
 def of_program(ours, bank, weights):
     """Mean distance of a program's notes to those of each program of a bank (programs x notes x features)."""
     return between(without_level(ours)[None], without_level(bank), weights).mean(1)

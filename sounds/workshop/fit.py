@@ -1,6 +1,6 @@
 """Fits programs to what two sample banks agree on: `./dev sounds fit [OPTION ...] [PROGRAM ...]`; see --help.
 
-A search (CMA-ES) turns continuous bytes and laws of a start.  Its result is taken only if notes that were
+Least squares, then a random search (CMA-ES) turn continuous bytes and laws of a start.  The result is taken only if notes that were
 not fitted prefer it, a second measure prefers it, and hygiene finds nothing new.
 """
 
@@ -14,6 +14,7 @@ import numpy as np
 import candidates
 import cma_es
 import distance
+import gauss_newton
 import general_midi as gm
 import genes
 import hygiene
@@ -37,7 +38,9 @@ def arguments(argv):
     parser.add_argument("program", nargs="*", type=int, help="numbers from 0; in the order of use, if none")
     parser.add_argument("--start", default=SOUNDS, help="folder of sounds to start from")
     parser.add_argument("--out", default=SOUNDS, help="folder of sounds that gets what is accepted")
-    parser.add_argument("--generations", type=int, default=90, help=f"of {POPULATION} versions each; %(default)s if not given")
+    parser.add_argument("--rounds", type=int, default=8, help="of least squares, at most; %(default)s if not given")
+    parser.add_argument("--generations", type=int, default=20,
+                        help=f"of {POPULATION} versions each in the random search; %(default)s if not given")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--scratch", action="store_true", help="start from the plain designs of starts.py as well")
     return parser.parse_args(argv)
@@ -59,25 +62,51 @@ class Goal:
         self.program = program
         self.banks = [table.melodic[program] for table in tables.values()]
 
-    def losses(self, versions, wanted, weights=None, second=False):
-        weights = weights or distance.FIT_WEIGHTS
+    def measure(self, versions, wanted, second=False):
+        """Rows of the versions, and what faults cost them."""
         sounds = candidates.render(versions, wanted)
         rows = candidates.rows_of(sounds, wanted, wobble=second)
-        index = [notes.NOTES.index(n) for n in wanted]
-        one, other = (bank[index] for bank in self.banks)
-        far = np.array([distance.to_span(row, one, other, weights) for row in rows])
-        return far + (0.0 if second else candidates.faults(versions, sounds, rows, wanted))
+        return rows, candidates.faults(versions, sounds, rows, wanted)
 
-    def search(self, start, generations, seed):
-        """The best version found from a start, and its loss."""
+    def ends(self, wanted):
+        index = [notes.NOTES.index(n) for n in wanted]
+        return [bank[index] for bank in self.banks]
+
+    def far(self, rows, wanted, weights):
+        return np.array([distance.to_span(row, *self.ends(wanted), weights) for row in rows])
+
+    def losses(self, versions, wanted):
+        rows, faults = self.measure(versions, wanted)
+        return self.far(rows, wanted, distance.FIT_WEIGHTS) + faults
+
+    def search(self, start, rounds, generations, seed):
+        """The best version found from a start, and its loss: least squares first, then a random search."""
         table = genes.of_instrument(start.instrument)
         wanted = fit_notes(self.program)
-        state = cma_es.CmaEs(genes.numbers(table, start.instrument, start.laws), SIGMA, seed, POPULATION)
-        best, least = start, float(self.losses([start], wanted)[0])
+        one, other = (distance.without_level(end) for end in self.ends(wanted))
+
+        def version(x):
+            return candidates.Version(*genes.apply(table, x, start.instrument, start.laws), start.others)
+
+        def residuals(points):
+            rows, faults = self.measure([version(x) for x in points], wanted)
+            signed, weights = distance.to_span_signed(distance.without_level(rows), one, other, distance.FIT_WEIGHTS)
+            # The faults are one residual more.
+            out = np.hstack([signed.reshape(len(points), -1), faults[:, None]])
+            return out, np.append(weights[0].ravel() / len(wanted), 1.0)
+
+        def loss_of(points, rows):
+            return np.abs(rows[:, :-1]) @ residual_weights + rows[:, -1]
+
+        point = np.clip(genes.numbers(table, start.instrument, start.laws), 0, 1)
+        residual_weights = residuals([point])[1][:-1]
+        point, least = gauss_newton.improve(point, residuals, loss_of, rounds)
+        best = version(point)
+        least = float(self.losses([best], wanted)[0])
+        state = cma_es.CmaEs(point, SIGMA, seed, POPULATION)
         for _ in range(generations):
             asked = state.ask()
-            versions = [candidates.Version(*genes.apply(table, x, start.instrument, start.laws), start.others)
-                        for x in asked]
+            versions = [version(x) for x in asked]
             outside = np.maximum(0, np.maximum(-asked, asked - 1)).sum(1)
             losses = self.losses(versions, wanted)
             state.tell(losses + 5 * outside)
@@ -86,11 +115,11 @@ class Goal:
         return best, least
 
     def verdict(self, version):
-        """What is not fitted to: distance and second measure on held-out notes, and mean ranks."""
+        """What is not fitted to: distance and second measure on held-out notes."""
         wanted = notes.in_range(notes.HELD_OUT_NOTES, *gm.range_of(self.program))
-        held = float(self.losses([version], wanted, second=True)[0])
-        second = float(self.losses([version], wanted, distance.SECOND_WEIGHTS, second=True)[0])
-        return held, second
+        rows, _ = self.measure([version], wanted, second=True)
+        return (float(self.far(rows, wanted, distance.FIT_WEIGHTS)[0]),
+                float(self.far(rows, wanted, distance.SECOND_WEIGHTS)[0]))
 
 
 def level(version, program):
@@ -138,7 +167,7 @@ def choose_start(goal, old, scratch, seed):
     if scratch or not old:
         plain = starts.designs(goal.program, goal.banks)
         first = goal.losses(plain, fit_notes(goal.program))
-        tried = [goal.search(plain[i], 8, seed + 10 + i) for i in np.argsort(first)[:6]]
+        tried = [goal.search(plain[i], 2, 0, seed) for i in np.argsort(first)[:6]]
         chosen += [version for version, _ in sorted(tried, key=lambda pair: pair[1])[:1]]
     return chosen
 
@@ -149,7 +178,7 @@ def fit(program, options, tables, say=print):
     found = []
     for start in choose_start(goal, old, options.scratch, options.seed):
         ready = candidates.Version(genes.with_free_peaks(start.instrument), start.laws, start.others)
-        found.append(goal.search(ready, options.generations, options.seed))
+        found.append(goal.search(ready, options.rounds, options.generations, options.seed))
     best, loss = min(found, key=lambda pair: pair[1])
     best = candidates.Version(genes.without_idle_peaks(best.instrument), best.laws, best.others)
     best, figures, fails = level(best, program)
