@@ -1,0 +1,89 @@
+"""Renders many versions of one program at once and measures them."""
+
+from pathlib import Path
+
+import numpy as np
+
+import features
+import law_text
+import notes
+import players
+
+# A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
+LEAST_LEVEL = -17.0
+MOST_KEYS_DB = 5.0
+
+
+class Version:
+    """An instrument with its laws (slopes) and other rules of the map."""
+
+    def __init__(self, instrument, laws, others):
+        self.instrument = instrument
+        self.laws = laws
+        self.others = others
+
+
+def write_set(versions, folder):
+    """A set whose programs 0... are the versions."""
+    lines = ["title = Candidates", "melodic_bank = gm.tqb"]
+    parts = []
+    for number, version in enumerate(versions):
+        path = Path(folder) / f"{number}.tqi"
+        path.write_text(version.instrument.text())
+        parts.append(f"{number}={path}")
+        lines += law_text.lines(number, version.laws, version.others)
+    players.run([players.tarquil(), "bank", "new", "--force", f"{folder}/gm.tqb"] + parts)
+    path = Path(folder) / "gm.tqm"
+    path.write_text("\n".join(lines) + "\n")
+    return path
+
+
+def render(versions, wanted):
+    """versions x notes x frames x 2."""
+    with players.scratch_folder() as folder:
+        tqm = write_set(versions, folder)
+        plays = [(p, n) for p in range(len(versions)) for n in wanted]
+        sound = players.play_set(notes.slots(plays), tqm, len(plays) * notes.SLOT_MS / 1000)
+    return players.cut(sound, len(plays), notes.SLOT_MS).reshape(len(versions), len(wanted), -1, 2)
+
+
+def rows_of(sounds, wanted, wobble=False):
+    """versions x notes x features."""
+    count = len(sounds)
+    flat = sounds.reshape(count * len(wanted), -1, 2)
+    if not wobble:
+        # A side is enough for a search.
+        flat = flat[..., :1]
+    rows = features.measure(flat, [n.key for n in wanted] * count, wobble)
+    return rows.reshape(count, len(wanted), -1)
+
+
+def faults(versions, sounds, rows, wanted):
+    """For each version what no fit may buy: rumble, clipping, too little level, dead or loud keys, velocities of one colour.
+
+    In units of the distance (decibels); 0 is clean.
+    """
+    out = np.zeros(len(sounds))
+    centroid = features.GROUPS["centroid"][0]
+    loud = max(note.velocity for note in wanted)
+    at_loud = [i for i, note in enumerate(wanted) if note.velocity == loud]
+    for version, (sound, row) in enumerate(zip(sounds, rows)):
+        levels = row[at_loud, 0]
+        spare = 60 * np.log10(127 / max(1, versions[version].instrument["main_volume"]))
+        out[version] += 0.1 * max(0.0, LEAST_LEVEL - (levels.max() + spare))
+        out[version] += 0.3 * max(0.0, levels.max() - levels.min() - MOST_KEYS_DB)
+        side = sound[..., 0]
+        middle = side[:, 4410:4410 + 32768] if side.shape[1] > 37178 else side
+        power = np.abs(np.fft.rfft(middle * np.hanning(middle.shape[1]), axis=1)) ** 2
+        hz = np.arange(power.shape[1]) * features.RATE / middle.shape[1]
+        for note, spectrum in zip(wanted, power):
+            below = spectrum[hz < min(40.0, 0.6 * features.key_hz(note.key))].sum() / max(1e-20, spectrum.sum())
+            out[version] += 0.05 * max(0.0, features.decibels(below) + 45) / len(wanted)
+        out[version] += 10 * max(0.0, float(np.abs(sound).max()) - 0.8)
+        by_key = {}
+        for note, values in zip(wanted, row):
+            by_key.setdefault(note.key, []).append((note.velocity, values[centroid]))
+        steps = [max(pair)[1] - min(pair)[1] for pair in by_key.values() if len(pair) > 1]
+        if steps:
+            out[version] += 0.4 * max(0.0, 2.0 - float(np.mean(steps)))
+    return out

@@ -1,0 +1,231 @@
+"""Fits programs to what two sample banks agree on: `./dev sounds fit [OPTION ...] [PROGRAM ...]`; see --help.
+
+Least squares, then a random search (CMA-ES) turn continuous bytes and laws of a start.  The result is taken only if notes that were
+not fitted prefer it, a second measure prefers it, and hygiene finds nothing new.
+"""
+
+import argparse
+import sys
+import time
+from pathlib import Path
+
+import numpy as np
+
+import candidates
+import cma_es
+import distance
+import gauss_newton
+import general_midi as gm
+import genes
+import hygiene
+import instrument_text
+import law_text
+import notes
+import players
+import sound_set
+import starts
+import targets
+
+SOUNDS = Path(__file__).resolve().parents[1]
+SIGMA = 0.08
+POPULATION = 16
+TARGET_LUFS = -20.0
+
+
+def arguments(argv):
+    parser = argparse.ArgumentParser(prog="dev sounds fit", description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; in the order of use, if none")
+    parser.add_argument("--start", default=SOUNDS, help="folder of sounds to start from")
+    parser.add_argument("--out", default=SOUNDS, help="folder of sounds that gets what is accepted")
+    parser.add_argument("--rounds", type=int, default=8, help="of least squares, at most; %(default)s if not given")
+    parser.add_argument("--generations", type=int, default=20,
+                        help=f"of {POPULATION} versions each in the random search; %(default)s if not given")
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--scratch", action="store_true", help="start from the plain designs of starts.py as well")
+    return parser.parse_args(argv)
+
+
+def fit_notes(program):
+    """The program's fitting notes that a search renders: three keys loud, the middle one soft as well."""
+    wanted = notes.in_range(notes.FIT_NOTES, *gm.range_of(program))
+    keys = sorted({n.key for n in wanted})
+    loud = max(n.velocity for n in wanted)
+    middle = keys[len(keys) // 2]
+    return [n for n in wanted if n.key == middle or n.key in (keys[0], keys[-1]) and n.velocity == loud]
+
+
+class Goal:
+    """The two banks' rows of a program, and how far versions lie from their span."""
+
+    def __init__(self, program, tables):
+        self.program = program
+        self.banks = [table.melodic[program] for table in tables.values()]
+
+    def measure(self, versions, wanted, second=False):
+        """Rows of the versions, and what faults cost them."""
+        sounds = candidates.render(versions, wanted)
+        rows = candidates.rows_of(sounds, wanted, wobble=second)
+        return rows, candidates.faults(versions, sounds, rows, wanted)
+
+    def ends(self, wanted):
+        index = [notes.NOTES.index(n) for n in wanted]
+        return [bank[index] for bank in self.banks]
+
+    def far(self, rows, wanted, weights):
+        return np.array([distance.to_span(row, *self.ends(wanted), weights) for row in rows])
+
+    def losses(self, versions, wanted):
+        rows, faults = self.measure(versions, wanted)
+        return self.far(rows, wanted, distance.FIT_WEIGHTS) + faults
+
+    def search(self, start, rounds, generations, seed):
+        """The best version found from a start, and its loss: least squares first, then a random search."""
+        table = genes.of_instrument(start.instrument)
+        wanted = fit_notes(self.program)
+        one, other = (distance.without_level(end) for end in self.ends(wanted))
+
+        def version(x):
+            return candidates.Version(*genes.apply(table, x, start.instrument, start.laws), start.others)
+
+        def residuals(points):
+            rows, faults = self.measure([version(x) for x in points], wanted)
+            signed, weights = distance.to_span_signed(distance.without_level(rows), one, other, distance.FIT_WEIGHTS)
+            # The faults are one residual more.
+            out = np.hstack([signed.reshape(len(points), -1), faults[:, None]])
+            return out, np.append(weights[0].ravel() / len(wanted), 1.0)
+
+        def loss_of(points, rows):
+            return np.abs(rows[:, :-1]) @ residual_weights + rows[:, -1]
+
+        point = np.clip(genes.numbers(table, start.instrument, start.laws), 0, 1)
+        residual_weights = residuals([point])[1][:-1]
+        point, least = gauss_newton.improve(point, residuals, loss_of, rounds)
+        best = version(point)
+        least = float(self.losses([best], wanted)[0])
+        state = cma_es.CmaEs(point, SIGMA, seed, POPULATION)
+        for _ in range(generations):
+            asked = state.ask()
+            versions = [version(x) for x in asked]
+            outside = np.maximum(0, np.maximum(-asked, asked - 1)).sum(1)
+            losses = self.losses(versions, wanted)
+            state.tell(losses + 5 * outside)
+            if losses.min() < least:
+                least, best = float(losses.min()), versions[int(losses.argmin())]
+        return best, least
+
+    def verdict(self, version):
+        """What is not fitted to: distance and second measure on held-out notes."""
+        wanted = notes.in_range(notes.HELD_OUT_NOTES, *gm.range_of(self.program))
+        rows, _ = self.measure([version], wanted, second=True)
+        return (float(self.far(rows, wanted, distance.FIT_WEIGHTS)[0]),
+                float(self.far(rows, wanted, distance.SECOND_WEIGHTS)[0]))
+
+
+def level(version, program):
+    """The version with its main volume set for TARGET_LUFS, and what hygiene says of it."""
+    for _ in range(2):
+        figures, fails = health(version, program)
+        byte = version.instrument["main_volume"]
+        # The volume's curve is a cube: 60 dB per factor of 10.
+        wanted = byte * 10 ** ((TARGET_LUFS - figures["lufs"]) / 60)
+        byte = int(min(127, max(1, round(wanted))))
+        version = candidates.Version(version.instrument.copy({"main_volume": byte}), version.laws, version.others)
+    figures, fails = health(version, program)
+    return version, figures, fails
+
+
+def health(version, program):
+    with players.scratch_folder() as folder:
+        # The version stands at its own number.
+        path = Path(folder) / "own.tqi"
+        path.write_text(version.instrument.text())
+        sound_set.make_bank(Path(folder) / "gm.tqb", {program: path})
+        tqm = Path(folder) / "gm.tqm"
+        tqm.write_text("\n".join(["melodic_bank = gm.tqb"] + law_text.lines(program, version.laws, version.others)) + "\n")
+        return hygiene.check_all(sound_set.player_of(tqm), [program])[program]
+
+
+def kinds(fails):
+    """Findings without their figures."""
+    return {"".join(c for c in text if c.isalpha()) for text in fails}
+
+
+def start_of(sounds, program):
+    """The text and laws that are there, or None."""
+    path = sound_set.program_texts(sounds).get(program)
+    if not path:
+        return None
+    laws = Path(sounds) / "gm/laws.txt"
+    rules, others = law_text.of_program(laws.read_text() if laws.exists() else "", program)
+    return candidates.Version(instrument_text.read(path), rules, others)
+
+
+def choose_start(goal, old, scratch, seed):
+    """Starts for the long search: what is there, and the best plain design after a short search of each."""
+    chosen = [old] if old else []
+    if scratch or not old:
+        plain = starts.designs(goal.program, goal.banks)
+        first = goal.losses(plain, fit_notes(goal.program))
+        tried = [goal.search(plain[i], 2, 0, seed) for i in np.argsort(first)[:6]]
+        chosen += [version for version, _ in sorted(tried, key=lambda pair: pair[1])[:1]]
+    return chosen
+
+
+def fit(program, options, tables, say=print):
+    goal = Goal(program, tables)
+    old = start_of(options.start, program)
+    found = []
+    for start in choose_start(goal, old, options.scratch, options.seed):
+        ready = candidates.Version(genes.with_free_peaks(start.instrument), start.laws, start.others)
+        found.append(goal.search(ready, options.rounds, options.generations, options.seed))
+    best, loss = min(found, key=lambda pair: pair[1])
+    best = candidates.Version(genes.without_idle_peaks(best.instrument), best.laws, best.others)
+    best, figures, fails = level(best, program)
+    held, second = goal.verdict(best)
+    before = goal.verdict(old) if old else (float("inf"), float("inf"))
+    old_fails = health(old, program)[1] if old else ["nothing there"]
+    new_fails = kinds(fails) - kinds(old_fails) if old else set()
+    accepted = held < 0.99 * before[0] and second < before[1] and not new_fails
+    say(f"{program:3d} {gm.name_of(program):20} fit {loss:5.2f}  held {before[0]:5.2f} -> {held:5.2f}  second {before[1]:5.2f} -> "
+        f"{second:5.2f}  {'accepted' if accepted else 'refused'}  {', '.join(fails)}", flush=True)
+    if accepted:
+        store(program, best, old, options, (held, second))
+    return accepted
+
+
+def store(program, version, old, options, figures):
+    instrument = version.instrument
+    if not old:
+        instrument.words = {"name": gm.name_of(program), "author": "Tarquil", "category": gm.family_of(program).replace("_", " "),
+                            "tags": gm.name_of(program).replace("_", " "), "comment": starts.comment_of(program)}
+    source = sound_set.program_texts(options.start).get(program)
+    name = source.name if source else Path(gm.text_path(program)).name
+    path = Path(options.out) / "gm" / gm.family_of(program) / name
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_text(instrument.text())
+    law_text.replace(Path(options.out) / "gm/laws.txt", program, version.laws, version.others)
+    record = Path(options.out) / "workshop/fitted.txt"
+    record.parent.mkdir(parents=True, exist_ok=True)
+    lines = record.read_text().splitlines() if record.exists() else [
+        "# Programs whose texts the fit made: number, distance and second measure on notes that were not fitted."]
+    lines = [line for line in lines if not line.startswith(f"{program} ")]
+    record.write_text("\n".join(lines + [f"{program} {figures[0]:.2f} {figures[1]:.2f}"]) + "\n")
+
+
+def main(argv):
+    options = arguments(argv)
+    tables = targets.read_all()
+    for program in options.program or gm.order_of_use():
+        began = time.monotonic()
+        fit(program, options, tables)
+        print(f"    {time.monotonic() - began:.0f} s", flush=True)
+
+
+if __name__ == "__main__":
+    try:
+        main(sys.argv[1:])
+    except (players.PlayerError, OSError, ValueError) as error:
+        sys.exit(f"dev sounds fit: {error}")
+    except KeyboardInterrupt:
+        sys.exit(130)
