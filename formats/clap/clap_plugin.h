@@ -12,6 +12,7 @@
 #include "formats/clap/clap_input.h"
 #include "formats/clap/clap_window.h"
 #include "formats/clap/window_edits.h"
+#include "formats/common/instance_player.h"
 
 namespace tarquil {
 
@@ -60,7 +61,7 @@ class ClapPlugin {
 
     clap_plugin interface;
     ClapHost calling;
-    HostedPlayer hosted;
+    InstancePlayer hosted;
     ClapInput input;
     WindowEdits edits;
     std::unique_ptr<ClapWindow> shown;

@@ -11,7 +11,7 @@ Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedul
     : rate(host_rate), urids(map), schedule(worker), controls(lv2_controls()),
       control_ports(controls.size()) {
     for (const Lv2Control& control : controls)
-        taken.push_back(default_byte(control.info()));
+        taken.push_back(control.first_byte());
     seen.assign(controls.size(), std::numeric_limits<float>::quiet_NaN());
     lv2_atom_forge_init(&forge, &map);
 }

@@ -14,9 +14,9 @@
 #include <lv2/state/state.h>
 #include <lv2/worker/worker.h>
 
+#include "formats/common/instance_player.h"
 #include "formats/lv2/port_table.h"
 #include "formats/lv2/urids.h"
-#include "player/hosted_player.h"
 
 namespace tarquil {
 
@@ -55,7 +55,7 @@ class Lv2Synth {
     const double rate;
     const Urids urids;
     const LV2_Worker_Schedule* const schedule;
-    HostedPlayer hosted;
+    InstancePlayer hosted;
     const std::vector<Lv2Control>& controls;
 
     // ports

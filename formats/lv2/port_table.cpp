@@ -9,6 +9,7 @@
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/host_parameters.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -25,6 +26,12 @@ bool is_effect_parameter(unsigned number) {
                                STEREO_EFFECT_ROWS.first_parameter};
     return std::ranges::any_of(
         firsts, [&](unsigned first) { return number - first < NUM_EFFECT_PARAMETERS; });
+}
+
+int byte_of_new_instance(unsigned number) {
+    const TarqSettings& bank = shipped_gm_bank();
+    return is_global_controller(number) ? bank.get_global_controller(number)
+                                        : bank.get_instrument(0).get_controller(number);
 }
 
 double port_value(unsigned number, int byte, Unit unit) {
@@ -44,8 +51,9 @@ double port_value(unsigned number, int byte, Unit unit) {
 } // namespace
 
 Lv2Control::Lv2Control(const ControllerInfo& row)
-    : controller(&row), integer(!row.choices.labels.empty() || is_effect_parameter(row.number) ||
-                                row.unit == Unit::COPIES || row.unit == Unit::VOICES) {
+    : controller(&row), first(byte_of_new_instance(row.number)),
+      integer(!row.choices.labels.empty() || is_effect_parameter(row.number) ||
+              row.unit == Unit::COPIES || row.unit == Unit::VOICES) {
     const bool is_byte = !row.choices.labels.empty() || is_effect_parameter(row.number);
     quantity_unit = is_byte ? Unit::NONE : row.unit;
     for (int byte = 0; byte < 128; byte++)
@@ -57,9 +65,9 @@ int Lv2Control::byte(float wanted) const {
     if (std::isnan(wanted))
         return -1;
     wanted = std::clamp(wanted, lowest(), highest());
-    const auto first = values.begin() + controller->choices.first;
+    const auto start = values.begin() + controller->choices.first;
     const auto last = values.begin() + controller->choices.last + 1;
-    const auto nearest = std::min_element(first, last, [&](float a, float b) {
+    const auto nearest = std::min_element(start, last, [&](float a, float b) {
         return std::fabs(a - wanted) < std::fabs(b - wanted);
     });
     return int(nearest - values.begin());

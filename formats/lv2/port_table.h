@@ -34,7 +34,9 @@ class Lv2Control {
 
     [[nodiscard]] float lowest() const;
     [[nodiscard]] float highest() const;
-    [[nodiscard]] float default_value() const { return value(default_byte(*controller)); }
+    // What a new instance has.
+    [[nodiscard]] float default_value() const { return value(first); }
+    [[nodiscard]] int first_byte() const { return first; }
 
     [[nodiscard]] bool is_integer() const { return integer; }
     [[nodiscard]] bool is_logarithmic() const;
@@ -43,6 +45,7 @@ class Lv2Control {
 
   private:
     const ControllerInfo* controller;
+    int first = 0;
     bool integer = false;
     Unit quantity_unit = Unit::NONE;
     std::array<float, 128> values{};

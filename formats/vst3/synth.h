@@ -5,10 +5,10 @@
 #include <atomic>
 #include <memory>
 
+#include "formats/common/instance_player.h"
 #include "formats/vst3/abi/component.h"
 #include "formats/vst3/controller.h"
 #include "formats/vst3/input.h"
-#include "player/hosted_player.h"
 
 namespace tarquil::vst3 {
 
@@ -54,7 +54,7 @@ class Synth final : public Component, public AudioProcessor, public ProcessConte
   private:
     ~Synth() = default;
 
-    HostedPlayer hosted;
+    InstancePlayer hosted;
     Controller controller;
     std::unique_ptr<Input> input;
     double rate = 44100;

@@ -41,7 +41,7 @@ TEST(ClapNotes, TheSongHasThePlayersBytesAtEveryRateAndBlockLength) {
 TEST(ClapNotes, ThousandsOfEventsInABlockAreAllPlayed) {
     constexpr uint32_t COUNT = 5000;
     ClapTestHost host;
-    HostedPlayer reference;
+    InstancePlayer reference;
     ASSERT_TRUE(host.activate() && reference.activate(44100));
     std::vector<SongMessage> messages;
     for (uint32_t i = 0; i < COUNT; i++) {

@@ -93,7 +93,7 @@ TEST(ClapParameters, TextsMeanTheValuesThatTheyShow) {
 
 TEST(ClapParameters, SoundFromTheirFrameOn) {
     const auto play = [](uint32_t frame, bool by_host) {
-        HostedPlayer reference;
+        InstancePlayer reference;
         ClapTestHost host;
         EXPECT_TRUE(host.activate(48000) && reference.activate(48000));
         StereoSound sound{std::vector<float>(8192), std::vector<float>(8192)};

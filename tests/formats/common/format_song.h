@@ -11,7 +11,7 @@
 #include <random>
 #include <vector>
 
-#include "player/hosted_player.h"
+#include "formats/common/instance_player.h"
 
 namespace tarquil {
 
@@ -111,7 +111,7 @@ inline void render_block(HostedPlayer& player, const std::vector<SongMessage>& m
 // What all formats are compared with.  `state`: a saved one, or none.
 inline StereoSound hosted_song(double rate, const std::vector<uint32_t>& blocks,
                                const std::string& state = "") {
-    HostedPlayer player;
+    InstancePlayer player;
     if (!state.empty())
         player.load_state(state);
     if (!player.activate(rate))

@@ -1,0 +1,15 @@
+// A hosted player as a new instance of a plug-in has it.
+
+#pragma once
+
+#include "player/hosted_player.h"
+#include "sounds/first_sounds.h"
+
+namespace tarquil {
+
+class InstancePlayer : public HostedPlayer {
+  public:
+    InstancePlayer() { give_first_sounds(player()); }
+};
+
+} // namespace tarquil
