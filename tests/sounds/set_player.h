@@ -26,12 +26,12 @@ class SetPlayer {
 
     SetPlayer() {
         for (const unsigned channel : {0U, DRUMS})
-            for (const uint8_t effect : {91, 93})
+            for (const uint8_t effect : {uint8_t(91), uint8_t(93)})
                 send({uint8_t(0xB0U | channel), effect, 0});
     }
 
     void choose_program(unsigned program) { send({0xC0, uint8_t(program)}); }
-    void choose_kit(unsigned program) { send({0xC0 | DRUMS, uint8_t(program)}); }
+    void choose_kit(unsigned program) { send({uint8_t(0xC0U | DRUMS), uint8_t(program)}); }
 
     void note_on(unsigned channel, unsigned key, unsigned velocity) {
         send({uint8_t(0x90U | channel), uint8_t(key), uint8_t(velocity)});
