@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "sounds/packed_bank.h"
 #include "sounds/sound_sources.h"
@@ -14,7 +15,7 @@ namespace {
 
 void save(const std::string& path, const std::string& text) {
     if (save_file_to_string(path, text) != 0)
-        throw BadSound(path + ": cannot be written");
+        throw Failure(STATUS_CANNOT, path + ": cannot be written");
 }
 
 void save(const std::string& path, const TarqSettings& bank) {
@@ -57,13 +58,13 @@ void make(const std::string& sources_folder, const std::string& output) {
 int main(int argc, char** argv) {
     if (argc != 3) {
         std::fputs("usage: tarquil_make_sounds SOURCES OUTPUT\n", stderr);
-        return 2;
+        return tarquil::STATUS_BAD_INPUT;
     }
     try {
         tarquil::make(argv[1], argv[2]);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
-        return 1;
+    } catch (const tarquil::Failure& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return failure.get_status();
     }
     return 0;
 }

@@ -14,24 +14,20 @@ const TarqSettings& shipped_gm_bank() {
     return bank;
 }
 
-const TarqSettings& shipped_gm_drums() {
-    static const TarqSettings bank = unpack_bank(packed_gm_drums());
-    return bank;
-}
-
 const TarqSettings& shipped_originals() {
     static const TarqSettings bank = unpack_bank(packed_originals());
     return bank;
 }
 
-const GmMap& shipped_gm_map() {
-    static const GmMap map = [] {
-        GmMap read;
-        const std::string error = load_gm_map_from_string(read, gm_map_text());
+std::shared_ptr<const GmSet> shipped_gm_set() {
+    static const std::shared_ptr<const GmSet> set = [] {
+        auto unpacked = std::make_shared<GmSet>();
+        const std::string error = load_gm_map_from_string(unpacked->map, gm_map_text());
         TARQ_ASSERT(error.empty());
-        return read;
+        unpacked->drums = std::make_unique<TarqSettings>(unpack_bank(packed_gm_drums()));
+        return unpacked;
     }();
-    return map;
+    return set;
 }
 
 const TarqSettings* find_shipped_bank(std::string_view name) {

@@ -6,17 +6,23 @@
 
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include "instrument/settings.h"
-#include "midi/gm/gm_map.h"
+#include "player/gm_set.h"
 
 namespace tarquil {
 
-// The General MIDI set: its 128 programs, the drums, and the map with laws and kits.
+// The General MIDI set: its 128 programs, and what plays beside them: laws, kits and drums.
 const TarqSettings& shipped_gm_bank();
-const TarqSettings& shipped_gm_drums();
-const GmMap& shipped_gm_map();
+std::shared_ptr<const GmSet> shipped_gm_set();
+inline const TarqSettings& shipped_gm_drums() {
+    return *shipped_gm_set()->drums;
+}
+inline const GmMap& shipped_gm_map() {
+    return shipped_gm_set()->map;
+}
 
 // 128 sounds of this engine's own.
 const TarqSettings& shipped_originals();

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <vector>
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "instrument/checked_load.h"
 #include "instrument/keys.h"
@@ -34,7 +35,7 @@ constexpr const char* MAP_HEAD = "title = General MIDI\n"
                                  "drum_bank = gm-drums.tqb\n";
 
 [[noreturn]] void fail(const fs::path& file, const std::string& reason) {
-    throw BadSound(file.string() + ": " + reason);
+    throw BadInput(file.string() + ": " + reason);
 }
 
 std::string read_file(const fs::path& file) {

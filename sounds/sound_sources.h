@@ -11,7 +11,6 @@
 
 #pragma once
 
-#include <stdexcept>
 #include <string>
 
 #include "instrument/settings.h"
@@ -27,14 +26,8 @@ struct SoundSources {
     GmMap map;
 };
 
-// "FILE: what is wrong".
-class BadSound : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
 // Reads all below `folder` and checks it: keys that nothing knows, values out of range, drums of
-// one family that disagree and keys without a drum are refused.
+// one family that disagree and keys without a drum are BadInput.
 SoundSources read_sound_sources(const std::string& folder);
 
 } // namespace tarquil

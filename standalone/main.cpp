@@ -13,6 +13,7 @@
 #include "frame/player_synth.h"
 #include "instrument/checked_load.h"
 #include "sounds/shipped_sounds.h"
+#include "sounds/starting_sounds.h"
 #include "standalone/audio_output.h"
 #include "standalone/computer_keys.h"
 
@@ -43,6 +44,7 @@ std::unique_ptr<AudioOutput> find_output(Player& player, bool silent) {
 
 int run(const std::string& bank, bool silent) {
     Player player;
+    give_drums(player);
     const TarqSettings* const shipped = find_shipped_bank(bank);
     if (shipped != nullptr) {
         player.set_bank(*shipped);

@@ -3,13 +3,13 @@
 #pragma once
 
 #include "player/hosted_player.h"
-#include "sounds/first_sounds.h"
+#include "sounds/starting_sounds.h"
 
 namespace tarquil {
 
 class InstancePlayer : public HostedPlayer {
   public:
-    InstancePlayer() { give_first_sounds(player()); }
+    InstancePlayer() { give_starting_sounds(player()); }
 };
 
 } // namespace tarquil

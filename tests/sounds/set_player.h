@@ -8,8 +8,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "player/gm_ensemble.h"
-#include "sounds/shipped_sounds.h"
+#include "player/player.h"
+#include "player/quantum_stream.h"
+#include "sounds/starting_sounds.h"
 
 namespace tarquil {
 
@@ -25,13 +26,15 @@ class SetPlayer {
     static constexpr unsigned DRUMS = 9; // channel
 
     SetPlayer() {
+        give_starting_sounds(player);
+        player.start();
         for (const unsigned channel : {0U, DRUMS})
-            for (const uint8_t effect : {91, 93})
+            for (const uint8_t effect : {uint8_t(91), uint8_t(93)})
                 send({uint8_t(0xB0U | channel), effect, 0});
     }
 
-    void choose_program(unsigned program) { send({0xC0, uint8_t(program)}); }
-    void choose_kit(unsigned program) { send({0xC0 | DRUMS, uint8_t(program)}); }
+    void choose_program(unsigned program) { send({0xC0, uint8_t(program), 0}); }
+    void choose_kit(unsigned program) { send({uint8_t(0xC0U | DRUMS), uint8_t(program), 0}); }
 
     void note_on(unsigned channel, unsigned key, unsigned velocity) {
         send({uint8_t(0x90U | channel), uint8_t(key), uint8_t(velocity)});
@@ -44,8 +47,8 @@ class SetPlayer {
     std::vector<float> render(double seconds) {
         std::vector<float> sound;
         while (double(sound.size()) < seconds * SAMPLE_RATE) {
-            std::array<float, size_t(2) * GmEnsemble::QUANTUM> pcm;
-            ensemble.render(pcm.data());
+            std::array<float, size_t(2) * QuantumStream::QUANTUM> pcm;
+            player.audio().run(pcm.data(), QuantumStream::QUANTUM);
             for (size_t i = 0; i < pcm.size(); i += 2)
                 sound.push_back((pcm[i] + pcm[i + 1]) / 2);
         }
@@ -64,11 +67,12 @@ class SetPlayer {
     }
 
   private:
-    void send(std::initializer_list<uint8_t> bytes) {
-        ensemble.add_message(ensemble.get_time(), {bytes.begin(), bytes.size()});
+    void send(std::array<uint8_t, 3> message) {
+        player.audio().follow_edits();
+        player.audio().add_message(message.data(), player.audio().time());
     }
 
-    GmEnsemble ensemble{shipped_gm_bank(), &shipped_gm_drums(), &shipped_gm_map(), 1};
+    Player player;
 };
 
 } // namespace tarquil

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -93,7 +92,7 @@ TEST_P(ShippedPrograms, SoundInTuneAndEnd) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, ShippedPrograms, testing::Range(0U, 16U),
-                         [](const auto& info) { return FAMILIES[info.param].name; });
+                         [](const auto& family) { return FAMILIES[family.param].name; });
 
 } // namespace
 } // namespace tarquil

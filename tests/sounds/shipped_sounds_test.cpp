@@ -27,12 +27,12 @@ TEST(ShippedSounds, AreTheBanksOfTheFiles) {
         const std::string path = std::string(SOUNDS_FOLDER) + "/" + name + ".tqb";
         std::string file;
         ASSERT_EQ(load_file_to_string(path, file), 0) << path;
-        EXPECT_EQ(text_of(*shipped), file) << name;
+        EXPECT_TRUE(text_of(*shipped) == file) << name; // too long to print
         TarqSettings loaded;
         LoadReport report;
         ASSERT_EQ(load_bank_checked(loaded, path, &report), 0);
         EXPECT_EQ(report.summary(), "") << name;
-        EXPECT_EQ(text_of(loaded), file) << name;
+        EXPECT_TRUE(text_of(loaded) == file) << name;
         EXPECT_EQ(find_shipped_bank(name), shipped);
     }
     EXPECT_EQ(find_shipped_bank("GM"), nullptr);

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 
+#include "common/failure.h"
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
 
@@ -27,7 +28,7 @@ class SoundSourcesTest : public testing::Test {
         std::string what;
         try {
             read_sound_sources(directory.path());
-        } catch (const BadSound& error) {
+        } catch (const BadInput& error) {
             what = error.what();
         }
         std::filesystem::remove(directory.path(name));
