@@ -5,7 +5,7 @@
 #   OPUSENC   the encoder (opusenc, of the package opus-tools)
 set -eu
 [ $# -eq 2 ] || { echo "usage: record.sh MIDI_FOLDER OUT_FOLDER" >&2; exit 2; }
-kilobits=64 # a second; 231 seconds come to 1.8 MB
+kilobits=56 # a second: 237 seconds come to 1.8 MB
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$2"
