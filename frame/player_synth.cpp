@@ -74,7 +74,7 @@ void PlayerSynth::set_band_muted(unsigned band, bool muted) {
 }
 
 void PlayerSynth::panic() {
-    player.release_all_notes();
+    player.silence();
 }
 
 } // namespace tarquil

@@ -24,18 +24,6 @@ bool is_silent(const float* pcm, uint32_t frames) {
 } // namespace
 
 void GmEnsemble::Queues::put(unsigned engine, const midi_event& event) {
-    if (midi_kind(event.status) != MIDI_SILENCE) {
-        push(engine, event);
-        return;
-    }
-    // The engine's own way to end a channel: every note is let go.
-    for (unsigned note = 0; note < NUM_KEYS; note++)
-        push(engine, {.time = event.time,
-                      .status = midi_status(MIDI_NOTE_OFF, midi_channel(event.status)),
-                      .data1 = uint8_t(note)});
-}
-
-void GmEnsemble::Queues::push(unsigned engine, const midi_event& event) {
     TARQ_ASSERT(counts[engine] < CAPACITY);
     events[engine][counts[engine]++] = event;
 }
@@ -55,13 +43,12 @@ void GmEnsemble::copy_bank(const BankBytes& bank) {
     globals = bank.global();
 }
 
-void GmEnsemble::begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs,
-                       bool is_sounding) {
+void GmEnsemble::begin(uint32_t time, const GmSet& new_set,
+                       const ChannelPrograms& channel_programs) {
     // The dialect knows nothing of what waited for the next run.
     queues->counts = {};
     refresh_waits = is_ending = false;
-    if (is_sounding)
-        silence(MELODIC_ENGINE, time);
+    silence(MELODIC_ENGINE, time);
     if (quiet_frames < STOP_AFTER)
         silence(RHYTHM_ENGINE, time);
     take_set(new_set);
@@ -73,7 +60,9 @@ void GmEnsemble::begin(uint32_t time, const GmSet& new_set, const ChannelProgram
 
 void GmEnsemble::silence(unsigned engine, uint32_t time) {
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
-        queues->put(engine, {.time = time, .status = midi_status(MIDI_SILENCE, channel)});
+        queues->put(
+            engine,
+            {.time = time, .status = midi_status(MIDI_SILENCE, channel), .data1 = SILENCE_MASTER});
 }
 
 void GmEnsemble::replace_set(uint32_t time, const GmSet& new_set) {
@@ -135,9 +124,11 @@ void GmEnsemble::refresh(uint32_t time) {
     put_globals(time);
 }
 
-void GmEnsemble::panic(uint32_t time) {
-    if (queues->has_room())
+bool GmEnsemble::panic(uint32_t time) {
+    const bool fits = queues->has_room();
+    if (fits)
         dialect.panic(time, *queues);
+    return fits;
 }
 
 void GmEnsemble::run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time) {

@@ -38,10 +38,8 @@ class GmEnsemble {
     void copy_bank(const BankBytes& bank);
 
     // Begins at `time`, perhaps again: the channels play these programs, all else is as after "GM
-    // on".  Ends the drums, and what a melodic engine that `is_sounding` plays.  The set stays
-    // until there is another.
-    void begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs,
-               bool is_sounding);
+    // on".  Ends what the engines play.  The set stays until there is another.
+    void begin(uint32_t time, const GmSet& new_set, const ChannelPrograms& channel_programs);
     // Others play the melodic engine from `time` on; the drums fade in run_rest.
     void end(uint32_t time);
 
@@ -72,8 +70,9 @@ class GmEnsemble {
         return dialect.channel(channel).program;
     }
 
-    // Ends everything within a few milliseconds.
-    void panic(uint32_t time);
+    // Ends everything, echoes included, within a few milliseconds.  False, and nothing happens,
+    // when there is no room.
+    bool panic(uint32_t time);
 
     // Renders `frames` (whole granules, at most LONGEST_RUN) that start at `time` into interleaved
     // stereo.
@@ -103,9 +102,6 @@ class GmEnsemble {
 
         std::array<std::array<midi_event, CAPACITY>, NUM_GM_ENGINES> events;
         std::array<uint32_t, NUM_GM_ENGINES> counts{};
-
-      private:
-        void push(unsigned engine, const midi_event& event);
     };
 
     void silence(unsigned engine, uint32_t time);

@@ -265,9 +265,9 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
     follow_dialect(channels);
 }
 
-void Player::release_all_notes() {
+void Player::silence() {
     const LockHolder holder(lock);
-    post({.kind = PlayerEdit::Kind::RELEASE_NOTES});
+    post({.kind = PlayerEdit::Kind::SILENCE});
 }
 
 void Player::play_message(const std::array<uint8_t, 3>& message) {

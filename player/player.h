@@ -73,8 +73,8 @@ class Player {
     // See Tarquil::set_channel_taps; after the start, before anything is rendered.
     void set_channel_taps(StereoBuffer* taps) { engine->set_channel_taps(taps); }
 
-    // Releases every key of every channel; in General MIDI ends all that sounds.
-    void release_all_notes();
+    // Ends all that sounds, echoes included, within a few milliseconds.
+    void silence();
     // What MIDI messages mean.  It belongs to the bank, so a new bank brings its own.  A switch
     // ends what sounds; channels that all play the usual programs then play the other's usual ones.
     void set_dialect(MidiDialect dialect);

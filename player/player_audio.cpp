@@ -48,7 +48,7 @@ void PlayerAudio::refresh_if_asked() {
 
 void PlayerAudio::follow(const PlayerEdit& edit) {
     const bool depends_on_order = edit.kind == PlayerEdit::Kind::CHANNEL_PROGRAM ||
-                                  edit.kind == PlayerEdit::Kind::RELEASE_NOTES ||
+                                  edit.kind == PlayerEdit::Kind::SILENCE ||
                                   edit.kind == PlayerEdit::Kind::MESSAGE;
     if (depends_on_order)
         refresh_if_asked();
@@ -68,8 +68,8 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
     case PlayerEdit::Kind::REFRESH:
         is_refresh_asked = true;
         break;
-    case PlayerEdit::Kind::RELEASE_NOTES:
-        release_all(curr_time);
+    case PlayerEdit::Kind::SILENCE:
+        silence();
         break;
     case PlayerEdit::Kind::MESSAGE: {
         const uint8_t message[] = {edit.program, edit.number, edit.value};
@@ -142,7 +142,8 @@ void PlayerAudio::set_controller(unsigned number, int value, uint32_t time) {
 int PlayerAudio::get_controller(unsigned number) const {
     return is_global_controller(number)
                ? link.bank.current().get_global(number)
-               : link.bank.current().get(link.edited_program.load(std::memory_order_relaxed), number);
+               : link.bank.current().get(link.edited_program.load(std::memory_order_relaxed),
+                                         number);
 }
 
 void PlayerAudio::send_byte(unsigned program, unsigned number, int value, uint32_t time) {
@@ -211,6 +212,19 @@ void PlayerAudio::refresh() {
     send_globals(curr_time);
 }
 
+void PlayerAudio::silence() {
+    if (plays_gm()) {
+        silence_waits = !gm->panic(curr_time);
+        return;
+    }
+    midi_event silences[NUM_CHANNELS];
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        silences[channel] = {.time = curr_time,
+                             .status = midi_status(MIDI_SILENCE, channel),
+                             .data1 = SILENCE_MASTER};
+    silence_waits = !events.push(silences);
+}
+
 void PlayerAudio::reset() {
     follow_edits();
     events.clear();
@@ -218,7 +232,7 @@ void PlayerAudio::reset() {
         begin_gm();
         return;
     }
-    release_all(curr_time);
+    silence();
     refresh();
 }
 
@@ -253,6 +267,8 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         gm->refresh_if_waiting(curr_time);
     else
         send_what_found_no_room();
+    if (silence_waits)
+        silence();
 }
 
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {

@@ -42,7 +42,7 @@ class PlayerAudio {
     // on, until it is given a program.
     void play_sound(unsigned channel, const ControllerBytes& bytes, uint32_t time);
 
-    // Drops what is queued, releases every key of every channel and sends the bank anew: what
+    // Drops what is queued, ends all that sounds as Player::silence, and sends the bank anew: what
     // messages had set is gone.
     void reset();
 
@@ -82,6 +82,7 @@ class PlayerAudio {
     void send_program(unsigned channel, uint32_t time);
     void send_globals(uint32_t time);
     void refresh();
+    void silence();
     void send_what_found_no_room();
     void keep_clock_low(Tarquil& engine);
     void measure(Tarquil& engine, const float* frames, uint32_t num_frames);
@@ -97,10 +98,11 @@ class PlayerAudio {
 
     bool is_refresh_asked = false; // by an edit that is being followed
 
-    // What did not fit into the queue and follows when there is room: channels by bit, and the
-    // global controllers.
+    // What did not fit into the queue and follows when there is room: channels by bit, the global
+    // controllers, and a silence.
     uint32_t waiting_channels = 0;
     bool globals_wait = false;
+    bool silence_waits = false;
 };
 
 } // namespace tarquil

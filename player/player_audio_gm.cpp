@@ -27,16 +27,14 @@ void PlayerAudio::begin_gm() {
     link.bank.take();
     link.gm_set.take();
     waiting_channels = 0;
-    globals_wait = false;
-    Tarquil* const engine = link.engine.load(std::memory_order_acquire);
-    const bool is_sounding = engine != nullptr && engine->get_voice_pool().voices_used() > 0;
+    globals_wait = silence_waits = false;
     gm->copy_bank(link.bank.current());
-    gm->begin(curr_time, link.gm_set.current(), playing, is_sounding);
+    gm->begin(curr_time, link.gm_set.current(), playing);
 }
 
 void PlayerAudio::end_gm() {
     gm->end(curr_time);
-    release_all(curr_time);
+    silence();
     refresh();
 }
 
@@ -56,9 +54,6 @@ bool PlayerAudio::follow_in_gm(const PlayerEdit& edit, uint32_t time) {
                              .status = midi_status(MIDI_PROGRAM_CHANGE, edit.number),
                              .data1 = edit.program}))
             gm->choose_program(edit.number, edit.program);
-        return true;
-    case PlayerEdit::Kind::RELEASE_NOTES:
-        gm->panic(time);
         return true;
     default:
         return false;

@@ -29,7 +29,7 @@ struct PlayerEdit {
         BEND,            // the pitch bend of `program` became `value` (coarse) and `fine`
         CHANNEL_PROGRAM, // channel `number` plays `program` from `time` on
         REFRESH,         // the bank is sent as a whole, the next one if there is one
-        RELEASE_NOTES,   // of all channels
+        SILENCE,         // of all that sounds, echoes included
         MESSAGE,         // the MIDI message `program`, `number`, `value` is played
     };
 

@@ -12,9 +12,6 @@ inline constexpr unsigned MELODIC_ENGINE = 0;
 inline constexpr unsigned RHYTHM_ENGINE = 1;
 inline constexpr unsigned NUM_GM_ENGINES = 2;
 
-// Beside the engine's own kinds: fades all voices of the channel within 3 ms.
-inline constexpr unsigned MIDI_SILENCE = 0xA0;
-
 // Takes events, each engine's in the order of their times.
 class EngineEvents {
   public:

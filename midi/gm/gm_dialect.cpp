@@ -297,9 +297,7 @@ void GmDialect::release_all(uint32_t time, EngineEvents& out) {
 }
 
 void GmDialect::panic(uint32_t time, EngineEvents& out) {
-    time = step_to(time, out);
-    melodic.silence_all(time, out);
-    rhythm.silence_all(time, out);
+    silence_all(step_to(time, out), out);
 }
 
 void GmDialect::refresh(uint32_t time, EngineEvents& out) {

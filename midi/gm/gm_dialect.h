@@ -87,6 +87,7 @@ class GmDialect {
     void update(uint32_t time, unsigned channel, unsigned midi_controller, EngineEvents& out);
     void play_sysex(uint32_t time, const SysexMessage& sysex, EngineEvents& out);
     void reset(uint32_t time, EngineEvents& out);
+    void silence_all(uint32_t time, EngineEvents& out);
     void update_master(uint32_t time, EngineEvents& out);
     static void put_global(uint32_t time, unsigned number, uint8_t byte, EngineEvents& out);
 

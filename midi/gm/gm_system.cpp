@@ -54,9 +54,16 @@ void GmDialect::update_master(uint32_t time, EngineEvents& out) {
     }
 }
 
-void GmDialect::reset(uint32_t time, EngineEvents& out) {
+void GmDialect::silence_all(uint32_t time, EngineEvents& out) {
     melodic.silence_all(time, out);
     rhythm.silence_all(time, out);
+    for (const unsigned engine : {MELODIC_ENGINE, RHYTHM_ENGINE})
+        out.put(engine,
+                {.time = time, .status = midi_status(MIDI_SILENCE, 0), .data1 = SILENCE_MASTER});
+}
+
+void GmDialect::reset(uint32_t time, EngineEvents& out) {
+    silence_all(time, out);
     for (unsigned i = 0; i < NUM_MIDI_CHANNELS; i++)
         state.channels[i].set_defaults(i);
     state.master = GmMaster();

@@ -11,9 +11,6 @@ namespace tarquil {
 
 namespace {
 
-// A silenced voice is gone after this many samples.
-constexpr uint32_t FADE_SAMPLES = 160;
-
 constexpr double SOFT_PEDAL_VELOCITY = 0.75;
 
 // What a released note fades over, by the byte of envelope 1.
@@ -102,7 +99,7 @@ void MelodicParts::release(uint32_t time, unsigned channel, unsigned key_number,
 
 void MelodicParts::drop(uint32_t time, Key& key) {
     Part& part = parts[key.part];
-    const uint32_t end = time + std::max(key.release, FADE_SAMPLES);
+    const uint32_t end = time + std::max(key.release, SILENCE_FADE_SAMPLES);
     if (!part.has_tail || is_before(part.tail_end, end))
         part.tail_end = end;
     part.has_tail = true;
@@ -114,7 +111,7 @@ void MelodicParts::drop(uint32_t time, Key& key) {
 
 void MelodicParts::silence(uint32_t time, unsigned channel, EngineEvents& out) {
     for (unsigned i = 0; i < NUM_PARTS; i++)
-        if (parts[i].is_assigned && parts[i].channel == channel && is_sounding(parts[i], time))
+        if (parts[i].is_assigned && parts[i].channel == channel && may_echo(parts[i], time))
             fade(time, i, out);
     keys[channel].fill(Key());
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "midi/gm/channel_sound.h"
+#include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 
@@ -99,6 +100,12 @@ const ControllerBytes& MelodicParts::own_bytes(const Part& part) const {
 
 bool MelodicParts::is_sounding(const Part& part, uint32_t time) {
     return part.num_notes > 0 || (part.has_tail && is_before(time, part.tail_end));
+}
+
+bool MelodicParts::may_echo(const Part& part, uint32_t time) {
+    // The engine lets a channel's echoes ring for two seconds.
+    constexpr uint32_t LONGEST_ECHO = 2 * SAMPLE_RATE;
+    return part.num_notes > 0 || (part.has_tail && is_before(time, part.tail_end + LONGEST_ECHO));
 }
 
 void MelodicParts::fade(uint32_t time, unsigned part_index, EngineEvents& out) {

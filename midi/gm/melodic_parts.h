@@ -94,6 +94,8 @@ class MelodicParts {
     void forget_notes(uint32_t time, unsigned part_index);
     void fade(uint32_t time, unsigned part_index, EngineEvents& out);
     [[nodiscard]] static bool is_sounding(const Part& part, uint32_t time);
+    // That it may still be heard from its effects counts here.
+    [[nodiscard]] static bool may_echo(const Part& part, uint32_t time);
     [[nodiscard]] const ControllerBytes& own_bytes(const Part& part) const;
 
     void release(uint32_t time, unsigned channel, unsigned key, EngineEvents& out);

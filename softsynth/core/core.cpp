@@ -82,6 +82,7 @@ void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
     TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
     for (Channel& channel : channels)
         channel.move_clock_back(frames, now);
+    echo_fade_start -= frames;
     voice_pool.move_clock_back(frames);
 }
 
@@ -107,10 +108,22 @@ void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_event
             emit_program_change(settings->get_instrument(event.data1), channel.get_controllers(),
                                 event.time);
             break;
+        case MIDI_SILENCE:
+            channel.silence(event.time);
+            if (event.data1 == SILENCE_MASTER)
+                silence_echoes(event.time);
+            break;
         default:
             break;
         }
     }
+}
+
+void Tarquil::silence_echoes(uint32_t time) {
+    if (echoes_fade)
+        return;
+    echoes_fade = true;
+    echo_fade_start = time;
 }
 
 } // namespace tarquil

@@ -83,8 +83,12 @@ class Tarquil {
     void process_midi_messages(const midi_event* events, uint32_t num_events);
     void render(float* pcm_out, uint32_t num_samples, uint32_t time);
 
+    // Fades out the echoes of the master section from `time` on; what is sent to them until the
+    // block's end in which the fade ends is lost with them.
+    void silence_echoes(uint32_t time);
     void render_channels(uint32_t num_samples, uint32_t time);
-    void render_aux_returns();
+    void render_aux_returns(uint32_t time);
+    void end_echo_fade();
     void render_global_filters();
     void render_retrigger(uint32_t time);
     void render_pre_gain();
@@ -108,6 +112,8 @@ class Tarquil {
     const TarqSettings* settings;
     PhaseRandom phase_random;
     StereoBuffer* channel_taps = nullptr;
+    bool echoes_fade = false;
+    uint32_t echo_fade_start = 0;
     std::atomic<bool> band_muted[MC_N_BANDS] = {};
     EngineScratch scratch;
 };

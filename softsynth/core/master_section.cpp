@@ -8,6 +8,7 @@
 #include "softsynth/core/core.h"
 #include "softsynth/parameters/filter_quantities.h"
 #include "softsynth/parameters/master_quantities.h"
+#include "softsynth/signal/fade_out.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -28,13 +29,22 @@ void scrub(StereoBuffer& buffer) {
 
 void Tarquil::render(float* pcm_out, uint32_t num_samples, uint32_t time) {
     render_channels(num_samples, time);
-    render_aux_returns();
+    render_aux_returns(time);
     render_global_filters();
     render_retrigger(time);
     render_pre_gain();
     render_compressor();
+    if (echoes_fade && int32_t(time + num_samples - echo_fade_start) >= int32_t(FadeOut::LENGTH))
+        end_echo_fade();
     std::memcpy(pcm_out, scratch.buses[MAIN_BUS].get_first_left_sample_ptr(),
                 size_t(2) * num_samples * sizeof(float));
+}
+
+void Tarquil::end_echo_fade() {
+    echoes_fade = false;
+    reverb.mute();
+    delay.reset();
+    retrigger.reset();
 }
 
 void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
@@ -49,9 +59,10 @@ void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     }
 }
 
-void Tarquil::render_aux_returns() {
-    scrub(scratch.buses[REVERB_BUS]);
-    scrub(scratch.buses[DELAY_BUS]);
+void Tarquil::render_aux_returns(uint32_t time) {
+    for (const int bus : {REVERB_BUS, DELAY_BUS})
+        scrub_for_echo(scratch.buses[bus].get_first_left_sample_ptr(),
+                       2 * scratch.buses[bus].get_buf_size());
 
     reverb.setroomsize(global(CTRL_REVERB_ROOMSIZE).get_last_value());
     reverb.setdamp(global(CTRL_REVERB_DAMP).get_last_value());
@@ -67,6 +78,9 @@ void Tarquil::render_aux_returns() {
                  byte(CTRL_DELAY_LEFT_TIME), byte(CTRL_DELAY_RIGHT_TIME), byte(CTRL_DELAY_FEEDBACK),
                  0, 0, 1.0F, scratch.channel.stereo_effect);
 
+    if (echoes_fade)
+        FadeOut::apply(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
+                       int32_t(time - echo_fade_start));
     aux_filter.render(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
                       global(CTRL_AUX_CUTOFF).get_last_cubed_value() * RADIANS_PER_HZ,
                       BUTTERWORTH_Q, 0.0F);
@@ -99,7 +113,9 @@ void Tarquil::render_retrigger(uint32_t time) {
     global(CTRL_RETRIGGER_WET_LEVEL).render(scratch.retrigger_wet, time, false);
     StereoBuffer& bus = scratch.buses[MAIN_BUS];
     scrub(bus);
-    retrigger.render(bus, scratch.retrigger_bpm, scratch.retrigger_speedup, scratch.retrigger_wet);
+    const auto fade_age = int32_t(time - echo_fade_start);
+    retrigger.render(bus, scratch.retrigger_bpm, scratch.retrigger_speedup, scratch.retrigger_wet,
+                     echoes_fade ? &fade_age : nullptr);
 }
 
 void Tarquil::render_pre_gain() {

@@ -28,27 +28,49 @@ class DelayLine {
     // The side of an interleaved buffer that a line works on.
     enum channel : uint32_t { LEFT = 0, RIGHT = 1 };
 
-    // Clears the history.
+    // A line can be split: its past is what it held then and goes on by itself, its present starts
+    // as an empty line.
+    enum class Part { PRESENT, PAST };
+
+    // Forgets the history.  It costs nothing: what is not there is read as 0.
     void reset();
+
+    // Makes what the line holds its past, which may be rendered for PAST_LENGTH samples more, with
+    // delays of at most a second.
+    void split();
+    static constexpr int32_t PAST_LENGTH = 2 * MAX_NUM_SAMPLES + 256;
 
     // Adds wet * delayed input to side `ch` of `outbuf`, which may be `inbuf`.  The delay is cut to
     // an integer.
     void render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, float delay_samples,
-                       float feedback, float wet, channel ch);
+                       float feedback, float wet, channel ch, Part part = Part::PRESENT);
 
     // The same with a delay per sample, at least 1 and below MAX_DELAY_LENGTH - 2.
     void render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, const MonoBuffer& delay,
-                         float feedback, float wet, channel ch);
+                         float feedback, float wet, channel ch, Part part = Part::PRESENT);
 
   private:
-    // Clears the history if one of the last `count` samples written is not finite, and counts
+    struct FullMemory;
+    struct YoungMemory;
+    struct PastMemory;
+
+    // Hands act() the part's memory for `count` samples.
+    template <typename Act> void render_part(Part part, uint32_t count, const Act& act);
+
+    // Forgets the history if one of the last `count` samples written is not finite, and counts
     // those that are 0.
     void look_at_written(uint32_t count);
 
     // memory; initialised, so that its pages exist before the audio thread touches them
     float buffer[MAX_DELAY_LENGTH] = {};
     int32_t circbuf_pos = 0;               // next sample to write
+    int32_t num_held = MAX_DELAY_LENGTH;   // samples before it that count
     uint32_t num_zeros = MAX_DELAY_LENGTH; // written last, in whole blocks
+
+    // memory of the past
+    int32_t past_pos = 0;   // of the split
+    int32_t past_held = 0;  // samples before it that count
+    int32_t past_count = 0; // samples since
 };
 
 } // namespace tarquil

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "softsynth/effects/psola.h"
+#include "softsynth/signal/fade_out.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -24,8 +25,8 @@ uint32_t samples_per_beat(float bpm, uint32_t longest) {
 } // namespace
 
 void RetriggerBox::reset() {
-    std::fill_n(history, LENGTH, 0.0F);
-    std::fill_n(loop, LENGTH, 0.0F);
+    // The rest is written before it is read.
+    loop[0] = 0.0F;
     write_pos = capture_start = play_pos = 0;
     loop_len = 1;
     bpm = 120.0F;
@@ -33,7 +34,8 @@ void RetriggerBox::reset() {
 }
 
 void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
-                          const MonoBuffer& speedup_buf, const MonoBuffer& wet_buf) {
+                          const MonoBuffer& speedup_buf, const MonoBuffer& wet_buf,
+                          const int32_t* fade_age) {
     float* frame = buf.get_first_left_sample_ptr();
     const float* bpms = bpm_buf.get_first_sample_ptr();
     const float* speedups = speedup_buf.get_first_sample_ptr();
@@ -45,7 +47,9 @@ void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
         history[write_pos] = x;
         write_pos = (write_pos + 1) & MASK;
 
-        const float y = loop[play_pos % loop_len];
+        float y = loop[play_pos % loop_len];
+        if (fade_age != nullptr)
+            y *= FadeOut::gain(*fade_age + int32_t(i));
         play_pos++;
         const float out = (y - x) * wets[i] + x;
         frame[0] = out;

@@ -22,8 +22,9 @@ class RetriggerBox {
     // In place.  The buffers hold per sample the tempo in beats per minute (60..187), the speed-up
     // factor (-63..64, negative plays backwards, 0 counts as 1) and the wet level 0..1.  Reads the
     // left side only; both sides become the same.  A change of tempo or speed-up restarts the beat.
+    // With `fade_age` the loop fades: it is where the block starts after the start of a FadeOut.
     void render(StereoBuffer& buf, const MonoBuffer& bpm_buf, const MonoBuffer& speedup_buf,
-                const MonoBuffer& wet_buf);
+                const MonoBuffer& wet_buf, const int32_t* fade_age = nullptr);
 
   private:
     static constexpr uint32_t LENGTH = 65536; // samples of history and of the loop

@@ -23,54 +23,74 @@ StereoEffectScratch::StereoEffectScratch(const WaveformStore& sweeping_waves)
 }
 
 void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1,
-                          int p2, int p3, int p4, int p5, float wet, StereoEffectScratch& scratch) {
-    if (type != new_type) {
-        for (DelayLine& line : delay_lines)
-            line.reset();
-        lfo_phase = 0.0F;
+                          int p2, int p3, int p4, int p5, float wet, StereoEffectScratch& scratch,
+                          DelayLine::Part part) {
+    if (part == DelayLine::Part::PRESENT && type != new_type) {
+        reset();
         type = new_type;
     }
     const float lfo_speed_hz = stereo_lfo_hz(p2);
     const float lfo_amount = stereo_lfo_samples(p3);
 
-    switch (type) {
+    switch (new_type) {
     case STEREO_EFFECT_OFF:
         return;
     case STEREO_EFFECT_DELAY:
         render_delay(in, out, stereo_delay_seconds(p1), stereo_delay_seconds(p2),
-                     stereo_effect_feedback(p3), wet);
+                     stereo_effect_feedback(p3), wet, part);
         return;
     case STEREO_EFFECT_CHORUS:
         render_lfoed_delay(in, out, chorus_delay_samples(p1), 0.0F, wet, lfo_speed_hz, lfo_amount,
-                           OscType(p4), scratch);
+                           OscType(p4), scratch, part);
         return;
     case STEREO_EFFECT_FLANGER:
         render_lfoed_delay(in, out, flanger_delay_samples(p1), stereo_effect_feedback(p5), wet,
-                           lfo_speed_hz, lfo_amount, OscType(p4), scratch);
+                           lfo_speed_hz, lfo_amount, OscType(p4), scratch, part);
         return;
     default:
         TARQ_ASSERT(0);
     }
 }
 
+void StereoEffect::reset() {
+    for (DelayLine& line : delay_lines)
+        line.reset();
+    lfo_phase = 0.0F;
+}
+
+void StereoEffect::split(effect_type past_type) {
+    if (type != past_type)
+        reset();
+    type = past_type;
+    for (DelayLine& line : delay_lines)
+        line.split();
+    past_lfo_phase = lfo_phase;
+    lfo_phase = 0.0F;
+}
+
 void StereoEffect::render_delay(const StereoBuffer& in, StereoBuffer& out, float left_seconds,
-                                float right_seconds, float feedback, float wet) {
-    delay_lines[0].render_no_lfo(in, out, left_seconds * RATE, feedback, wet, DelayLine::LEFT);
-    delay_lines[1].render_no_lfo(in, out, right_seconds * RATE, feedback, wet, DelayLine::RIGHT);
+                                float right_seconds, float feedback, float wet,
+                                DelayLine::Part part) {
+    delay_lines[0].render_no_lfo(in, out, left_seconds * RATE, feedback, wet, DelayLine::LEFT,
+                                 part);
+    delay_lines[1].render_no_lfo(in, out, right_seconds * RATE, feedback, wet, DelayLine::RIGHT,
+                                 part);
 }
 
 void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,
                                       float delay_samples, float feedback, float wet,
                                       float lfo_speed_hz, float lfo_amount_samples,
-                                      OscType lfo_type, StereoEffectScratch& scratch) {
+                                      OscType lfo_type, StereoEffectScratch& scratch,
+                                      DelayLine::Part part) {
     const uint32_t size = in.get_buf_size();
     const float half_amount = lfo_amount_samples * 0.5F;
+    float& phase = part == DelayLine::Part::PAST ? past_lfo_phase : lfo_phase;
     MonoBuffer& delay = scratch.delay;
     delay.init(size);
     scratch.pitch.init(size);
     for (const DelayLine::channel side : {DelayLine::LEFT, DelayLine::RIGHT}) {
         lfo.init(scratch.waves, lfo_type, lfo_speed_hz,
-                 std::fmod(float(side) * RIGHT_LFO_LEAD + lfo_phase, 1.0F));
+                 std::fmod(float(side) * RIGHT_LFO_LEAD + phase, 1.0F));
         lfo.render_interpolated(delay, scratch.pitch, 0);
         float* delay_buf_ptr = delay.get_first_sample_ptr();
         for (uint32_t i = 0; i < size; i++, delay_buf_ptr++) {
@@ -82,9 +102,9 @@ void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,
             TARQ_ASSERT(f >= 1.0f);
             *delay_buf_ptr = f;
         }
-        delay_lines[side].render_with_lfo(in, out, delay, feedback, wet, side);
+        delay_lines[side].render_with_lfo(in, out, delay, feedback, wet, side, part);
     }
-    lfo_phase = std::fmod(lfo_phase + float(size) * lfo_speed_hz / RATE, 1.0F);
+    phase = std::fmod(phase + float(size) * lfo_speed_hz / RATE, 1.0F);
 }
 
 } // namespace tarquil

@@ -32,7 +32,8 @@ class StereoEffect {
     using effect_type = StereoEffectType;
     using enum StereoEffectType;
 
-    // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes.
+    // Adds wet * effect to `out`, which may be `in`.  A change of type clears the echoes; a past
+    // keeps the type that it was split with.
     //
     //   p1..p5, 0..127    delay             chorus             flanger
     //   p1                left 0.01..1 s    delay 20..30 ms    delay 25..245.5 samples
@@ -41,16 +42,25 @@ class StereoEffect {
     //   p4                                  LFO waveform, an OscType
     //   p5                                                     feedback 0..0.9
     void render(effect_type new_type, const StereoBuffer& in, StereoBuffer& out, int p1, int p2,
-                int p3, int p4, int p5, float wet, StereoEffectScratch& scratch);
+                int p3, int p4, int p5, float wet, StereoEffectScratch& scratch,
+                DelayLine::Part part = DelayLine::Part::PRESENT);
+
+    // Clears the echoes.
+    void reset();
+
+    // As DelayLine::split, after a change of type to `past_type` if it is another.
+    void split(effect_type past_type);
 
     // Times in seconds, cut to whole samples.
     void render_delay(const StereoBuffer& in, StereoBuffer& out, float left_seconds,
-                      float right_seconds, float feedback, float wet);
+                      float right_seconds, float feedback, float wet,
+                      DelayLine::Part part = DelayLine::Part::PRESENT);
 
     // Sweeps between delay_samples and delay_samples + lfo_amount_samples.
     void render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out, float delay_samples,
                             float feedback, float wet, float lfo_speed_hz, float lfo_amount_samples,
-                            OscType lfo_type, StereoEffectScratch& scratch);
+                            OscType lfo_type, StereoEffectScratch& scratch,
+                            DelayLine::Part part = DelayLine::Part::PRESENT);
 
   private:
     // settings
@@ -59,7 +69,8 @@ class StereoEffect {
     // memory
     DelayLine delay_lines[2]; // left, right
     Oscillator lfo;
-    float lfo_phase = 0.0F; // cycles, at the start of the next block
+    float lfo_phase = 0.0F;      // cycles, at the start of the next block
+    float past_lfo_phase = 0.0F; // the past's
 };
 
 } // namespace tarquil

@@ -21,6 +21,13 @@ inline constexpr unsigned MIDI_NOTE_ON = 0x90;
 inline constexpr unsigned MIDI_CONTROL_CHANGE = 0xB0;
 inline constexpr unsigned MIDI_PROGRAM_CHANGE = 0xC0;
 
+// The engine's own, in the place of a message that it does not take: fades out all that sounds on
+// the channel, with the echoes of its effects, and leaves what comes later alone.
+// SILENCE_MASTER as `data1` also ends the echoes of the master section.
+inline constexpr unsigned MIDI_SILENCE = 0xA0;
+inline constexpr uint8_t SILENCE_MASTER = 1;
+inline constexpr uint32_t SILENCE_FADE_SAMPLES = 192; // that it takes: 4.35 ms
+
 constexpr unsigned midi_kind(uint8_t status) {
     return status & 0xF0U;
 }

@@ -2,9 +2,11 @@
 
 #include "softsynth/voices/channel.h"
 
+#include <algorithm>
+
 #include "common/assertion.h"
 #include "softsynth/parameters/master_quantities.h"
-#include "softsynth/signal/finite.h"
+#include "softsynth/signal/fade_out.h"
 
 namespace tarquil {
 
@@ -35,7 +37,7 @@ void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
     TARQ_ASSERT(active_voices[midi_pitch] == NULL); // NOLINT(modernize-use-nullptr)
     const int max_voices = last_int(CTRL_CHAN_MAX_VOICES);
     TARQ_ASSERT(used_voices >= 0);
-    if (used_voices >= max_voices) {
+    if (used_voices - fading_voices >= max_voices) {
         Voice* oldest = pool->find_oldest_on_channel(*this);
         if (oldest != nullptr)
             oldest->note_cut(time);
@@ -62,6 +64,7 @@ void Channel::free_voice(const Voice& v) {
     if (active_voices[v.get_note()] == &v)
         active_voices[v.get_note()] = nullptr;
     used_voices--;
+    fading_voices -= int(v.is_fading());
     TARQ_ASSERT(used_voices >= 0);
 }
 
@@ -71,6 +74,7 @@ void Channel::move_clock_back(uint32_t frames, uint32_t now) {
     if (int32_t(now - last_render_time) > int32_t(FRESH_SILENCE))
         last_render_time = now - FRESH_SILENCE;
     last_render_time -= frames;
+    frozen.time -= frames;
 }
 
 int Channel::last_int(unsigned controller) const {
@@ -84,93 +88,115 @@ void Channel::render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scra
         tap->init(size);
         tap->nullify();
     }
+    if (fade != Fade::NONE && fading_voices == 0 && is_silent(start))
+        forget_echoes();
     if (used_voices == 0 && is_silent(start))
         return;
     scratch.init(size);
-    MonoBuffer& signal = scratch.signal;
-    render_voices(signal, start);
+    if (fade == Fade::DUE)
+        begin_fade();
+    if (fade == Fade::RUNNING)
+        render_fading(outputs, start, scratch, tap);
+    else
+        render_present(outputs, start, scratch, tap);
+}
+
+void Channel::render_present(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                             StereoBuffer* tap) {
+    render_voices(scratch.signal, start, false);
     if (is_silent(start))
         return;
-    scrub_non_finite(signal.get_first_sample_ptr(), size);
-    for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++)
-        render_insert_effect(insert_effects[i], mono_effect_rows(i), start, scratch);
-    render_filters(signal);
-    render_stereo(start, scratch);
-    send(scratch.mix, outputs);
+    const SoundControls controls = get_sound_controls(false);
+    chains[chain].render(controls, start, stereo_effect, DelayLine::Part::PRESENT, scratch);
+    send(controls, scratch.mix, outputs);
+    if (tap == nullptr)
+        return;
+    if (fade == Fade::RUNNING)
+        *tap += scratch.mix;
+    else
+        Buffer::copy(scratch.mix, *tap);
+}
+
+void Channel::render_fading(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                            StereoBuffer* tap) {
+    const uint32_t size = outputs[0].get_buf_size();
+    const SoundControls controls = get_sound_controls(true);
+    render_voices(scratch.signal, start, true);
+    chains[1 - chain].render(controls, start, stereo_effect, DelayLine::Part::PAST, scratch);
+    FadeOut::apply(scratch.mix.get_first_left_sample_ptr(), size, int32_t(start - frozen.time));
+    send(controls, scratch.mix, outputs);
     if (tap != nullptr)
         Buffer::copy(scratch.mix, *tap);
+    later_sound = later_sound || used_voices > fading_voices;
+    if (later_sound)
+        render_present(outputs, start, scratch, tap);
+    if (int32_t(start + size - frozen.time) >= int32_t(FadeOut::LENGTH))
+        end_fade(start + size);
+}
+
+void Channel::silence(uint32_t time) {
+    const bool is_first = fade == Fade::NONE;
+    for (Voice& voice : *pool) {
+        if (!voice.belongs_to_channel(*this) || voice.is_fading())
+            continue;
+        if (is_first) {
+            voice.start_fade();
+            fading_voices++;
+        } else if (!voice.is_cut()) {
+            voice.note_cut(time);
+        }
+    }
+    std::fill(std::begin(active_voices), std::end(active_voices), nullptr);
+    if (!is_first)
+        return;
+    fade = Fade::DUE;
+    frozen.take(controllers, time);
+}
+
+void Channel::begin_fade() {
+    fade = Fade::RUNNING;
+    later_sound = false;
+    chain = 1 - chain;
+    chains[chain].reset();
+    stereo_effect.split(StereoEffect::effect_type(frozen.bytes[CTRL_CHANFX2_TYPE]));
+}
+
+void Channel::end_fade(uint32_t end) {
+    for (Voice& voice : *pool) {
+        if (voice.belongs_to_channel(*this) && voice.is_fading())
+            voice.free();
+    }
+    fade = Fade::NONE;
+    if (!later_sound)
+        last_render_time = end - FRESH_SILENCE;
+}
+
+void Channel::forget_echoes() {
+    chains[chain].reset();
+    stereo_effect.reset();
+    fade = Fade::NONE;
 }
 
 bool Channel::is_silent(uint32_t start) const {
     return int32_t(start - last_render_time) > SILENCE_AFTER;
 }
 
-void Channel::render_voices(MonoBuffer& signal, uint32_t start) {
+void Channel::render_voices(MonoBuffer& signal, uint32_t start, bool fading) {
     signal.nullify();
     for (Voice& voice : *pool) {
-        if (voice.belongs_to_channel(*this)) {
+        if (voice.belongs_to_channel(*this) && voice.is_fading() == fading) {
             voice.add_output(signal, start);
             last_render_time = start + signal.get_buf_size();
         }
     }
 }
 
-void Channel::render_insert_effect(MonoEffect& effect, const EffectRows& rows, uint32_t start,
-                                   ChannelScratch& scratch) {
-    const auto type = MonoEffect::effect_type(last_int(rows.type));
-    if (type == MonoEffect::MONO_EFFECT_FILTER) {
-        controllers.get_controller(rows.parameter(0))
-            .render_controls(scratch.cutoff, start, 0, false);
-        controllers.get_controller(rows.parameter(1))
-            .render_controls(scratch.resonance, start, 0, false);
-    }
-    const auto parameter = [&](unsigned index) { return last_int(rows.parameter(index)); };
-    effect.render(type, scratch.signal, parameter(0), parameter(1), parameter(2), parameter(3),
-                  parameter(4), scratch.cutoff, scratch.resonance);
-}
-
-void Channel::render_filters(MonoBuffer& signal) {
-    for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++) {
-        Filter& filter = filters[i];
-        const FilterRows rows = channel_filter_rows(i);
-        const auto setting = [&](unsigned number) {
-            return controllers.get_controller(number).get_last_value();
-        };
-        const auto type = FilterType(last_int(rows.type));
-        if (type != filter.get_type())
-            filter.init(type, 0, 1, 0.0F);
-        if (type == FILTER_NONE)
-            continue;
-        filter.set_octaves_cutoff(setting(rows.cutoff));
-        filter.set_resonance(setting(rows.resonance));
-        filter.set_dbgain_normalized(setting(rows.gain));
-        filter.update();
-        filter.render_chunk(signal.get_first_sample_ptr(), signal.get_buf_size());
-    }
-}
-
-void Channel::render_stereo(uint32_t start, ChannelScratch& scratch) {
-    StereoBuffer& mix = scratch.mix;
-    controllers.get_controller(CTRL_MAIN_VOLUME).render_cubed(scratch.volume, start);
-    controllers.get_controller(CTRL_PANNING)
-        .render_sqr(scratch.left_gain, scratch.right_gain, start);
-    mix.make_from_mono(scratch.signal, scratch.volume, scratch.left_gain, scratch.right_gain);
-    scrub_non_finite(mix.get_first_left_sample_ptr(), 2 * mix.get_buf_size());
-    const auto parameter = [&](unsigned index) {
-        return last_int(STEREO_EFFECT_ROWS.parameter(index));
-    };
-    stereo_effect.render(StereoEffect::effect_type(last_int(CTRL_CHANFX2_TYPE)), mix, mix,
-                         parameter(0), parameter(1), parameter(2), parameter(3), parameter(4),
-                         controllers.get_controller(CTRL_CHANFX2_WET).get_last_cubed_value(),
-                         scratch.stereo_effect);
-}
-
-void Channel::send(const StereoBuffer& mix, StereoBuffer* outputs) {
+void Channel::send(const SoundControls& controls, const StereoBuffer& mix, StereoBuffer* outputs) {
     for (int i = 0; i < NUM_AUX_BUSES; i++) {
         float aux_level = 1.0F;
         if (i > 0) {
             const unsigned controller = i == 1 ? CTRL_AUX1_LEVEL : CTRL_AUX2_LEVEL;
-            aux_level = send_level(controllers.get_controller(controller).get_last_value());
+            aux_level = send_level(controls.last_value(controller));
         }
         TARQ_ASSERT(aux_level >= 0.0f);
         if (aux_level > 0.0F)

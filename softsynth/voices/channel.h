@@ -6,13 +6,12 @@
 
 #include <cstdint>
 
-#include "softsynth/effects/mono_effect.h"
 #include "softsynth/effects/stereo_effect.h"
-#include "softsynth/filters/filter.h"
-#include "softsynth/parameters/families.h"
 #include "softsynth/signal/buffer.h"
+#include "softsynth/voices/channel_chain.h"
 #include "softsynth/voices/channel_scratch.h"
 #include "softsynth/voices/controller.h"
+#include "softsynth/voices/sound_controls.h"
 #include "softsynth/voices/voice_pool.h"
 #include "softsynth/wavetables/phase_random.h"
 
@@ -37,6 +36,11 @@ class Channel {
     // Releases the note of that pitch, if there is one.
     void note_off(uint32_t time, int midi_pitch);
 
+    // Fades out what sounds at `time`, echoes included, as FadeOut does; what starts later is not
+    // touched, and changes of controllers after it do not reach what fades.  A channel that is
+    // silenced again meanwhile cuts the notes that have started since.
+    void silence(uint32_t time);
+
     // Renders the block that starts at `start`, for which the voices have been rendered, and adds
     // it to the three buses, whose size is the block's.  `tap`, if given, receives what is added to
     // the main bus.
@@ -56,6 +60,10 @@ class Channel {
     void set_last_note_frequency(float frequency) { last_note_frequency = frequency; }
 
     ControllerArray& get_controllers() { return controllers; }
+    // What is read by a sound that fades or does not.
+    [[nodiscard]] SoundControls get_sound_controls(bool fading) const {
+        return SoundControls(controllers, fading ? &frozen : nullptr);
+    }
     PhaseRandom& get_phase_random() { return *phase_random; }
     [[nodiscard]] const WaveformStore& get_waves() const { return *waves; }
     CopyTuningCache& get_copy_tunings() { return pool->get_copy_tunings(); }
@@ -63,19 +71,30 @@ class Channel {
   private:
     // True when the last voice before `start` lies so far back that its tails count as silence.
     [[nodiscard]] bool is_silent(uint32_t start) const;
-    void render_voices(MonoBuffer& signal, uint32_t start);
-    void render_insert_effect(MonoEffect& effect, const EffectRows& rows, uint32_t start,
-                              ChannelScratch& scratch);
-    void render_filters(MonoBuffer& signal);
-    void render_stereo(uint32_t start, ChannelScratch& scratch);
-    void send(const StereoBuffer& mix, StereoBuffer* outputs);
+    // The sum of the voices that fade, or of the others.
+    void render_voices(MonoBuffer& signal, uint32_t start, bool fading);
+    void render_fading(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                       StereoBuffer* tap);
+    void render_present(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
+                        StereoBuffer* tap);
+    void begin_fade();
+    void end_fade(uint32_t end);
+    void forget_echoes();
+    static void send(const SoundControls& controls, const StereoBuffer& mix, StereoBuffer* outputs);
 
     [[nodiscard]] int last_int(unsigned controller) const;
 
     ControllerArray controllers;
-    Filter filters[NUM_CHANNEL_FILTERS];
-    MonoEffect insert_effects[NUM_MONO_EFFECTS];
+    ChannelChain chains[2]; // the one in use, and what fades behind another
+    unsigned chain = 0;
     StereoEffect stereo_effect;
+
+    // memory while the channel is being silenced
+    enum class Fade { NONE, DUE, RUNNING };
+    Fade fade = Fade::NONE;
+    FrozenControls frozen;     // and the fade's start
+    bool later_sound = false;  // has been rendered since the fade began
+    int32_t fading_voices = 0; // of used_voices
 
     // The voice that the last note-on of each pitch started and that has not had its note-off.
     Voice* active_voices[128] = {};

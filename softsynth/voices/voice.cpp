@@ -10,6 +10,7 @@
 #include "softsynth/parameters/voice_quantities.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/pitch_bend.h"
+#include "softsynth/voices/sound_controls.h"
 
 namespace tarquil {
 
@@ -44,6 +45,7 @@ void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t t
     start_time = time;
     channel = &new_channel;
     note = new_note;
+    fading = false;
     const ControllerArray& controllers = channel->get_controllers();
     for (unsigned c = 0; c < NUM_CONTROLLERS; c++) {
         const Controller& controller = controllers.get_controller(c);
@@ -160,8 +162,7 @@ void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) 
         if (!is_influence_in_use(Influence(INFL_LFO1 + k)))
             continue;
         MonoBuffer& speed = scratch.pitch;
-        const ControllerArray& controllers = channel->get_controllers();
-        controllers.get_controller(CTRL_LFO1_SPEED + k).render_controls(speed, start, offset, true);
+        get_controls().render_controls(CTRL_LFO1_SPEED + k, speed, start, offset, true);
         // What lies before the note is another voice's leftover.
         MonoBuffer& out = scratch.sources[INFL_LFO1 + k];
         std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
@@ -207,16 +208,16 @@ void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {
 }
 
 void Voice::mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
-    const ControllerArray& controllers = channel->get_controllers();
+    const SoundControls controls = get_controls();
     const float* osc1 = scratch.sources[INFL_OSC1].get_first_sample_ptr();
     const float* osc2 = scratch.sources[INFL_OSC2].get_first_sample_ptr();
     const float* osc3 = scratch.sources[INFL_OSC3].get_first_sample_ptr();
     const uint32_t size = scratch.volume.get_buf_size();
-    controllers.get_controller(CTRL_OSC3_VOLUME).render_cubed(scratch.volume, start);
+    controls.render(CTRL_OSC3_VOLUME, scratch.volume, start, true);
     const float* volume = scratch.volume.get_first_sample_ptr();
     float* out = signals.signal;
     if (controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] == 0) {
-        controllers.get_controller(CTRL_OSC1_OSC2_MIX).render(scratch.mix, start, false);
+        controls.render(CTRL_OSC1_OSC2_MIX, scratch.mix, start, false);
         const float* mix = scratch.mix.get_first_sample_ptr();
         for (uint32_t i = 0; i < size; i++)
             out[i] = osc1[i] + (osc2[i] - osc1[i]) * mix[i] + volume[i] * osc3[i];
@@ -228,25 +229,23 @@ void Voice::mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
 }
 
 void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
-    const ControllerArray& controllers = channel->get_controllers();
+    const SoundControls controls = get_controls();
     const uint32_t size = scratch.cutoff.get_buf_size();
     const Grid grid = {0, CONTROL_PERIOD, size};
 
     MonoBuffer& resonance = scratch.sources[INFL_RESONANCE];
-    const Controller& resonance_controller = controllers.get_controller(CTRL_FILTER1_RESONANCE);
     TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
     if (source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) == INFL_RESONANCE) {
-        resonance_controller.render(resonance, start, false);
+        controls.render(CTRL_FILTER1_RESONANCE, resonance, start, false);
         possibly_influence(resonance.get_first_sample_ptr(), {0, 1, size}, scratch,
                            CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
     } else {
-        resonance_controller.render_controls(resonance, start, 0, false);
+        controls.render_controls(CTRL_FILTER1_RESONANCE, resonance, start, 0, false);
         possibly_influence(resonance.get_first_sample_ptr(), grid, scratch,
                            CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
     }
 
-    controllers.get_controller(CTRL_FILTER1_CUTOFF)
-        .render_controls(scratch.cutoff, start, 0, false);
+    controls.render_controls(CTRL_FILTER1_CUTOFF, scratch.cutoff, start, 0, false);
     for (const unsigned slot : {CTRL_CUTOFF1_INFLUENCE1_SOURCE, CTRL_CUTOFF1_INFLUENCE2_SOURCE,
                                 CTRL_CUTOFF1_INFLUENCE3_SOURCE}) {
         TARQ_ASSERT(source_of(slot) < INFL_END_MARKER);
@@ -256,6 +255,10 @@ void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
         signals.cutoff[t / CONTROL_PERIOD] = scratch.cutoff.get_first_sample_ptr()[t];
         signals.resonance[t / CONTROL_PERIOD] = resonance.get_first_sample_ptr()[t];
     });
+}
+
+SoundControls Voice::get_controls() const {
+    return channel->get_sound_controls(fading);
 }
 
 const float* Voice::signal_of(const VoiceScratch& scratch, unsigned source) const {
@@ -321,13 +324,17 @@ void Voice::add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start,
     const Controller& pb_msb = controllers.get_controller(CTRL_PITCH_BEND_MSB);
     const Controller& pb_lsb = controllers.get_controller(CTRL_PITCH_BEND_LSB);
     TARQ_ASSERT(pb_msb.size() == pb_lsb.size());
+    const SoundControls controls = get_controls();
     uint32_t evIdx = 0;
     for (uint32_t t = active_start; t < end; t += CONTROL_PERIOD) {
         while (evIdx < pb_msb.size() && pb_msb.event(evIdx).time <= t)
             evIdx++;
         TARQ_ASSERT(pb_msb.event(evIdx - 1).time == pb_lsb.event(evIdx - 1).time);
-        const int msb = pb_msb.event(evIdx - 1).value;
-        const int lsb = pb_lsb.event(evIdx - 1).value;
+        const bool is_frozen = controls.is_frozen_at(t);
+        const int msb = is_frozen ? controls.last_int_value(CTRL_PITCH_BEND_MSB)
+                                  : pb_msb.event(evIdx - 1).value;
+        const int lsb = is_frozen ? controls.last_int_value(CTRL_PITCH_BEND_LSB)
+                                  : pb_lsb.event(evIdx - 1).value;
         TARQ_ASSERT(msb < 128);
         TARQ_ASSERT(lsb < 128);
         ratios[t - start] *= pitch_bend_mulfac_table[msb * 128 + lsb];

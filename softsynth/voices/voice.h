@@ -24,6 +24,7 @@
 namespace tarquil {
 
 class Channel;
+class SoundControls;
 
 class Voice {
   public:
@@ -44,6 +45,10 @@ class Voice {
 
     // Writes the pitch ratio (portamento and bend) at every 32nd sample from `active_start` on.
     void render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const;
+
+    // The channel fades the voice out, and frees it then; no controller reaches it any more.
+    void start_fade() { fading = true; }
+    [[nodiscard]] bool is_fading() const { return fading; }
 
     void notify_note_off(uint32_t time);
     // Fades the voice out over 32 samples from `time` on.
@@ -86,6 +91,9 @@ class Voice {
     void possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
                             unsigned source_controller, float scale) const;
 
+    // What is read live.
+    [[nodiscard]] SoundControls get_controls() const;
+
     [[nodiscard]] const float* signal_of(const VoiceScratch& scratch, unsigned source) const;
     void add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start, uint32_t end) const;
 
@@ -97,6 +105,7 @@ class Voice {
     Channel* channel = nullptr; // null: the voice is free
     uint32_t start_time = 0;
     int note = 0;
+    bool fading = false;
     float velocity_scale = 0.0F;
 
     OscillatorGroup oscillators[NUM_GROUPS];

@@ -24,7 +24,7 @@ Voice* VoicePool::find_oldest_on_channel(const Channel& channel) {
     Voice* best = nullptr;
     for (Voice& voice : *this) {
         if (voice.belongs_to_channel(channel) && voice.get_start_time() < best_time &&
-            !voice.is_cut()) {
+            !voice.is_cut() && !voice.is_fading()) {
             best_time = voice.get_start_time();
             best = &voice;
         }

@@ -13,8 +13,8 @@ class VoicePool {
     // The first free voice in pool order, or null.
     Voice* alloc();
 
-    // The channel's voice with the earliest start that is not cut yet, or null; of two that started
-    // together the one earlier in the pool.
+    // The channel's voice with the earliest start that is not cut or fading yet, or null; of two
+    // that started together the one earlier in the pool.
     Voice* find_oldest_on_channel(const Channel& channel);
 
     // Active voices of all channels.

@@ -223,6 +223,24 @@ TEST_F(GeneralMidi, AJumpOfTheVolumeDoesNotClick) {
     EXPECT_LT(click, step_click - 15.0);
 }
 
+TEST_F(GeneralMidi, SoundOffEndsWithinFiveMillisecondsWithoutAClick) {
+    start();
+    send({0x90, 69, 100});
+    record(0.2);
+    record(0.1);
+    std::vector<double> sound = left;
+    const double second = energy_of(left) / double(left.size()) * RATE;
+    send({0xB0, 120, 0});
+    send({0xC0, 5}); // what comes next may change everything but what fades
+    record(0.1);
+    sound.insert(sound.end(), left.begin(), left.end());
+    EXPECT_LT(10 * std::log10(energy_above(sound, 1500.0) / second), -60.0);
+    const auto silent_from = left.begin() + QuantumStream::QUANTUM + RATE / 200;
+    const std::vector<double> tail(silent_from,
+                                   left.end()); // less what the master's filters ring on
+    EXPECT_LT(10 * std::log10(energy_above(tail, 300.0) / second), -60.0);
+}
+
 TEST_F(GeneralMidi, VibratoHasNoOtherSidebandsThanItsOwn) {
     start();
     send({0x90, 69, 100});

@@ -158,6 +158,28 @@ TEST_F(PlayerTest, EditsWithoutEndLoseNothing) {
     EXPECT_EQ(render(512), wanted);
 }
 
+TEST_F(PlayerTest, SilenceEndsAllThatSoundsEvenWhenTheQueueIsFull) {
+    for (const bool is_full : {false, true}) {
+        player.set_controller(CTRL_REVERB_ROOMSIZE, 127);
+        for (const unsigned channel : {0U, 15U}) {
+            midi(0xB0U | channel, CTRL_AUX1_LEVEL, 127);
+            midi(0x90U | channel, 60, 100);
+        }
+        EXPECT_GT(peak(render(2048)), 0.01F);
+        const uint8_t later[] = {0xB0, CTRL_PANNING, 64};
+        while (is_full && player.audio().add_message(later, player.audio().time() + 100)) {
+        }
+        player.silence();
+        for (int block = 0; block < 4; block++) // the master's high-passes ring on
+            render(2048);
+        EXPECT_LT(peak(render(2048)), 1e-3F) << is_full;
+        EXPECT_LT(peak(render(2048)), 1e-3F) << is_full;
+        player.meters().watched = true;
+        render(64);
+        EXPECT_EQ(player.meters().voices.load(), 0) << is_full;
+    }
+}
+
 TEST(Player, TheClockStandsStillUntilThereIsAnEngine) {
     Player player;
     float pcm[128];

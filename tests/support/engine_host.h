@@ -29,6 +29,9 @@ class EngineHost {
     void set(int channel, unsigned controller, int value, uint32_t delay = 0) {
         push(0xB0U, channel, controller, unsigned(value), delay);
     }
+    void silence(int channel, bool master = false, uint32_t delay = 0) {
+        push(MIDI_SILENCE, channel, master ? SILENCE_MASTER : 0, 0, delay);
+    }
     void program(int channel, unsigned number, uint32_t delay = 0) {
         push(0xC0U, channel, number, 0, delay);
     }

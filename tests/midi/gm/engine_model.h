@@ -22,6 +22,7 @@ class EngineModel : public EngineEvents {
         ControllerBytes bytes{};
         std::set<unsigned> notes; // that have not been released
         unsigned silences = 0;
+        unsigned master_silences = 0;
     };
     struct Strike {
         unsigned engine = 0;
@@ -63,7 +64,7 @@ class EngineModel : public EngineEvents {
             break;
         case MIDI_SILENCE:
             channel.notes.clear();
-            channel.silences++;
+            (event.data1 == SILENCE_MASTER ? channel.master_silences : channel.silences)++;
             break;
         case MIDI_CONTROL_CHANGE: {
             const ControllerInfo* info = find_controller(event.data1);

@@ -256,6 +256,8 @@ TEST_F(GmControllers, GmOnRestoresEverything) {
     send(GM_ON);
     EXPECT_EQ(model.num_sounding(), 0U);
     EXPECT_EQ(model.channels[0][0].silences, 1U);
+    EXPECT_EQ(model.channels[MELODIC_ENGINE][0].master_silences, 1U);
+    EXPECT_EQ(model.channels[RHYTHM_ENGINE][0].master_silences, 1U);
     EXPECT_EQ(dialect.channel(0).value(7), 100U);
     EXPECT_EQ(dialect.channel(0).program, 0);
     EXPECT_FALSE(dialect.channel(1).is_rhythm);

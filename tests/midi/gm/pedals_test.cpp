@@ -115,6 +115,16 @@ TEST_F(Pedals, AllSoundOffEndsHeldNotes) {
     wait(5.0);
     control(120, 0);
     EXPECT_LE(model.channels[0][0].silences, 2U);
+    EXPECT_EQ(model.channels[0][0].master_silences, 0U);
+}
+
+TEST_F(Pedals, AllSoundOffEndsTheEchoesOfNotesThatHaveEnded) {
+    bytes[CTRL_ENV1_RELEASE] = 0;
+    note_on(60);
+    note_off(60);
+    wait(1.0);
+    control(120, 0);
+    EXPECT_EQ(model.channels[0][0].silences, 1U);
 }
 
 TEST_F(Pedals, MonoModePlaysOneVoice) {

@@ -138,7 +138,7 @@ TEST_F(PluginSynthTest, PanicEndsTheNotesOfEveryChannel) {
     EXPECT_EQ(synth.read_meters().voices, 2U);
     EXPECT_EQ(synth.read_meters().active_channels, 0U);
     synth.panic();
-    render(44100);
+    render(1024);
     EXPECT_EQ(synth.read_meters().voices, 0U);
 }
 
