@@ -11,6 +11,7 @@
 #include "softsynth/parameters/host_parameters.h"
 #include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/parameter_group.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -25,7 +26,7 @@ HostControl of_controller(const ControllerInfo& row) {
             .number = number,
             .first = row.choices.first,
             .last = row.choices.last,
-            .default_value = default_byte(row),
+            .default_value = first_byte(number),
             .is_list = !row.choices.labels.empty(),
             .name = row.name,
             .group = std::string(parameter_group(number))};
@@ -36,7 +37,7 @@ HostControl of_channel(unsigned channel) {
             .kind = HostControl::Kind::CHANNEL_PROGRAM,
             .number = channel,
             .last = LAST_PROGRAM,
-            .default_value = int(channel),
+            .default_value = usual_channel_programs(MidiDialect::GENERAL_MIDI)[channel],
             .is_list = true,
             .name = "Channel " + std::to_string(channel + 1) + " program",
             .group = "Channels"};
@@ -79,6 +80,12 @@ std::optional<int> parse_program(Player& player, std::string_view text) {
 }
 
 } // namespace
+
+int first_byte(unsigned number) {
+    const TarqSettings& bank = shipped_gm_bank();
+    return is_global_controller(number) ? bank.get_global_controller(number)
+                                        : bank.get_instrument(0).get_controller(number);
+}
 
 std::span<const HostControl> host_controls() {
     static const std::vector<HostControl> table = make_table();

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "formats/common/host_controls.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/host_parameters.h"
-#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -26,12 +26,6 @@ bool is_effect_parameter(unsigned number) {
                                STEREO_EFFECT_ROWS.first_parameter};
     return std::ranges::any_of(
         firsts, [&](unsigned first) { return number - first < NUM_EFFECT_PARAMETERS; });
-}
-
-int byte_of_new_instance(unsigned number) {
-    const TarqSettings& bank = shipped_gm_bank();
-    return is_global_controller(number) ? bank.get_global_controller(number)
-                                        : bank.get_instrument(0).get_controller(number);
 }
 
 double port_value(unsigned number, int byte, Unit unit) {
@@ -51,7 +45,7 @@ double port_value(unsigned number, int byte, Unit unit) {
 } // namespace
 
 Lv2Control::Lv2Control(const ControllerInfo& row)
-    : controller(&row), first(byte_of_new_instance(row.number)),
+    : controller(&row), first(tarquil::first_byte(row.number)),
       integer(!row.choices.labels.empty() || is_effect_parameter(row.number) ||
               row.unit == Unit::COPIES || row.unit == Unit::VOICES) {
     const bool is_byte = !row.choices.labels.empty() || is_effect_parameter(row.number);

@@ -93,7 +93,7 @@ const clap_plugin_factory& ClapTestHost::factory() {
     return *static_cast<const clap_plugin_factory*>(entry().get_factory(CLAP_PLUGIN_FACTORY_ID));
 }
 
-ClapTestHost::ClapTestHost(bool is_bare, MoreExtensions more)
+ClapTestHost::ClapTestHost(bool is_bare, MoreExtensions more, const std::string& state)
     : has_extensions(!is_bare), more_extensions(more) {
     host = {.clap_version = CLAP_VERSION,
             .host_data = this,
@@ -113,6 +113,11 @@ ClapTestHost::ClapTestHost(bool is_bare, MoreExtensions more)
     plugin = factory().create_plugin(&factory(), &host, PLUGIN_ID);
     if (plugin == nullptr || !plugin->init(plugin))
         throw std::runtime_error("the plug-in can not be made");
+    if (!state.empty() && !load(state))
+        throw std::runtime_error("the state is refused");
+    idle();
+    dirty_marks = 0;
+    latency_changes = 0;
 }
 
 ClapTestHost::~ClapTestHost() {

@@ -44,8 +44,9 @@ class ClapTestHost {
     // What a host has beside what this one has: null for none.
     using MoreExtensions = const void* (*)(const std::string& id);
 
-    // `is_bare`: a host that has no extension.
-    explicit ClapTestHost(bool is_bare = false, MoreExtensions more = nullptr);
+    // `is_bare`: a host that has no extension.  It starts with `state`, a new instance's if empty.
+    explicit ClapTestHost(bool is_bare = false, MoreExtensions more = nullptr,
+                          const std::string& state = plain_state());
     ClapTestHost(const ClapTestHost&) = delete;
     ClapTestHost& operator=(const ClapTestHost&) = delete;
     ~ClapTestHost();

@@ -10,8 +10,9 @@ namespace tarquil {
 namespace {
 
 // The song; notes by CLAP's own events where wanted.
-StereoSound clap_song(double rate, const std::vector<uint32_t>& blocks, bool clap_notes) {
-    ClapTestHost host;
+StereoSound clap_song(double rate, const std::vector<uint32_t>& blocks, bool clap_notes,
+                      const std::string& state = plain_state()) {
+    ClapTestHost host(false, nullptr, state);
     EXPECT_TRUE(host.activate(rate, 64));
     return render_song(blocks, [&](const std::vector<SongMessage>& messages, float* left,
                                    float* right, uint32_t frames) {
@@ -38,10 +39,16 @@ TEST(ClapNotes, TheSongHasThePlayersBytesAtEveryRateAndBlockLength) {
     }
 }
 
+TEST(ClapNotes, ANewInstancePlaysGeneralMidi) {
+    const uint64_t expected = instance_song(48000, {SONG_FRAMES}).hash();
+    EXPECT_NE(expected, hosted_song(48000, {SONG_FRAMES}).hash());
+    EXPECT_EQ(clap_song(48000, song_blocks(900, true), true, "").hash(), expected);
+}
+
 TEST(ClapNotes, ThousandsOfEventsInABlockAreAllPlayed) {
     constexpr uint32_t COUNT = 5000;
     ClapTestHost host;
-    InstancePlayer reference;
+    HostedPlayer reference;
     ASSERT_TRUE(host.activate() && reference.activate(44100));
     std::vector<SongMessage> messages;
     for (uint32_t i = 0; i < COUNT; i++) {

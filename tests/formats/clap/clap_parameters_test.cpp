@@ -51,7 +51,7 @@ TEST(ClapParameters, AreFoundByTheirIdsOnly) {
 }
 
 TEST(ClapParameters, StartAtTheirDefaultsWithinTheirRanges) {
-    ClapTestHost host;
+    ClapTestHost host(false, nullptr, "");
     std::set<std::string> names;
     for (const clap_param_info& info : all_infos(host)) {
         EXPECT_LT(info.min_value, info.max_value) << info.name;
@@ -93,7 +93,7 @@ TEST(ClapParameters, TextsMeanTheValuesThatTheyShow) {
 
 TEST(ClapParameters, SoundFromTheirFrameOn) {
     const auto play = [](uint32_t frame, bool by_host) {
-        InstancePlayer reference;
+        HostedPlayer reference;
         ClapTestHost host;
         EXPECT_TRUE(host.activate(48000) && reference.activate(48000));
         StereoSound sound{std::vector<float>(8192), std::vector<float>(8192)};

@@ -88,7 +88,7 @@ TEST(ClapPlugin, TellsTheLatencyOfEachRateWhileItIsActivated) {
     const auto& latency = host.get<clap_plugin_latency>(CLAP_EXT_LATENCY);
     int changes = 0;
     for (const double rate : {44100.0, 48000.0, 48000.0, 96000.0, 44100.0}) {
-        InstancePlayer reference;
+        HostedPlayer reference;
         ASSERT_TRUE(reference.activate(rate));
         const bool is_new = latency.get(host.plugin) != reference.latency_frames();
         ASSERT_TRUE(host.activate(rate));

@@ -108,10 +108,27 @@ inline void render_block(HostedPlayer& player, const std::vector<SongMessage>& m
     player.end_block();
 }
 
+// The state of a player that has been given nothing: simple sounds in the native dialect, which
+// tests look through more easily than a new instance's.
+inline std::string plain_state() {
+    return HostedPlayer().save_state();
+}
+
+// A new instance's sound of the song: the shipped set in General MIDI.
+inline StereoSound instance_song(double rate, const std::vector<uint32_t>& blocks) {
+    InstancePlayer player;
+    if (!player.activate(rate))
+        return {};
+    return render_song(blocks,
+                       [&](const auto& messages, float* left, float* right, uint32_t frames) {
+                           render_block(player, messages, left, right, frames);
+                       });
+}
+
 // What all formats are compared with.  `state`: a saved one, or none.
 inline StereoSound hosted_song(double rate, const std::vector<uint32_t>& blocks,
                                const std::string& state = "") {
-    InstancePlayer player;
+    HostedPlayer player;
     if (!state.empty())
         player.load_state(state);
     if (!player.activate(rate))

@@ -59,7 +59,7 @@ LV2_Worker_Status Lv2Host::schedule(LV2_Worker_Schedule_Handle handle, uint32_t 
     return LV2_WORKER_SUCCESS;
 }
 
-Lv2Host::Lv2Host(double rate)
+Lv2Host::Lv2Host(double rate, const std::string& state)
     : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
       notifications(512) {
     world = lilv_world_new();
@@ -82,6 +82,12 @@ Lv2Host::Lv2Host(double rate)
     lilv_instance_activate(instance);
     lv2_atom_forge_init(&forge, &map);
     start_events();
+    if (state.empty())
+        return;
+    restore_text(state);
+    run(0);
+    program_told = -1;
+    changes_told = 0;
 }
 
 Lv2Host::~Lv2Host() {

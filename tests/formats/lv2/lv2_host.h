@@ -15,12 +15,14 @@
 #include <lv2/worker/worker.h>
 
 #include "formats/lv2/port_table.h"
+#include "player/hosted_player.h"
 
 namespace tarquil {
 
 class Lv2Host {
   public:
-    explicit Lv2Host(double rate);
+    // It starts with `state`, a new instance's if empty.
+    explicit Lv2Host(double rate, const std::string& state = HostedPlayer().save_state());
     Lv2Host(const Lv2Host&) = delete;
     Lv2Host& operator=(const Lv2Host&) = delete;
     ~Lv2Host();

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "formats/common/instance_player.h"
+#include "player/hosted_player.h"
 #include "tests/formats/lv2/lv2_host.h"
 #include "tests/temp_directory.h"
 
@@ -16,7 +16,7 @@ constexpr double RATE = 48000;
 
 // The byte of a saved controller.
 int saved_byte(Lv2Host& host, unsigned number) {
-    InstancePlayer player;
+    HostedPlayer player;
     EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
     return player.player().get_controller(number);
 }
@@ -29,7 +29,7 @@ float peak(const std::vector<float>& samples, size_t start = 0) {
 }
 
 TEST(Lv2, PlaysAsThePlayerDoesInBlocksOfAnyLength) {
-    InstancePlayer player;
+    HostedPlayer player;
     ASSERT_TRUE(player.activate(RATE));
     constexpr uint32_t FRAMES = 20000;
     std::vector<float> left(FRAMES);
@@ -134,7 +134,7 @@ TEST(Lv2, ProgramsByMessage) {
     host.run(64);
     EXPECT_EQ(host.told_program(), 77);
     EXPECT_GT(host.told_changes(), 0);
-    InstancePlayer player;
+    HostedPlayer player;
     EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
     EXPECT_EQ(player.player().edited_program(), 77U);
     EXPECT_EQ(player.player().channel_program(0), 77U);
@@ -151,7 +151,7 @@ TEST(Lv2, FilesAreLoadedBesideTheSound) {
     host.add_file(path);
     host.run(64);
     EXPECT_EQ(saved_byte(host, CTRL_PANNING), 32);
-    InstancePlayer player;
+    HostedPlayer player;
     EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
     EXPECT_EQ(player.player().program_name(0), "wide");
 }

@@ -70,7 +70,7 @@ Factory* module_factory() {
     return factory;
 }
 
-Vst3Host::Vst3Host(double rate) {
+Vst3Host::Vst3Host(double rate, const std::string& state) {
     ClassInfo info{};
     module_factory()->get_class_info(0, &info);
     void* object = nullptr;
@@ -82,6 +82,8 @@ Vst3Host::Vst3Host(double rate) {
     controller->initialize(nullptr);
     mapping.ask(component);
     units.ask(component);
+    if (!state.empty())
+        load(state);
     if (rate > 0)
         setup(rate);
 }

@@ -9,6 +9,7 @@
 #include "formats/vst3/abi/component.h"
 #include "formats/vst3/abi/controller.h"
 #include "formats/vst3/abi/factory.h"
+#include "tests/formats/common/format_song.h"
 
 namespace tarquil::vst3 {
 
@@ -106,8 +107,8 @@ Factory* module_factory();
 
 class Vst3Host {
   public:
-    // Not yet set up for 0.
-    explicit Vst3Host(double rate);
+    // Not yet set up for 0.  It starts with `state`, a new instance's if empty.
+    explicit Vst3Host(double rate, const std::string& state = plain_state());
     Vst3Host(const Vst3Host&) = delete;
     Vst3Host& operator=(const Vst3Host&) = delete;
     ~Vst3Host();

@@ -58,7 +58,7 @@ TEST(Vst3, PlaysAsThePlayerDoesAtAnyRateInBlocksOfAnyLength) {
         const auto is_mapped = [](const SongMessage& message) {
             return (message.bytes[0] & 0xF0U) != 0xB0 || midi_parameter_id(0, message.bytes[1]);
         };
-        InstancePlayer player;
+        HostedPlayer player;
         ASSERT_TRUE(player.activate(rate));
         const auto play = [&](auto messages, float* left, float* right, uint32_t frames) {
             std::erase_if(messages, [&](const SongMessage& m) { return !is_mapped(m); });
@@ -84,10 +84,24 @@ TEST(Vst3, PlaysAsThePlayerDoesAtAnyRateInBlocksOfAnyLength) {
     }
 }
 
+TEST(Vst3, ANewInstancePlaysGeneralMidi) {
+    Vst3Host host(RATE, "");
+    const uint8_t note[] = {0x99, 36, 100};
+    InstancePlayer player;
+    ASSERT_TRUE(player.activate(RATE));
+    StereoSound wanted{std::vector<float>(4096), std::vector<float>(4096)};
+    player.begin_block(wanted.left.data(), wanted.right.data(), 4096);
+    player.add_message(note, 0);
+    player.end_block();
+    host.add_message(0, 0x99, 36, 100);
+    EXPECT_EQ(host.run(4096), wanted.left);
+    EXPECT_GT(peak(wanted.left), 0.01F);
+}
+
 TEST(Vst3, PointsOfAParameterAreHeardAtTheirFrames) {
     constexpr uint32_t FRAMES = 4096;
     const uint8_t note[] = {0x90, 60, 100};
-    InstancePlayer player;
+    HostedPlayer player;
     ASSERT_TRUE(player.activate(RATE));
     StereoSound wanted{std::vector<float>(FRAMES), std::vector<float>(FRAMES)};
     player.begin_block(wanted.left.data(), wanted.right.data(), FRAMES);
