@@ -7,6 +7,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 
@@ -62,6 +63,9 @@ class GmEnsemble {
         if (refresh_waits)
             refresh(time);
     }
+
+    // The programs that the set's laws hold for.
+    void set_lawful(const std::bitset<GM_PROGRAMS>& lawful) { dialect.set_lawful(lawful); }
 
     void choose_program(unsigned channel, unsigned program) {
         dialect.choose_program(channel, program);

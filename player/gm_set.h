@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <array>
 #include <memory>
+#include <string>
 
 #include "instrument/settings.h"
 #include "midi/gm/gm_map.h"
@@ -12,6 +14,9 @@ namespace tarquil {
 struct GmSet {
     GmMap map;                           // laws of the melodic sounds and the drums; kits
     std::unique_ptr<TarqSettings> drums; // null: no drums
+    // The sounds that the melodic laws are for, by name: each holds where its program bears that
+    // name; empty: for any.
+    std::array<std::string, GM_PROGRAMS> names;
 };
 
 } // namespace tarquil

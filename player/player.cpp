@@ -96,6 +96,23 @@ void Player::set_gm_set(std::shared_ptr<const GmSet> set) {
     const LockHolder holder(lock);
     prepare_gm(dialect(), *set);
     unused = link.gm_set.offer(std::move(set));
+    follow_names();
+}
+
+// Says which programs bear the names that the set's laws are for.
+void Player::follow_names() {
+    const GmSet& set = link.gm_set.latest();
+    constexpr unsigned BITS = 64;
+    for (unsigned word = 0; word < std::size(link.lawful); word++) {
+        uint64_t bits = 0;
+        for (unsigned bit = 0; bit < BITS; bit++) {
+            const unsigned program = word * BITS + bit;
+            const std::string& wanted = set.names[program];
+            if (wanted.empty() || wanted == texts.get_instrument(program).get_name())
+                bits |= uint64_t(1) << bit;
+        }
+        link.lawful[word].store(bits, std::memory_order_relaxed);
+    }
 }
 
 // Makes what the dialect and the set need, before the audio side hears of them.
@@ -184,6 +201,7 @@ Instrument Player::get_instrument(unsigned program) {
 void Player::store_instrument(unsigned program, const Instrument& instrument) {
     texts.get_instrument(program) = instrument;
     bank().set_program(program, instrument.get_bytes());
+    follow_names();
 }
 
 void Player::set_instrument(unsigned program, const Instrument& instrument) {
@@ -228,6 +246,7 @@ void Player::set_program_name(unsigned program, const std::string& name) {
     const LockHolder holder(lock);
     if (!text.empty())
         texts.get_instrument(program).set_name(text);
+    follow_names();
     link.note_change();
 }
 
@@ -261,6 +280,7 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
     const LockHolder holder(lock);
     std::swap(texts, *old_texts);
     old_banks = link.bank.offer(std::move(bytes));
+    follow_names();
     post({.kind = PlayerEdit::Kind::REFRESH});
     follow_dialect(channels);
 }

@@ -115,6 +115,7 @@ class Player {
     void store_instrument(unsigned program, const Instrument& instrument);
     BankBytes& bank() { return link.bank.latest(); }
     void follow_dialect(const ChannelPrograms* channels);
+    void follow_names();
     void prepare_gm(MidiDialect wanted, const GmSet& set);
     std::unique_ptr<Tarquil> make_engine(uint32_t seed);
 

@@ -1,6 +1,7 @@
 // The audio side of a player: what it does in the General MIDI dialect.
 
 #include <algorithm>
+#include <bitset>
 
 #include "midi/gm/gm_message.h"
 #include "player/player_audio.h"
@@ -20,6 +21,10 @@ void PlayerAudio::follow_dialect() {
     } else if (plays_gm() && gm->has_room() && link.gm_set.take()) {
         gm->replace_set(curr_time, link.gm_set.current());
     }
+    if (plays_gm())
+        gm->set_lawful(std::bitset<GM_PROGRAMS>(link.lawful[0].load(std::memory_order_relaxed)) |
+                       std::bitset<GM_PROGRAMS>(link.lawful[1].load(std::memory_order_relaxed))
+                           << 64U);
 }
 
 void PlayerAudio::begin_gm() {

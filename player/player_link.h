@@ -67,6 +67,9 @@ struct PlayerLink {
     // Counts what an editor or a host would show anew.
     std::atomic<uint32_t> changes{0};
 
+    // The programs that bear the names that the set's laws are for, by bits.
+    std::atomic<uint64_t> lawful[MAX_INSTRUMENTS / 64] = {UINT64_MAX, UINT64_MAX};
+
     Meters meters;
 
     void note_change() { changes.fetch_add(1, std::memory_order_relaxed); }

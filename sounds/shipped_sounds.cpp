@@ -25,6 +25,8 @@ std::shared_ptr<const GmSet> shipped_gm_set() {
         const std::string error = load_gm_map_from_string(unpacked->map, gm_map_text());
         TARQ_ASSERT(error.empty());
         unpacked->drums = std::make_unique<TarqSettings>(unpack_bank(packed_gm_drums()));
+        for (unsigned i = 0; i < GM_PROGRAMS; i++)
+            unpacked->names[i] = shipped_gm_bank().get_instrument(i).get_name();
         return unpacked;
     }();
     return set;

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "common/log/log.h"
+#include "sounds/starting_sounds.h"
 #include "vst/abi/host_text.h"
 
 namespace tarquil {
@@ -46,6 +47,7 @@ class AudioCall {
 TarqVST::TarqVST(audioMasterCallback host)
     : AudioEffectX(host, NUM_PROGRAMS, NUM_VST_PARAMS), stream(synth.audio()),
       last_rate_warning(NO_WARNING_YET) {
+    give_drums(synth);
     programsAreChunks(true);
     TarqVST::setProgram(0);
     if (has_host()) {

@@ -31,6 +31,9 @@ class GmDialect {
     // What is played; null: no map, thus no drums and no laws.  The map outlives its use.
     void set_sounds(const GmSounds& sounds, const GmMap* map);
 
+    // The melodic programs that the map's laws are for: all at first.
+    void set_lawful(const std::bitset<GM_PROGRAMS>& programs) { state.lawful = programs; }
+
     // Begins at `time` with engines of which nothing is known, all settings as "GM on" leaves them.
     void start(uint32_t time);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 
 #include "midi/gm/gm_channel.h"
@@ -27,10 +28,17 @@ struct GmMaster {
 struct GmState {
     GmSounds sounds;
     const GmMap* map = nullptr; // never null while playing
+    std::bitset<GM_PROGRAMS> lawful = std::bitset<GM_PROGRAMS>().set();
+    const SoundRules no_rules{};
     std::array<GmChannel, NUM_MIDI_CHANNELS> channels;
     GmMaster master;
     bool xg_banks = false;
     GmReport report;
+
+    // The map's for a lawful melodic program.
+    [[nodiscard]] const SoundRules& rules_of(unsigned program) const {
+        return lawful[program] ? map->programs : no_rules;
+    }
 };
 
 } // namespace tarquil

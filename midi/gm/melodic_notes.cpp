@@ -188,7 +188,7 @@ unsigned MelodicParts::engine_note(const Part& part, unsigned key) {
 
 void MelodicParts::apply_laws(uint32_t time, Part& part, unsigned key, unsigned velocity,
                               EngineEvents& out) {
-    for (const NoteLaw& law : state.map->programs.laws_of(part.program)) {
+    for (const NoteLaw& law : state.rules_of(part.program).laws_of(part.program)) {
         const uint8_t base =
             channel_byte(state, state.channels[part.channel], own_bytes(part), law.controller);
         part.engine.set(time, law.controller, law_byte(law, base, key, velocity), out);
@@ -199,7 +199,8 @@ unsigned MelodicParts::velocity_of(const Part& part, unsigned velocity) const {
     const GmChannel& settings = state.channels[part.channel];
     const ControllerBytes& own = own_bytes(part);
     const double soft = settings.is_down(MIDI_SOFT) ? SOFT_PEDAL_VELOCITY : 1.0;
-    const VelocityLaw law = find_velocity_law(state.map->programs.velocity[part.program], own);
+    const VelocityLaw law =
+        find_velocity_law(state.rules_of(part.program).velocity[part.program], own);
     return engine_velocity(velocity * soft, law,
                            volume_correction(channel_volume(state, settings, own)));
 }

@@ -194,7 +194,7 @@ void MelodicParts::update_vibrato(uint32_t time, unsigned channel) {
 }
 
 void MelodicParts::start_vibrato(uint32_t time, Part& part) {
-    if (part.vibrates || !Vibrato::is_wanted(state.map->programs.vibrato[part.program],
+    if (part.vibrates || !Vibrato::is_wanted(state.rules_of(part.program).vibrato[part.program],
                                              state.channels[part.channel]))
         return;
     part.vibrates = true;
@@ -219,7 +219,7 @@ void MelodicParts::run_due(uint32_t time, EngineEvents& out) {
     for (Part& part : parts) {
         if (!part.vibrates)
             continue;
-        const OwnVibrato& own = state.map->programs.vibrato[part.program];
+        const OwnVibrato& own = state.rules_of(part.program).vibrato[part.program];
         const GmChannel& channel = state.channels[part.channel];
         part.vibrates = is_sounding(part, time) && Vibrato::is_wanted(own, channel);
         if (part.vibrates) {

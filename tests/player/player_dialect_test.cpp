@@ -179,6 +179,23 @@ TEST_F(PlayerDialect, DrumsComeAndGoWithTheirSet) {
     EXPECT_GT(peak(render(640)), 0.001F);
 }
 
+TEST_F(PlayerDialect, LawsHoldForTheSoundsWhoseNamesTheyBear) {
+    const auto play = [this](const std::string& law_name, const std::string& program_name) {
+        player = std::make_unique<Player>();
+        set->names[0] = law_name;
+        player->set_program_name(0, program_name);
+        start(GM);
+        midi(0x90, 60, 100);
+        return render(6400);
+    };
+    const std::vector<float> with_vibrato = play("", "piano");
+    EXPECT_EQ(play("piano", "piano"), with_vibrato);
+    const std::vector<float> without = play("piano", "drum");
+    EXPECT_NE(without, with_vibrato);
+    set->map = GmMap();
+    EXPECT_EQ(play("", "piano"), without);
+}
+
 TEST_F(PlayerDialect, AFloodIsPlayedLaterAndNotLost) {
     start(GM);
     for (unsigned i = 0; player->audio().num_queued_events() < EventQueue::CAPACITY; i++)

@@ -61,18 +61,12 @@ std::shared_ptr<const GmSet> choose_gm_set(const RenderOptions& options, TarqSet
                                            LoadReport* report) {
     if (!plays_general_midi(options, bank))
         return nullptr;
-    if (options.map_path.empty() && options.bank_path.empty())
-        bank = shipped_gm_bank();
-    if (options.map_path.empty() &&
-        (options.bank_path.empty() || options.bank_path == GM_BANK_NAME))
-        return shipped_gm_set();
-    auto set = std::make_shared<GmSet>();
     if (options.map_path.empty()) {
-        set->map = shipped_gm_map();
-        set->map.programs = SoundRules(); // are laws of other programs
-        set->drums = std::make_unique<TarqSettings>(shipped_gm_drums());
-        return set;
+        if (options.bank_path.empty())
+            bank = shipped_gm_bank();
+        return shipped_gm_set();
     }
+    auto set = std::make_shared<GmSet>();
     TarqSettings melodic = bank;
     load_gm_set(options.map_path, *set, melodic, report);
     if (options.bank_path.empty())
