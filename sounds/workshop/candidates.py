@@ -11,7 +11,9 @@ import players
 
 # A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
 LEAST_LEVEL = -17.0
-MOST_KEYS_DB = 5.0
+# What hygiene lets pass, less a margin, and decibels from velocity 32 to 127.
+MOST_KEYS_DB = 4.0
+VELOCITY_DB = (22.0, 28.0)
 
 
 class Version:
@@ -58,7 +60,16 @@ def rows_of(sounds, wanted, wobble=False):
     return rows.reshape(count, len(wanted), -1)
 
 
-def faults(versions, sounds, rows, wanted):
+def spread_over(keys, levels, low, high):
+    """Decibels between the loudest and the softest key from low to high, by a line through what was measured."""
+    if len(keys) < 2:
+        return 0.0
+    slope, base = np.polyfit(keys, levels, 1)
+    beside = np.abs(levels - (slope * np.array(keys) + base)).max()
+    return abs(slope) * (high - low) + beside
+
+
+def faults(versions, sounds, rows, wanted, key_range):
     """For each version what no fit may buy: rumble, clipping, too little level, dead or loud keys, velocities of one colour.
 
     In units of the distance (decibels); 0 is clean.
@@ -67,11 +78,12 @@ def faults(versions, sounds, rows, wanted):
     centroid = features.GROUPS["centroid"][0]
     loud = max(note.velocity for note in wanted)
     at_loud = [i for i, note in enumerate(wanted) if note.velocity == loud]
+    loud_keys = [wanted[i].key for i in at_loud]
     for version, (sound, row) in enumerate(zip(sounds, rows)):
         levels = row[at_loud, 0]
         spare = 60 * np.log10(127 / max(1, versions[version].instrument["main_volume"]))
         out[version] += 0.1 * max(0.0, LEAST_LEVEL - (levels.max() + spare))
-        out[version] += 0.3 * max(0.0, levels.max() - levels.min() - MOST_KEYS_DB)
+        out[version] += 0.5 * max(0.0, spread_over(loud_keys, levels, *key_range) - MOST_KEYS_DB)
         side = sound[..., 0]
         middle = side[:, 4410:4410 + 32768] if side.shape[1] > 37178 else side
         power = np.abs(np.fft.rfft(middle * np.hanning(middle.shape[1]), axis=1)) ** 2
@@ -84,6 +96,12 @@ def faults(versions, sounds, rows, wanted):
         for note, values in zip(wanted, row):
             by_key.setdefault(note.key, []).append((note.velocity, values[centroid]))
         steps = [max(pair)[1] - min(pair)[1] for pair in by_key.values() if len(pair) > 1]
+        for key, pair in by_key.items():
+            if len(pair) > 1:
+                here = {note.velocity: values[0] for note, values in zip(wanted, row) if note.key == key}
+                soft, hard = min(here), max(here)
+                whole = (here[hard] - here[soft]) * np.log(127 / 32) / np.log(hard / soft)
+                out[version] += 0.2 * max(0.0, VELOCITY_DB[0] - whole, whole - VELOCITY_DB[1])
         if steps:
             out[version] += 0.4 * max(0.0, 2.0 - float(np.mean(steps)))
     return out

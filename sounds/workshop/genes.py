@@ -117,3 +117,14 @@ def apply(genes, numbers_, instrument, laws):
         else:
             slopes.setdefault(gene.controller, [0.0, 0.0])[gene.kind == "vel"] = round(value, 1)
     return instrument.copy(changes), {key: tuple(value) for key, value in slopes.items()}
+
+
+def blend(start, end, share):
+    """(instrument, laws) between two versions of one structure; 0 is the start."""
+    (one, laws), (other, other_laws) = start, end
+    changes = {key: round(byte + share * (other[key] - byte)) for key, byte in one.bytes.items()}
+    slopes = {}
+    for controller in {**laws, **other_laws}:
+        a, b = laws.get(controller, (0.0, 0.0)), other_laws.get(controller, (0.0, 0.0))
+        slopes[controller] = tuple(round(x + share * (y - x), 1) for x, y in zip(a, b))
+    return one.copy(changes), slopes

@@ -32,15 +32,18 @@ def lines(program, laws, others):
 
 
 def replace(path, program, laws, others):
-    """Writes one program's lines anew, in the order of programs; comments and other programs stay."""
+    """Writes one program's lines anew where they stood, else in the order of programs; all else stays."""
     path = Path(path)
     old = path.read_text().splitlines() if path.exists() else []
-    kept = [line for line in old if not ((match := _LINE.match(line)) and int(match[1]) == program)]
-    place = len(kept)
-    for at, line in enumerate(kept):
-        match = _LINE.match(line)
-        if match and int(match[1]) > program:
-            place = at
-            break
+    numbers = [int(match[1]) if (match := _LINE.match(line)) else None for line in old]
+    if program in numbers:
+        place = numbers.index(program)
+    else:
+        place = next((at for at, number in enumerate(numbers) if number is not None and number > program), len(old))
+        # Above the comment that heads the next program.
+        while 0 < place < len(old) and old[place - 1].startswith("#"):
+            place -= 1
+    before = [line for line, number in zip(old[:place], numbers) if number != program]
+    after = [line for line, number in zip(old[place:], numbers[place:]) if number != program]
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text("\n".join(kept[:place] + lines(program, laws, others) + kept[place:]) + "\n")
+    path.write_text("\n".join(before + lines(program, laws, others) + after) + "\n")

@@ -9,7 +9,7 @@ from pathlib import Path
 
 import numpy as np
 
-import cma_es, genes, instrument_text, law_text, notes, starts
+import cma_es, gauss_newton, genes, instrument_text, law_text, notes, starts
 
 TARQUIL = os.environ.get("TARQUIL")
 
@@ -48,11 +48,14 @@ class Laws(unittest.TestCase):
     def test_one_program_is_replaced_in_its_place(self):
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder, "laws.txt")
-            path.write_text("# Laws\np000_env1_decay = key -19.1 vel -3.4\np002_vibrato = 5 8 0.3 0.5\n")
+            path.write_text("p000_env1_decay = key -19.1 vel -3.4\n# Two\np002_vibrato = 5 8 0.3 0.5\n")
             law_text.replace(path, 1, {"env1_decay": (-4.0, 0.0), "env2_decay": (0.0, 0.0)}, {"velocity": "square"})
             self.assertEqual(path.read_text().splitlines(), [
-                "# Laws", "p000_env1_decay = key -19.1 vel -3.4", "p001_velocity = square", "p001_env1_decay = key -4.0",
-                "p002_vibrato = 5 8 0.3 0.5"])
+                "p000_env1_decay = key -19.1 vel -3.4", "p001_velocity = square", "p001_env1_decay = key -4.0",
+                "# Two", "p002_vibrato = 5 8 0.3 0.5"])
+            law_text.replace(path, 2, {"env1_decay": (0.0, 2.0)}, {})
+            self.assertEqual(path.read_text().splitlines()[-2:], ["# Two", "p002_env1_decay = vel 2.0"])
+            path.write_text("p000_env1_decay = key -19.1 vel -3.4\np002_vibrato = 5 8 0.3 0.5\n")
             self.assertEqual(law_text.of_program(path.read_text(), 0), ({"env1_decay": (-19.1, -3.4)}, {}))
             self.assertEqual(law_text.of_program(path.read_text(), 2), ({}, {"vibrato": "5 8 0.3 0.5"}))
 
@@ -83,7 +86,27 @@ class Genes(unittest.TestCase):
         self.assertEqual(genes.without_idle_peaks(self.start)["chan_filter2_type"], 0)
 
 
+    def test_a_blend_lies_between(self):
+        other = self.start.copy({"filter1_cutoff": self.start["filter1_cutoff"] + 10})
+        half, slopes = genes.blend((self.start, {}), (other, {"env1_decay": (4.0, 0.0)}), 0.5)
+        self.assertEqual(half["filter1_cutoff"], self.start["filter1_cutoff"] + 5)
+        self.assertEqual(half["filter1_type"], self.start["filter1_type"])
+        self.assertEqual(slopes["env1_decay"], (2.0, 0.0))
+
+
 class Search(unittest.TestCase):
+    def test_least_squares_finds_a_bend(self):
+        def residuals(points):
+            x = np.array(points)
+            return np.stack([20 * (x[:, 0] - 0.7), 20 * (x[:, 1] - x[:, 0] ** 2), 5 * (x[:, 2] - 0.2)], 1), np.ones(3)
+
+        def loss_of(points, rows):
+            return np.abs(rows).sum(1)
+
+        point, loss = gauss_newton.improve([0.2, 0.9, 0.9], residuals, loss_of, 30, least_gain=0)
+        self.assertLess(np.abs(point - [0.7, 0.49, 0.2]).max(), 0.03)
+        self.assertLess(loss, 1)
+
     def test_a_long_valley_is_found(self):
         scales = 100 ** (np.arange(8) / 7)
         state = cma_es.CmaEs([2.0] * 8, 0.5, seed=1)

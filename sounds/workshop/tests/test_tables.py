@@ -47,6 +47,14 @@ class Tables(unittest.TestCase):
         self.assertLess(far(0.5), far(0.0))
         self.assertLess(far(0.0), far(-1.0))
 
+    def test_what_is_fitted_is_what_is_judged(self):
+        one, other = (table.melodic[24] for table in self.tables)
+        ours = self.tables[0].melodic[25]
+        levelled = [distance.without_level(rows) for rows in (ours, one, other)]
+        signed, weights = distance.to_span_signed(*levelled, distance.FIT_WEIGHTS)
+        self.assertAlmostEqual(float((np.abs(signed) * weights).sum(-1).mean()),
+                               distance.to_span(ours, one, other, distance.FIT_WEIGHTS), places=1)
+
 
 class Programs(unittest.TestCase):
     def test_names_families_and_order(self):
