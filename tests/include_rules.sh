@@ -35,7 +35,7 @@ editor/window:         editor TOOLKIT
 editor/pictures:       SHOWN editor
 frame:                 common softsynth/parameters player editor
 vst/abi:               common
-vst:                   vst/abi common softsynth/parameters instrument player editor frame
+vst:                   vst/abi common softsynth/parameters instrument player sounds editor frame
 formats:               common softsynth/parameters instrument midi player sounds editor frame
 standalone:            common softsynth/parameters instrument player sounds editor frame
 tools:                 ALL

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "common/log/log.h"
+#include "sounds/starting_sounds.h"
 #include "vst/abi/host_text.h"
 
 namespace tarquil {
@@ -48,6 +49,7 @@ TarqVST::TarqVST(audioMasterCallback host)
       last_rate_warning(NO_WARNING_YET) {
     programsAreChunks(true);
     TarqVST::setProgram(0);
+    give_drums(synth);
     if (has_host()) {
         setNumInputs(0);
         setNumOutputs(2);
