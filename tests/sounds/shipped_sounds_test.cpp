@@ -6,6 +6,7 @@
 
 #include "common/load_string.h"
 #include "instrument/checked_load.h"
+#include "instrument/names.h"
 #include "midi/gm/gm_map_file.h"
 #include "sounds/shipped_data.h"
 
@@ -37,6 +38,17 @@ TEST(ShippedSounds, AreTheBanksOfTheFiles) {
     }
     EXPECT_EQ(find_shipped_bank("GM"), nullptr);
     EXPECT_EQ(shipped_gm_bank().get_midi_dialect(), MidiDialect::GENERAL_MIDI);
+}
+
+TEST(ShippedSounds, NoneIsMissing) {
+    for (const TarqSettings* bank : {&shipped_gm_bank(), &shipped_originals()})
+        for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
+            const Instrument& sound = bank->get_instrument(i);
+            EXPECT_NE(sound.get_name(), default_instrument_name(i)) << i;
+            EXPECT_EQ(sound.get_text(InstrumentText::AUTHOR), "Tarquil") << sound.get_name();
+            EXPECT_NE(sound.get_text(InstrumentText::CATEGORY), "") << sound.get_name();
+            EXPECT_NE(sound.get_text(InstrumentText::COMMENT), "") << sound.get_name();
+        }
 }
 
 TEST(ShippedSounds, TheMapIsThatOfTheFile) {
