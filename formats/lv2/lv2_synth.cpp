@@ -75,15 +75,15 @@ void Lv2Synth::run(uint32_t frames) {
     if (latency != nullptr)
         *latency = float(hosted.latency_frames());
     begin_notifications();
-    if (left != nullptr && right != nullptr) {
-        hosted.begin_block(left, right, frames);
-        take_ports();
-        if (events != nullptr) {
-            LV2_ATOM_SEQUENCE_FOREACH(events, event)
-            take_event(*event, uint32_t(std::clamp<int64_t>(event->time.frames, 0, frames)));
-        }
-        hosted.end_block();
+    // Without room for sound a host only hands over what has changed.
+    const uint32_t played = left != nullptr && right != nullptr ? frames : 0;
+    hosted.begin_block(left, right, played);
+    take_ports();
+    if (events != nullptr) {
+        LV2_ATOM_SEQUENCE_FOREACH(events, event)
+        take_event(*event, uint32_t(std::clamp<int64_t>(event->time.frames, 0, frames)));
     }
+    hosted.end_block();
     const uint32_t changes = player().num_changes();
     if (changes != told_changes)
         tell_state_change();

@@ -115,7 +115,11 @@ ClapTestHost::ClapTestHost(bool is_bare, MoreExtensions more, const std::string&
         throw std::runtime_error("the plug-in can not be made");
     if (!state.empty() && !load(state))
         throw std::runtime_error("the state is refused");
+    // What follows from it is of no interest.
+    flush();
     idle();
+    output.clear();
+    rescanned = 0;
     dirty_marks = 0;
     latency_changes = 0;
 }
