@@ -50,7 +50,6 @@ TarqVST::TarqVST(audioMasterCallback host)
     give_drums(synth);
     programsAreChunks(true);
     TarqVST::setProgram(0);
-    give_drums(synth);
     if (has_host()) {
         setNumInputs(0);
         setNumOutputs(2);

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "formats/clap/clap_interface.h"
-#include "sounds/starting_sounds.h"
 
 namespace tarquil {
 
@@ -41,7 +40,6 @@ ClapPlugin::ClapPlugin(const clap_host& host)
     : interface(make_clap_interface(*this)), calling(host), input(hosted),
       told_programs(hosted.player().all_channel_programs()) {
     host_controls(); // made here, not on the audio thread
-    give_drums(hosted.player());
 }
 
 ClapWindow* ClapPlugin::window() {

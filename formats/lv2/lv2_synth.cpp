@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "sounds/starting_sounds.h"
-
 namespace tarquil {
 
 Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker)
@@ -16,7 +14,6 @@ Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedul
         taken.push_back(control.first_byte());
     seen.assign(controls.size(), std::numeric_limits<float>::quiet_NaN());
     lv2_atom_forge_init(&forge, &map);
-    give_drums(player());
 }
 
 bool Lv2Synth::activate() {

@@ -7,7 +7,6 @@
 
 #include "formats/common/host_controls.h"
 #include "formats/vst3/text.h"
-#include "sounds/starting_sounds.h"
 
 namespace tarquil::vst3 {
 
@@ -36,7 +35,6 @@ bool has_outputs(const ProcessData& data) {
 Synth::Synth()
     : controller(static_cast<Component&>(*this), hosted), input(std::make_unique<Input>()) {
     host_controls(); // made here, so that the audio thread finds them
-    give_drums(hosted.player());
 }
 
 Result Synth::query_interface(const uint8_t* id, void** object) {
