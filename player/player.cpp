@@ -8,6 +8,7 @@
 #include "instrument/names.h"
 #include "instrument/state_text.h"
 #include "instrument/text_error.h"
+#include "midi/gm/gm_channel.h"
 #include "player/channel_programs.h"
 #include "player/shared_waveforms.h"
 
@@ -113,6 +114,19 @@ void Player::follow_names() {
         }
         link.lawful[word].store(bits, std::memory_order_relaxed);
     }
+}
+
+std::vector<Player::KeyName> Player::drum_names() {
+    std::vector<KeyName> names;
+    const LockHolder holder(lock);
+    const GmSet& set = link.gm_set.latest();
+    if (dialect() != MidiDialect::GENERAL_MIDI || set.drums == nullptr)
+        return names;
+    for (unsigned key = 0; key < NUM_KEYS; key++) {
+        if (const DrumKey* drum = set.map.find_drum(channel_program(RHYTHM_CHANNEL), key))
+            names.push_back({uint8_t(key), set.drums->get_instrument(drum->instrument).get_name()});
+    }
+    return names;
 }
 
 // Makes what the dialect and the set need, before the audio side hears of them.

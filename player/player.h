@@ -82,6 +82,14 @@ class Player {
     // What General MIDI plays beside the bank, from now on; null, as at first: no drums, no laws.
     void set_gm_set(std::shared_ptr<const GmSet> set);
 
+    // What the keys of General MIDI's drum channel play with its program; none in the native
+    // dialect or without drums.
+    struct KeyName {
+        uint8_t key = 0;
+        std::string name;
+    };
+    [[nodiscard]] std::vector<KeyName> drum_names();
+
     // Plays a MIDI message of three bytes (status and two data bytes) as soon as possible.
     void play_message(const std::array<uint8_t, 3>& message);
 

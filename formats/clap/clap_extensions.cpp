@@ -7,6 +7,7 @@
 
 #include <string_view>
 
+#include "formats/clap/abi/note_name.h"
 #include "formats/clap/abi/render.h"
 #include "formats/clap/abi/tail.h"
 #include "formats/clap/abi/voice_info.h"
@@ -15,6 +16,7 @@
 #include "formats/clap/clap_plugin.h"
 #include "formats/clap/clap_text.h"
 #include "formats/clap/clap_window_table.h"
+#include "midi/gm/gm_channel.h"
 
 namespace tarquil {
 
@@ -74,13 +76,31 @@ constexpr clap_plugin_latency LATENCY = {
 constexpr ClapPluginTail TAIL = {
     .get = [](const clap_plugin* /*plugin*/) { return CLAP_INFINITE_TAIL; }};
 
-constexpr ClapPluginVoiceInfo VOICE_INFO = {.get = [](const clap_plugin* /*plugin*/,
-                                                      ClapVoiceInfo* info) {
-    if (info == nullptr)
-        return false;
-    *info = {.voice_count = HostedPlayer::NUM_VOICES, .voice_capacity = HostedPlayer::NUM_VOICES};
-    return true;
-}};
+// General MIDI has a second engine, for its drums.
+constexpr ClapPluginVoiceInfo VOICE_INFO = {
+    .get = [](const clap_plugin* plugin, ClapVoiceInfo* info) {
+        if (info == nullptr)
+            return false;
+        const bool has_drums =
+            ClapPlugin::of(plugin).player().player().dialect() == MidiDialect::GENERAL_MIDI;
+        *info = {.voice_count = (has_drums ? 2 : 1) * HostedPlayer::NUM_VOICES,
+                 .voice_capacity = 2 * HostedPlayer::NUM_VOICES};
+        return true;
+    }};
+
+constexpr ClapPluginNoteName NOTE_NAME = {
+    .count = [](const clap_plugin* plugin) { return ClapPlugin::of(plugin).count_note_names(); },
+    .get =
+        [](const clap_plugin* plugin, uint32_t index, ClapNoteName* name) {
+            const auto& names = ClapPlugin::of(plugin).note_names();
+            if (index >= names.size() || name == nullptr)
+                return false;
+            *name = {};
+            copy_clap_text(name->name, names[index].name);
+            name->key = int16_t(names[index].key);
+            name->channel = int16_t(RHYTHM_CHANNEL);
+            return true;
+        }};
 
 // An export has the bytes of a performance.
 constexpr ClapPluginRender RENDER = {
@@ -96,10 +116,15 @@ struct Extension {
 };
 
 constexpr Extension EXTENSIONS[] = {
-    {CLAP_EXT_AUDIO_PORTS, &AUDIO_PORTS}, {CLAP_EXT_NOTE_PORTS, &NOTE_PORTS},
-    {CLAP_EXT_PARAMS, &CLAP_PARAMETERS},  {CLAP_EXT_STATE, &STATE},
-    {CLAP_EXT_LATENCY, &LATENCY},         {CLAP_TAIL, &TAIL},
-    {CLAP_VOICE_INFO, &VOICE_INFO},       {CLAP_RENDER, &RENDER},
+    {CLAP_EXT_AUDIO_PORTS, &AUDIO_PORTS},
+    {CLAP_EXT_NOTE_PORTS, &NOTE_PORTS},
+    {CLAP_EXT_PARAMS, &CLAP_PARAMETERS},
+    {CLAP_EXT_STATE, &STATE},
+    {CLAP_EXT_LATENCY, &LATENCY},
+    {CLAP_TAIL, &TAIL},
+    {CLAP_VOICE_INFO, &VOICE_INFO},
+    {CLAP_NOTE_NAME, &NOTE_NAME},
+    {CLAP_RENDER, &RENDER},
 };
 
 } // namespace

@@ -10,6 +10,7 @@ void ClapHost::find_extensions() {
     params = find<clap_host_params>(CLAP_EXT_PARAMS);
     state = find<clap_host_state>(CLAP_EXT_STATE);
     latency = find<clap_host_latency>(CLAP_EXT_LATENCY);
+    note_name = find<ClapHostNoteName>(CLAP_NOTE_NAME);
     gui = find<clap_host_gui>(CLAP_EXT_GUI);
     timer = find<clap_host_timer_support>(CLAP_EXT_TIMER_SUPPORT);
     posix_fd = find<ClapHostPosixFd>(CLAP_POSIX_FD_SUPPORT);
@@ -29,6 +30,11 @@ void ClapHost::mark_dirty() const {
 void ClapHost::latency_changed() const {
     if (latency != nullptr)
         latency->changed(&host);
+}
+
+void ClapHost::note_names_changed() const {
+    if (note_name != nullptr)
+        note_name->changed(&host);
 }
 
 void ClapHost::request_flush() const {

@@ -10,6 +10,7 @@
 #include <clap/ext/timer-support.h>
 #include <clap/host.h>
 
+#include "formats/clap/abi/note_name.h"
 #include "formats/clap/abi/posix_fd_support.h"
 
 namespace tarquil {
@@ -25,6 +26,7 @@ class ClapHost {
     void rescan(clap_param_rescan_flags flags) const;
     void mark_dirty() const;
     void latency_changed() const;
+    void note_names_changed() const;
 
     // Any thread but the audio thread: parameters wait to be told.
     void request_flush() const;
@@ -55,6 +57,7 @@ class ClapHost {
     const clap_host_params* params = nullptr;
     const clap_host_state* state = nullptr;
     const clap_host_latency* latency = nullptr;
+    const ClapHostNoteName* note_name = nullptr;
     const clap_host_gui* gui = nullptr;
     const clap_host_timer_support* timer = nullptr;
     const ClapHostPosixFd* posix_fd = nullptr;

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 
+#include "midi/gm/gm_channel.h"
 #include "softsynth/parameters/midi_event.h"
 
 namespace tarquil {
@@ -64,6 +65,8 @@ StaleFlags stale_after(const ControlChange& change, int before) {
         return 0;
     if (change.control->kind == HostControl::Kind::EDITED_PROGRAM)
         return CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT;
+    if (change.control->id == CHANNEL_PROGRAM_ID + RHYTHM_CHANNEL)
+        return STALE_NOTE_NAMES;
     // The type of an effect decides what its parameters are.
     const bool is_type =
         change.control->kind == HostControl::Kind::CONTROLLER && change.control->is_list;

@@ -11,8 +11,10 @@
 
 namespace tarquil {
 
-// What a host must read again because of what it has sent: CLAP_PARAM_RESCAN_* flags.
+// What a host must read again because of what it has sent: CLAP_PARAM_RESCAN_* flags, and the names
+// of the keys.
 using StaleFlags = uint32_t;
+inline constexpr StaleFlags STALE_NOTE_NAMES = 1U << 31U;
 
 struct ControlChange {
     const HostControl* control = nullptr;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "formats/clap/clap_interface.h"
+#include "midi/gm/gm_channel.h"
 
 namespace tarquil {
 
@@ -131,8 +132,10 @@ void ClapPlugin::tell_programs(const clap_output_events& out) {
     for (unsigned channel = 0; channel < told_programs.size(); channel++) {
         const auto program = uint8_t(hosted.player().channel_program(channel));
         if (told_programs[channel] != program &&
-            send_value(out, CHANNEL_PROGRAM_ID + channel, program, CLAP_EVENT_DONT_RECORD))
+            send_value(out, CHANNEL_PROGRAM_ID + channel, program, CLAP_EVENT_DONT_RECORD)) {
             told_programs[channel] = program;
+            make_stale(channel == RHYTHM_CHANNEL ? STALE_NOTE_NAMES : 0U);
+        }
     }
 }
 
@@ -144,8 +147,20 @@ void ClapPlugin::make_stale(StaleFlags flags) {
 
 void ClapPlugin::on_main_thread() {
     const StaleFlags flags = stale.exchange(0);
-    if (flags != 0)
-        calling.rescan(flags);
+    if ((flags & ~STALE_NOTE_NAMES) != 0)
+        calling.rescan(flags & ~STALE_NOTE_NAMES);
+    if ((flags & STALE_NOTE_NAMES) != 0)
+        calling.note_names_changed();
+}
+
+void ClapPlugin::everything_changed() {
+    calling.rescan(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT);
+    calling.note_names_changed();
+}
+
+uint32_t ClapPlugin::count_note_names() {
+    key_names = hosted.player().drum_names();
+    return uint32_t(key_names.size());
 }
 
 bool ClapPlugin::save(const clap_ostream& stream) {
@@ -174,7 +189,7 @@ bool ClapPlugin::load(const clap_istream& stream) {
     }
     if (hosted.load_state(state) != 0)
         return false;
-    calling.rescan(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT);
+    everything_changed();
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <vector>
 
 #include "formats/clap/clap_host.h"
 #include "formats/clap/clap_input.h"
@@ -46,6 +47,12 @@ class ClapPlugin {
     // Of active plug-ins on the audio thread, of others on the main thread.
     void flush(const clap_input_events* in, const clap_output_events* out);
 
+    // Values, texts and names of keys are all others: main thread.
+    void everything_changed();
+    // The names of the keys that have one, as they were when they were counted last.
+    uint32_t count_note_names();
+    [[nodiscard]] const std::vector<Player::KeyName>& note_names() const { return key_names; }
+
     bool save(const clap_ostream& stream);
     bool load(const clap_istream& stream);
 
@@ -65,6 +72,8 @@ class ClapPlugin {
     ClapInput input;
     WindowEdits edits;
     std::unique_ptr<ClapWindow> shown;
+
+    std::vector<Player::KeyName> key_names;
 
     bool is_active = false;
     uint32_t told_latency = 0;

@@ -145,7 +145,7 @@ void EditorClapWindow::edited(unsigned number, int value) {
 }
 
 void EditorClapWindow::programs_changed() {
-    plugin.host().rescan(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT);
+    plugin.everything_changed();
     plugin.host().mark_dirty();
 }
 

@@ -54,6 +54,19 @@ class PlayerDialect : public testing::Test {
 constexpr MidiDialect GM = MidiDialect::GENERAL_MIDI;
 constexpr MidiDialect NATIVE = MidiDialect::NATIVE;
 
+TEST_F(PlayerDialect, TheDrumsKeysHaveTheNamesOfWhatTheyPlay) {
+    set->drums->get_instrument(1).set_name("snare");
+    start(NATIVE);
+    EXPECT_TRUE(player->drum_names().empty());
+    player->set_dialect(GM);
+    const auto names = player->drum_names();
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_EQ(names[0].key, 36);
+    EXPECT_EQ(names[0].name, "snare");
+    player->set_gm_set(nullptr);
+    EXPECT_TRUE(player->drum_names().empty());
+}
+
 TEST_F(PlayerDialect, IsTheBanksAndKeptInTheState) {
     start(NATIVE);
     const std::string native = player->save_state();

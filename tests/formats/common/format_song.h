@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -40,6 +41,15 @@ struct StereoSound {
         return hash;
     }
 };
+
+// Another rate rounds the corners of what the engine clips at 1, which may then reach further.
+inline bool is_bounded(const StereoSound& sound) {
+    const auto is_fine = [](float sample) {
+        return std::isfinite(sample) && std::fabs(sample) <= 2.0F;
+    };
+    return std::all_of(sound.left.begin(), sound.left.end(), is_fine) &&
+           std::all_of(sound.right.begin(), sound.right.end(), is_fine);
+}
 
 inline constexpr uint32_t SONG_FRAMES = 20000;
 
