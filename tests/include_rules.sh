@@ -36,7 +36,7 @@ frame:                 common softsynth/parameters player editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player editor frame
 formats:               common softsynth/parameters instrument midi player editor frame
-standalone:            common softsynth/parameters instrument player editor frame
+standalone:            common softsynth/parameters softsynth/rate midi player editor frame
 tools:                 ALL
 sounds:                tools
 tests:                 ALL
