@@ -74,11 +74,20 @@ bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame)
     std::copy_n(message.begin(), std::min(message.size(), channel_message.size()),
                 channel_message.begin());
     const uint32_t time = event_time(frame);
-    PlayerAudio& audio = sound.audio();
     // One message may become one for each of 128 keys, or a whole program.
-    if (audio.room_for_events() < NUM_CONTROLLERS)
+    make_room(NUM_CONTROLLERS);
+    return sound.audio().add_message(channel_message.data(), time);
+}
+
+void HostedPlayer::release_all(uint32_t frame) {
+    const uint32_t time = event_time(frame);
+    make_room(NUM_CHANNELS * NUM_KEYS);
+    sound.audio().release_all(time);
+}
+
+void HostedPlayer::make_room(uint32_t events) {
+    if (sound.audio().room_for_events() < events)
         render_until(last_frame);
-    return audio.add_message(channel_message.data(), time);
 }
 
 void HostedPlayer::hold_controller(unsigned number) {
@@ -90,10 +99,8 @@ void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
     if (played.load(std::memory_order_relaxed) < held_until[number].load(std::memory_order_relaxed))
         return;
     const uint32_t time = event_time(frame);
-    PlayerAudio& audio = sound.audio();
-    if (audio.room_for_events() < NUM_CONTROLLERS)
-        render_until(last_frame);
-    audio.set_controller(number, value, time);
+    make_room(NUM_CONTROLLERS);
+    sound.audio().set_controller(number, value, time);
 }
 
 void HostedPlayer::set_program(unsigned channel, unsigned program, uint32_t frame) {

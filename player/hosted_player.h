@@ -63,6 +63,8 @@ class HostedPlayer {
     // nearest.  System exclusive ones, whole, mean something to General MIDI only.  False when
     // there was no room for it, which takes thousands of messages within a millisecond.
     bool add_message(std::span<const uint8_t> message, uint32_t frame);
+    // Lets all keys and pedals go.
+    void release_all(uint32_t frame);
     // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.
     void set_controller(unsigned number, int value, uint32_t frame);
     // As set last.
@@ -74,6 +76,7 @@ class HostedPlayer {
     void end_block();
 
   private:
+    void make_room(uint32_t events);
     void render_until(uint32_t frame);
     [[nodiscard]] uint32_t event_time(uint32_t frame);
 

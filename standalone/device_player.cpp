@@ -3,28 +3,72 @@
 #include "standalone/device_player.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include "player/silence.h"
 
 namespace tarquil {
 
-void DevicePlayer::play(const uint8_t* message, uint32_t size, int32_t delay) {
-    if (size == 0 || size > 3)
-        return;
-    uint8_t bytes[3] = {};
-    std::copy_n(message, size, bytes);
-    audio.follow_edits();
-    audio.add_message(bytes, stream.event_time(delay));
+bool DevicePlayer::activate(double rate) {
+    const std::optional<RateRatio> ratio = RateRatio::of(rate);
+    if (!ratio || !hosted.activate(rate))
+        return false;
+    if (playback)
+        playback->start(*ratio);
+    releases_keys = was_active;
+    was_active = true;
+    device_rate = rate;
+    return true;
 }
 
-void DevicePlayer::render(float* left, float* right, uint32_t frames) {
-    while (frames > 0) {
-        const uint32_t count = std::min(frames, MAX_NUM_SAMPLES);
-        const float* sound = stream.next(count);
-        for (uint32_t i = 0; i < count; i++) {
-            *left++ = sound[2 * i];
-            *right++ = sound[2 * i + 1];
-        }
-        frames -= count;
+void DevicePlayer::begin_block(float* left, float* right, uint32_t frames) {
+    block_left = left;
+    block_right = right;
+    block_frames = frames;
+    hosted.begin_block(left, right, frames);
+    if (releases_keys) {
+        hosted.release_all(0);
+        releases_keys = false;
     }
+}
+
+void DevicePlayer::play(std::span<const uint8_t> message, uint32_t frame) {
+    play_song(frame);
+    hosted.add_message(message, frame);
+}
+
+void DevicePlayer::end_block() {
+    if (block_frames > 0)
+        play_song(block_frames - 1);
+    hosted.end_block();
+    if (!playback)
+        return;
+    playback->advance(block_frames);
+    if (playback->has_ended())
+        listen_for_end();
+}
+
+void DevicePlayer::play_song(uint32_t last_frame) {
+    while (playback) {
+        const std::optional<SongPlayback::Due> due = playback->take(last_frame);
+        if (!due)
+            return;
+        if (due->bytes.empty())
+            hosted.release_all(due->frame);
+        else
+            hosted.add_message(due->bytes, due->frame);
+    }
+}
+
+void DevicePlayer::listen_for_end() {
+    const auto is_heard = [](float sample) { return std::fabs(sample) >= SILENCE_LEVEL; };
+    const bool is_silent = std::none_of(block_left, block_left + block_frames, is_heard) &&
+                           std::none_of(block_right, block_right + block_frames, is_heard);
+    frames_behind_song += block_frames;
+    silent_frames = is_silent ? silent_frames + block_frames : 0;
+    if (silent_frames >= SILENCE_SECONDS * device_rate ||
+        frames_behind_song >= MAX_RINGING_SECONDS * device_rate)
+        finished = true;
 }
 
 } // namespace tarquil

@@ -37,7 +37,7 @@ frame:                 common softsynth/parameters player editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player sounds editor frame
 formats:               common softsynth/parameters instrument midi player sounds editor frame
-standalone:            common softsynth/parameters instrument player sounds editor frame
+standalone:            common softsynth/parameters softsynth/rate midi player sounds editor frame
 tools:                 ALL
 tests:                 ALL
 bench:                 ALL

@@ -13,6 +13,7 @@ namespace tarquil {
 void add_bank_command(CLI::App& app, int results);
 void add_map_command(CLI::App& app, int results);
 void add_parameters_command(CLI::App& app, int results);
+void add_play_command(CLI::App& app, int results);
 void add_plot_command(CLI::App& app, int results);
 void add_render_command(CLI::App& app, int results);
 void add_speech_command(CLI::App& app, int results);

@@ -30,12 +30,13 @@ int fail(ExitStatus status, std::string message) {
 } // namespace
 
 std::unique_ptr<CLI::App> make_command_line(int results) {
-    auto app = std::make_unique<CLI::App>("Multi-timbral software synthesizer: command line tools",
+    auto app = std::make_unique<CLI::App>("Multi-timbral software synthesizer",
                                           "tarquil");
     app->set_version_flag("--version", "tarquil " TARQUIL_VERSION, "Print the version and exit");
     app->require_subcommand(1);
     app->get_formatter()->column_width(34);
     add_render_command(*app, results);
+    add_play_command(*app, results);
     add_bank_command(*app, results);
     add_map_command(*app, results);
     add_plot_command(*app, results);

@@ -53,8 +53,6 @@ void add_gm_options(CLI::App& command, const std::shared_ptr<RenderOptions>& opt
         .add_option("--map", options->map_path,
                     "Play a General MIDI set: a map and the banks that it names")
         ->type_name("SET.tqm");
-    command.add_flag("--report", options->report,
-                     "Say what became of a General MIDI song's messages");
 }
 
 std::shared_ptr<const GmSet> choose_gm_set(const RenderOptions& options, TarqSettings& bank,

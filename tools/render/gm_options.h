@@ -10,6 +10,7 @@
 
 namespace tarquil {
 
+// What messages mean, and what plays them.
 void add_gm_options(CLI::App& command, const std::shared_ptr<RenderOptions>& options);
 
 // The set that the song is played with, or null where its messages are the engine's own.  Without a

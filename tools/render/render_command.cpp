@@ -85,6 +85,8 @@ void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& 
         ->expected(1)
         ->take_all();
     add_gm_options(command, options);
+    command.add_flag("--report", options->report,
+                     "Say what became of a General MIDI song's messages");
     add_text_option(
         command, "--channels",
         [options](const std::string& text) { options->channels = parse_channels(text); },

@@ -5,16 +5,13 @@
 #include <cstdint>
 #include <optional>
 
+#include "player/silence.h"
 #include "softsynth/parameters/constants.h"
 
 namespace tarquil {
 
-// A sound below -90 dBFS for half a second has ended.
-inline constexpr float SILENCE_LEVEL = 3.1622777e-5F;
-inline constexpr uint32_t SILENCE_SAMPLES = SAMPLE_RATE / 2;
-
-// What rings on longer than this is cut off.
-inline constexpr uint32_t MAX_AUTO_TAIL = 30U * SAMPLE_RATE;
+inline constexpr auto SILENCE_SAMPLES = uint32_t(SILENCE_SECONDS * SAMPLE_RATE);
+inline constexpr auto MAX_AUTO_TAIL = uint32_t(MAX_RINGING_SECONDS * SAMPLE_RATE);
 
 class Tail {
   public:

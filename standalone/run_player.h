@@ -1,0 +1,24 @@
+// The stand-alone program while it plays.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "standalone/device_choice.h"
+#include "standalone/device_player.h"
+
+namespace tarquil {
+
+struct PlaySettings {
+    DeviceChoice device;
+    bool has_window = true;
+    // Told what a user has to know, a line each.
+    std::function<void(const std::string&)> say;
+};
+
+// Plays until the window is closed, without one until the song's sound has ended, or until the
+// process is told to end.  A Failure when there is no window or no device.
+void run_player(DevicePlayer& player, const PlaySettings& settings);
+
+} // namespace tarquil
