@@ -1,10 +1,10 @@
 // When the blocks of a device begin, without the jitter of whoever wakes up for them, and the frame
 // of a message that carries a time.
 //
-// A message that came during a block plays in the next one, one block after its time to the frame:
-// notes keep their distance.  The loop that smooths the wake-ups is of the second order (F.
-// Adriaensen, "Using a DLL to filter time", 2005), since a device's clock never quite has its
-// rate.
+// A message plays one and a quarter blocks after its time, to the frame: notes keep their distance.
+// The quarter is for blocks whose thread wakes up before what came in last can be seen.  The loop
+// that smooths the wake-ups is of the second order (F. Adriaensen, "Using a DLL to filter time",
+// 2005), since a device's clock never quite has its rate.
 
 #pragma once
 
@@ -43,12 +43,13 @@ class BlockClock {
     // The frame in the block of a message with the time `stamp`: below 0 for one that comes late,
     // beyond the block for one that belongs to the next.
     [[nodiscard]] int64_t frame_of(double stamp) const {
-        return int64_t(std::floor((stamp - (begin - length)) * rate));
+        return std::llrint((stamp - begin + length + MARGIN_PERIODS * period) * rate);
     }
 
   private:
     static constexpr double BANDWIDTH_HZ = 0.5;
     static constexpr double MAX_ERROR_PERIODS = 0.75;
+    static constexpr double MARGIN_PERIODS = 0.25;
 
     double rate = 1;
     double period = 1; // seconds, as the rate says
