@@ -1,4 +1,4 @@
-// Plays the General MIDI set that comes with the program, dry.
+// Plays what comes with the program, dry: the General MIDI set, or its drums beside another bank.
 
 #pragma once
 
@@ -10,6 +10,7 @@
 
 #include "player/player.h"
 #include "player/quantum_stream.h"
+#include "sounds/shipped_sounds.h"
 #include "sounds/starting_sounds.h"
 
 namespace tarquil {
@@ -25,8 +26,10 @@ class SetPlayer {
   public:
     static constexpr unsigned DRUMS = 9; // channel
 
-    SetPlayer() {
-        give_starting_sounds(player);
+    SetPlayer() : SetPlayer(shipped_gm_bank()) {}
+    explicit SetPlayer(const TarqSettings& bank) {
+        give_drums(player);
+        player.set_bank(bank);
         player.start();
         for (const unsigned channel : {0U, DRUMS})
             for (const uint8_t effect : {uint8_t(91), uint8_t(93)})
