@@ -30,8 +30,7 @@ int fail(ExitStatus status, std::string message) {
 } // namespace
 
 std::unique_ptr<CLI::App> make_command_line(int results) {
-    auto app = std::make_unique<CLI::App>("Multi-timbral software synthesizer",
-                                          "tarquil");
+    auto app = std::make_unique<CLI::App>("Multi-timbral software synthesizer", "tarquil");
     app->set_version_flag("--version", "tarquil " TARQUIL_VERSION, "Print the version and exit");
     app->require_subcommand(1);
     app->get_formatter()->column_width(34);
