@@ -271,7 +271,9 @@ void EditorWindow::Content::check_parent() {
 }
 
 EditorWindow::EditorWindow(uintptr_t parent, EditorView& shown_view, const std::string& title) {
-    if (!has_display())
+    // Held until the toolkit has one, since a server may go with its last connection.
+    const XConnection connection;
+    if (!connection.is_open())
         return;
     const XErrorTrap trap;
     content = std::make_unique<Content>(*this, parent, shown_view, title);

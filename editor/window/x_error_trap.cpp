@@ -15,21 +15,14 @@ int count_error(Display* /*display*/, XErrorEvent* /*error*/) {
     return 0;
 }
 
-// A connection of its own: those of the host and of the toolkit stay untouched.
-class Connection {
-  public:
-    Connection() : display(XOpenDisplay(nullptr)) {}
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() {
-        if (display != nullptr)
-            XCloseDisplay(display);
-    }
-
-    Display* const display;
-};
-
 } // namespace
+
+XConnection::XConnection() : display(XOpenDisplay(nullptr)) {}
+
+XConnection::~XConnection() {
+    if (display != nullptr)
+        XCloseDisplay(display);
+}
 
 XErrorTrap::XErrorTrap() {
     caught = 0;
@@ -46,21 +39,16 @@ bool XErrorTrap::has_caught() {
 
 void focus_window(uintptr_t window) {
     const XErrorTrap trap;
-    const Connection connection;
+    const XConnection connection;
     if (connection.display == nullptr)
         return;
     XSetInputFocus(connection.display, Window(window), RevertToPointerRoot, CurrentTime);
     XSync(connection.display, False);
 }
 
-bool has_display() {
-    const Connection connection;
-    return connection.display != nullptr;
-}
-
 bool window_exists(uintptr_t window) {
     const XErrorTrap trap;
-    const Connection connection;
+    const XConnection connection;
     if (connection.display == nullptr)
         return false;
     XWindowAttributes attributes;

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+struct _XDisplay; // NOLINT(*-reserved-identifier): Xlib's name
+
 namespace tarquil {
 
 // While it lives, errors of the calling thread's requests are counted instead of handled by the
@@ -24,8 +26,19 @@ class XErrorTrap {
 // Gives the keyboard to a window, if it still exists.
 void focus_window(uintptr_t window);
 
-// Whether an X server can be reached; without one a window can not be made.
-bool has_display();
+// A connection to the X server of its own: those of the host and of the toolkit stay untouched.
+class XConnection {
+  public:
+    XConnection();
+    XConnection(const XConnection&) = delete;
+    XConnection& operator=(const XConnection&) = delete;
+    ~XConnection();
+
+    // Whether the server was reached; without one a window can not be made.
+    [[nodiscard]] bool is_open() const { return display != nullptr; }
+
+    _XDisplay* const display;
+};
 
 // Whether the window still exists.
 bool window_exists(uintptr_t window);
