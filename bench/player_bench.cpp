@@ -62,6 +62,18 @@ void edits_beside_loads(benchmark::State& state) {
 }
 BENCHMARK(edits_beside_loads)->UseRealTime()->Unit(benchmark::kMicrosecond);
 
+// A player of its own on each thread, 32 voices: with as many cores a block takes no longer.
+void players_on_threads(benchmark::State& state) {
+    Player player;
+    player.start();
+    for (unsigned i = 0; i < 32; i++)
+        player.play_message({uint8_t(0x90U | i % 16), uint8_t(40 + i), 100});
+    GranuleStream stream(player.audio());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(stream.next(256));
+}
+BENCHMARK(players_on_threads)->Threads(1)->Threads(2)->UseRealTime()->Unit(benchmark::kMicrosecond);
+
 // What the lock is held for at most: the copy of the whole bank that is handed out.
 void copy_of_the_bank(benchmark::State& state) {
     Player player;
