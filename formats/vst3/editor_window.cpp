@@ -13,6 +13,7 @@ namespace {
 
 constexpr uint64_t IDLE_MS = 16;
 
+// NOLINTNEXTLINE(*-virtual-class-destructor): released, never deleted
 class EditorView3 final : public View, public ContentScale, public TimerHandler {
   public:
     EditorView3(Unknown& kept_owner, EditorFrame& shown_frame)

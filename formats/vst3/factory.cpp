@@ -14,6 +14,7 @@ constexpr const char* CATEGORY = "Audio Module Class";
 constexpr const char* SUB_CATEGORIES = "Instrument|Synth|Stereo";
 constexpr const char* INTERFACE_VERSION = "VST 3.7";
 
+// NOLINTNEXTLINE(*-virtual-class-destructor): there is one, for as long as the module
 class PluginFactory final : public Factory3 {
   public:
     Result query_interface(const uint8_t* id, void** object) override {

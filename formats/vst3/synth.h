@@ -13,6 +13,7 @@
 namespace tarquil::vst3 {
 
 // Both parts are one object, which shares the player without messages.
+// NOLINTNEXTLINE(*-virtual-class-destructor): released, never deleted
 class Synth final : public Component, public AudioProcessor, public ProcessContextRequirements {
   public:
     static constexpr Id CLASS_ID = make_id(0x54415251, 0x55494C53, 0x594E5448, 0x56330001);

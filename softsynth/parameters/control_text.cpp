@@ -17,6 +17,8 @@ namespace {
 
 // The label that a byte picks; null for a byte beyond the list.
 const char* choice_label(unsigned number, int byte, const ControlMeaning& meaning) {
+    if (meaning.choices.empty())
+        return nullptr; // its quantity may be infinite
     const int choice = int(quantity_of(number, byte, meaning));
     return choice >= 0 && size_t(choice) < meaning.choices.size() ? meaning.choices[size_t(choice)]
                                                                   : nullptr;

@@ -2,6 +2,8 @@
 
 #include "tests/formats/lv2/lv2_host.h"
 
+#include <dlfcn.h>
+
 #include <cstring>
 #include <utility>
 
@@ -62,6 +64,8 @@ LV2_Worker_Status Lv2Host::schedule(LV2_Worker_Schedule_Handle handle, uint32_t 
 Lv2Host::Lv2Host(double rate, const std::string& state)
     : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
       notifications(512) {
+    // Libraries of the window system leave memory behind when they are unloaded with the module.
+    dlopen(LV2_BUNDLE "tarquil.so", RTLD_NOW | RTLD_NODELETE);
     world = lilv_world_new();
     LilvNode* const bundle = lilv_new_file_uri(world, nullptr, LV2_BUNDLE);
     lilv_world_load_bundle(world, bundle);
@@ -106,7 +110,8 @@ void Lv2Host::start_events() {
 void Lv2Host::add_midi(int64_t frame, const std::vector<uint8_t>& message) {
     lv2_atom_forge_frame_time(&forge, frame);
     lv2_atom_forge_atom(&forge, uint32_t(message.size()), number(LV2_MIDI__MidiEvent));
-    lv2_atom_forge_write(&forge, message.data(), uint32_t(message.size()));
+    if (!message.empty())
+        lv2_atom_forge_write(&forge, message.data(), uint32_t(message.size()));
 }
 
 void Lv2Host::add_program(int64_t frame, int32_t program) {
