@@ -40,6 +40,7 @@ struct JackLibrary {
     // Null, and a reason, when this machine has none.  It stays open: its threads outlive clients.
     static const JackLibrary* get(std::string& reason);
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a declaration, not an expression
 #define TARQUIL_DECLARE(name) decltype(&::jack_##name) name = nullptr;
     TARQUIL_JACK_FUNCTIONS(TARQUIL_DECLARE)
 #undef TARQUIL_DECLARE
