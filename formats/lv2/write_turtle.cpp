@@ -8,11 +8,13 @@
 #include <fstream>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "common/number_text.h"
 #include "formats/lv2/lv2_names.h"
 #include "formats/lv2/port_table.h"
 #include "softsynth/parameters/parameter_group.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -26,6 +28,7 @@ constexpr const char* PREFIXES = R"(@prefix atom: <http://lv2plug.in/ns/ext/atom
 @prefix patch: <http://lv2plug.in/ns/ext/patch#> .
 @prefix pg: <http://lv2plug.in/ns/ext/port-groups#> .
 @prefix pprops: <http://lv2plug.in/ns/ext/port-props#> .
+@prefix pset: <http://lv2plug.in/ns/ext/presets#> .
 @prefix rdfs: <http://www.w3.org/2000/01/rdf-schema#> .
 @prefix rsz: <http://lv2plug.in/ns/ext/resize-port#> .
 @prefix state: <http://lv2plug.in/ns/ext/state#> .
@@ -97,12 +100,76 @@ void write_control(std::ostream& out, uint32_t index, const Lv2Control& control)
     out << "\n    ]";
 }
 
+struct PresetBank {
+    const char* symbol;
+    const char* name;
+    const TarqSettings& bank;
+};
+
+std::vector<PresetBank> preset_banks() {
+    return {{"gm", "General MIDI", shipped_gm_bank()},
+            {"originals", "Originals", shipped_originals()}};
+}
+
+std::string preset_symbol(const PresetBank& bank, unsigned program) {
+    return "tarquil:" + std::string(bank.symbol) + "_" + std::to_string(program);
+}
+
+// As Turtle's long strings have it.
+std::string turtle_string(std::string_view text) {
+    std::string out = "\"\"\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            out += '\\';
+        out += c;
+    }
+    return out + "\"\"\"";
+}
+
+void write_preset_list(std::ostream& out) {
+    for (const PresetBank& bank : preset_banks()) {
+        for (unsigned program = 0; program < MAX_INSTRUMENTS; program++)
+            out << "\n"
+                << preset_symbol(bank, program) << "\n    a pset:Preset ;\n    lv2:appliesTo <"
+                << TARQUIL_LV2_URI << "> ;\n    rdfs:seeAlso <presets.ttl> .\n";
+    }
+}
+
+// A preset is one sound: the state of the program that is edited.
+void write_presets(std::ostream& out) {
+    out << PREFIXES;
+    out << R"(@prefix owl: <http://www.w3.org/2002/07/owl#> .
+@prefix rdf: <http://www.w3.org/1999/02/22-rdf-syntax-ns#> .
+@prefix xsd: <http://www.w3.org/2001/XMLSchema#> .
+
+tarquil:state
+    a rdf:Property , owl:DatatypeProperty ;
+    rdfs:label "state" ;
+    rdfs:comment "A bank or an instrument as text." ;
+    rdfs:range xsd:string .
+)";
+    for (const PresetBank& bank : preset_banks()) {
+        const std::string bank_symbol = "tarquil:" + std::string(bank.symbol);
+        out << "\n"
+            << bank_symbol << "\n    a pset:Bank ;\n    rdfs:label \"" << bank.name << "\" .\n";
+        for (unsigned program = 0; program < MAX_INSTRUMENTS; program++) {
+            const Instrument& instrument = bank.bank.get_instrument(program);
+            out << "\n"
+                << preset_symbol(bank, program) << "\n    a pset:Preset ;\n    lv2:appliesTo <"
+                << TARQUIL_LV2_URI << "> ;\n    pset:bank " << bank_symbol << " ;\n    rdfs:label "
+                << turtle_string(instrument.get_name()) << " ;\n    state:state [ tarquil:state "
+                << turtle_string(instrument.save_changes_to_string()) << " ] .\n";
+        }
+    }
+}
+
 void write_manifest(std::ostream& out, const std::string& module, bool has_ui) {
     out << PREFIXES << "\n<" TARQUIL_LV2_URI ">\n    a lv2:Plugin ;\n    lv2:binary <" << module
         << "> ;\n    rdfs:seeAlso <tarquil.ttl> .\n";
     if (has_ui)
         out << "\n<" TARQUIL_LV2_UI_URI ">\n    a ui:X11UI ;\n    ui:binary <" << module
             << "> ;\n    rdfs:seeAlso <tarquil.ttl> .\n";
+    write_preset_list(out);
 }
 
 void write_fixed_ports(std::ostream& out) {
@@ -209,10 +276,13 @@ int run(const std::filesystem::path& directory, const std::string& module, bool 
     std::ofstream manifest(directory / "manifest.ttl");
     write_manifest(manifest, module, has_ui);
     manifest.close();
+    std::ofstream presets(directory / "presets.ttl");
+    write_presets(presets);
+    presets.close();
     std::ofstream plugin(directory / "tarquil.ttl");
     write_plugin(plugin, has_ui);
     plugin.close();
-    if (manifest && plugin)
+    if (manifest && presets && plugin)
         return 0;
     std::fprintf(stderr, "write_turtle: %s cannot be written\n", directory.c_str());
     return 2;

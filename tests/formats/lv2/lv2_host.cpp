@@ -213,6 +213,18 @@ void Lv2Host::restore(const std::string& saved) {
     lilv_state_free(state);
 }
 
+bool Lv2Host::restore_preset(const char* name) {
+    LilvNode* const preset = lilv_new_uri(world, name);
+    lilv_world_load_resource(world, preset);
+    LilvState* const state = lilv_state_new_from_world(world, &map, preset);
+    lilv_node_free(preset);
+    if (state == nullptr)
+        return false;
+    lilv_state_restore(state, instance, nullptr, nullptr, 0, features);
+    lilv_state_free(state);
+    return true;
+}
+
 std::string Lv2Host::saved_text() {
     Text text{number(TARQUIL_LV2_STATE_URI), 0, ""};
     const auto* const interface = static_cast<const LV2_State_Interface*>(

@@ -53,6 +53,8 @@ class Lv2Host {
     std::string save();
     // False when the plug-in refuses it.
     void restore(const std::string& state);
+    // Restores a preset as lilv finds it; false when there is none of this name.
+    bool restore_preset(const char* name);
     // What the state holds under the plug-in's own key.
     std::string saved_text();
     // Hands that in as it is; the plug-in's answer.

@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "formats/lv2/lv2_names.h"
 #include "player/hosted_player.h"
+#include "sounds/shipped_sounds.h"
 #include "tests/formats/lv2/lv2_host.h"
 #include "tests/temp_directory.h"
 
@@ -154,6 +156,23 @@ TEST(Lv2, FilesAreLoadedBesideTheSound) {
     HostedPlayer player;
     EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
     EXPECT_EQ(player.player().program_name(0), "wide");
+}
+
+TEST(Lv2, PresetsAreTheShippedSounds) {
+    const std::pair<std::string, const TarqSettings*> banks[] = {
+        {"gm", &shipped_gm_bank()}, {"originals", &shipped_originals()}};
+    Lv2Host host(RATE);
+    for (const auto& [symbol, bank] : banks) {
+        for (const unsigned number : {0U, 64U, 127U}) {
+            const std::string name = TARQUIL_LV2_PREFIX + symbol + "_" + std::to_string(number);
+            ASSERT_TRUE(host.restore_preset(name.c_str())) << name;
+            HostedPlayer player;
+            EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
+            const Instrument& wanted = bank->get_instrument(number);
+            EXPECT_EQ(player.player().get_instrument(0).save_to_string(), wanted.save_to_string());
+        }
+    }
+    EXPECT_FALSE(host.restore_preset(TARQUIL_LV2_PREFIX "gm_128"));
 }
 
 TEST(Lv2, RatesBeyondReasonAreRefused) {
