@@ -39,8 +39,8 @@ class Lv2Window : public EditListener {
         return true;
     }
 
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): what LV2 calls a widget is X11's number
     [[nodiscard]] LV2UI_Widget widget() {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): what LV2 calls a widget is X11's number
         return LV2UI_Widget(frame.get_window()->native_handle());
     }
 
