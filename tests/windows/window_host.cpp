@@ -5,7 +5,6 @@
 //   window_host three          three instances with audio running, a parent window destroyed first
 //   window_host play SECONDS   one editor for a user (or xdotool); prints what the host was told
 
-#include <X11/Xlib.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -13,11 +12,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <thread>
 
 #include "tests/vst/plugin_host.h"
+#include "tests/windows/process_entries.h"
+#include "tests/windows/screen.h"
 
 namespace tarquil {
 
@@ -26,16 +26,6 @@ namespace {
 std::atomic<int> begun{0};
 std::atomic<int> automated{0};
 std::atomic<int> ended{0};
-
-int fail(const char* what) {
-    std::fprintf(stderr, "FAILED %s\n", what);
-    return 1;
-}
-
-long count_entries(const char* folder) {
-    return std::distance(std::filesystem::directory_iterator(folder),
-                         std::filesystem::directory_iterator());
-}
 
 intptr_t answer(AEffect*, int32_t opcode, int32_t, intptr_t, void*, float) {
     switch (opcode) {
@@ -59,50 +49,12 @@ void pause() {
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
 }
 
-class Screen {
-  public:
-    Screen() : display(XOpenDisplay(nullptr)) {
-        if (display == nullptr)
-            std::exit(fail("no X server can be reached"));
-    }
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
-    ~Screen() { XCloseDisplay(display); }
-
-    Window make_window(int x, int width, int height) {
-        const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), x, 0,
-                                                  unsigned(width), unsigned(height), 0, 0, 0);
-        XMapWindow(display, window);
-        XSync(display, False);
-        return window;
-    }
-
-    unsigned count_children(Window window) {
-        Window root = 0;
-        Window parent = 0;
-        Window* children = nullptr;
-        unsigned count = 0;
-        XSync(display, False);
-        if (XQueryTree(display, window, &root, &parent, &children, &count) != 0 &&
-            children != nullptr)
-            XFree(children);
-        return count;
-    }
-
-    void destroy(Window window) {
-        XDestroyWindow(display, window);
-        XSync(display, False);
-    }
-
-    Display* display;
-};
-
 class EditedPlugin {
   public:
     EditedPlugin(Screen& shown_on, int x) : screen(shown_on), host(256, true, answer) {
         ERect* rect = nullptr;
         host.call(effEditGetRect, 0, 0, &rect);
-        parent = screen.make_window(x, rect->right, rect->bottom);
+        parent = screen.make_window(rect->right, rect->bottom, x);
     }
     EditedPlugin(const EditedPlugin&) = delete;
     EditedPlugin& operator=(const EditedPlugin&) = delete;
@@ -134,21 +86,21 @@ int run_cycles(int cycles) {
     for (int i = 0; i < cycles; i++) {
         if (!plugin.open())
             return fail("the editor does not open");
-        if (screen.count_children(plugin.parent) != 1)
+        if (screen.children(plugin.parent).size() != 1)
             return fail("the editor's window is not in the host's");
         plugin.idle(2);
         plugin.close();
-        if (screen.count_children(plugin.parent) != 0)
+        if (screen.children(plugin.parent).size() != 0)
             return fail("a window is left");
         // The first opening loads fonts, which stay.
         if (i == 0) {
-            descriptors = count_entries("/proc/self/fd");
-            threads = count_entries("/proc/self/task");
+            descriptors = count_process_entries("fd");
+            threads = count_process_entries("task");
         }
     }
-    if (count_entries("/proc/self/fd") != descriptors)
+    if (count_process_entries("fd") != descriptors)
         return fail("file descriptors are left open");
-    if (count_entries("/proc/self/task") != threads)
+    if (count_process_entries("task") != threads)
         return fail("a thread is left");
     std::printf("ok %d openings and closings, no window, thread or descriptor left\n", cycles);
     return 0;

@@ -5,36 +5,26 @@
 //   three          by timers, by descriptors and as a window of its own, with audio running
 //   play SECONDS   one editor for a user (or xdotool); prints what the host was told
 
-#include <X11/Xlib.h>
 #include <poll.h>
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <thread>
 
 #include "formats/clap/abi/posix_fd_support.h"
 #include "tests/formats/clap/clap_host.h"
+#include "tests/windows/process_entries.h"
+#include "tests/windows/screen.h"
 
 namespace tarquil {
 
 namespace {
 
 using namespace std::chrono_literals;
-
-int fail(const char* what) {
-    std::fprintf(stderr, "FAILED %s\n", what);
-    return 1;
-}
-
-long count_entries(const char* folder) {
-    return std::distance(std::filesystem::directory_iterator(folder),
-                         std::filesystem::directory_iterator());
-}
 
 // What the plug-ins have asked the host's main loop for.
 struct MainLoop {
@@ -108,50 +98,6 @@ void idle(const std::vector<ClapTestHost*>& hosts) {
     }
 }
 
-class Screen {
-  public:
-    Screen() : display(XOpenDisplay(nullptr)) {
-        if (display == nullptr)
-            std::exit(fail("no X server can be reached"));
-    }
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
-    ~Screen() { XCloseDisplay(display); }
-
-    Window make_window(uint32_t width, uint32_t height) {
-        const Window window =
-            XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, 0, 0);
-        XMapWindow(display, window);
-        XSync(display, False);
-        return window;
-    }
-    std::vector<Window> children(Window window) {
-        Window root = 0;
-        Window parent = 0;
-        Window* found = nullptr;
-        unsigned count = 0;
-        XSync(display, False);
-        std::vector<Window> all;
-        if (XQueryTree(display, window, &root, &parent, &found, &count) != 0 && found != nullptr) {
-            all.assign(found, found + count);
-            XFree(found);
-        }
-        return all;
-    }
-    uint32_t width_of(Window window) {
-        XWindowAttributes attributes;
-        XSync(display, False);
-        return XGetWindowAttributes(display, window, &attributes) == 0 ? 0
-                                                                       : uint32_t(attributes.width);
-    }
-    void destroy(Window window) {
-        XDestroyWindow(display, window);
-        XSync(display, False);
-    }
-
-    Display* display;
-};
-
 // A plug-in whose editor is opened in the order that the interface says.
 class EditedPlugin {
   public:
@@ -179,7 +125,7 @@ class EditedPlugin {
             uint32_t height = 0;
             gui.set_scale(host.plugin, 1.0);
             gui.get_size(host.plugin, &width, &height);
-            parent = screen.make_window(width, height);
+            parent = screen.make_window(int(width), int(height));
             clap_window window = {};
             window.api = CLAP_WINDOW_API_X11;
             window.x11 = parent;
@@ -232,13 +178,13 @@ int run_cycles(int cycles) {
         if (!loop.timers.empty())
             return fail("a timer is left");
         if (i == 0) { // fonts stay
-            descriptors = count_entries("/proc/self/fd");
-            threads = count_entries("/proc/self/task");
+            descriptors = count_process_entries("fd");
+            threads = count_process_entries("task");
         }
     }
-    if (count_entries("/proc/self/fd") != descriptors)
+    if (count_process_entries("fd") != descriptors)
         return fail("file descriptors are left open");
-    if (count_entries("/proc/self/task") != threads)
+    if (count_process_entries("task") != threads)
         return fail("a thread is left");
     std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
     return 0;

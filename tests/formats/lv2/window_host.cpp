@@ -13,18 +13,11 @@
 
 #include "formats/lv2/lv2_names.h"
 #include "tests/formats/lv2/lv2_host.h"
-
-// Behind the others, which do not know its macros.
-#include <X11/Xlib.h>
+#include "tests/windows/screen.h"
 
 namespace tarquil {
 
 namespace {
-
-int fail(const char* what) {
-    std::fprintf(stderr, "FAILED %s\n", what);
-    return 1;
-}
 
 struct Shown {
     Lv2Host host{48000};
@@ -54,13 +47,8 @@ int run(int seconds) {
     Shown shown;
     if (!shown.host.is_loaded())
         return fail("the plug-in is not loaded");
-    Display* const display = XOpenDisplay(nullptr);
-    if (display == nullptr)
-        return fail("no display");
-    const Window parent =
-        XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1100, 720, 0, 0, 0);
-    XMapWindow(display, parent);
-    XSync(display, False);
+    Screen screen;
+    const Window parent = screen.make_window(1100, 720);
 
     void* const module = dlopen(LV2_BUNDLE "tarquil.so", RTLD_NOW);
     const auto descriptor_of =
@@ -109,15 +97,12 @@ int run(int seconds) {
     if (shown.num_written == 0)
         return fail("the wheel reached no port");
     // What the ports say is what the plug-in has.
-    Lv2Host other(48000);
-    other.restore_text(shown.host.saved_text());
     const std::string before = shown.host.saved_text();
     shown.host.run(64);
     if (shown.host.saved_text() != before)
         return fail("the ports overwrite what the window has set");
     std::printf("ok %d values were written to ports\n", shown.num_written);
-    XDestroyWindow(display, parent);
-    XCloseDisplay(display);
+    screen.destroy(parent);
     dlclose(module);
     return 0;
 }
