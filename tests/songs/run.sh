@@ -23,8 +23,8 @@ fail() {
     failed=$((failed + 1))
 }
 
-# sum FILE KEY: of the counts under KEY.
-sum() { sed -n "/^    \"$2\": {/,/}/p" "$1" | sed -nE 's/.*: ([0-9]+),?$/\1/p' | awk '{ n += $1 } END { print n + 0 }'; }
+# sum FILE KEY: of the counts under KEY; an empty list is "{}" in one line.
+sum() { sed -n "/^    \"$2\": {$/,/}/p" "$1" | sed -nE 's/.*: ([0-9]+),?$/\1/p' | awk '{ n += $1 } END { print n + 0 }'; }
 
 # check SONG DIALECT OPTION ...: renders it and writes its line.
 check() {
