@@ -7,7 +7,8 @@
 namespace tarquil {
 
 TarqEditor::TarqEditor(TarqVST& edited_plugin)
-    : synth(edited_plugin), frame(edited_plugin.player(), synth) {
+    : teller(edited_plugin), synth(edited_plugin.player(), teller),
+      frame(edited_plugin.player(), synth) {
     frame.on_resize = [&edited_plugin](int width, int height) {
         edited_plugin.sizeWindow(width, height);
     };

@@ -3,8 +3,9 @@
 #pragma once
 
 #include "frame/editor_frame.h"
+#include "frame/host_synth.h"
 #include "vst/abi/aeff_editor.h"
-#include "vst/plugin_synth.h"
+#include "vst/edit_teller.h"
 
 namespace tarquil {
 
@@ -19,7 +20,8 @@ class TarqEditor : public AEffEditor {
     void idle() override { frame.idle(); }
 
   private:
-    PluginSynth synth;
+    EditTeller teller;
+    HostSynth synth;
     EditorFrame frame;
     ERect rect;
 };

@@ -56,6 +56,8 @@ class TarqVST : public AudioEffectX {
     bool string2parameter(int32_t index, const char* text) override;
 
     void setProgram(int32_t program) override;
+    // The edited one, whoever has chosen it.
+    int32_t getProgram() override { return int32_t(current_program()); }
     void setProgramName(const char* name) override;
     void getProgramName(char* name) override;
     bool getProgramNameIndexed(int32_t category, int32_t index, char* text) override;

@@ -92,7 +92,6 @@ int TarqVST::get_controller(int index) {
 
 void TarqVST::setProgram(int32_t program) {
     logPrintf("program changed to %ul\n", unsigned(program));
-    curProgram = program;
     synth.set_edited_program(unsigned(program));
 }
 

@@ -19,6 +19,13 @@ namespace {
 
 constexpr int LAST_PROGRAM = int(MAX_INSTRUMENTS) - 1;
 
+// What a controller is in a new instance: the first program's byte, or the bank's.
+int first_byte(unsigned number) {
+    const TarqSettings& bank = shipped_gm_bank();
+    return is_global_controller(number) ? bank.get_global_controller(number)
+                                        : bank.get_instrument(0).get_controller(number);
+}
+
 HostControl of_controller(const ControllerInfo& row) {
     const auto number = unsigned(row.number);
     return {.id = number,
@@ -80,12 +87,6 @@ std::optional<int> parse_program(Player& player, std::string_view text) {
 }
 
 } // namespace
-
-int first_byte(unsigned number) {
-    const TarqSettings& bank = shipped_gm_bank();
-    return is_global_controller(number) ? bank.get_global_controller(number)
-                                        : bank.get_instrument(0).get_controller(number);
-}
 
 std::span<const HostControl> host_controls() {
     static const std::vector<HostControl> table = make_table();

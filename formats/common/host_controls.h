@@ -30,9 +30,6 @@ struct HostControl {
     std::string group; // "Program/Oscillator 1"
 };
 
-// What a controller is in a new instance: the first program's byte, or the bank's.
-int first_byte(unsigned number);
-
 // A controller's id is its number, 0..205.
 inline constexpr uint32_t CHANNEL_PROGRAM_ID = 0x1000; // and the channel, 0..15
 inline constexpr uint32_t EDITED_PROGRAM_ID = 0x1010;

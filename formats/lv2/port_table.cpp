@@ -5,11 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "formats/common/host_controls.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/families.h"
-#include "softsynth/parameters/host_parameters.h"
 
 namespace tarquil {
 
@@ -44,11 +42,11 @@ double port_value(unsigned number, int byte, Unit unit) {
 
 } // namespace
 
-Lv2Control::Lv2Control(const ControllerInfo& row)
-    : controller(&row), first(tarquil::first_byte(row.number)),
-      integer(!row.choices.labels.empty() || is_effect_parameter(row.number) ||
-              row.unit == Unit::COPIES || row.unit == Unit::VOICES) {
-    const bool is_byte = !row.choices.labels.empty() || is_effect_parameter(row.number);
+Lv2Control::Lv2Control(const HostControl& shown)
+    : control(&shown), controller(find_controller(shown.number)) {
+    const ControllerInfo& row = *controller;
+    const bool is_byte = shown.is_list || is_effect_parameter(row.number);
+    integer = is_byte || row.unit == Unit::COPIES || row.unit == Unit::VOICES;
     quantity_unit = is_byte ? Unit::NONE : row.unit;
     for (int byte = 0; byte < 128; byte++)
         values[size_t(byte)] =
@@ -59,8 +57,8 @@ int Lv2Control::byte(float wanted) const {
     if (std::isnan(wanted))
         return -1;
     wanted = std::clamp(wanted, lowest(), highest());
-    const auto start = values.begin() + controller->choices.first;
-    const auto last = values.begin() + controller->choices.last + 1;
+    const auto start = values.begin() + control->first;
+    const auto last = values.begin() + control->last + 1;
     const auto nearest = std::min_element(start, last, [&](float a, float b) {
         return std::fabs(a - wanted) < std::fabs(b - wanted);
     });
@@ -68,13 +66,11 @@ int Lv2Control::byte(float wanted) const {
 }
 
 float Lv2Control::lowest() const {
-    return *std::min_element(values.begin() + controller->choices.first,
-                             values.begin() + controller->choices.last + 1);
+    return *std::min_element(values.begin() + control->first, values.begin() + control->last + 1);
 }
 
 float Lv2Control::highest() const {
-    return *std::max_element(values.begin() + controller->choices.first,
-                             values.begin() + controller->choices.last + 1);
+    return *std::max_element(values.begin() + control->first, values.begin() + control->last + 1);
 }
 
 bool Lv2Control::is_logarithmic() const {
@@ -104,9 +100,9 @@ const char* Lv2Control::unit() const {
 const std::vector<Lv2Control>& lv2_controls() {
     static const std::vector<Lv2Control> controls = [] {
         std::vector<Lv2Control> all;
-        for (const ControllerInfo& row : controller_rows()) {
-            if (is_automatable_controller(row.number))
-                all.emplace_back(row);
+        for (const HostControl& control : host_controls()) {
+            if (control.kind == HostControl::Kind::CONTROLLER)
+                all.emplace_back(control);
         }
         return all;
     }();

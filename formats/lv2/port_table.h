@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "formats/common/host_controls.h"
 #include "softsynth/parameters/controller_table.h"
 
 namespace tarquil {
@@ -23,8 +24,10 @@ enum Lv2Port : uint32_t {
 // the quantity that is heard elsewhere, with levels in dB and times in seconds.
 class Lv2Control {
   public:
-    explicit Lv2Control(const ControllerInfo& row);
+    // `shown` is one of a controller, and stays as long as the object.
+    explicit Lv2Control(const HostControl& shown);
 
+    [[nodiscard]] const HostControl& shown() const { return *control; }
     [[nodiscard]] const ControllerInfo& info() const { return *controller; }
     [[nodiscard]] unsigned number() const { return controller->number; }
 
@@ -35,8 +38,8 @@ class Lv2Control {
     [[nodiscard]] float lowest() const;
     [[nodiscard]] float highest() const;
     // What a new instance has.
-    [[nodiscard]] float default_value() const { return value(first); }
-    [[nodiscard]] int first_byte() const { return first; }
+    [[nodiscard]] float default_value() const { return value(first_byte()); }
+    [[nodiscard]] int first_byte() const { return control->default_value; }
 
     [[nodiscard]] bool is_integer() const { return integer; }
     [[nodiscard]] bool is_logarithmic() const;
@@ -44,8 +47,8 @@ class Lv2Control {
     [[nodiscard]] const char* unit() const;
 
   private:
+    const HostControl* control;
     const ControllerInfo* controller;
-    int first = 0;
     bool integer = false;
     Unit quantity_unit = Unit::NONE;
     std::array<float, 128> values{};

@@ -13,7 +13,6 @@
 #include "common/number_text.h"
 #include "formats/lv2/lv2_names.h"
 #include "formats/lv2/port_table.h"
-#include "softsynth/parameters/parameter_group.h"
 #include "sounds/shipped_sounds.h"
 
 namespace tarquil {
@@ -64,7 +63,7 @@ std::string decimal(double value) {
 void write_groups(std::ostream& out) {
     std::set<std::string_view> written;
     for (const Lv2Control& control : lv2_controls()) {
-        const std::string_view group = parameter_group(control.number());
+        const std::string_view group = control.shown().group;
         if (!written.insert(group).second)
             continue;
         const std::string symbol = group_symbol(group);
@@ -79,11 +78,11 @@ void write_control(std::ostream& out, uint32_t index, const Lv2Control& control)
         return control.is_integer() ? std::to_string(int(value)) : decimal(double(value));
     };
     out << " , [\n        a lv2:InputPort , lv2:ControlPort ;\n        lv2:index " << index
-        << " ;\n        lv2:symbol \"" << info.key << "\" ;\n        lv2:name \"" << info.name
-        << "\" ;\n        lv2:default " << number(control.default_value())
+        << " ;\n        lv2:symbol \"" << info.key << "\" ;\n        lv2:name \""
+        << control.shown().name << "\" ;\n        lv2:default " << number(control.default_value())
         << " ;\n        lv2:minimum " << number(control.lowest()) << " ;\n        lv2:maximum "
         << number(control.highest())
-        << " ;\n        pg:group tarquil:" << group_symbol(parameter_group(control.number()));
+        << " ;\n        pg:group tarquil:" << group_symbol(control.shown().group);
     if (control.unit() != nullptr)
         out << " ;\n        units:unit " << control.unit();
     if (control.is_integer())

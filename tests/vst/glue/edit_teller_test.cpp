@@ -1,9 +1,10 @@
-// Tests of the plug-in as the editor sees it, and of what the host is told.
+// Tests of the plug-in as its editor sees it, and of what the host is told.
 
-#include "vst/plugin_synth.h"
+#include "vst/edit_teller.h"
 
 #include <gmock/gmock.h>
 
+#include "frame/host_synth.h"
 #include "tests/support/engine_host.h"
 #include "vst/tarq_vst.h"
 
@@ -37,9 +38,9 @@ intptr_t VST_CALL listen(AEffect*, int32_t opcode, int32_t index, intptr_t, void
     return 0;
 }
 
-class PluginSynthTest : public testing::Test {
+class EditTellerTest : public testing::Test {
   protected:
-    PluginSynthTest() {
+    EditTellerTest() {
         plugin.setBlockSize(256);
         plugin.resume();
         told.clear();
@@ -67,12 +68,13 @@ class PluginSynthTest : public testing::Test {
     }
 
     TarqVST plugin{listen};
-    PluginSynth synth{plugin};
+    EditTeller teller{plugin};
+    HostSynth synth{plugin.player(), teller};
     std::vector<float> left;
     std::vector<float> right;
 };
 
-TEST_F(PluginSynthTest, AnEditReachesTheProgramAndTheHost) {
+TEST_F(EditTellerTest, AnEditReachesTheProgramAndTheHost) {
     synth.set_program(5);
     synth.begin_edit(CTRL_PANNING);
     synth.set_controller(CTRL_PANNING, 90);
@@ -83,12 +85,13 @@ TEST_F(PluginSynthTest, AnEditReachesTheProgramAndTheHost) {
     EXPECT_THAT(told,
                 ElementsAre("look", "begin " + parameter, parameter + " 90", "end " + parameter));
     EXPECT_EQ(state().program, 5U);
+    EXPECT_EQ(plugin.getProgram(), 5);
     EXPECT_EQ(state().bytes[CTRL_PANNING], 90);
     EXPECT_EQ(synth.get_instrument(5).get_controller(CTRL_PANNING), 90);
     EXPECT_EQ(synth.get_instrument(4).get_controller(CTRL_PANNING), 64);
 }
 
-TEST_F(PluginSynthTest, ProgramsBanksAndSongsAreReplacedWhole) {
+TEST_F(EditTellerTest, ProgramsBanksAndSongsAreReplacedWhole) {
     Instrument instrument = synth.get_instrument(9);
     instrument.set_name("nine");
     synth.set_instrument(9, instrument);
@@ -107,10 +110,10 @@ TEST_F(PluginSynthTest, ProgramsBanksAndSongsAreReplacedWhole) {
     synth.set_bank(bank);
     EXPECT_EQ(state().names[9], "other");
     EXPECT_EQ(state().channel_programs[3], 9);
-    EXPECT_THAT(told, ElementsAre("look", "look"));
+    EXPECT_THAT(told, ElementsAre("look", "look", "look"));
 }
 
-TEST_F(PluginSynthTest, MetersAreReadOnce) {
+TEST_F(EditTellerTest, MetersAreReadOnce) {
     plugin.player().meters().watched = true;
     synth.set_controller(CTRL_PANNING, 0);
     synth.set_controller(CTRL_AUX1_LEVEL, 0);
@@ -130,7 +133,7 @@ TEST_F(PluginSynthTest, MetersAreReadOnce) {
     EXPECT_EQ(after.band_gains, meters.band_gains);
 }
 
-TEST_F(PluginSynthTest, PanicEndsTheNotesOfEveryChannel) {
+TEST_F(EditTellerTest, PanicEndsTheNotesOfEveryChannel) {
     plugin.player().meters().watched = true;
     note_on(0);
     note_on(15);
@@ -142,7 +145,7 @@ TEST_F(PluginSynthTest, PanicEndsTheNotesOfEveryChannel) {
     EXPECT_EQ(synth.read_meters().voices, 0U);
 }
 
-TEST_F(PluginSynthTest, BandsAreMutedOneByOne) {
+TEST_F(EditTellerTest, BandsAreMutedOneByOne) {
     synth.set_band_muted(2, true);
     for (unsigned band = 0; band < MC_N_BANDS; band++)
         EXPECT_EQ(synth.is_band_muted(band), band == 2);
