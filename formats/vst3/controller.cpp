@@ -52,7 +52,7 @@ Result Controller::initialize(Unknown* /*host*/) {
 }
 
 Result Controller::terminate() {
-    window.reset();
+    // The window stays for views that are released later.
     handler.reset();
     return OK;
 }
@@ -159,8 +159,9 @@ View* Controller::create_view(const char* name) {
     return window != nullptr ? window->make_view(owner) : nullptr;
 }
 
+// The pitch bend is in the window, but no parameter.
 void Controller::begin_edit(unsigned number) {
-    if (handler)
+    if (handler && find_host_control(number) != nullptr)
         handler->begin_edit(number);
 }
 
@@ -172,7 +173,7 @@ void Controller::edited(unsigned number, int value) {
 }
 
 void Controller::end_edit(unsigned number) {
-    if (handler)
+    if (handler && find_host_control(number) != nullptr)
         handler->end_edit(number);
 }
 

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <utility>
 
 #include "formats/vst3/window.h"
 #include "frame/editor_frame.h"
@@ -48,16 +49,16 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
     }
 
     Result attached(void* parent, const char* platform) override {
-        // Another view of it shows the window.
-        if (is_platform_supported(platform) != OK || frame.is_open())
+        if (parent == nullptr)
+            return BAD_ARGUMENT;
+        if (is_platform_supported(platform) != OK || is_shown_by_another() || is_attached)
             return NO;
-        frame.on_resize = [this](int width, int height) { ask_for_size(width, height); };
-        if (!frame.open(uintptr_t(parent)))
-            return NO;
-        is_attached = true;
         loop.ask(plug_frame);
-        if (loop)
-            loop->register_timer(this, IDLE_MS);
+        // Nobody would call a window without it.
+        if (!loop || !open(uintptr_t(parent))) {
+            loop.reset();
+            return NO;
+        }
         return OK;
     }
 
@@ -65,8 +66,7 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
         if (!is_attached)
             return NO;
         is_attached = false;
-        if (loop)
-            loop->unregister_timer(this);
+        loop->unregister_timer(this);
         loop.reset();
         frame.on_resize = nullptr;
         frame.close();
@@ -92,7 +92,12 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
     Result on_size(Rectangle* size) override {
         if (size == nullptr)
             return BAD_ARGUMENT;
-        frame.resize(size->right - size->left, size->bottom - size->top);
+        if (is_shown_by_another())
+            return NO;
+        Rectangle fitting = *size;
+        check_size(&fitting);
+        shown_width = fitting.right - fitting.left;
+        frame.resize(shown_width, fitting.bottom - fitting.top);
         return OK;
     }
     Result can_resize() override { return OK; }
@@ -122,10 +127,31 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
         owner.release();
     }
 
-    void ask_for_size(int width, int height) {
+    // One of several views of the plug-in has its window.
+    [[nodiscard]] bool is_shown_by_another() const { return frame.is_open() && !is_attached; }
+
+    bool open(uintptr_t parent) {
+        frame.on_resize = [this](int width, int height) { follow_user(width, height); };
+        if (!frame.open(parent)) {
+            frame.on_resize = nullptr;
+            return false;
+        }
+        is_attached = true;
+        shown_width = frame.width();
+        loop->register_timer(this, IDLE_MS);
+        return true;
+    }
+
+    void follow_user(int width, int height) {
+        // The host knows what it has asked for itself.
+        if (width == shown_width)
+            return;
+        const int width_before = std::exchange(shown_width, width);
         Rectangle size{0, 0, width, height};
-        if (plug_frame != nullptr)
-            plug_frame->resize_view(this, &size);
+        if (plug_frame != nullptr && plug_frame->resize_view(this, &size) == OK)
+            return;
+        shown_width = width_before;
+        frame.resize(shown_width, height * shown_width / width + 1);
     }
 
     Unknown& owner;
@@ -133,6 +159,7 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
     PlugFrame* plug_frame = nullptr; // the host's, which tells when it goes
     Held<RunLoop> loop;
     bool is_attached = false;
+    int shown_width = 0; // as host and user know it
     std::atomic<uint32_t> references{1};
 };
 

@@ -56,6 +56,21 @@ class Screen {
         return XGetWindowAttributes(display, window, &attributes) == 0 ? 0
                                                                        : uint32_t(attributes.width);
     }
+    // As a user's, with the left button.
+    void click(Window window, int x, int y) {
+        XEvent event{};
+        event.xbutton.window = window;
+        event.xbutton.root = DefaultRootWindow(display);
+        event.xbutton.x = x;
+        event.xbutton.y = y;
+        event.xbutton.button = Button1;
+        event.xbutton.same_screen = True;
+        for (const int type : {ButtonPress, ButtonRelease}) {
+            event.type = type;
+            XSendEvent(display, window, True, NoEventMask, &event);
+        }
+        XSync(display, False);
+    }
     void destroy(Window window) {
         XDestroyWindow(display, window);
         XSync(display, False);

@@ -1,0 +1,432 @@
+// A VST 3 host with windows: opens the plug-in's editor in windows of its own, plays meanwhile, and
+// counts what is left behind.  As tests/windows/window_host.cpp for VST 2:
+//
+//   cycles N       opens and closes the editor N times
+//   three          three instances with audio, states and sizes, a parent window destroyed first
+//   play SECONDS   one editor for a user (or xdotool); prints what the host was told
+
+#include <poll.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <thread>
+
+#include "formats/vst3/abi/view.h"
+#include "tests/formats/vst3/vst3_host.h"
+#include "tests/windows/process_entries.h"
+#include "tests/windows/screen.h"
+
+namespace tarquil::vst3 {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class HostLoop final : public HostObject<RunLoop> {
+  public:
+    Result register_event_handler(EventHandler* handler, int descriptor) override {
+        descriptors.emplace_back(handler, descriptor);
+        return OK;
+    }
+    Result unregister_event_handler(EventHandler* handler) override {
+        return std::erase_if(descriptors, [=](auto& one) { return one.first == handler; }) > 0 ? OK
+                                                                                               : NO;
+    }
+    Result register_timer(TimerHandler* handler, uint64_t milliseconds) override {
+        timers.push_back(handler);
+        return milliseconds > 0 ? OK : BAD_ARGUMENT;
+    }
+    Result unregister_timer(TimerHandler* handler) override {
+        return std::erase(timers, handler) == 1 ? OK : NO;
+    }
+
+    // One round: 15 ms.
+    void idle() {
+        std::this_thread::sleep_for(15ms);
+        for (TimerHandler* const handler : std::vector(timers))
+            handler->on_timer();
+        for (const auto& [handler, descriptor] : std::vector(descriptors)) {
+            pollfd waiting = {.fd = descriptor, .events = POLLIN, .revents = 0};
+            if (poll(&waiting, 1, 0) == 1)
+                handler->on_descriptor(descriptor);
+        }
+    }
+    [[nodiscard]] bool is_unused() const {
+        return timers.empty() && descriptors.empty() && references == 0;
+    }
+
+    std::vector<TimerHandler*> timers;
+    std::vector<std::pair<EventHandler*, int>> descriptors;
+};
+
+// The plug-in's frame in the host's window, which follows what the user does in the plug-in's.
+class HostFrame final : public HostObject<PlugFrame> {
+  public:
+    explicit HostFrame(HostLoop* with_loop) : loop(with_loop) {}
+
+    Result query_interface(const uint8_t* id, void** object) override {
+        return loop != nullptr && is_id(id, RunLoop::ID)
+                   ? loop->query_interface(id, object)
+                   : HostObject<PlugFrame>::query_interface(id, object);
+    }
+    Result resize_view(View* view, Rectangle* size) override {
+        num_asked++;
+        asked_width = size->right - size->left;
+        return grants_size ? view->on_size(size) : NO;
+    }
+
+    bool grants_size = true;
+    int num_asked = 0;
+    int32_t asked_width = 0;
+
+  private:
+    HostLoop* const loop;
+};
+
+void* window_argument(Window window) {
+    return reinterpret_cast<void*>(window); // NOLINT(performance-no-int-to-ptr): the interface's
+}
+
+class EditedPlugin {
+  public:
+    explicit EditedPlugin(Screen& shown_on) : screen(shown_on) {
+        host.controller->set_component_handler(&handler);
+    }
+    EditedPlugin(const EditedPlugin&) = delete;
+    EditedPlugin& operator=(const EditedPlugin&) = delete;
+    ~EditedPlugin() {
+        close();
+        host.controller->set_component_handler(nullptr);
+    }
+
+    bool open(float scale = 1) {
+        view = host.controller->create_view(EDITOR_VIEW);
+        if (view == nullptr || view->is_platform_supported(X11_PLATFORM) != OK)
+            return false;
+        const Held<ContentScale> scaled(view);
+        view->set_frame(&frame);
+        scaled->set_scale(scale);
+        parent = screen.make_window(width(), 1000);
+        return view->attached(window_argument(parent), X11_PLATFORM) == OK;
+    }
+    // What has gone wrong, or null.  `does_remove`: some hosts only release the view.
+    const char* close(bool does_remove = true) {
+        if (view == nullptr)
+            return nullptr;
+        const char* wrong = nullptr;
+        if (does_remove && view->removed() != OK)
+            wrong = "the view is not removed";
+        if (does_remove && view->removed() == OK)
+            wrong = "the view is removed twice";
+        view->set_frame(nullptr);
+        if (view->release() != 0)
+            wrong = "the view is still held by someone";
+        view = nullptr;
+        if (parent != 0 && !screen.children(parent).empty())
+            wrong = "a window is left";
+        if (parent != 0)
+            screen.destroy(parent);
+        parent = 0;
+        if (!loop.is_unused() || frame.references != 0)
+            wrong = "the host's loop or frame is still held";
+        return wrong;
+    }
+    int width() {
+        Rectangle size{};
+        view->get_size(&size);
+        return size.right - size.left;
+    }
+    // Of the window itself.
+    int shown_width() {
+        const std::vector<Window> windows = screen.children(parent);
+        return windows.empty() ? 0 : int(screen.width_of(windows[0]));
+    }
+
+    Screen& screen;
+    HostLoop loop;
+    HostFrame frame{&loop};
+    HostHandler handler;
+    Vst3Host host{48000};
+    View* view = nullptr;
+    Window parent = 0;
+};
+
+// What there is beside an open editor: another view of the same plug-in.
+const char* try_second_view(EditedPlugin& plugin) {
+    View* const second = plugin.host.controller->create_view(EDITOR_VIEW);
+    HostLoop loop;
+    HostFrame frame(&loop);
+    second->set_frame(&frame);
+    const Window parent = plugin.screen.make_window(400, 300);
+    const int width = plugin.width();
+    const char* wrong = nullptr;
+    if (second->attached(window_argument(parent), X11_PLATFORM) == OK)
+        wrong = "two views have the window at once";
+    Rectangle size{0, 0, 800, 600};
+    if (second->on_size(&size) == OK || plugin.width() != width)
+        wrong = "a view without the window changes its size";
+    if (second->removed() == OK || !loop.is_unused())
+        wrong = "a view that was refused counts as attached";
+    second->release();
+    plugin.screen.destroy(parent);
+    return wrong;
+}
+
+// What can not become a window.
+const char* try_odd_views(EditedPlugin& plugin) {
+    if (plugin.host.controller->create_view("other") != nullptr)
+        return "there is a view of another kind";
+    View* const view = plugin.host.controller->create_view(EDITOR_VIEW);
+    HostFrame without_loop(nullptr);
+    const Window parent = plugin.screen.make_window(400, 300);
+    const char* wrong = nullptr;
+    if (view->attached(window_argument(parent), X11_PLATFORM) == OK)
+        wrong = "a window that nobody calls is shown";
+    view->set_frame(&without_loop);
+    if (view->attached(window_argument(parent), X11_PLATFORM) == OK)
+        wrong = "a window without timers is shown";
+    view->set_frame(&plugin.frame);
+    if (view->attached(nullptr, X11_PLATFORM) == OK ||
+        view->attached(window_argument(parent), "HWND") == OK)
+        wrong = "a window is shown nowhere";
+    if (!plugin.loop.is_unused() || !plugin.screen.children(parent).empty())
+        wrong = "a refused view leaves something";
+    view->release();
+    plugin.screen.destroy(parent);
+    return wrong;
+}
+
+int run_cycles(int cycles) {
+    Screen screen;
+    EditedPlugin plugin(screen);
+    if (const char* wrong = try_odd_views(plugin))
+        return fail(wrong);
+    long descriptors = 0;
+    long threads = 0;
+    for (int i = 0; i < cycles; i++) {
+        if (!plugin.open())
+            return fail("the editor does not open");
+        if (screen.children(plugin.parent).size() != 1)
+            return fail("the editor's window is not in the host's");
+        if (plugin.loop.timers.size() != 1)
+            return fail("there is no timer");
+        for (int round = 0; round < 2; round++)
+            plugin.loop.idle();
+        const char* wrong = i == 0 ? try_second_view(plugin) : nullptr;
+        // The same view once more.
+        if (i % 2 == 0 &&
+            (plugin.view->removed() != OK || !plugin.loop.is_unused() ||
+             plugin.view->attached(window_argument(plugin.parent), X11_PLATFORM) != OK))
+            wrong = "a removed view can not be attached again";
+        const char* left = plugin.close(i % 3 != 2);
+        if (wrong != nullptr || left != nullptr)
+            return fail(wrong != nullptr ? wrong : left);
+        if (i == 0) { // fonts stay
+            descriptors = count_process_entries("fd");
+            threads = count_process_entries("task");
+        }
+    }
+    if (count_process_entries("fd") != descriptors)
+        return fail("file descriptors are left open");
+    if (count_process_entries("task") != threads)
+        return fail("a thread is left");
+    std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
+    return 0;
+}
+
+// The window takes the sizes of its shape that the host sets, and those only.
+const char* try_host_sizes(EditedPlugin& plugin) {
+    if (plugin.view->can_resize() != OK)
+        return "the window has one size";
+    for (const auto& [width, height] :
+         {std::pair(1300, 1300), std::pair(3000, 900), std::pair(1, 1), std::pair(99999, 99999)}) {
+        Rectangle fitting{10, 20, 10 + width, 20 + height};
+        plugin.view->check_size(&fitting);
+        Rectangle again = fitting;
+        plugin.view->check_size(&again);
+        if (again.right != fitting.right || again.bottom != fitting.bottom || fitting.left != 10)
+            return "a size that fits does not stay";
+        if (plugin.view->on_size(&fitting) != OK)
+            return "a size that fits is not taken";
+        plugin.loop.idle();
+        plugin.loop.idle();
+        const int wanted = fitting.right - fitting.left;
+        if (plugin.width() != wanted || plugin.shown_width() != wanted)
+            return "the size is not the one that was set";
+    }
+    return plugin.frame.num_asked == 0 ? nullptr : "the host is asked for what it has set itself";
+}
+
+// Clicks at the top right, where the size is chosen, until the host is asked for another one.
+bool choose_size(EditedPlugin& plugin) {
+    const Window window = plugin.screen.children(plugin.parent)[0];
+    const int before = plugin.frame.num_asked;
+    const int width = plugin.width();
+    for (int x = width - width / 25; x > width / 2; x -= width / 25) {
+        for (int y = width / 13; y < width / 4; y += width / 50) {
+            plugin.screen.click(window, x, width / 45);
+            plugin.loop.idle();
+            plugin.screen.click(window, x, y);
+            plugin.loop.idle();
+            plugin.loop.idle();
+            if (plugin.frame.num_asked != before)
+                return true;
+        }
+    }
+    return false;
+}
+
+const char* try_user_sizes(EditedPlugin& plugin) {
+    Rectangle size{0, 0, 1040, 680};
+    plugin.view->on_size(&size);
+    plugin.loop.idle();
+    if (!choose_size(plugin))
+        return "the host is not asked for the size that the user chooses";
+    plugin.loop.idle();
+    if (plugin.frame.asked_width == 1040 || plugin.width() != plugin.frame.asked_width ||
+        plugin.shown_width() != plugin.frame.asked_width)
+        return "the window has not the size that the host has granted";
+    const int granted = plugin.width();
+    plugin.frame.grants_size = false;
+    if (!choose_size(plugin))
+        return "the host is not asked a second time";
+    plugin.loop.idle();
+    plugin.frame.grants_size = true;
+    return plugin.width() == granted && plugin.shown_width() == granted
+               ? nullptr
+               : "the window has a size that the host has refused";
+}
+
+int run_three() {
+    // A user who has never chosen a size.
+    const char* const settings = std::getenv("XDG_CONFIG_HOME");
+    const std::string fresh = std::string(settings != nullptr ? settings : "/tmp") + "/three";
+    setenv("XDG_CONFIG_HOME", fresh.c_str(), 1);
+    Screen screen;
+    EditedPlugin sized(screen);
+    EditedPlugin orphan(screen);
+    EditedPlugin loaded(screen);
+    EditedPlugin* const all[] = {&sized, &orphan, &loaded};
+    const int plain_width = [&] {
+        View* const view = sized.host.controller->create_view(EDITOR_VIEW);
+        Rectangle size{};
+        view->get_size(&size);
+        view->release();
+        return size.right - size.left;
+    }();
+    for (EditedPlugin* plugin : all) {
+        if (!plugin->open(plugin == &sized ? 1.5F : 1.0F))
+            return fail("an editor does not open");
+    }
+    if (sized.width() != plain_width * 3 / 2 || sized.shown_width() != sized.width() ||
+        orphan.shown_width() != plain_width)
+        return fail("the host's scale is not the window's");
+    if (Held<ContentScale>(sized.view)->set_scale(2) == OK)
+        return fail("an open window takes another scale");
+    std::atomic<bool> is_playing{true};
+    std::thread audio([&] {
+        std::vector<float> left(256);
+        std::vector<float> right(256);
+        for (unsigned block = 0; is_playing; block++) {
+            for (EditedPlugin* plugin : all) {
+                plugin->host.add_message(0, 0x90, uint8_t(40 + block % 40), 100);
+                plugin->host.add_message(9, 0x80, uint8_t(40 + (block + 20) % 40), 0);
+                plugin->host.add_message(10, 0xC0, uint8_t(block / 50 % 4), 0);
+                plugin->host.changes.add(block % 128, 100, block % 10 / 9.0);
+                plugin->host.run(left.data(), right.data(), 256);
+            }
+        }
+    });
+    const char* wrong = try_host_sizes(sized);
+    if (wrong == nullptr)
+        wrong = try_user_sizes(sized);
+    for (int round = 0; round < 60; round++) {
+        if (round == 30) { // some hosts destroy their window first
+            screen.destroy(orphan.parent);
+            orphan.parent = 0;
+        }
+        for (EditedPlugin* plugin : all)
+            plugin->loop.idle();
+        if (round % 10 == 0 && loaded.host.load(sized.host.save()) != OK)
+            wrong = "a state does not load";
+    }
+    is_playing = false;
+    audio.join();
+    // Some hosts end the controller before its view.
+    loaded.host.controller->terminate();
+    loaded.loop.idle();
+    for (EditedPlugin* plugin : all) {
+        const char* const left = plugin->close();
+        wrong = wrong == nullptr ? left : wrong;
+    }
+    if (wrong != nullptr)
+        return fail(wrong);
+    std::puts("ok three editors with audio and states, sizes of host and user, a scale, a parent "
+              "and a controller that went first");
+    return 0;
+}
+
+int run_for_a_user(int seconds) {
+    Screen screen;
+    EditedPlugin plugin(screen);
+    if (!plugin.open())
+        return fail("the editor does not open");
+    std::printf("window %lu\n", plugin.parent);
+    std::fflush(stdout);
+    const std::string before = plugin.host.save();
+    for (int round = 0; round < seconds * 1000 / 15; round++) {
+        plugin.loop.idle();
+        // What the window has told comes back with a block, as from a host.
+        std::swap(plugin.host.changes.queues, plugin.handler.edits.queues);
+        plugin.host.run(64);
+    }
+    int begun = 0;
+    int told = 0;
+    int ended = 0;
+    std::string open_gesture;
+    for (const std::string& word : plugin.handler.told) {
+        const std::string id = word.substr(word.find(' ') + 1);
+        const bool begins = word.starts_with("begin");
+        begun += begins;
+        told += word.starts_with("perform");
+        ended += word.starts_with("end");
+        if (begins != open_gesture.empty() || (!begins && id != open_gesture))
+            return fail("an edit is told outside of its gesture");
+        if (begins || word.starts_with("end"))
+            open_gesture = begins ? id : "";
+        const int32_t count = plugin.host.controller->get_parameter_count();
+        bool is_known = false;
+        for (int32_t i = 0; i < count && !is_known; i++) {
+            ParameterInfo info{};
+            plugin.host.controller->get_parameter_info(i, &info);
+            is_known = std::to_string(info.id) == id;
+        }
+        if (!is_known)
+            return fail("a parameter is told that there is not");
+    }
+    if (const char* wrong = plugin.close())
+        return fail(wrong);
+    std::printf("begun %d automated %d ended %d, bank %s\n", begun, told, ended,
+                plugin.host.save() == before ? "as before" : "changed");
+    return 0;
+}
+
+} // namespace
+
+} // namespace tarquil::vst3
+
+int main(int argc, char** argv) {
+    using namespace tarquil;
+    const std::string mode = argc > 1 ? argv[1] : "";
+    if (mode == "cycles" && argc == 3)
+        return vst3::run_cycles(std::atoi(argv[2]));
+    if (mode == "three")
+        return vst3::run_three();
+    if (mode == "play" && argc == 3)
+        return vst3::run_for_a_user(std::atoi(argv[2]));
+    return fail("usage: vst3_window_host cycles N | three | play SECONDS");
+}
