@@ -223,22 +223,24 @@ void Canvas::text(const Rect& area, std::string_view text, const TextStyle& styl
     cairo_new_path(cr);
 }
 
-void Canvas::clip(const Rect& area) {
-    double left = area.x;
-    double top = area.y;
-    double right = area.right();
-    double bottom = area.bottom();
-    cairo_user_to_device(cr, &left, &top);
-    cairo_user_to_device(cr, &right, &bottom);
-    left = std::floor(left);
-    top = std::floor(top);
-    right = std::ceil(right);
-    bottom = std::ceil(bottom);
-    cairo_device_to_user(cr, &left, &top);
-    cairo_device_to_user(cr, &right, &bottom);
+void Canvas::clip(const std::vector<Rect>& areas) {
     cairo_save(cr);
     cairo_new_path(cr);
-    cairo_rectangle(cr, left, top, right - left, bottom - top);
+    for (const Rect& area : areas) {
+        double left = area.x;
+        double top = area.y;
+        double right = area.right();
+        double bottom = area.bottom();
+        cairo_user_to_device(cr, &left, &top);
+        cairo_user_to_device(cr, &right, &bottom);
+        left = std::floor(left);
+        top = std::floor(top);
+        right = std::ceil(right);
+        bottom = std::ceil(bottom);
+        cairo_device_to_user(cr, &left, &top);
+        cairo_device_to_user(cr, &right, &bottom);
+        cairo_rectangle(cr, left, top, right - left, bottom - top);
+    }
     cairo_clip(cr);
 }
 

@@ -51,8 +51,9 @@ class Canvas {
     void text(const Rect& area, std::string_view text, const TextStyle& style);
     double text_width(std::string_view text, double size, Weight weight = Weight::NORMAL);
 
-    // To the area, grown to whole pixels, until the next unclip.
-    void clip(const Rect& area);
+    // To the areas, grown to whole pixels, until the next unclip.
+    void clip(const std::vector<Rect>& areas);
+    void clip(const Rect& area) { clip(std::vector<Rect>{area}); }
     void unclip();
 
     cairo_t* context() { return cr; }

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <algorithm>
+
 namespace tarquil {
 
 struct Point {
@@ -23,6 +25,13 @@ struct Rect {
     }
     [[nodiscard]] bool overlaps(const Rect& other) const {
         return x < other.right() && other.x < right() && y < other.bottom() && other.y < bottom();
+    }
+    // What lies within the other as well; of no width or height where nothing does.
+    [[nodiscard]] Rect within(const Rect& other) const {
+        const double left = std::max(x, other.x);
+        const double top = std::max(y, other.y);
+        return {left, top, std::max(0.0, std::min(right(), other.right()) - left),
+                std::max(0.0, std::min(bottom(), other.bottom()) - top)};
     }
     [[nodiscard]] Rect inset(double dx, double dy) const {
         return {x + dx, y + dy, w - 2 * dx, h - 2 * dy};
@@ -50,5 +59,9 @@ struct Rect {
         return {x, y + h, w, height};
     }
 };
+
+inline Rect square_around(Point center, double reach) {
+    return {center.x - reach, center.y - reach, 2 * reach, 2 * reach};
+}
 
 } // namespace tarquil

@@ -41,6 +41,8 @@ class Widget {
     [[nodiscard]] virtual bool takes_focus() const { return true; }
     // Looks different when nothing but the meters has changed, and within its area only.
     [[nodiscard]] virtual bool shows_meters() const { return false; }
+    // Where it does, or more, since it last drew.
+    virtual std::vector<Rect> moved_areas(UiHost& /*host*/) { return {area}; }
     // The controllers that can be set here.
     [[nodiscard]] virtual std::vector<unsigned> controllers() const { return {}; }
 

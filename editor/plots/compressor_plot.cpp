@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/number_text.h"
 #include "curves/effect_curves.h"
 #include "editor/kit/dragged_value.h"
-#include "editor/plots/plot_frame.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/families.h"
 
@@ -17,42 +17,90 @@ namespace {
 
 constexpr double QUIETEST = -60.0; // dB
 constexpr double LOUDEST = 12.0;
-constexpr double METER_WIDTH = 10.0;
+constexpr double METER_WIDTH = 34.0; // with its scale
+constexpr double BAR_WIDTH = 10.0;
+constexpr double NUMBER_HEIGHT = 20.0;
 constexpr double DEEPEST_ATTENUATION = 24.0; // dB
+constexpr double DOT_RADIUS = 5.0;
 constexpr int NUM_CROSSOVERS = int(NUM_COMPRESSOR_BANDS) - 1;
 constexpr double REACH = 10.0;
 
 } // namespace
 
+PlotFrame CompressorPlot::frame() const {
+    return {{area.x, area.y, area.w - METER_WIDTH - 6, area.h}, QUIETEST, 0.0, QUIETEST, LOUDEST};
+}
+
+Rect CompressorPlot::meter_area() const {
+    return {area.right() - METER_WIDTH, area.y, METER_WIDTH, area.h};
+}
+
+double CompressorPlot::gain(UiHost& host) const {
+    return std::min(0.0, to_decibels(double(host.get_meters().band_gains[band])));
+}
+
+Point CompressorPlot::dot(UiHost& host) const {
+    const double level = std::min(0.0, to_decibels(double(host.get_meters().band_levels[band])));
+    if (level <= QUIETEST)
+        return NOWHERE;
+    const CompressorCurve curve = band_compressor_curve(host.get_model().get_state().bytes, band);
+    return frame().point(level, compressed_decibels(curve, level));
+}
+
 void CompressorPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    Rect plot_area = area;
-    const Rect meter = plot_area.cut_right(METER_WIDTH);
-    plot_area.cut_right(6);
-    const PlotFrame frame(plot_area, QUIETEST, 0.0, QUIETEST, LOUDEST);
-    frame.draw(canvas, decibel_lines(-48, -12, 12), decibel_lines(-48, 0, 12));
+    const PlotFrame plot = frame();
+    const Rect& plot_area = plot.get_area();
+    plot.draw(canvas, decibel_lines(-48, -12, 12), decibel_lines(-48, 0, 12));
     const CompressorCurve curve = band_compressor_curve(bytes, band);
-    const auto out_level = [&](double in) { return compressed_decibels(curve, in); };
     std::vector<Point> points;
     for (int in = int(QUIETEST); in <= 0; in++)
-        points.push_back(frame.point(in, out_level(in)));
+        points.push_back(plot.point(in, compressed_decibels(curve, in)));
     canvas.clip(plot_area);
-    canvas.line(frame.point(QUIETEST, QUIETEST), frame.point(0.0, 0.0), theme::GRID_STRONG, 1);
-    const double x = frame.x(to_decibels(double(curve.threshold)));
+    canvas.line(plot.point(QUIETEST, QUIETEST), plot.point(0.0, 0.0), theme::GRID_STRONG, 1);
+    const double x = plot.x(to_decibels(double(curve.threshold)));
     canvas.line({x, plot_area.y}, {x, plot_area.bottom()}, theme::OUTLINE, 1);
     const bool is_muted = host.get_model().get_synth().is_band_muted(band);
-    const Color color = is_muted ? theme::TEXT_DIM : theme::PARTS[band];
-    canvas.polyline(points, color, 2);
-    const double level = to_decibels(double(host.get_meters().band_levels[band]));
-    if (level > QUIETEST)
-        canvas.disc(frame.point(std::min(level, 0.0), out_level(std::min(level, 0.0))), 5,
-                    theme::TEXT);
+    canvas.polyline(points, is_muted ? theme::TEXT_DIM : theme::PARTS[band], 2);
+    drawn_dot = dot(host);
+    canvas.disc(drawn_dot, DOT_RADIUS, theme::TEXT);
     canvas.unclip();
-    canvas.fill(meter, theme::WELL, 2);
-    const double attenuation = std::clamp(-to_decibels(double(host.get_meters().band_gains[band])),
-                                          0.0, DEEPEST_ATTENUATION);
-    canvas.fill({meter.x, meter.y, meter.w, meter.h * attenuation / DEEPEST_ATTENUATION},
-                theme::WARM, 2);
+    drawn_gain = gain(host);
+    draw_attenuation(canvas, drawn_gain);
+}
+
+void CompressorPlot::draw_attenuation(Canvas& canvas, double decibels) const {
+    Rect meter = meter_area();
+    const Rect number = meter.cut_bottom(NUMBER_HEIGHT);
+    const Rect bar = meter.cut_left(BAR_WIDTH);
+    const auto depth = [&](double attenuation) {
+        return bar.h * std::min(attenuation, DEEPEST_ATTENUATION) / DEEPEST_ATTENUATION;
+    };
+    canvas.fill(bar, theme::WELL, 2);
+    canvas.fill({bar.x, bar.y, bar.w, depth(-decibels)}, theme::WARM, 2);
+    for (const int attenuation : {0, 3, 6, 12, 18, 24}) {
+        const double y = bar.y + depth(attenuation);
+        canvas.line({bar.right() + 1, y}, {bar.right() + 4, y}, theme::OUTLINE);
+        canvas.text({meter.x + 5, std::clamp(y - 6, bar.y - 1, bar.bottom() - 11), meter.w - 5, 12},
+                    std::to_string(-attenuation), {9.0, theme::TEXT_MUTED, Align::RIGHT});
+    }
+    canvas.text({number.x, number.y + 6, number.w, number.h - 6}, fixed_number(decibels, 1),
+                {9.5, decibels < -0.05 ? theme::WARM : theme::TEXT_MUTED, Align::RIGHT});
+}
+
+std::vector<Rect> CompressorPlot::moved_areas(UiHost& host) {
+    std::vector<Rect> moved;
+    const Point now = dot(host);
+    if (now.x != drawn_dot.x || now.y != drawn_dot.y) {
+        for (const Point& place : {drawn_dot, now})
+            moved.push_back(square_around(place, DOT_RADIUS + 1));
+    }
+    if (gain(host) != drawn_gain) {
+        Rect meter = meter_area();
+        moved.push_back(meter.cut_bottom(NUMBER_HEIGHT));
+        moved.push_back(meter.cut_left(BAR_WIDTH));
+    }
+    return moved;
 }
 
 double CrossoverPlot::place(const ControllerBytes& bytes, int crossover) const {

@@ -1,8 +1,10 @@
-// The gain curve of a band of the master compressor with the live level on it, and the crossovers.
+// The gain curve of a band of the master compressor with the live level on it and its attenuation,
+// and the crossovers.
 
 #pragma once
 
 #include "editor/kit/widget.h"
+#include "editor/plots/plot_frame.h"
 
 namespace tarquil {
 
@@ -12,13 +14,25 @@ class CompressorPlot : public Widget {
     CompressorPlot(const Rect& widget_area, unsigned shown) : Widget(widget_area), band(shown) {}
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     std::string tooltip(UiHost& /*host*/) override {
-        return "Level in against level out; the dot is the band's level now";
+        return "Level in against level out; the dot is the band's level now\n"
+               "Right: by how many dB the band is turned down, without makeup";
     }
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    [[nodiscard]] PlotFrame frame() const;
+    [[nodiscard]] Rect meter_area() const;
+    // In dB, 0 or less.
+    [[nodiscard]] double gain(UiHost& host) const;
+    // Of the dot; NOWHERE when the band is silent.
+    [[nodiscard]] Point dot(UiHost& host) const;
+    void draw_attenuation(Canvas& canvas, double decibels) const;
+
     const unsigned band;
+    Point drawn_dot{};
+    double drawn_gain = 0.0;
 };
 
 class CrossoverPlot : public Widget {

@@ -16,6 +16,14 @@ std::string short_name(const std::string& name, unsigned program) {
 
 } // namespace
 
+Rect ChannelBox::light_area() const {
+    return {area.x + 5.5, area.y + 6.5, 7, 7};
+}
+
+std::vector<Rect> ChannelBox::moved_areas(UiHost& /*host*/) {
+    return *light == drawn_light ? std::vector<Rect>() : std::vector{light_area().inset(-1)};
+}
+
 void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const EditorModel& model = host.get_model();
     const unsigned program = model.get_state().channel_programs[channel];
@@ -23,10 +31,11 @@ void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.fill(area, state.is_hovered ? theme::HOVER : theme::PANEL, 4);
     if (is_current)
         canvas.fill({area.x, area.bottom() - 2.5, area.w, 2.5}, theme::ACCENT, 1);
-    const Point center{area.x + 9, area.y + 10};
-    canvas.disc(center, 3.5, theme::GRID_STRONG);
+    const Rect lamp = light_area();
+    canvas.disc(lamp.center(), lamp.w / 2, theme::GRID_STRONG);
+    drawn_light = *light;
     if (*light > 0.0)
-        canvas.fill({center.x - 3.5, center.y - 3.5, 7, 7}, theme::GREEN, 3.5, *light);
+        canvas.fill(lamp, theme::GREEN, lamp.w / 2, *light);
     canvas.text({area.x + 16, area.y + 2, 18, 16}, std::to_string(channel + 1),
                 {theme::SMALL, theme::TEXT, Align::LEFT, Weight::BOLD});
     canvas.text({area.x + 32, area.y + 2, area.w - 37, 16}, std::to_string(program),

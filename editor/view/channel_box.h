@@ -17,12 +17,15 @@ class ChannelBox : public Widget {
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
     void open(UiHost& host);
+    [[nodiscard]] Rect light_area() const;
 
     const unsigned channel;
     const double* const light;
+    double drawn_light = 0.0;
 };
 
 } // namespace tarquil

@@ -148,24 +148,31 @@ std::vector<Widget*> EditorView::meter_widgets() {
     return found;
 }
 
-void EditorView::draw_meters(Canvas& canvas) {
+std::vector<Rect> EditorView::draw_meters(Canvas& canvas) {
+    std::vector<Rect> drawn;
     for (Widget* widget : meter_widgets()) {
-        canvas.clip(widget->get_area());
+        std::vector<Rect> moved = widget->moved_areas(*this);
+        for (Rect& place : moved)
+            place = place.within(widget->get_area());
+        std::erase_if(moved, [](const Rect& place) { return place.w == 0 || place.h == 0; });
+        if (moved.empty())
+            continue;
+        canvas.clip(moved);
         draw_ground(canvas);
         widget->draw(canvas, *this, state_of(widget));
+        draw_overlays(canvas);
         canvas.unclip();
+        drawn.insert(drawn.end(), moved.begin(), moved.end());
     }
+    return drawn;
 }
 
-bool EditorView::are_meters_covered() {
-    if (!overlays.empty())
-        return true;
-    if (tooltip_area.w == 0.0)
-        return false;
-    const std::vector<Widget*> widgets = meter_widgets();
-    return std::any_of(widgets.begin(), widgets.end(), [this](const Widget* widget) {
-        return widget == hovered || widget->get_area().overlaps(tooltip_area);
-    });
+void EditorView::draw_overlays(Canvas& canvas) {
+    for (const auto& overlay : overlays)
+        overlay->draw(canvas);
+    const std::string tooltip = tooltip_text();
+    if (!tooltip.empty())
+        draw_tooltip_box(canvas, pointer_at, tooltip);
 }
 
 std::string EditorView::tooltip_text() {
@@ -180,21 +187,20 @@ void EditorView::draw(cairo_t* context) {
     const Rect status{14, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - 28, STATUS_HEIGHT};
     canvas.text(status, message.empty() ? HELP : message,
                 {theme::SMALL, message.empty() ? theme::TEXT_DIM : theme::WARM});
-    for (const auto& overlay : overlays)
-        overlay->draw(canvas);
-    const std::string tooltip = tooltip_text();
-    tooltip_area = tooltip.empty() ? Rect() : draw_tooltip_box(canvas, pointer_at, tooltip);
+    draw_overlays(canvas);
     is_changed = are_meters_new = false;
 }
 
-void EditorView::draw_changes(cairo_t* context) {
-    if (is_changed || (are_meters_new && are_meters_covered())) {
+std::vector<Rect> EditorView::draw_changes(cairo_t* context) {
+    if (is_changed) {
         draw(context);
-    } else if (are_meters_new) {
-        Canvas canvas(context);
-        draw_meters(canvas);
-        are_meters_new = false;
+        return {{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}};
     }
+    if (!are_meters_new)
+        return {};
+    are_meters_new = false;
+    Canvas canvas(context);
+    return draw_meters(canvas);
 }
 
 bool EditorView::update_meters(double seconds) {
@@ -204,6 +210,7 @@ bool EditorView::update_meters(double seconds) {
     meters = now;
     const LevelMeter before = level_meter;
     level_meter.update(now.peaks, seconds);
+    is_new = is_new || before.get_peak() != level_meter.get_peak();
     for (unsigned side = 0; side < 2; side++)
         is_new = is_new || before.get_level(side) != level_meter.get_level(side) ||
                  before.get_hold(side) != level_meter.get_hold(side);

@@ -33,8 +33,11 @@ class EditorView : public UiHost {
 
     // The context is scaled to the editor's units.
     void draw(cairo_t* context);
-    // Draws what has changed since the last drawing, which the context still shows.
-    void draw_changes(cairo_t* context);
+    // Draws what has changed since the last drawing, which the context still shows.  Returns where.
+    std::vector<Rect> draw_changes(cairo_t* context);
+
+    // Rather than where meters have moved.
+    [[nodiscard]] bool needs_whole_drawing() const { return is_changed; }
 
     // Reads what has changed.  True when there is something new to draw.
     bool tick(double seconds_since_last);
@@ -77,9 +80,8 @@ class EditorView : public UiHost {
     [[nodiscard]] WidgetState state_of(const Widget* widget) const;
     void draw_ground(Canvas& canvas);
     void draw_page(Canvas& canvas);
-    void draw_meters(Canvas& canvas);
-    // Something lies over what shows the meters, or tells of them.
-    [[nodiscard]] bool are_meters_covered();
+    std::vector<Rect> draw_meters(Canvas& canvas);
+    void draw_overlays(Canvas& canvas);
     [[nodiscard]] std::string tooltip_text();
     std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
@@ -111,7 +113,6 @@ class EditorView : public UiHost {
     std::string message;
     bool is_changed = true;
     bool are_meters_new = false;
-    Rect tooltip_area;         // empty: there is none
     double until_meters = 0.0; // seconds to their next reading
     double since_meters = 0.0; // seconds from their last one
     // of the last press that was no second one of a double click

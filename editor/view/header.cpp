@@ -26,11 +26,18 @@ class VoiceCount : public Widget {
     using Widget::Widget;
     void draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) override {
         const unsigned voices = host.get_meters().voices;
+        drawn = voices;
         canvas.text(area, std::to_string(voices) + (voices == 1 ? " voice" : " voices"),
                     {theme::SMALL, voices > 0 ? theme::TEXT : theme::TEXT_MUTED, Align::RIGHT});
     }
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override {
+        return host.get_meters().voices == drawn ? std::vector<Rect>() : std::vector{area};
+    }
+
+  private:
+    unsigned drawn = 0;
 };
 
 void step_program(UiHost& host, int steps) {
@@ -130,7 +137,7 @@ Page make_header(const HeaderControls& controls) {
         row.cut_right(60), "Panic", [](UiHost& host) { host.get_model().get_synth().panic(); },
         "Ends all notes of all channels");
     row.cut_right(14);
-    page.add<OutputMeter>(row.cut_right(250).inset(0, 5), *controls.meter, controls.clear_clip);
+    page.add<OutputMeter>(row.cut_right(250), *controls.meter, controls.clear_clip);
     row.cut_right(10);
     page.add<VoiceCount>(row.cut_right(66));
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {

@@ -1,4 +1,4 @@
-// The output's level with its peak hold and clip light.
+// The output's level with a scale in dB, its peak as a number and a clip lamp.
 
 #include "editor/view/output_meter.h"
 
@@ -8,32 +8,105 @@
 
 namespace tarquil {
 
+namespace {
+
+constexpr double BARS_HEIGHT = 14.0;
+constexpr double NUMBER_WIDTH = 40.0;
+constexpr double LAMP_WIDTH = 28.0;
+constexpr double SPACE = 6.0;
+constexpr double WARM_LEVEL = -6.0;    // dB
+constexpr double SILENT_PEAK = -100.0; // shown as none
+
+} // namespace
+
 OutputMeter::OutputMeter(const Rect& widget_area, const LevelMeter& shown,
                          std::function<void()> on_clear)
-    : Widget(widget_area), meter(shown), clear(std::move(on_clear)) {}
+    : Widget(widget_area), meter(shown),
+      clear(std::move(on_clear)), bars{area.x, area.y,
+                                       area.w - NUMBER_WIDTH - LAMP_WIDTH - 2 * SPACE, BARS_HEIGHT},
+      number{bars.right() + SPACE, area.y, NUMBER_WIDTH, BARS_HEIGHT}, lamp{number.right() + SPACE,
+                                                                            area.y, LAMP_WIDTH,
+                                                                            BARS_HEIGHT} {}
+
+double OutputMeter::place(double level) const {
+    const double part = (level - LevelMeter::QUIETEST) / -LevelMeter::QUIETEST;
+    return bars.x + bars.w * std::clamp(part, 0.0, 1.0);
+}
+
+std::string OutputMeter::peak_text() const {
+    return meter.get_peak() < SILENT_PEAK ? "-inf" : fixed_number(meter.get_peak(), 1);
+}
 
 void OutputMeter::draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& /*state*/) {
-    constexpr double CLIP_WIDTH = 12.0;
-    constexpr double WARM_LEVEL = -6.0; // dB
-    Rect bars = area;
-    const Rect clip = bars.cut_right(CLIP_WIDTH);
-    bars.cut_right(3);
-    const auto place = [&](double level) {
-        return bars.w * (level - LevelMeter::QUIETEST) / -LevelMeter::QUIETEST;
-    };
+    drawn = meter;
+    drawn_peak = peak_text();
+    draw_bars(canvas);
+    draw_scale(canvas);
+    canvas.text(number, drawn_peak, {theme::SMALL, theme::TEXT, Align::RIGHT});
+    canvas.text({number.x, number.bottom(), number.w, area.bottom() - number.bottom()}, "dB peak",
+                {9.0, theme::TEXT_MUTED, Align::RIGHT});
+    const bool is_lit = meter.is_clipped();
+    canvas.fill(lamp, is_lit ? theme::RED : theme::WELL, 2);
+    canvas.text(lamp, "clip",
+                {9.0, is_lit ? theme::BACKGROUND : theme::TEXT_MUTED, Align::CENTER,
+                 is_lit ? Weight::BOLD : Weight::NORMAL});
+}
+
+void OutputMeter::draw_bars(Canvas& canvas) const {
     for (unsigned side = 0; side < 2; side++) {
         const Rect bar{bars.x, bars.y + side * (bars.h / 2 + 0.5), bars.w, bars.h / 2 - 1};
-        canvas.fill(bar, theme::WELL, 1.5);
-        const double level = std::min(meter.get_level(side), 0.0);
-        canvas.fill({bar.x, bar.y, place(std::min(level, WARM_LEVEL)), bar.h}, theme::GREEN, 1.5);
+        canvas.fill(bar, theme::WELL);
+        const double level = meter.get_level(side);
+        canvas.fill({bar.x, bar.y, place(std::min(level, WARM_LEVEL)) - bar.x, bar.h},
+                    theme::GREEN);
         if (level > WARM_LEVEL)
-            canvas.fill({bar.x + place(WARM_LEVEL), bar.y, place(level) - place(WARM_LEVEL), bar.h},
+            canvas.fill({place(WARM_LEVEL), bar.y, place(level) - place(WARM_LEVEL), bar.h},
                         theme::WARM);
-        const double hold = std::min(meter.get_hold(side), 0.0);
-        if (hold > LevelMeter::QUIETEST)
-            canvas.fill({bar.x + place(hold) - 1.5, bar.y, 1.5, bar.h}, theme::TEXT);
+        const double hold = place(meter.get_hold(side));
+        if (hold > bar.x)
+            canvas.fill({hold - 1.5, bar.y, 1.5, bar.h}, theme::TEXT);
     }
-    canvas.fill(clip, meter.is_clipped() ? theme::RED : theme::WELL, 2);
+}
+
+void OutputMeter::draw_scale(Canvas& canvas) const {
+    for (const int level : {-60, -48, -36, -24, -12, -6, 0}) {
+        const double x = place(level);
+        canvas.line({x, bars.bottom() + 1}, {x, bars.bottom() + 3}, theme::OUTLINE);
+        Rect text{x - 14, bars.bottom() + 3, 28, area.bottom() - bars.bottom() - 3};
+        Align align = Align::CENTER;
+        if (level == 0) {
+            text.x = x - text.w + 2;
+            align = Align::RIGHT;
+        } else if (x == bars.x) {
+            text.x = x;
+            align = Align::LEFT;
+        }
+        canvas.text(text, std::to_string(level), {9.0, theme::TEXT_MUTED, align});
+    }
+}
+
+// Along the bars only what lies between the old and the new levels.
+std::vector<Rect> OutputMeter::moved_areas(UiHost& /*host*/) {
+    std::vector<Rect> moved;
+    double left = bars.right();
+    double right = bars.x;
+    const auto add = [&](double before, double now) {
+        if (before == now)
+            return;
+        left = std::min({left, place(before), place(now)});
+        right = std::max({right, place(before), place(now)});
+    };
+    for (unsigned side = 0; side < 2; side++) {
+        add(drawn.get_level(side), meter.get_level(side));
+        add(drawn.get_hold(side), meter.get_hold(side));
+    }
+    if (left <= right)
+        moved.push_back({left - 2, bars.y, right - left + 4, bars.h});
+    if (peak_text() != drawn_peak)
+        moved.push_back(number);
+    if (drawn.is_clipped() != meter.is_clipped())
+        moved.push_back(lamp);
+    return moved;
 }
 
 bool OutputMeter::press(UiHost& /*host*/, const Pointer& /*pointer*/) {
@@ -42,8 +115,8 @@ bool OutputMeter::press(UiHost& /*host*/, const Pointer& /*pointer*/) {
 }
 
 std::string OutputMeter::tooltip(UiHost& /*host*/) {
-    return "Output: " + fixed_number(std::max(meter.get_hold(0), meter.get_hold(1)), 1) +
-           " dB\nThe red light: clipped; a click puts it out";
+    return "Output level in dB, and its peak of the last 3 seconds\nThe lamp stays red once the "
+           "output has clipped; a click puts it out";
 }
 
 } // namespace tarquil

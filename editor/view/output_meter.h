@@ -1,4 +1,4 @@
-// The output's level with its peak hold and clip light.
+// The output's level with a scale in dB, its peak as a number and a clip lamp.
 
 #pragma once
 
@@ -18,10 +18,23 @@ class OutputMeter : public Widget {
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    void draw_bars(Canvas& canvas) const;
+    void draw_scale(Canvas& canvas) const;
+    [[nodiscard]] double place(double level) const;
+    [[nodiscard]] std::string peak_text() const;
+
     const LevelMeter& meter;
     const std::function<void()> clear;
+    const Rect bars;
+    const Rect number;
+    const Rect lamp;
+
+    // as drawn last
+    LevelMeter drawn;
+    std::string drawn_peak;
 };
 
 } // namespace tarquil

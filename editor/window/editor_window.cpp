@@ -10,6 +10,7 @@
 #include "Cairo.hpp"
 #include "Window.hpp"
 #include "editor/view/editor_view.h"
+#include "editor/window/direct_paint.h"
 #include "editor/window/x_error_trap.h"
 
 namespace tarquil {
@@ -78,12 +79,17 @@ class Picture {
 
     // True when that made it empty.
     bool resize(int width, int height) {
-        if (surface != nullptr && cairo_image_surface_get_width(surface) == width &&
-            cairo_image_surface_get_height(surface) == height)
+        if (is_of_size(width, height))
             return false;
         cairo_surface_destroy(surface);
         surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
         return true;
+    }
+
+    // True while it has that size.
+    [[nodiscard]] bool is_of_size(int width, int height) const {
+        return surface != nullptr && cairo_image_surface_get_width(surface) == width &&
+               cairo_image_surface_get_height(surface) == height;
     }
 
     [[nodiscard]] cairo_surface_t* get_surface() const { return surface; }
@@ -97,6 +103,14 @@ class Picture {
 [[gnu::noinline]] void show_picture(cairo_t* window, cairo_surface_t* picture) {
     cairo_set_source_surface(window, picture, 0, 0);
     cairo_paint(window);
+}
+
+// In pixels, as Canvas::clip grows them.
+PixelArea pixel_area(const Rect& area, double scale) {
+    const auto left = int(std::floor(area.x * scale));
+    const auto top = int(std::floor(area.y * scale));
+    return {left, top, int(std::ceil(area.right() * scale)) - left,
+            int(std::ceil(area.bottom() * scale)) - top};
 }
 
 int pixels(int units, double scale) {
@@ -141,6 +155,7 @@ struct EditorWindow::Content {
         }
     };
 
+    void show_changes();
     void follow_scale();
     void follow_focus();
     void check_parent();
@@ -157,6 +172,7 @@ struct EditorWindow::Content {
     DGL::Application app;
     Frame frame;
     Surface surface;
+    DirectPaint direct_paint;
 };
 
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
@@ -165,7 +181,7 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
       app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
             uint(pixels(EditorView::HEIGHT, shown_scale)), 1.0, false),
-      surface(frame, *this) {
+      surface(frame, *this), direct_paint(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(EditorView::HEIGHT, shown_scale)));
     if (parent == 0)
@@ -183,6 +199,22 @@ void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsCont
         content.view.draw_changes(cr);
     cairo_destroy(cr);
     show_picture(context.handle, content.picture.get_surface());
+}
+
+// Meters move 30 times a second: only where they have moved the window is painted.
+void EditorWindow::Content::show_changes() {
+    if (view.needs_whole_drawing() || !direct_paint.is_possible() ||
+        !picture.is_of_size(owner.width(), owner.height())) {
+        surface.repaint();
+        return;
+    }
+    cairo_t* cr = cairo_create(picture.get_surface());
+    cairo_scale(cr, shown_scale, shown_scale);
+    std::vector<PixelArea> areas;
+    for (const Rect& area : view.draw_changes(cr))
+        areas.push_back(pixel_area(area, shown_scale));
+    cairo_destroy(cr);
+    direct_paint.paint(picture.get_surface(), areas);
 }
 
 template <typename Event>
@@ -314,7 +346,7 @@ void EditorWindow::idle() {
     const std::chrono::duration<double> passed = now - content->last_tick;
     content->last_tick = now;
     if (content->view.tick(passed.count()))
-        content->surface.repaint();
+        content->show_changes();
     content->app.idle();
     content->follow_scale();
     content->follow_focus();

@@ -40,6 +40,17 @@ TEST(LevelMeter, HoldsThePeakForAWhileThenLetsItFall) {
     EXPECT_NEAR(meter.get_hold(LEFT), -20, 0.01) << "not below the level";
 }
 
+TEST(LevelMeter, TellsTheHighestPeakOfTheLastSeconds) {
+    LevelMeter meter;
+    meter.update({0.5F, 0.9F}, 0.02);
+    meter.update({0.6F, 0.1F}, LevelMeter::PEAK_SECONDS - 0.1);
+    EXPECT_NEAR(meter.get_peak(), -0.92, 0.01) << "of both sides";
+    meter.update({0.01F, 0.001F}, 0.2);
+    EXPECT_NEAR(meter.get_peak(), -40, 0.01) << "the old one is too old";
+    meter.update({0.0F, 0.0001F}, 10);
+    EXPECT_NEAR(meter.get_peak(), -80, 0.01) << "below the scale as well";
+}
+
 TEST(LevelMeter, TheClipLightStaysOnUntilItIsPutOut) {
     for (const auto& peaks : {std::array{1.0F, 0.0F}, {0.0F, 1.0F}}) {
         LevelMeter meter;

@@ -215,7 +215,8 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
             const Picture anew{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
             view.draw_changes(picture.context());
             view.draw(anew.context());
-            EXPECT_EQ(picture.compare(anew, 0), "") << view.get_pages()[page].title;
+            // A curve that is clipped differs by a shade here and there.
+            EXPECT_EQ(picture.compare(anew, 1), "") << view.get_pages()[page].title;
         }
     }
 }
