@@ -56,7 +56,25 @@ void EditorFrame::resize(int width, int height) {
 }
 
 bool EditorFrame::is_closed_by_user() const {
-    return window != nullptr && window->is_closed_by_user();
+    return window != nullptr && (window->is_closed_by_user() || view->is_close_chosen());
+}
+
+void EditorFrame::make_model() {
+    if (model == nullptr)
+        model = std::make_unique<EditorModel>(synth);
+}
+
+void EditorFrame::keep_document(const std::string& path) {
+    make_model();
+    document = std::make_unique<BankDocument>(player, *model, path);
+}
+
+// The title says which file it is.
+void EditorFrame::follow_document() {
+    if (document == nullptr || document->title() == title)
+        return;
+    title = document->title();
+    window->set_title(title);
 }
 
 int EditorFrame::width() {
@@ -70,11 +88,10 @@ int EditorFrame::height() {
 bool EditorFrame::open(uintptr_t parent) {
     close();
     load_settings();
-    if (model == nullptr)
-        model = std::make_unique<EditorModel>(synth);
+    make_model();
     shown_changes = player.num_changes();
     model->refresh();
-    view = std::make_unique<EditorView>(*model, settings, parent == 0);
+    view = std::make_unique<EditorView>(*model, settings, parent == 0, document.get());
     window = std::make_unique<EditorWindow>(parent, *view, title);
     if (!window->is_open()) {
         logPrintf("no window could be opened\n");
@@ -89,8 +106,10 @@ bool EditorFrame::open(uintptr_t parent) {
     };
     if (parent == 0 && window_below != 0)
         window->stay_above(window_below);
+    window->may_close = [this] { return view->may_close(); };
     player.meters().watched = true;
     shown = true;
+    follow_document();
     return true;
 }
 
@@ -120,6 +139,7 @@ void EditorFrame::idle() {
         view->host_changed();
     shown_changes = changes;
     window->idle();
+    follow_document();
 }
 
 } // namespace tarquil

@@ -13,6 +13,7 @@
 #include "editor/model/editor_settings.h"
 #include "editor/view/editor_view.h"
 #include "editor/window/editor_window.h"
+#include "frame/bank_document.h"
 #include "player/player.h"
 
 namespace tarquil {
@@ -53,6 +54,13 @@ class EditorFrame {
 
     // Null while no window is open.
     EditorWindow* get_window() { return window.get(); }
+    UiHost* get_ui() { return view.get(); }
+
+    // For a program that keeps the bank in a file, `path`, empty for none yet: the next window
+    // saves it, and asks before it closes.
+    void keep_document(const std::string& path);
+    BankDocument& get_document() { return *document; }
+    const EditorModel& get_model() { return *model; }
 
     // The user has chosen another size.
     std::function<void(int width, int height)> on_resize;
@@ -60,6 +68,8 @@ class EditorFrame {
   private:
     double scale();
     void load_settings();
+    void make_model();
+    void follow_document();
     void keep_settings();
 
     Player& player;
@@ -67,6 +77,7 @@ class EditorFrame {
     EditorSettings settings;
     std::optional<double> host_scale;   // until the next window closes
     std::unique_ptr<EditorModel> model; // from the first opening on: it remembers what to undo
+    std::unique_ptr<BankDocument> document;
     std::unique_ptr<EditorView> view;
     std::unique_ptr<EditorWindow> window;
     std::atomic<bool> shown{false};

@@ -11,14 +11,21 @@ DeviceKeeper::DeviceKeeper(OpenDevice open_device, std::function<void(const std:
 
 bool DeviceKeeper::open(std::string& reason) {
     device = open_new(reason);
-    if (device != nullptr)
-        say("sound: " + device->name());
-    return device != nullptr;
+    if (device == nullptr)
+        return false;
+    say("sound: " + device->name());
+    problem = reason;
+    return true;
+}
+
+SoundState DeviceKeeper::state() const {
+    return {device != nullptr ? device->name() : "", num_dropouts(), problem};
 }
 
 void DeviceKeeper::poll(Time now) {
     if (device != nullptr && device->is_lost()) {
-        say("the sound device is gone (" + device->name() + "); waiting for it");
+        problem = "the sound device is gone (" + device->name() + "); waiting for it";
+        say(problem);
         close();
         next_trial = now + INTERVAL;
     }

@@ -12,6 +12,13 @@
 
 namespace tarquil {
 
+// What a window tells of the sound.
+struct SoundState {
+    std::string device; // empty: none is open
+    uint64_t num_dropouts = 0;
+    std::string problem; // why nothing is heard; empty when something is
+};
+
 class DeviceKeeper {
   public:
     using Time = std::chrono::steady_clock::time_point;
@@ -26,6 +33,8 @@ class DeviceKeeper {
     // Looks after the device; often enough for a user who waits.
     void poll(Time now);
 
+    [[nodiscard]] SoundState state() const;
+
     // Of all devices that have been open.
     [[nodiscard]] uint64_t num_dropouts() const;
 
@@ -37,6 +46,7 @@ class DeviceKeeper {
     const OpenDevice open_new;
     const std::function<void(const std::string&)> say;
     std::unique_ptr<AudioDevice> device;
+    std::string problem;
     uint64_t earlier_dropouts = 0; // of devices that are closed
     uint64_t told_dropouts = 0;
     Time next_trial;

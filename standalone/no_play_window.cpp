@@ -4,7 +4,8 @@
 
 namespace tarquil {
 
-std::unique_ptr<PlayWindow> open_play_window(Player& /*player*/, std::string& reason) {
+std::unique_ptr<PlayWindow> open_play_window(Player& /*player*/, const PlaySettings& /*settings*/,
+                                             std::string& reason) {
     reason = "this program was built without the editor: --no-window plays without one";
     return nullptr;
 }

@@ -50,7 +50,7 @@ void run_player(DevicePlayer& player, const PlaySettings& settings) {
     std::unique_ptr<PlayWindow> window;
     if (settings.has_window) {
         player.player().start();
-        window = open_play_window(player.player(), reason);
+        window = open_play_window(player.player(), settings, reason);
         if (window == nullptr)
             throw Failure(STATUS_CANNOT, reason);
     }
@@ -61,11 +61,15 @@ void run_player(DevicePlayer& player, const PlaySettings& settings) {
     if (!reason.empty())
         settings.say(reason);
     while (is_told_to_end == 0) {
+        if (window != nullptr)
+            window->show_sound(keeper.state());
         if (window != nullptr ? !window->idle() : player.is_finished())
             break;
         keeper.poll(std::chrono::steady_clock::now());
         std::this_thread::sleep_for(FRAME_TIME);
     }
+    if (window != nullptr)
+        window->keep_unsaved();
     if (keeper.num_dropouts() > 0)
         settings.say("dropouts in all: " + std::to_string(keeper.num_dropouts()));
 }

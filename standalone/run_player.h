@@ -13,6 +13,7 @@ namespace tarquil {
 struct PlaySettings {
     DeviceChoice device;
     bool has_window = true;
+    std::string bank_path; // the file that the player's bank came from, empty for none
     // Told what a user has to know, a line each.
     std::function<void(const std::string&)> say;
 };

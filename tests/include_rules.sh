@@ -33,7 +33,7 @@ editor/pages:          SHOWN editor/model editor/kit editor/plots editor/widgets
 editor/view:           SHOWN editor/model editor/kit editor/plots editor/widgets editor/pages
 editor/window:         editor TOOLKIT
 editor/pictures:       SHOWN editor
-frame:                 common softsynth/parameters player editor
+frame:                 common softsynth/parameters instrument player editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player sounds editor frame
 formats:               common softsynth/parameters instrument midi player sounds editor frame

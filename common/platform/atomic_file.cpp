@@ -91,8 +91,13 @@ AtomicFile::~AtomicFile() {
 
 bool AtomicFile::open(const std::string& path) {
     TARQ_ASSERT(descriptor < 0);
-    if (path.empty())
-        return false;
+    errno = ENOENT; // of an empty path
+    const bool good = !path.empty() && open_target(path);
+    problem = good ? 0 : errno;
+    return good;
+}
+
+bool AtomicFile::open_target(const std::string& path) {
     struct stat info {};
     const bool exists = stat(path.c_str(), &info) == 0;
     if (exists && (!S_ISREG(info.st_mode) || is_system_path(path)))
@@ -104,7 +109,9 @@ bool AtomicFile::open(const std::string& path) {
     if (!open_temporary(NEW_FILE_MODE))
         return exists && open_nameless();
     if (exists && fchmod(descriptor, info.st_mode & PERMISSION_BITS) != 0) {
+        const int reason = errno;
         discard();
+        errno = reason;
         return false;
     }
     return true;
@@ -145,7 +152,11 @@ bool AtomicFile::commit(std::string_view text, Durability durability) {
     const bool flushed = durability == Durability::FLUSHED && way == Way::RENAME;
     bool good = write_all(descriptor, text) && (!flushed || flush(descriptor)) &&
                 (way == Way::DIRECT || replace());
-    good = close(descriptor) == 0 && good;
+    problem = good ? 0 : errno;
+    if (close(descriptor) != 0 && good) {
+        problem = errno;
+        good = false;
+    }
     descriptor = -1;
     if (!good && !temporary.empty())
         unlink(temporary.c_str());
@@ -172,10 +183,13 @@ bool AtomicFile::overwrite() const {
         return false;
     bool good = fstat(destination, &before) == 0 && fstat(descriptor, &wanted) == 0;
     // A full disk shows here, while the old contents are still there.
-    if (good && wanted.st_size > before.st_size &&
-        posix_fallocate(destination, 0, wanted.st_size) != 0) {
+    const int full = good && wanted.st_size > before.st_size
+                         ? posix_fallocate(destination, 0, wanted.st_size)
+                         : 0;
+    if (full != 0) {
         good = false;
         static_cast<void>(ftruncate(destination, before.st_size) == 0);
+        errno = full;
     }
     good = good && copy_contents(descriptor, destination) &&
            ftruncate(destination, wanted.st_size) == 0 && flush(destination);

@@ -35,6 +35,9 @@ class AtomicFile {
     // its old contents then.
     bool commit(std::string_view text, Durability durability = Durability::FLUSHED);
 
+    // Why the last open or commit failed: an errno.
+    [[nodiscard]] int error() const { return problem; }
+
     // For contents that do not fit into memory: written to the descriptor, which a regular file can
     // also be read from, before a commit of nothing more.
     [[nodiscard]] int get_descriptor() const { return descriptor; }
@@ -48,6 +51,7 @@ class AtomicFile {
   private:
     enum class Way { RENAME, IN_PLACE, DIRECT };
 
+    bool open_target(const std::string& path);
     bool open_directly(const std::string& path);
     bool open_temporary(unsigned mode);
     bool open_nameless();
@@ -59,6 +63,7 @@ class AtomicFile {
     int descriptor = -1; // of what is written now
     std::string target;
     std::string temporary; // its name; empty when it has none
+    int problem = 0;       // an errno
 };
 
 // What a user is told of a file that is overwritten in place.

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "editor/kit/overlay.h"
+#include "editor/model/editor_document.h"
 #include "editor/model/editor_model.h"
 
 namespace tarquil {
@@ -24,11 +25,16 @@ struct ViewState {
 // A file to be chosen.
 struct FileRequest {
     std::string title;
-    std::string ending;  // ".tqi": the only files shown, and added to a name that has none
+    std::string ending;  // ".tqi": the files shown first, and added to a name that has none
     bool is_new = false; // to be written: a name can be typed, and a file there is asked about
     std::string name;    // proposed
-    std::function<void(const std::string& path)> choose;
+    // Empty when it is done; else the reason, and the user can choose again.
+    std::function<std::string(const std::string& path)> choose;
+    std::string also_shown{}; // the ending of other files that make sense
 };
+
+// What a message at the bottom tells of.
+enum class MessageKind { NOTE, DONE, FAILED };
 
 class UiHost {
   public:
@@ -45,7 +51,11 @@ class UiHost {
     virtual void open_overlay(std::unique_ptr<Overlay> overlay) = 0;
     virtual void choose_file(FileRequest request) = 0;
     // A line at the bottom until the next input.
-    virtual void show_message(const std::string& text) = 0;
+    virtual void show_message(const std::string& text, MessageKind kind) = 0;
+    void show_message(const std::string& text) { show_message(text, MessageKind::NOTE); }
+
+    // Null in hosts.
+    virtual EditorDocument* get_document() { return nullptr; }
 };
 
 } // namespace tarquil

@@ -5,10 +5,12 @@
 #include <algorithm>
 
 #include "common/assertion.h"
-#include "common/platform/atomic_file.h"
+#include "common/load_string.h"
+#include "common/platform/whole_file.h"
 #include "instrument/checked_load.h"
 #include "instrument/load_error.h"
 #include "instrument/names.h"
+#include "instrument/text_kind.h"
 
 namespace tarquil {
 
@@ -16,13 +18,6 @@ namespace {
 
 bool is_global(const ControllerInfo& info) {
     return info.scope != ControllerScope::CHANNEL;
-}
-
-std::string write_whole_file(const std::string& path, const std::string& text) {
-    AtomicFile file;
-    if (!file.open(path) || !file.commit(text))
-        return path + ": cannot be written";
-    return "";
 }
 
 template <typename... Handlers> struct Overloaded : Handlers... { using Handlers::operator()...; };
@@ -164,6 +159,20 @@ void EditorModel::apply(const Edit& edit, bool forward) {
                edit);
 }
 
+std::optional<uint64_t> EditorModel::revision() const {
+    return in_gesture && !gesture.edits.empty() ? std::nullopt : std::optional(history.revision());
+}
+
+void EditorModel::begin_anew(const TarqSettings& bank,
+                             const std::array<uint8_t, NUM_CHANNELS>& programs) {
+    end_gesture();
+    synth.set_bank(bank);
+    for (unsigned channel = 0; channel < programs.size(); channel++)
+        synth.set_channel_program(channel, programs[channel]);
+    history.clear();
+    refresh();
+}
+
 void EditorModel::select_program(unsigned program) {
     if (program == state.program)
         return;
@@ -212,6 +221,10 @@ void EditorModel::paste_instrument(const Instrument& instrument, unsigned progra
     replace_instrument("Paste", program, instrument);
 }
 
+void EditorModel::load_instrument(const Instrument& instrument, unsigned program) {
+    replace_instrument("Load instrument", program, instrument);
+}
+
 void EditorModel::copy_program(unsigned from, unsigned to) {
     if (from != to)
         replace_instrument("Copy", to, synth.get_instrument(from));
@@ -227,6 +240,22 @@ void EditorModel::swap_programs(unsigned one, unsigned other) {
 
 void EditorModel::initialise_program(unsigned program) {
     replace_instrument("Initialise", program, built_in_instrument(program));
+}
+
+std::optional<TextKind> EditorModel::kind_of_file(const std::string& path) {
+    std::string text;
+    if (load_regular_file_to_string(path, text) != 0)
+        return std::nullopt;
+    for (const TextKind kind : {TextKind::BANK, TextKind::INSTRUMENT}) {
+        if (is_text_of(kind, text))
+            return kind;
+    }
+    return std::nullopt;
+}
+
+std::string EditorModel::read_bank_file(const std::string& path, TarqSettings& bank) {
+    const int error = load_bank_checked(bank, path);
+    return error != 0 ? explain_bank_error(path, error) : "";
 }
 
 std::string EditorModel::import_instrument(const std::string& path, unsigned program) {
@@ -246,9 +275,9 @@ std::string EditorModel::import_bank(const std::string& path) {
     auto before = std::make_shared<TarqSettings>();
     synth.copy_bank(*before);
     auto loaded = std::make_shared<TarqSettings>(*before);
-    const int error = load_bank_checked(*loaded, path);
-    if (error != 0)
-        return explain_bank_error(path, error);
+    std::string problem = read_bank_file(path, *loaded);
+    if (!problem.empty())
+        return problem;
     change({"Import bank", {BankEdit{std::move(before), std::move(loaded)}}});
     return "";
 }

@@ -3,12 +3,15 @@
 
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "editor/model/editor_synth.h"
 #include "editor/model/undo_history.h"
+#include "instrument/keys.h"
 
 namespace tarquil {
 
@@ -39,6 +42,12 @@ class EditorModel {
     [[nodiscard]] std::string undo_name() const { return history.undo_name(); }
     [[nodiscard]] std::string redo_name() const { return history.redo_name(); }
 
+    // A number of what the edits have made of the bank; undo brings back an earlier one.  Nothing
+    // while a gesture has changed something: that has no number yet.
+    [[nodiscard]] std::optional<uint64_t> revision() const;
+    // Another bank with the channels' programs, and nothing to undo.
+    void begin_anew(const TarqSettings& bank, const std::array<uint8_t, NUM_CHANNELS>& programs);
+
     // Not a step: what sounds stays as it is.
     void select_program(unsigned program);
     // Blanks and "#" become "_", which is what the files can hold; an empty name is ignored.
@@ -48,6 +57,8 @@ class EditorModel {
     void set_dialect(MidiDialect dialect);
 
     void paste_instrument(const Instrument& instrument, unsigned program);
+    // One that comes from elsewhere.
+    void load_instrument(const Instrument& instrument, unsigned program);
     void copy_program(unsigned from, unsigned to);
     void swap_programs(unsigned one, unsigned other);
     // To the built-in sound and the name that an untouched slot has.
@@ -55,6 +66,10 @@ class EditorModel {
 
     // Each returns why it could not be done, empty when it was.  An import that fails changes
     // nothing, an export that fails leaves the file as it was.
+    // What a file holds by its keys, whatever its name says; nothing when it is neither.
+    static std::optional<TextKind> kind_of_file(const std::string& path);
+    // The bank in a file, with nothing changed.
+    static std::string read_bank_file(const std::string& path, TarqSettings& bank);
     std::string import_instrument(const std::string& path, unsigned program);
     std::string export_instrument(const std::string& path, unsigned program);
     std::string import_bank(const std::string& path);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 
+#include "editor/model/editor_notice.h"
 #include "instrument/settings.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/families.h"
@@ -83,6 +84,8 @@ class EditorSynth {
 
     // Ends all notes of all channels.
     virtual void panic() = 0;
+
+    [[nodiscard]] virtual EditorNotice read_notice() { return {}; }
 };
 
 } // namespace tarquil

@@ -6,10 +6,19 @@ namespace tarquil {
 
 void UndoHistory::push(UndoStep step) {
     steps.resize(position);
+    step.revision = ++last_revision;
     steps.push_back(std::move(step));
-    if (steps.size() > MAX_STEPS)
+    if (steps.size() > MAX_STEPS) {
+        first_revision = steps.front().revision;
         steps.erase(steps.begin());
+    }
     position = steps.size();
+}
+
+void UndoHistory::clear() {
+    steps.clear();
+    position = 0;
+    first_revision = ++last_revision;
 }
 
 const UndoStep* UndoHistory::undo() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -56,6 +57,7 @@ using Edit =
 struct UndoStep {
     std::string name{}; // for people: "Filter cutoff"
     std::vector<Edit> edits{};
+    uint64_t revision = 0; // behind it; the history's business
 };
 
 class UndoHistory {
@@ -72,11 +74,21 @@ class UndoHistory {
     [[nodiscard]] std::string undo_name() const;
     [[nodiscard]] std::string redo_name() const;
 
+    // A number of what all steps before the position have made of the bank: the same again after an
+    // undo and a redo, another after any other change.
+    [[nodiscard]] uint64_t revision() const {
+        return position > 0 ? steps[position - 1].revision : first_revision;
+    }
+    // Nothing can be undone any more; another revision.
+    void clear();
+
     static constexpr size_t MAX_STEPS = 200;
 
   private:
     std::vector<UndoStep> steps{};
-    size_t position = 0; // steps before it can be undone
+    size_t position = 0;         // steps before it can be undone
+    uint64_t last_revision = 0;  // that was given
+    uint64_t first_revision = 0; // before all steps
 };
 
 } // namespace tarquil

@@ -1,5 +1,6 @@
 // The page of the bank: its slots, files and the song's title.
 
+#include "editor/pages/file_exchange.h"
 #include "editor/pages/layout.h"
 #include "editor/pages/pages.h"
 #include "editor/widgets/amount_text.h"
@@ -11,48 +12,8 @@ namespace tarquil {
 
 namespace {
 
-constexpr const char* INSTRUMENT_ENDING = ".tqi";
-constexpr const char* BANK_ENDING = ".tqb";
-
 unsigned selected(UiHost& host) {
     return host.get_view_state().selected_slot;
-}
-
-// Says what came of a file: the reason, or what was done.
-void report(UiHost& host, const std::string& error, const std::string& done) {
-    host.show_message(error.empty() ? done : error);
-}
-
-void import_instrument(UiHost& host) {
-    const unsigned slot = selected(host);
-    host.choose_file({"Import instrument into slot " + std::to_string(slot), INSTRUMENT_ENDING,
-                      false, "", [&host, slot](const std::string& path) {
-                          report(host, host.get_model().import_instrument(path, slot),
-                                 "Loaded " + path);
-                      }});
-}
-
-void export_instrument(UiHost& host) {
-    const unsigned slot = selected(host);
-    host.choose_file({"Export instrument", INSTRUMENT_ENDING, true,
-                      host.get_model().get_state().names[slot] + INSTRUMENT_ENDING,
-                      [&host, slot](const std::string& path) {
-                          report(host, host.get_model().export_instrument(path, slot),
-                                 "Written " + path);
-                      }});
-}
-
-void import_bank(UiHost& host) {
-    host.choose_file({"Import bank", BANK_ENDING, false, "", [&host](const std::string& path) {
-                          report(host, host.get_model().import_bank(path), "Loaded " + path);
-                      }});
-}
-
-void export_bank(UiHost& host) {
-    host.choose_file({"Export bank", BANK_ENDING, true, std::string("bank") + BANK_ENDING,
-                      [&host](const std::string& path) {
-                          report(host, host.get_model().export_bank(path), "Written " + path);
-                      }});
 }
 
 void toggle_general_midi(UiHost& host) {
@@ -103,8 +64,10 @@ void add_slot_buttons(Page& page, Rect area) {
             model.swap_programs(model.get_state().program, selected(host));
         },
         "Also: drag one slot onto another");
-    page.add<Button>(next(), "Import instrument\u2026", import_instrument);
-    page.add<Button>(next(), "Export instrument\u2026", export_instrument);
+    page.add<Button>(next(), "Import instrument\u2026",
+                     [](UiHost& host) { import_instrument(host, selected(host)); });
+    page.add<Button>(next(), "Export instrument\u2026",
+                     [](UiHost& host) { export_instrument(host, selected(host)); });
 }
 
 } // namespace

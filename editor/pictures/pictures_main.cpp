@@ -84,7 +84,8 @@ void show_tooltip(EditorView& view) {
 }
 
 void choose_file(EditorView& view) {
-    view.choose_file({"Import bank", ".tqb", false, "", [](const std::string& /*path*/) {}});
+    view.choose_file({"Import bank", ".tqb", false, "",
+                      [](const std::string& /*path*/) { return std::string(); }});
 }
 
 std::vector<Scene> make_scenes(bool for_looking) {

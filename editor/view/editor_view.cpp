@@ -6,7 +6,9 @@
 #include <cmath>
 
 #include "common/assertion.h"
+#include "common/characters.h"
 #include "editor/pages/pages.h"
+#include "editor/view/file_actions.h"
 #include "editor/view/header.h"
 #include "editor/view/tabs.h"
 #include "editor/view/tooltip.h"
@@ -23,9 +25,7 @@ constexpr double LIGHT_SECONDS = 0.25;
 constexpr double METER_PERIOD = 1.0 / 30; // seconds: smooth to the eye
 constexpr double STATUS_HEIGHT = 24.0;
 
-constexpr const char* HELP =
-    "Drag or wheel to change, Shift for fine steps, double click for the default, "
-    "right click for more, click a number to type it";
+constexpr double NOTICE_PERIOD = 0.3; // seconds
 
 Pointer pointer_of(const PointerEvent& event) {
     Pointer pointer;
@@ -55,8 +55,10 @@ bool is_widget_of(const Page& page, const Widget* wanted) {
 
 } // namespace
 
-EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard)
-    : model(shown_model), settings(shown_settings), pages(make_pages()), has_keyboard(keyboard) {
+EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard,
+                       EditorDocument* kept)
+    : model(shown_model), settings(shown_settings), document(kept), pages(make_pages()),
+      has_keyboard(keyboard) {
     view_state.selected_slot = model.get_state().program;
     HeaderControls controls;
     controls.meter = &level_meter;
@@ -93,6 +95,23 @@ void EditorView::wait_for_responses() {
 
 void EditorView::open_overlay(std::unique_ptr<Overlay> overlay) {
     overlays.push_back(std::move(overlay));
+    is_changed = true;
+}
+
+void EditorView::show_message(const std::string& text, MessageKind kind) {
+    status.message = text;
+    status.kind = kind;
+    is_changed = true;
+}
+
+bool EditorView::may_close() {
+    if (close_chosen || document == nullptr || !document->is_changed())
+        return true;
+    if (closing_question == nullptr) {
+        ask_to_save(*this, "closing", [this] { close_chosen = true; });
+        closing_question = overlays.back().get();
+    }
+    return false;
 }
 
 void EditorView::choose_file(FileRequest request) {
@@ -184,9 +203,8 @@ std::string EditorView::tooltip_text() {
 void EditorView::draw(cairo_t* context) {
     Canvas canvas(context);
     draw_page(canvas);
-    const Rect status{14, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - 28, STATUS_HEIGHT};
-    canvas.text(status, message.empty() ? HELP : message,
-                {theme::SMALL, message.empty() ? theme::TEXT_DIM : theme::WARM});
+    draw_status(canvas, {0, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH, STATUS_HEIGHT},
+                status);
     draw_overlays(canvas);
     is_changed = are_meters_new = false;
 }
@@ -224,13 +242,25 @@ bool EditorView::update_meters(double seconds) {
     return is_new;
 }
 
+bool EditorView::update_notice(double seconds) {
+    until_notice -= seconds;
+    if (until_notice > 0.0)
+        return false;
+    until_notice = NOTICE_PERIOD;
+    EditorNotice now = model.get_synth().read_notice();
+    const bool is_new = now != status.notice;
+    status.notice = std::move(now);
+    return is_new;
+}
+
 bool EditorView::tick(double seconds) {
     const bool had_tooltip = still_for >= TOOLTIP_DELAY;
     still_for += seconds;
     const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
     const bool is_model_new = may_have_changed.exchange(false) && model.refresh();
     const bool is_response_new = responses.refresh();
-    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new;
+    const bool is_notice_new = update_notice(seconds);
+    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_notice_new;
     until_meters -= seconds;
     since_meters += seconds;
     if (until_meters <= 0.0) {
@@ -242,7 +272,11 @@ bool EditorView::tick(double seconds) {
 }
 
 void EditorView::drop_finished_overlays() {
-    std::erase_if(overlays, [](const auto& overlay) { return overlay->is_done(); });
+    std::erase_if(overlays, [this](const auto& overlay) {
+        if (overlay->is_done() && overlay.get() == closing_question)
+            closing_question = nullptr;
+        return overlay->is_done();
+    });
 }
 
 bool EditorView::is_double_click(const PointerEvent& event) {
@@ -261,7 +295,7 @@ void EditorView::press(const PointerEvent& event) {
     is_changed = true;
     still_for = 0.0;
     pointer_at = pointer.at;
-    message.clear();
+    status.message.clear();
     if (!overlays.empty()) {
         overlays.back()->press(pointer);
         drop_finished_overlays();
@@ -352,8 +386,8 @@ bool EditorView::key(const KeyEvent& event) {
         return false;
     if (pressed != nullptr) // a drag goes on
         return true;
-    is_changed = is_changed || !message.empty();
-    message.clear();
+    is_changed = is_changed || !status.message.empty();
+    status.message.clear();
     // A key that is held to play a note comes again and again.
     const bool is_used = use_key(event);
     is_changed = is_changed || is_used;
@@ -365,15 +399,25 @@ bool EditorView::use_key(const KeyEvent& event) {
         move_focus(event.shift ? -1 : 1);
         return true;
     }
-    const bool is_z = event.text == "z" || event.text == "Z";
-    if (event.key == Key::CHARACTER && event.control && is_z) {
-        if (event.shift)
-            model.redo();
-        else
-            model.undo();
-        return true;
-    }
-    return focused != nullptr && focused->press_key(*this, event);
+    return (event.key == Key::CHARACTER && event.control && use_shortcut(event)) ||
+           (focused != nullptr && focused->press_key(*this, event));
+}
+
+bool EditorView::use_shortcut(const KeyEvent& event) {
+    const std::string key = lower_case(event.text);
+    if (key == "z" && event.shift)
+        model.redo();
+    else if (key == "z")
+        model.undo();
+    else if (key == "s" && event.shift)
+        save_document_as(*this);
+    else if (key == "s")
+        save_document(*this);
+    else if (key == "o")
+        open_document(*this);
+    else
+        return false;
+    return true;
 }
 
 } // namespace tarquil

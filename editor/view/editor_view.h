@@ -17,6 +17,7 @@
 #include "editor/model/editor_model.h"
 #include "editor/model/editor_settings.h"
 #include "editor/plots/response_worker.h"
+#include "editor/view/status_line.h"
 
 namespace tarquil {
 
@@ -25,9 +26,10 @@ class EditorView : public UiHost {
     static constexpr int WIDTH = int(WINDOW_WIDTH); // units
     static constexpr int HEIGHT = int(WINDOW_HEIGHT);
 
-    // Both outlive the view.  The window saves the settings.  `keyboard`: keys reach the controls,
-    // Tab moves between them, for a window that is no host's.
-    EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard);
+    // All outlive the view.  The window saves the settings.  `keyboard`: keys reach the controls,
+    // Tab moves between them, for a window that is no host's.  `kept` may be null.
+    EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard,
+               EditorDocument* kept = nullptr);
     // A gesture ends.
     ~EditorView() override;
 
@@ -63,6 +65,11 @@ class EditorView : public UiHost {
     // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
     [[nodiscard]] double scale() const { return settings.scale; }
 
+    // The user wants to close the window.  False: there are edits to save, which is asked, and
+    // `is_close_chosen` once it is answered so.
+    [[nodiscard]] bool may_close();
+    [[nodiscard]] bool is_close_chosen() const { return close_chosen; }
+
     void show_page(unsigned index);
     [[nodiscard]] const std::vector<Page>& get_pages() const { return pages; }
     void wait_for_responses();
@@ -73,7 +80,9 @@ class EditorView : public UiHost {
     ResponseWorker& get_responses() override { return responses; }
     void open_overlay(std::unique_ptr<Overlay> overlay) override;
     void choose_file(FileRequest request) override;
-    void show_message(const std::string& text) override { message = text; }
+    using UiHost::show_message;
+    void show_message(const std::string& text, MessageKind kind) override;
+    EditorDocument* get_document() override { return document; }
 
   private:
     [[nodiscard]] Widget* widget_at(Point at);
@@ -85,13 +94,18 @@ class EditorView : public UiHost {
     [[nodiscard]] std::string tooltip_text();
     std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
+    bool update_notice(double seconds);
     void drop_finished_overlays();
     void move_focus(int steps);
     bool use_key(const KeyEvent& event);
+    bool use_shortcut(const KeyEvent& event); // with the control key
     [[nodiscard]] bool is_double_click(const PointerEvent& event);
 
     EditorModel& model;
     EditorSettings& settings;
+    EditorDocument* const document;
+    const Overlay* closing_question = nullptr; // while it is open
+    bool close_chosen = false;
     std::atomic<bool> may_have_changed{true};
     ViewState view_state;
     ResponseWorker responses;
@@ -110,7 +124,8 @@ class EditorView : public UiHost {
     const bool has_keyboard;
     Point pointer_at;
     double still_for = 0.0; // seconds that the pointer has not moved
-    std::string message;
+    StatusLine status;
+    double until_notice = 0.0; // seconds to its next reading
     bool is_changed = true;
     bool are_meters_new = false;
     double until_meters = 0.0; // seconds to their next reading

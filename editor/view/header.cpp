@@ -6,6 +6,7 @@
 
 #include "editor/kit/window_size.h"
 #include "editor/view/channel_box.h"
+#include "editor/view/main_menu.h"
 #include "editor/view/output_meter.h"
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/button.h"
@@ -126,8 +127,8 @@ void add_scale(Page& page, const Rect& area, const HeaderControls& controls) {
 Page make_header(const HeaderControls& controls) {
     Page page;
     Rect row{MARGIN, ROW_Y, WINDOW_WIDTH - 2 * MARGIN, ROW_HEIGHT};
-    page.add<Caption>(row.cut_left(86), "Tarquil",
-                      TextStyle{17, theme::ACCENT, Align::LEFT, Weight::BOLD});
+    page.add<MainMenu>(row.cut_left(82));
+    row.cut_left(4);
     add_program(page, row);
     row.cut_left(18);
     add_history(page, row);

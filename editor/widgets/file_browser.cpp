@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "editor/kit/window_size.h"
+#include "editor/widgets/message_line.h"
 #include "editor/widgets/question.h"
 
 namespace tarquil {
@@ -21,6 +22,7 @@ constexpr double ROW_HEIGHT = 21.0;
 constexpr auto NUM_ROWS = size_t(LIST.h / ROW_HEIGHT);
 constexpr Rect UP{AREA.x + 16, AREA.y + 40, 44, 26};
 constexpr Rect NAME{AREA.x + 16, AREA.y + AREA.h - 82, AREA.w - 32, 26};
+constexpr Rect PROBLEM{AREA.x + 16, AREA.y + AREA.h - 42, AREA.w - 260, 28};
 constexpr Rect CANCEL{AREA.x + AREA.w - 116, AREA.y + AREA.h - 42, 100, 28};
 constexpr Rect ACCEPT{AREA.x + AREA.w - 224, AREA.y + AREA.h - 42, 100, 28};
 
@@ -56,12 +58,17 @@ void FileBrowser::enter(const std::string& new_folder) {
         std::error_code ignored;
         const std::string found = entry->path().filename().string();
         const bool is_folder = entry->is_directory(ignored);
-        if (!found.starts_with('.') && (is_folder || found.ends_with(request.ending)))
+        if (!found.starts_with('.') && (is_folder || is_shown(found)))
             entries.push_back({found, is_folder});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         return a.is_folder != b.is_folder ? a.is_folder : a.name < b.name;
     });
+}
+
+bool FileBrowser::is_shown(const std::string& file) const {
+    return file.ends_with(request.ending) ||
+           (!request.also_shown.empty() && file.ends_with(request.also_shown));
 }
 
 Rect FileBrowser::entry_area(size_t index) const {
@@ -77,6 +84,18 @@ void FileBrowser::draw(Canvas& canvas) {
     draw_button(canvas, UP, "Up", theme::CONTROL);
     canvas.text({UP.right() + 10, UP.y, AREA.right() - UP.right() - 26, UP.h}, folder,
                 {theme::NORMAL, theme::TEXT_MUTED});
+    draw_list(canvas);
+    name.draw(canvas, NAME, true);
+    if (name.get_text().empty())
+        canvas.text(NAME.inset(10, 0), request.is_new ? "file name" : "file name or path",
+                    {theme::NORMAL, theme::TEXT_DIM});
+    if (!problem.empty())
+        draw_message(canvas, PROBLEM, problem, MessageKind::FAILED);
+    draw_button(canvas, ACCEPT, request.is_new ? "Save" : "Open", theme::ACCENT_DIM);
+    draw_button(canvas, CANCEL, "Cancel", theme::CONTROL);
+}
+
+void FileBrowser::draw_list(Canvas& canvas) const {
     canvas.fill(LIST.inset(0, -2), theme::WELL, 4);
     canvas.clip(LIST);
     for (size_t i = first; i < std::min(entries.size(), first + NUM_ROWS); i++) {
@@ -95,12 +114,6 @@ void FileBrowser::draw(Canvas& canvas) {
         canvas.fill({LIST.right() - 6, LIST.y + part * double(first), 4, part * double(NUM_ROWS)},
                     theme::OUTLINE, 2);
     }
-    name.draw(canvas, NAME, true);
-    if (name.get_text().empty())
-        canvas.text(NAME.inset(10, 0), request.is_new ? "file name" : "file name or path",
-                    {theme::NORMAL, theme::TEXT_DIM});
-    draw_button(canvas, ACCEPT, request.is_new ? "Save" : "Open", theme::ACCENT_DIM);
-    draw_button(canvas, CANCEL, "Cancel", theme::CONTROL);
 }
 
 void FileBrowser::activate(size_t index) {
@@ -112,8 +125,16 @@ void FileBrowser::activate(size_t index) {
 }
 
 void FileBrowser::choose(const std::string& path) {
+    // What follows may open something else: this is no longer there then.
+    problem = request.choose(path);
+    if (!problem.empty()) {
+        // The path is in sight.
+        if (problem.starts_with(path + ": "))
+            problem.erase(0, path.size() + 2);
+        return;
+    }
     on_folder(fs::path(path).parent_path().string());
-    request.choose(path);
+    finish();
 }
 
 void FileBrowser::accept() {
@@ -132,22 +153,18 @@ void FileBrowser::accept() {
     }
     if (request.is_new && !path.ends_with(request.ending))
         path += request.ending;
-    finish();
     if (!request.is_new || !fs::exists(path, error)) {
         choose(path);
         return;
     }
-    const FileRequest asked = request;
-    const auto remember = on_folder;
-    host.open_overlay(
-        std::make_unique<Question>(fs::path(path).filename().string() + " exists. Replace it?",
-                                   "Replace", [asked, remember, path] {
-                                       remember(fs::path(path).parent_path().string());
-                                       asked.choose(path);
-                                   }));
+    host.open_overlay(std::make_unique<Question>(
+        fs::path(path).filename().string() + " exists. Replace it?",
+        std::vector<Question::Answer>{{"Replace", [this, path] { choose(path); }},
+                                      {"Cancel", nullptr}}));
 }
 
 void FileBrowser::press(const Pointer& pointer) {
+    problem.clear();
     if (CANCEL.contains(pointer.at)) {
         finish();
     } else if (ACCEPT.contains(pointer.at)) {
@@ -198,6 +215,7 @@ void FileBrowser::press_key(const KeyEvent& key) {
         name = TextEdit(entries[current].is_folder ? "" : entries[current].name);
         return;
     default:
+        problem.clear();
         name.press_key(key);
     }
 }

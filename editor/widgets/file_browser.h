@@ -14,7 +14,8 @@ namespace tarquil {
 
 class FileBrowser : public Overlay {
   public:
-    // `remember` gets the folder that a file was chosen in.
+    // `remember` gets the folder that a file was chosen in.  What could not be done is said below
+    // the name, which stays, with its folder, to be chosen again.
     FileBrowser(UiHost& ui_host, FileRequest file_request, const std::string& start_folder,
                 std::function<void(const std::string& folder)> remember);
 
@@ -34,6 +35,8 @@ class FileBrowser : public Overlay {
     void activate(size_t index);
     void accept();
     void choose(const std::string& path);
+    [[nodiscard]] bool is_shown(const std::string& file) const;
+    void draw_list(Canvas& canvas) const;
     [[nodiscard]] Rect entry_area(size_t index) const;
 
     UiHost& host;
@@ -44,6 +47,7 @@ class FileBrowser : public Overlay {
     size_t current = NO_ENTRY;
     size_t first = 0; // shown at the top
     TextEdit name;
+    std::string problem; // with the last choice
 
     static constexpr size_t NO_ENTRY = size_t(-1);
 };

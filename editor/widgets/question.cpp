@@ -1,4 +1,4 @@
-// A question before something that can not be undone.
+// A question before something that can not be undone, or that has several good answers.
 
 #include "editor/widgets/question.h"
 
@@ -8,42 +8,90 @@ namespace tarquil {
 
 namespace {
 
-constexpr Rect AREA{(WINDOW_WIDTH - 460) / 2, (WINDOW_HEIGHT - 120) / 2, 460, 120};
-constexpr Rect YES{AREA.x + AREA.w - 220, AREA.y + 80, 100, 26};
-constexpr Rect NO{AREA.x + AREA.w - 112, AREA.y + 80, 100, 26};
+constexpr double WIDTH = 520.0;
+constexpr double HEIGHT = 132.0;
+constexpr Rect AREA{(WINDOW_WIDTH - WIDTH) / 2, (WINDOW_HEIGHT - HEIGHT) / 2, WIDTH, HEIGHT};
+constexpr double MARGIN = 16.0;
+constexpr double LINE_HEIGHT = 20.0;
+constexpr double BUTTON_WIDTH = 132.0;
+constexpr double BUTTON_HEIGHT = 28.0;
+constexpr double SPACE = 8.0;
 
-void draw_button(Canvas& canvas, const Rect& area, const std::string& text, bool is_main) {
-    canvas.fill(area, is_main ? theme::ACCENT_DIM : theme::HOVER, 4);
-    canvas.text(area, text, {theme::NORMAL, theme::TEXT, Align::CENTER});
+std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    size_t start = 0;
+    for (size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', start)) {
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    lines.push_back(text.substr(start));
+    return lines;
 }
 
 } // namespace
 
-Question::Question(std::string question_text, std::string action_name, std::function<void()> on_yes)
-    : text(std::move(question_text)), action(std::move(action_name)), yes(std::move(on_yes)) {}
+Question::Question(std::string question_text, std::vector<Answer> given)
+    : lines(lines_of(question_text)), answers(std::move(given)) {}
+
+Rect Question::area_of(size_t answer) const {
+    const double from_right = double(answers.size() - answer);
+    return {AREA.right() - MARGIN + SPACE - from_right * (BUTTON_WIDTH + SPACE),
+            AREA.bottom() - MARGIN - BUTTON_HEIGHT, BUTTON_WIDTH, BUTTON_HEIGHT};
+}
+
+size_t Question::answer_at(Point point) const {
+    size_t answer = 0;
+    while (answer < answers.size() && !area_of(answer).contains(point))
+        answer++;
+    return answer;
+}
 
 void Question::draw(Canvas& canvas) {
     canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND, 0, 0.6);
-    canvas.fill(AREA, theme::CONTROL, 6);
+    canvas.fill(AREA, theme::PANEL, 6);
     canvas.frame(AREA, theme::OUTLINE, 6);
-    canvas.text({AREA.x + 16, AREA.y + 16, AREA.w - 32, 40}, text, {12.5});
-    draw_button(canvas, YES, action, true);
-    draw_button(canvas, NO, "Cancel", false);
+    Rect rest = AREA.inset(MARGIN);
+    for (const std::string& line : lines)
+        canvas.text(rest.cut_top(LINE_HEIGHT), line, {12.5});
+    for (size_t i = 0; i < answers.size(); i++) {
+        canvas.fill(area_of(i), i == 0 ? theme::ACCENT_DIM : theme::CONTROL, 4);
+        canvas.text(area_of(i), answers[i].name, {theme::NORMAL, theme::TEXT, Align::CENTER});
+        if (i == current)
+            canvas.frame(area_of(i), theme::FOCUS, 4);
+    }
+}
+
+void Question::choose(size_t answer) {
+    finish();
+    if (answers[answer].act)
+        answers[answer].act();
 }
 
 void Question::press(const Pointer& pointer) {
-    const bool is_yes = YES.contains(pointer.at);
-    if (is_yes || NO.contains(pointer.at) || !AREA.contains(pointer.at))
-        finish();
-    if (is_yes)
-        yes();
+    const size_t answer = answer_at(pointer.at);
+    if (answer < answers.size())
+        choose(answer);
+    else if (!AREA.contains(pointer.at))
+        choose(answers.size() - 1);
+}
+
+void Question::move(const Pointer& pointer) {
+    const size_t answer = answer_at(pointer.at);
+    if (answer < answers.size())
+        current = answer;
 }
 
 void Question::press_key(const KeyEvent& key) {
-    if (key.key == Key::ENTER || key.key == Key::ESCAPE)
-        finish();
+    const size_t last = answers.size() - 1;
+    const bool is_back = key.key == Key::LEFT || (key.key == Key::TAB && key.shift);
     if (key.key == Key::ENTER)
-        yes();
+        choose(current);
+    else if (key.key == Key::ESCAPE)
+        choose(last);
+    else if (is_back)
+        current = current > 0 ? current - 1 : last;
+    else if (key.key == Key::RIGHT || key.key == Key::TAB)
+        current = current < last ? current + 1 : 0;
 }
 
 } // namespace tarquil

@@ -145,14 +145,19 @@ struct EditorWindow::Content {
 
     class Frame : public DGL::Window {
       public:
-        using DGL::Window::Window;
+        Frame(DGL::Application& application, uintptr_t parent, uint width, uint height,
+              const EditorWindow& shown)
+            : DGL::Window(application, parent, width, height, 1.0, false), owner(shown) {}
         bool is_closed = false;
 
       protected:
         bool onClose() override {
-            is_closed = true;
-            return true;
+            is_closed = !owner.may_close || owner.may_close();
+            return is_closed;
         }
+
+      private:
+        const EditorWindow& owner;
     };
 
     void show_changes();
@@ -180,7 +185,7 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
     : owner(window), view(shown_view), parent(parent_window), shown_scale(view.scale()),
       app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
-            uint(pixels(EditorView::HEIGHT, shown_scale)), 1.0, false),
+            uint(pixels(EditorView::HEIGHT, shown_scale)), window),
       surface(frame, *this), direct_paint(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(EditorView::HEIGHT, shown_scale)));
@@ -324,6 +329,11 @@ bool EditorWindow::is_open() const {
 
 bool EditorWindow::is_closed_by_user() const {
     return content != nullptr && (content->frame.is_closed || content->app.isQuitting());
+}
+
+void EditorWindow::set_title(const std::string& title) {
+    const XErrorTrap trap;
+    content->frame.setTitle(title.c_str());
 }
 
 void EditorWindow::stay_above(uintptr_t window) {

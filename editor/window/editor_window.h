@@ -27,6 +27,11 @@ class EditorWindow {
     // The user has closed the window of its own.
     [[nodiscard]] bool is_closed_by_user() const;
 
+    // The same, shown by what shows windows.
+    void set_title(const std::string& title);
+    // Asked when the user closes the window of its own: false keeps it open.
+    std::function<bool()> may_close;
+
     // A window of its own stays above that window.
     void stay_above(uintptr_t window);
 

@@ -15,7 +15,20 @@ int count_error(Display* /*display*/, XErrorEvent* /*error*/) {
     return 0;
 }
 
+void (*display_loss_handler)() = nullptr;
+
+int tell_of_loss(Display* /*display*/) {
+    if (display_loss_handler != nullptr)
+        display_loss_handler();
+    return 0;
+}
+
 } // namespace
+
+void on_display_loss(void (*handler)()) {
+    display_loss_handler = handler;
+    XSetIOErrorHandler(handler != nullptr ? tell_of_loss : nullptr);
+}
 
 XConnection::XConnection() : display(XOpenDisplay(nullptr)) {}
 

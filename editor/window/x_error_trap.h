@@ -23,6 +23,10 @@ class XErrorTrap {
     int (*previous)(void*, void*);
 };
 
+// What to do when the connection to the X server is lost, which ends the process right after.  For
+// a program that is the process; it must not use the display.
+void on_display_loss(void (*handler)());
+
 // Gives the keyboard to a window, if it still exists.
 void focus_window(uintptr_t window);
 

@@ -1,11 +1,13 @@
 // `tarquil play`: the synthesizer as a program of its own.
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "common/failure.h"
 #include "midi/smf/song_file.h"
+#include "sounds/shipped_sounds.h"
 #include "sounds/starting_sounds.h"
 #include "standalone/choose_device.h"
 #include "standalone/run_player.h"
@@ -50,6 +52,15 @@ void choose_sounds(const PlayOptions& options, Player& player) {
     print_load_summary(report);
 }
 
+// A file to save to: none for a bank that comes with the program.
+std::string path_of_bank(const std::string& named) {
+    if (named.empty() || find_shipped_bank(named) != nullptr)
+        return "";
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(named, error);
+    return error || !std::filesystem::is_regular_file(whole, error) ? "" : whole.string();
+}
+
 void play(const PlayOptions& options) {
     std::optional<Song> song;
     if (!options.song_path.empty())
@@ -62,6 +73,7 @@ void play(const PlayOptions& options) {
         throw BadInput("--device null:fast: plays a song only; name one, or use --device null");
     run_player(*player, {.device = options.device,
                          .has_window = !options.has_no_window,
+                         .bank_path = path_of_bank(options.sounds->bank_path),
                          .say = [](const std::string& line) { print_notice(line); }});
 }
 

@@ -43,6 +43,46 @@ class EditorModelTest : public testing::Test {
     EditorModel model{synth};
 };
 
+TEST_F(EditorModelTest, TheRevisionComesBackWithUndoAndWithNothingElse) {
+    const auto start = model.revision();
+    model.set_value(CTRL_FILTER1_CUTOFF, 30);
+    const auto first = model.revision();
+    EXPECT_NE(first, start);
+    model.undo();
+    EXPECT_EQ(model.revision(), start);
+    model.set_value(CTRL_FILTER1_CUTOFF, 30);
+    EXPECT_NE(model.revision(), first) << "another edit, though of the same value";
+    const auto second = model.revision();
+    model.begin_gesture("Drag");
+    EXPECT_EQ(model.revision(), second);
+    model.set_value(CTRL_FILTER1_CUTOFF, 50);
+    EXPECT_EQ(model.revision(), std::nullopt) << "a change that is not over";
+    model.end_gesture();
+    // So many steps that the first ones are forgotten.
+    for (size_t i = 0; i < UndoHistory::MAX_STEPS + 1; i++)
+        model.set_value(CTRL_FILTER1_CUTOFF, 60 + int(i % 2));
+    while (!model.undo_name().empty())
+        model.undo();
+    EXPECT_NE(model.revision(), start) << "what cannot be undone to is not taken for it";
+    const auto oldest = model.revision();
+    model.begin_anew(synth.bank, {});
+    EXPECT_EQ(model.undo_name(), "");
+    EXPECT_NE(model.revision(), oldest);
+}
+
+TEST_F(EditorModelTest, AFileIsWhatItsKeysSay) {
+    const TempDirectory directory;
+    const std::string bank = directory.path("sounds.tqi");
+    const std::string instrument = directory.path("sound.tqb");
+    ASSERT_EQ(model.export_bank(bank), "");
+    ASSERT_EQ(model.export_instrument(instrument, 3), "");
+    save_file_to_string(directory.path("neither"), "colour = blue\n");
+    EXPECT_EQ(EditorModel::kind_of_file(bank), TextKind::BANK);
+    EXPECT_EQ(EditorModel::kind_of_file(instrument), TextKind::INSTRUMENT);
+    EXPECT_EQ(EditorModel::kind_of_file(directory.path("neither")), std::nullopt);
+    EXPECT_EQ(EditorModel::kind_of_file(directory.path("none")), std::nullopt);
+}
+
 TEST_F(EditorModelTest, ADragIsOneStepAndOneEditOfTheHost) {
     const int before = model.value(CTRL_FILTER1_CUTOFF);
     model.begin_gesture("Drag");

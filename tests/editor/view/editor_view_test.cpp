@@ -156,7 +156,7 @@ TEST_F(EditorViewTest, TheKeyboardReachesEveryControl) {
 TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) {
     const std::string path = directory.path("sound.tqi");
     view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
-                          view.show_message(view.get_model().export_instrument(chosen, 0));
+                          return view.get_model().export_instrument(chosen, 0);
                       }});
     press_key(Key::ENTER);
     std::string text;
@@ -164,7 +164,7 @@ TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) 
     ASSERT_EQ(save_file_to_string(path, "broken"), 0);
     for (const bool is_yes : {false, true}) {
         view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
-                              view.show_message(view.get_model().export_instrument(chosen, 0));
+                              return view.get_model().export_instrument(chosen, 0);
                           }});
         press_key(Key::ENTER);
         draw();

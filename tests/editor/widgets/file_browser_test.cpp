@@ -28,7 +28,7 @@ class FakeWindow : public UiHost {
     ResponseWorker& get_responses() override { return responses; }
     void open_overlay(std::unique_ptr<Overlay> overlay) override { opened = std::move(overlay); }
     void choose_file(FileRequest /*request*/) override {}
-    void show_message(const std::string& /*text*/) override {}
+    void show_message(const std::string& /*text*/, MessageKind /*kind*/) override {}
 
     std::unique_ptr<Overlay> opened;
 
@@ -56,7 +56,10 @@ class FileBrowserTest : public testing::Test {
         browser = std::make_unique<FileBrowser>(
             window,
             FileRequest{"Title", ".tqi", is_new, "",
-                        [this](const std::string& path) { chosen = path; }},
+                        [this](const std::string& path) {
+                            chosen = path;
+                            return problem;
+                        }},
             folder, [this](const std::string& new_folder) { remembered = new_folder; });
         return *browser;
     }
@@ -71,6 +74,7 @@ class FileBrowserTest : public testing::Test {
     std::unique_ptr<FileBrowser> browser;
     std::string chosen;
     std::string remembered;
+    std::string problem; // with what is chosen
 };
 
 TEST_F(FileBrowserTest, ListsFoldersThenFilesOfTheKindByName) {
@@ -122,11 +126,12 @@ TEST_F(FileBrowserTest, ANewNameGetsItsEndingAndAnOldOneAQuestion) {
     }
     type_text(open(true), "1");
     EXPECT_EQ(chosen_by({Key::ENTER}), "");
-    EXPECT_TRUE(browser->is_done());
+    EXPECT_FALSE(browser->is_done());
     ASSERT_NE(window.opened, nullptr);
     press_keys(*window.opened, {Key::ENTER});
     EXPECT_EQ(chosen, directory.path("1.tqi"));
     EXPECT_EQ(remembered, directory.path());
+    EXPECT_TRUE(browser->is_done());
     type_text(open(), "1.tqi");
     EXPECT_EQ(chosen_by({Key::ENTER}), directory.path("1.tqi")) << "to be read: no question";
     open(true);
@@ -134,6 +139,19 @@ TEST_F(FileBrowserTest, ANewNameGetsItsEndingAndAnOldOneAQuestion) {
     EXPECT_FALSE(browser->is_done());
     EXPECT_EQ(chosen_by({Key::ESCAPE}), "");
     EXPECT_TRUE(browser->is_done());
+}
+
+TEST_F(FileBrowserTest, WhatFailsKeepsTheDialogItsFolderAndItsName) {
+    problem = directory.path("b/new.tqi") + ": cannot be written: read-only folder";
+    type_text(open(true, directory.path("b")), "new");
+    EXPECT_EQ(chosen_by({Key::ENTER}), directory.path("b/new.tqi"));
+    EXPECT_FALSE(browser->is_done());
+    EXPECT_EQ(remembered, "") << "only where something worked";
+    problem.clear();
+    chosen.clear();
+    EXPECT_EQ(chosen_by({Key::ENTER}), directory.path("b/new.tqi")) << "the name is still there";
+    EXPECT_TRUE(browser->is_done());
+    EXPECT_EQ(remembered, directory.path("b"));
 }
 
 // Rows of 21 units begin 134 below the window's top.

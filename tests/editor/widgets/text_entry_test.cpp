@@ -77,28 +77,42 @@ TEST_F(TextEntryTest, AClickElsewhereWithNothingTypedIsNoEdit) {
     EXPECT_EQ(taken, std::nullopt);
 }
 
-TEST(Question, OnlyItsButtonAndEnterDoIt) {
-    const Point yes{WINDOW_WIDTH / 2 + 60, WINDOW_HEIGHT / 2 + 30};
-    const Point no{WINDOW_WIDTH / 2 + 170, WINDOW_HEIGHT / 2 + 30};
-    const Point beside{2, 2};
-    const Point text{WINDOW_WIDTH / 2, WINDOW_HEIGHT / 2};
-    for (const auto& [at, is_yes, closes] : {std::tuple{yes, true, true},
-                                             {no, false, true},
-                                             {beside, false, true},
-                                             {text, false, false}}) {
-        bool done = false;
-        Question question("Replace it?", "Replace", [&done] { done = true; });
-        question.press(left_press(at));
-        EXPECT_EQ(done, is_yes) << at.x;
-        EXPECT_EQ(question.is_done(), closes) << at.x;
+TEST(Question, EnterIsTheFirstAnswerEscapeTheLastAndArrowsLeadToTheOthers) {
+    std::string answer;
+    const auto ask = [&answer] {
+        answer.clear();
+        const auto say = [&answer](const char* what) { return [&answer, what] { answer = what; }; };
+        return std::make_unique<Question>(
+            "Save it?", std::vector<Question::Answer>{
+                            {"Save", say("save")}, {"Discard", say("discard")}, {"Stay", nullptr}});
+    };
+    const std::pair<std::vector<Key>, std::string> cases[] = {
+        {{Key::ENTER}, "save"},
+        {{Key::RIGHT, Key::ENTER}, "discard"},
+        {{Key::LEFT, Key::LEFT, Key::ENTER}, "discard"},
+        {{Key::TAB, Key::TAB, Key::TAB, Key::ENTER}, "save"},
+        {{Key::ESCAPE}, ""},
+        {{Key::LEFT, Key::ENTER}, ""},
+    };
+    for (const auto& [keys, wanted] : cases) {
+        const auto question = ask();
+        for (const Key key : keys) {
+            EXPECT_FALSE(question->is_done());
+            press_keys(*question, {key});
+        }
+        EXPECT_EQ(answer, wanted);
+        EXPECT_TRUE(question->is_done());
     }
-    for (const Key key : {Key::ENTER, Key::ESCAPE, Key::UP}) {
-        bool done = false;
-        Question question("Replace it?", "Replace", [&done] { done = true; });
-        press_keys(question, {key});
-        EXPECT_EQ(done, key == Key::ENTER);
-        EXPECT_EQ(question.is_done(), key != Key::UP);
-    }
+    const Point middle{WINDOW_WIDTH / 2, WINDOW_HEIGHT / 2};
+    const auto question = ask();
+    question->press(left_press({middle.x, middle.y - 40}));
+    EXPECT_FALSE(question->is_done()) << "its text is no answer";
+    question->press(left_press({middle.x + 40, middle.y + 40}));
+    EXPECT_EQ(answer, "discard");
+    const auto other = ask();
+    other->press(left_press({5, 5}));
+    EXPECT_EQ(answer, "");
+    EXPECT_TRUE(other->is_done()) << "beside it: the last one";
 }
 
 } // namespace
