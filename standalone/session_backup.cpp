@@ -52,8 +52,8 @@ SessionBackup::SessionBackup(std::string folder) : place(std::move(folder)) {
     std::error_code error;
     std::filesystem::create_directories(place, error);
     for (unsigned number = 1; number <= MAX_SLOTS && !found; number++) {
-        if (take_slot(number))
-            found = read_lost(text_path());
+        if (has_text(number) && take_slot(number))
+            found = read_lost(text_path(number));
     }
     if (!found)
         take_free_slot();
@@ -72,15 +72,17 @@ void SessionBackup::take_free_slot() {
     lock.reset();
     slot = 0;
     for (unsigned number = 1; number <= MAX_SLOTS; number++) {
-        if (take_slot(number) && access(text_path().c_str(), F_OK) != 0)
+        if (!has_text(number) && take_slot(number))
             return;
     }
-    lock.reset();
-    slot = 0;
 }
 
-std::string SessionBackup::text_path() const {
-    return place + "/session-" + std::to_string(slot) + ".tqb";
+std::string SessionBackup::text_path(unsigned number) const {
+    return place + "/session-" + std::to_string(number) + ".tqb";
+}
+
+bool SessionBackup::has_text(unsigned number) const {
+    return access(text_path(number).c_str(), F_OK) == 0;
 }
 
 void SessionBackup::take_over() {
@@ -100,14 +102,14 @@ std::string SessionBackup::keep(const std::string& text, const std::string& path
         return "";
     if (slot == 0)
         return (place.empty() ? "no home folder" : place) + ": cannot be written";
-    std::string problem = write_whole_file(text_path(), path_line(path) + text);
+    std::string problem = write_whole_file(text_path(slot), path_line(path) + text);
     kept = kept || problem.empty();
     return problem;
 }
 
 void SessionBackup::discard() {
     if (kept)
-        unlink(text_path().c_str());
+        unlink(text_path(slot).c_str());
     kept = false;
 }
 

@@ -45,7 +45,8 @@ class SessionBackup {
   private:
     bool take_slot(unsigned number);
     void take_free_slot();
-    [[nodiscard]] std::string text_path() const;
+    [[nodiscard]] std::string text_path(unsigned number) const;
+    [[nodiscard]] bool has_text(unsigned number) const;
 
     static constexpr unsigned MAX_SLOTS = 64;
 
