@@ -3,17 +3,22 @@
 //
 //   window_host cycles N       opens and closes the editor N times
 //   window_host three          three instances with audio running, a parent window destroyed first
+//   window_host eight          eight instances that play, are automated, load, save, change
+//   programs
+//                              and show their editors at once; made for the thread sanitizer
 //   window_host play SECONDS   one editor for a user (or xdotool); prints what the host was told
 
 #include <unistd.h>
 
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include "tests/vst/plugin_host.h"
 #include "tests/windows/process_entries.h"
@@ -148,6 +153,79 @@ int run_three() {
     return 0;
 }
 
+int run_eight() {
+    constexpr int COUNT = 8;
+    constexpr int ROUNDS = COUNT; // each is closed and opened once
+    Screen screen;
+    std::vector<std::unique_ptr<EditedPlugin>> plugins;
+    for (int i = 0; i < COUNT; i++)
+        plugins.push_back(std::make_unique<EditedPlugin>(screen, 100 * i));
+    const std::string bank = plugins[0]->host.save(false);
+    std::atomic<bool> is_over{false};
+    std::atomic<bool> is_sound{true};
+    std::vector<std::thread> threads;
+    for (auto& plugin : plugins) {
+        threads.emplace_back([&is_over, &is_sound, &host = plugin->host] {
+            for (unsigned block = 0; !is_over; block++) {
+                host.midi(block % 2 == 0 ? 0x90 : 0x80, 40 + block % 40, 100);
+                host.midi(0xC0 + block % 16, block % 128);
+                for (const float sample : host.block(64)) {
+                    if (!(std::fabs(sample) <= 1.0F))
+                        is_sound = false;
+                }
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        });
+    }
+    // Each of these goes round all instances.
+    const auto work = [&](auto&& on_one) {
+        threads.emplace_back([&, on_one] {
+            for (int round = 0; !is_over; round++) {
+                on_one(plugins[size_t(round % COUNT)]->host, round / COUNT);
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            }
+        });
+    };
+    work([](PluginHost& host, int round) {
+        for (int32_t i = 0; i < 173; i++)
+            host.set(i, float((round + i) % 11) / 10);
+    });
+    work([&](PluginHost& host, int round) {
+        if (round % 2 == 0)
+            host.save(false);
+        else
+            host.load(bank, false);
+    });
+    work([](PluginHost& host, int round) {
+        host.call(effSetProgram, 0, round % 128);
+        char name[] = "renamed";
+        host.call(effSetProgramName, 0, 0, name);
+        host.text(effGetProgramNameIndexed, round % 128);
+        host.text(effGetParamDisplay, round % 173);
+    });
+    bool is_open = true;
+    for (int round = 0; round < ROUNDS; round++) {
+        EditedPlugin& plugin = *plugins[size_t(round % COUNT)];
+        plugin.close();
+        is_open = is_open && plugin.open();
+        for (auto& shown : plugins)
+            shown->host.call(effEditIdle);
+        pause();
+    }
+    for (auto& plugin : plugins)
+        plugin->close();
+    is_over = true;
+    for (std::thread& thread : threads)
+        thread.join();
+    if (!is_open)
+        return fail("an editor does not open");
+    if (!is_sound)
+        return fail("the sound has lost its bounds");
+    std::printf("ok %d instances with audio, automation, loads, saves, programs and windows\n",
+                COUNT);
+    return 0;
+}
+
 int run_for_a_user(int seconds) {
     Screen screen;
     EditedPlugin plugin(screen, 0);
@@ -174,7 +252,9 @@ int main(int argc, char** argv) {
         return run_cycles(int(std::strtol(argv[2], nullptr, 10)));
     if (mode == "three")
         return run_three();
+    if (mode == "eight")
+        return run_eight();
     if (mode == "play" && argc == 3)
         return run_for_a_user(int(std::strtol(argv[2], nullptr, 10)));
-    return fail("usage: window_host cycles N | three | play SECONDS");
+    return fail("usage: window_host cycles N | three | eight | play SECONDS");
 }

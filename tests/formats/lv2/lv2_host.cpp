@@ -52,6 +52,7 @@ LV2_URID Lv2Host::map_name(LV2_URID_Map_Handle handle, const char* name) {
 }
 
 LV2_URID Lv2Host::number(const char* name) {
+    const std::lock_guard holder(numbers_lock);
     return numbers.try_emplace(name, LV2_URID(numbers.size() + 1)).first->second;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,7 @@ class Lv2Host {
     void read_notifications();
     void start_events();
 
+    std::mutex numbers_lock; // any thread may ask for one
     std::map<std::string, LV2_URID> numbers;
     LV2_URID_Map map{this, map_name};
     LV2_Worker_Schedule worker{this, schedule};

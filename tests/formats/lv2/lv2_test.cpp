@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -180,6 +181,34 @@ TEST(Lv2, RatesBeyondReasonAreRefused) {
     EXPECT_FALSE(Lv2Host(1e9).is_loaded());
     for (const double rate : {8000.0, 44100.0, 96000.0, 384000.0})
         EXPECT_TRUE(Lv2Host(rate).is_loaded()) << rate;
+}
+
+TEST(Lv2, RatesBlocksAndActivationsAtRandomGiveSound) {
+    const uint32_t seed = std::random_device()();
+    std::mt19937 random(seed);
+    for (int instance = 0; instance < 5; instance++) {
+        const double rates[] = {8000, 12345.678, 44100, 47999, 96000, 384000};
+        Lv2Host host(rates[random() % std::size(rates)]);
+        ASSERT_TRUE(host.is_loaded());
+        for (int round = 0; round < 8; round++) {
+            for (unsigned i = 0; i < random() % 30; i++)
+                host.add_midi(int64_t(random() % 2000), {uint8_t(0x80 + random() % 0x80),
+                                                         uint8_t(random()), uint8_t(random())});
+            host.run(uint32_t(random() % 2000));
+            if (random() % 2 == 0) {
+                lilv_instance_deactivate(host.get_instance());
+                lilv_instance_activate(host.get_instance());
+            }
+        }
+        EXPECT_LE(peak(host.left), 2.0F) << "seed " << seed;
+        lilv_instance_deactivate(host.get_instance());
+        lilv_instance_activate(host.get_instance());
+        host.left.clear();
+        host.right.clear();
+        host.run(96000);
+        host.run(96000);
+        EXPECT_LT(peak(host.left, 96000), 1e-4F) << "a note of before the activation, " << seed;
+    }
 }
 
 } // namespace
