@@ -1,0 +1,161 @@
+// Plays one song in every format at several rates and block sizes, and renders it to a file: prints
+// a table of hashes, and fails when those of a rate differ.
+//
+//   format_table TARQUIL    the program that renders
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "softsynth/rate/rate_ratio.h"
+#include "tests/formats/table/format_player.h"
+#include "tests/formats/table/table_song.h"
+#include "tests/temp_directory.h"
+
+namespace tarquil {
+
+namespace {
+
+constexpr uint32_t RATES[] = {44100, 48000, 88200, 96000};
+constexpr uint32_t BLOCKS[] = {32, 64, 333, 1024, 0}; // 0: of random lengths
+// VST 2 runs the engine in the host's blocks, which lie on this grid or give other bytes.
+constexpr uint32_t GRID = 64;
+constexpr int SHOWN_BITS = 32;
+
+struct Format {
+    const char* name;
+    std::unique_ptr<FormatPlayer> (*start)(double rate);
+    bool is_at_any_rate;
+};
+constexpr Format FORMATS[] = {{"VST 2", play_vst2, false},
+                              {"CLAP", play_clap, true},
+                              {"VST 3", play_vst3, true},
+                              {"LV2", play_lv2, true}};
+
+RateRatio ratio_of(uint32_t rate) {
+    return RateRatio::of(rate).value();
+}
+
+// The song's messages on the frames of a host at this rate.
+std::vector<SongMessage> song_at(uint32_t rate) {
+    std::vector<SongMessage> song = table_song();
+    const RateRatio ratio = ratio_of(rate);
+    uint32_t frame = 0;
+    for (SongMessage& message : song) {
+        while (ratio.engine_time(frame) < message.frame)
+            frame++;
+        message.frame = frame;
+    }
+    return song;
+}
+
+uint32_t frames_at(uint32_t rate) {
+    return uint32_t(ratio_of(rate).host_frame_from(TABLE_FRAMES));
+}
+
+// Without the delay that the plug-in tells the host.
+uint64_t play(FormatPlayer& player, uint32_t rate, uint32_t block) {
+    constexpr uint32_t MAX_LATENCY = 1024;
+    const std::vector<SongMessage> song = song_at(rate);
+    const uint32_t end = frames_at(rate) + MAX_LATENCY;
+    std::vector<float> left(end);
+    std::vector<float> right(end);
+    std::mt19937 random(rate);
+    size_t next = 0;
+    for (uint32_t begin = 0; begin < end;) {
+        const uint32_t wanted = block != 0 ? block : uint32_t(random() % 1025);
+        const uint32_t frames = std::min(wanted, end - begin);
+        std::vector<SongMessage> due;
+        for (; next < song.size() && song[next].frame < begin + frames; next++)
+            due.push_back({song[next].frame - begin, song[next].bytes});
+        player.play(due, left.data() + begin, right.data() + begin, frames);
+        begin += frames;
+    }
+    const auto first = ptrdiff_t(player.latency_frames());
+    const auto last = first + ptrdiff_t(frames_at(rate));
+    return StereoSound{{left.begin() + first, left.begin() + last},
+                       {right.begin() + first, right.begin() + last}}
+        .hash();
+}
+
+uint64_t render(const std::string& program, uint32_t rate) {
+    const TempDirectory folder;
+    const std::string song = folder.path("song.mid");
+    const std::string sound = folder.path("song.wav");
+    std::ofstream(song, std::ios::binary) << midi_file(table_song());
+    const std::string command = "'" + program + "' render --quiet --bits float --tail 0 --rate " +
+                                std::to_string(rate) + " '" + song + "' '" + sound + "'";
+    if (std::system(command.c_str()) != 0) // NOLINT(cert-env33-c,concurrency-mt-unsafe)
+        throw std::runtime_error("failed: " + command);
+    std::ifstream file(sound, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const size_t data = bytes.find("data") + 8;
+    const size_t frames = frames_at(rate);
+    if (data < 8 || bytes.size() - data < 2 * frames * sizeof(float))
+        throw std::runtime_error("the rendered file is too short");
+    StereoSound rendered;
+    for (size_t i = 0; i < 2 * frames; i++) {
+        float sample = 0;
+        std::memcpy(&sample, bytes.data() + data + i * sizeof(float), sizeof(float));
+        (i % 2 == 0 ? rendered.left : rendered.right).push_back(sample);
+    }
+    return rendered.hash();
+}
+
+void print_row(uint32_t rate, const char* name, const std::vector<uint64_t>& hashes) {
+    std::printf("| %u | %s |", rate, name);
+    for (const uint64_t hash : hashes)
+        std::printf(" %08x |", unsigned(hash >> SHOWN_BITS));
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+// True when all of the rate's hashes are equal.
+bool compare(const std::string& program, uint32_t rate) {
+    const uint64_t wanted = render(program, rate);
+    bool is_equal = true;
+    print_row(rate, "`tarquil render`", std::vector<uint64_t>(std::size(BLOCKS), wanted));
+    for (const Format& format : FORMATS) {
+        if (!format.is_at_any_rate && rate != uint32_t(SAMPLE_RATE))
+            continue;
+        std::vector<uint64_t> hashes;
+        for (const uint32_t block : BLOCKS) {
+            hashes.push_back(play(*format.start(rate), rate, block));
+            const bool is_on_grid = block != 0 && block % GRID == 0;
+            if ((format.is_at_any_rate || is_on_grid) && hashes.back() != wanted)
+                is_equal = false;
+        }
+        print_row(rate, format.name, hashes);
+    }
+    return is_equal;
+}
+
+int run(const std::string& program) {
+    std::puts(
+        "| Hz | | 32 | 64 | 333 | 1024 | random, 0 to 1024 |\n|---:|---|---|---|---|---|---|");
+    bool is_equal = true;
+    for (const uint32_t rate : RATES)
+        is_equal = compare(program, rate) && is_equal;
+    if (!is_equal)
+        std::fputs("FAILED the hashes of a rate differ\n", stderr);
+    return is_equal ? 0 : 1;
+}
+
+} // namespace
+
+} // namespace tarquil
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: format_table TARQUIL\n", stderr);
+        return 2;
+    }
+    try {
+        return tarquil::run(argv[1]);
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "FAILED %s\n", problem.what());
+        return 1;
+    }
+}
