@@ -155,7 +155,7 @@ void GmEnsemble::run_engine(unsigned index, Tarquil& engine, float* pcm, uint32_
                             uint32_t time) {
     engine.run(pcm, frames, queues->events[index].data(), queues->counts[index], time);
     queues->counts[index] = 0;
-    engine_voices[index] = unsigned(engine.get_voice_pool().voices_used());
+    engine_voices[index] = unsigned(engine.num_voices());
     most_voices = std::max(most_voices, engine_voices[index]);
 }
 

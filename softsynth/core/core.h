@@ -59,6 +59,8 @@ class Tarquil {
     static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
 
     VoicePool& get_voice_pool() { return voice_pool; }
+    // Active voices of all channels.
+    [[nodiscard]] int num_voices() const;
 
     // Between two runs: the bank whose instruments program changes take from now on.  Nothing that
     // plays changes.
@@ -87,6 +89,8 @@ class Tarquil {
     // block's end in which the fade ends is lost with them.
     void silence_echoes(uint32_t time);
     void render_channels(uint32_t num_samples, uint32_t time);
+    void render_voices(uint32_t num_samples, uint32_t time);
+    [[nodiscard]] VoiceSet active_voices() const;
     void render_aux_returns(uint32_t time);
     void end_echo_fade();
     void render_global_filters();

@@ -33,6 +33,7 @@ struct EngineScratch {
     MonoBuffer retrigger_wet;
 
     ChannelScratch channel;
+    ChannelOutput channel_output;
 };
 
 } // namespace tarquil

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <functional>
 
 #include "softsynth/core/core.h"
 #include "softsynth/parameters/filter_quantities.h"
@@ -49,14 +48,32 @@ void Tarquil::end_echo_fade() {
 
 void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     scratch.init(num_samples);
-    // Asking the channels keeps an idle pool out of the caches.
-    if (std::any_of(channels, channels + NUM_CHANNELS, std::mem_fn(&Channel::has_voices)))
-        voice_renderer.render(voice_pool, time, num_samples);
+    render_voices(num_samples, time);
     for (int c = 0; c < NUM_CHANNELS; c++) {
-        channels[c].render(scratch.buses, time, scratch.channel,
-                           channel_taps == nullptr ? nullptr : &channel_taps[c]);
+        channels[c].render(num_samples, time, scratch.channel, scratch.channel_output);
+        scratch.channel_output.add_to(scratch.buses,
+                                      channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();
     }
+}
+
+VoiceSet Tarquil::active_voices() const {
+    VoiceSet active;
+    for (const Channel& channel : channels)
+        active |= channel.get_voices();
+    return active;
+}
+
+int Tarquil::num_voices() const {
+    return active_voices().count();
+}
+
+void Tarquil::render_voices(uint32_t num_samples, uint32_t time) {
+    Voice* voices[VoicePool::NUM_VOICES];
+    uint32_t count = 0;
+    active_voices().for_each([&](uint32_t place) { voices[count++] = &voice_pool.at(place); });
+    if (count > 0)
+        voice_renderer.render({voices, count}, time, num_samples);
 }
 
 void Tarquil::render_aux_returns(uint32_t time) {

@@ -35,7 +35,7 @@ class StereoCompressor {
 
     // In place: compressor i works on bufs[i], all of one size; `count` is 1 to 4.
     static void process(StereoCompressor* compressors, StereoBuffer* const* bufs,
-                        const Settings* settings, unsigned count, Levels& levels);
+                        const Settings* new_settings, unsigned count, Levels& levels);
 
     // True when peak and level have decayed as far as they do.
     [[nodiscard]] bool is_at_floor() const {
@@ -44,15 +44,31 @@ class StereoCompressor {
 
     // The gain of the last frame without makeup, linear.
     [[nodiscard]] float get_level() const { return level; }
-    [[nodiscard]] float get_attenuation() const { return attenuation; }
+    // 0 before there was one.
+    [[nodiscard]] float get_attenuation() const {
+        return has_started ? gain_at(level, 1.0F) : 0.0F;
+    }
 
   private:
-    void apply(StereoBuffer& buf, const Settings& settings, const float* own_levels);
+    void take(const Settings& new_settings);
+    void apply(StereoBuffer& buf, const float* own_levels);
+    [[nodiscard]] float gain_at(float at_level, float makeup_gain) const {
+        return compressor_knee(at_level, settings.threshold, inv_threshold, inv_ratio_minus_one,
+                               makeup_gain);
+    }
+
+    // settings, and what follows from them
+    Settings settings = {};
+    bool has_settings = false;
+    float attack_factor = 0.0F;
+    float release_factor = 0.0F;
+    float inv_threshold = 0.0F;
+    float inv_ratio_minus_one = 0.0F;
 
     // memory
     float peak = COMPRESSOR_START_LEVEL;
     float level = COMPRESSOR_START_LEVEL;
-    float attenuation = 0.0F;
+    bool has_started = false; // since the last reset
 };
 
 } // namespace tarquil

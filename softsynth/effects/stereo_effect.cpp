@@ -29,8 +29,8 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
         reset();
         type = new_type;
     }
-    const float lfo_speed_hz = stereo_lfo_hz(p2);
-    const float lfo_amount = stereo_lfo_samples(p3);
+    const auto lfo_speed_hz = [p2] { return stereo_lfo_hz(p2); };
+    const auto lfo_amount = [p3] { return stereo_lfo_samples(p3); };
 
     switch (new_type) {
     case STEREO_EFFECT_OFF:
@@ -40,12 +40,12 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
                      stereo_effect_feedback(p3), wet, part);
         return;
     case STEREO_EFFECT_CHORUS:
-        render_lfoed_delay(in, out, chorus_delay_samples(p1), 0.0F, wet, lfo_speed_hz, lfo_amount,
-                           OscType(p4), scratch, part);
+        render_lfoed_delay(in, out, chorus_delay_samples(p1), 0.0F, wet, lfo_speed_hz(),
+                           lfo_amount(), OscType(p4), scratch, part);
         return;
     case STEREO_EFFECT_FLANGER:
         render_lfoed_delay(in, out, flanger_delay_samples(p1), stereo_effect_feedback(p5), wet,
-                           lfo_speed_hz, lfo_amount, OscType(p4), scratch, part);
+                           lfo_speed_hz(), lfo_amount(), OscType(p4), scratch, part);
         return;
     default:
         TARQ_ASSERT(0);

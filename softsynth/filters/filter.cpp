@@ -47,15 +47,30 @@ void Filter::init(FilterType new_type, int new_waveshape, int new_depth, float k
     if (depth == 0)
         type = FILTER_NONE;
     key_follow = 2.0F * key_frequency * PI / float(SAMPLE_RATE);
+    is_stale = true;
     std::fill_n(state, depth, State());
 }
 
 void Filter::set_octaves_cutoff(float octaves) {
-    cutoff = cutoff_omega(octaves);
+    if (octaves == octaves_set)
+        return;
+    octaves_set = octaves;
+    set_cutoff(cutoff_omega(octaves));
+}
+
+void Filter::set_resonance(float q) {
+    // Written so that not a number ends at the bound, too.
+    const float bounded = q > 0.0F ? q : MIN_RESONANCE;
+    is_stale = is_stale || resonance != bounded;
+    resonance = bounded;
 }
 
 void Filter::set_dbgain_normalized(float g) {
+    if (g == gain_power)
+        return;
+    gain_power = g;
     A = filter_gain_factor(g);
+    is_stale = true;
 }
 
 float Filter::section_q() const {
@@ -75,14 +90,15 @@ float Filter::section_q() const {
 }
 
 void Filter::update() {
-    // Written so that not a number ends at a bound, too.
+    if (!is_stale)
+        return;
+    is_stale = false;
+    // As in set_resonance.
     float omega = cutoff + key_follow;
     omega = omega < PI ? omega : PI;
     omega = omega > MIN_OMEGA ? omega : MIN_OMEGA;
     const float s = std::sin(omega);
     const float c = std::cos(omega);
-    if (!(resonance > 0.0F))
-        resonance = MIN_RESONANCE;
     const float alpha = s / (2.0F * section_q());
 
     float a0 = 1.0F + alpha;

@@ -16,6 +16,7 @@
 
 #include <complex>
 #include <cstdint>
+#include <limits>
 
 #include "common/assertion.h"
 #include "softsynth/kernels/biquad_lanes.h"
@@ -55,12 +56,15 @@ class Filter : BiquadCoefficients {
     // Octaves above 20 Hz.
     void set_octaves_cutoff(float octaves);
     // Radians per sample.
-    void set_linear_cutoff(float omega) { cutoff = omega; }
-    void set_resonance(float q) { resonance = q; }
+    void set_linear_cutoff(float omega) {
+        octaves_set = NEVER_SET;
+        set_cutoff(omega);
+    }
+    void set_resonance(float q);
     // The linear gain factor of the peaking and shelf types is 10^g.
     void set_dbgain_normalized(float g);
 
-    // Recomputes the coefficients from the settings.
+    // Recomputes the coefficients from the settings, if any has changed.
     void update();
 
     // Runs the sections in place over n samples, a multiple of 4.
@@ -94,16 +98,26 @@ class Filter : BiquadCoefficients {
 
     using State = BiquadState;
 
+    // Not a number differs from everything.
+    static constexpr float NEVER_SET = std::numeric_limits<float>::quiet_NaN();
+
+    void set_cutoff(float omega) {
+        is_stale = is_stale || cutoff != omega;
+        cutoff = omega;
+    }
     [[nodiscard]] float section_q() const;
 
     // settings
     FilterType type = FILTER_NONE;
     int waveshape = 0;
     float cutoff = 3.1415927F;
+    float octaves_set = NEVER_SET; // that gave the cutoff, or none
+    float gain_power = NEVER_SET;  // that gave A
     float resonance = 0.01F;
     float A = 1.0F;
     unsigned depth = 0;
     float key_follow = 0.0F;
+    bool is_stale = true; // the coefficients are not those of the settings
 
     // memory (the coefficients are the base)
     State state[MAX_DEPTH];

@@ -46,6 +46,7 @@ void LadderFilter::init(FilterType new_type, float key_frequency) {
         TARQ_ASSERT(0);
     type = new_type;
     key_follow = key_frequency * RADIANS_PER_HZ;
+    is_stale = true;
     std::copy_n(WEIGHTS[type - FILTER_LADDER_START_MARKER], 5, coefficients.c);
     memory = LadderMemory();
 }
@@ -59,15 +60,24 @@ void LadderFilter::clear_if_not_finite() {
 }
 
 void LadderFilter::set_octaves_cutoff(float octaves) {
+    if (octaves == octaves_set)
+        return;
+    octaves_set = octaves;
     cutoff = cutoff_omega(octaves);
+    is_stale = true;
 }
 
 void LadderFilter::set_resonance(float r) {
     const float scaled = r * RESONANCE_SCALE;
-    resonance = scaled > 0.0F ? std::min(scaled, MAX_RESONANCE) : 0.0F;
+    const float bounded = scaled > 0.0F ? std::min(scaled, MAX_RESONANCE) : 0.0F;
+    is_stale = is_stale || resonance != bounded;
+    resonance = bounded;
 }
 
 void LadderFilter::update() {
+    if (!is_stale)
+        return;
+    is_stale = false;
     // Written so that not a number ends at a bound, too.
     float w = (cutoff + key_follow) * 0.25F;
     w = w < PI ? w : PI;

@@ -17,6 +17,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 #include "softsynth/filters/filter.h"
 #include "softsynth/kernels/ladder_lanes.h"
@@ -40,7 +41,7 @@ class LadderFilter {
     void set_octaves_cutoff(float octaves);
     // As a biquad's Q, 0..7.5 to the ladder's 0..4.
     void set_resonance(float r);
-    // Recomputes the coefficients from the settings.
+    // Recomputes the coefficients from the settings, if any has changed.
     void update();
 
     // n samples at 44100 Hz in, 4n at 176400 Hz out.
@@ -66,7 +67,9 @@ class LadderFilter {
     FilterType type = FILTER_LADDER_START_MARKER;
     float key_follow = 0.0F; // radians per sample at 44100 Hz
     float cutoff = 3.1415927F;
+    float octaves_set = std::numeric_limits<float>::quiet_NaN(); // that gave the cutoff
     float resonance = 0.01F;
+    bool is_stale = true; // the coefficients are not those of the settings
 
     LadderCoefficients coefficients;
     LadderMemory memory;

@@ -55,6 +55,12 @@ StereoBuffer& StereoBuffer::operator+=(const StereoBuffer& o) {
     return *this;
 }
 
+StereoBuffer& StereoBuffer::operator+=(float constant) {
+    for (uint32_t i = 0; i < 2 * buf_size; i++)
+        samples[i] += constant;
+    return *this;
+}
+
 void Buffer::add_scaled(const MonoBuffer& first, const MonoBuffer& second, float factor,
                         MonoBuffer& dest) {
     float* dptr = dest.get_first_sample_ptr();
@@ -162,6 +168,17 @@ void StereoBuffer::make_from_mono(const MonoBuffer& signal_buf, const MonoBuffer
         const float loud = signal_ptr[i] * vol_ptr[i];
         dest_ptr[2 * i] = loud * pan_left_ptr[i];
         dest_ptr[2 * i + 1] = loud * pan_right_ptr[i];
+    }
+}
+
+void StereoBuffer::make_from_mono(const MonoBuffer& signal_buf, float volume, float pan_left,
+                                  float pan_right) {
+    const float* signal_ptr = signal_buf.get_first_sample_ptr();
+    TARQ_ASSERT(signal_buf.get_buf_size() == buf_size);
+    for (uint32_t i = 0; i < buf_size; i++) {
+        const float loud = signal_ptr[i] * volume;
+        samples[2 * i] = loud * pan_left;
+        samples[2 * i + 1] = loud * pan_right;
     }
 }
 

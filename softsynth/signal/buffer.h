@@ -73,10 +73,13 @@ class StereoBuffer : public Buffer {
     [[nodiscard]] bool is_valid(const float* p) const;
 
     StereoBuffer& operator+=(const StereoBuffer& o);
+    StereoBuffer& operator+=(float constant);
 
     // left = (signal * vol) * pan_left, right = (signal * vol) * pan_right
     void make_from_mono(const MonoBuffer& signal_buf, const MonoBuffer& vol_buf,
                         const MonoBuffer& pan_buf_left, const MonoBuffer& pan_buf_right);
+    void make_from_mono(const MonoBuffer& signal_buf, float volume, float pan_left,
+                        float pan_right);
 
   private:
     // One more frame than the capacity, so that the pointers one past the end stay inside.

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "common/assertion.h"
-#include "softsynth/parameters/master_quantities.h"
 #include "softsynth/signal/fade_out.h"
 
 namespace tarquil {
@@ -36,8 +35,7 @@ void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
     TARQ_ASSERT(velocity <= 127);
     TARQ_ASSERT(active_voices[midi_pitch] == NULL); // NOLINT(modernize-use-nullptr)
     const int max_voices = last_int(CTRL_CHAN_MAX_VOICES);
-    TARQ_ASSERT(used_voices >= 0);
-    if (used_voices - fading_voices >= max_voices) {
+    if (voices.count() - fading_voices >= max_voices) {
         Voice* oldest = pool->find_oldest_on_channel(*this);
         if (oldest != nullptr)
             oldest->note_cut(time);
@@ -47,7 +45,7 @@ void Channel::note_on(uint32_t time, int midi_pitch, int velocity) {
         return;
     voice->note_on(*this, midi_pitch, velocity, time);
     active_voices[midi_pitch] = voice;
-    used_voices++;
+    voices.insert(pool->place_of(*voice));
 }
 
 void Channel::note_off(uint32_t time, int midi_pitch) {
@@ -63,9 +61,8 @@ void Channel::free_voice(const Voice& v) {
     // A stolen note's note-off must not release the note that gets its voice next.
     if (active_voices[v.get_note()] == &v)
         active_voices[v.get_note()] = nullptr;
-    used_voices--;
+    voices.erase(pool->place_of(v));
     fading_voices -= int(v.is_fading());
-    TARQ_ASSERT(used_voices >= 0);
 }
 
 void Channel::move_clock_back(uint32_t frames, uint32_t now) {
@@ -81,71 +78,74 @@ int Channel::last_int(unsigned controller) const {
     return controllers.get_controller(controller).get_last_int_value();
 }
 
-void Channel::render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                     StereoBuffer* tap) {
-    const uint32_t size = outputs[0].get_buf_size();
-    if (tap != nullptr) {
-        tap->init(size);
-        tap->nullify();
-    }
+void Channel::render(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                     ChannelOutput& output) {
+    output.clear(size);
     if (fade != Fade::NONE && fading_voices == 0 && is_silent(start))
         forget_echoes();
-    if (used_voices == 0 && is_silent(start))
+    if (!voices.any() && is_silent(start))
         return;
     scratch.init(size);
     if (fade == Fade::DUE)
         begin_fade();
     if (fade == Fade::RUNNING)
-        render_fading(outputs, start, scratch, tap);
+        render_fading(size, start, scratch, output);
     else
-        render_present(outputs, start, scratch, tap);
+        render_present(start, scratch, output);
 }
 
-void Channel::render_present(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                             StereoBuffer* tap) {
-    render_voices(scratch.signal, start, false);
+const ChainSettings& Channel::present_settings() {
+    if (settings_count != controllers.get_change_count()) {
+        settings = ChainSettings(get_sound_controls(false));
+        settings_count = controllers.get_change_count();
+    }
+    return settings;
+}
+
+void Channel::render_present(uint32_t start, ChannelScratch& scratch, ChannelOutput& output) {
+    const bool has_sound = render_voices(scratch.signal, start, false);
     if (is_silent(start))
         return;
     const SoundControls controls = get_sound_controls(false);
-    chains[chain].render(controls, start, stereo_effect, DelayLine::Part::PRESENT, scratch);
-    send(controls, scratch.mix, outputs);
-    if (tap == nullptr)
+    const ChainSettings& present = present_settings();
+    if (!has_sound && chain_is_empty && present.passes_silence && controls.are_still()) {
+        output.add_silence(present);
         return;
-    if (fade == Fade::RUNNING)
-        *tap += scratch.mix;
-    else
-        Buffer::copy(scratch.mix, *tap);
+    }
+    chains[chain].render(present, controls, start, stereo_effect, DelayLine::Part::PRESENT, scratch,
+                         output.add(present));
+    chain_is_empty = present.passes_silence;
 }
 
-void Channel::render_fading(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                            StereoBuffer* tap) {
-    const uint32_t size = outputs[0].get_buf_size();
+void Channel::render_fading(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                            ChannelOutput& output) {
     const SoundControls controls = get_sound_controls(true);
+    const ChainSettings past(controls);
     render_voices(scratch.signal, start, true);
-    chains[1 - chain].render(controls, start, stereo_effect, DelayLine::Part::PAST, scratch);
-    FadeOut::apply(scratch.mix.get_first_left_sample_ptr(), size, int32_t(start - frozen.time));
-    send(controls, scratch.mix, outputs);
-    if (tap != nullptr)
-        Buffer::copy(scratch.mix, *tap);
-    later_sound = later_sound || used_voices > fading_voices;
+    StereoBuffer& mix = output.add(past);
+    chains[1 - chain].render(past, controls, start, stereo_effect, DelayLine::Part::PAST, scratch,
+                             mix);
+    FadeOut::apply(mix.get_first_left_sample_ptr(), size, int32_t(start - frozen.time));
+    later_sound = later_sound || voices.count() > fading_voices;
     if (later_sound)
-        render_present(outputs, start, scratch, tap);
+        render_present(start, scratch, output);
     if (int32_t(start + size - frozen.time) >= int32_t(FadeOut::LENGTH))
         end_fade(start + size);
 }
 
 void Channel::silence(uint32_t time) {
     const bool is_first = fade == Fade::NONE;
-    for (Voice& voice : *pool) {
-        if (!voice.belongs_to_channel(*this) || voice.is_fading())
-            continue;
+    voices.for_each([&](uint32_t place) {
+        Voice& voice = pool->at(place);
+        if (voice.is_fading())
+            return;
         if (is_first) {
             voice.start_fade();
             fading_voices++;
         } else if (!voice.is_cut()) {
             voice.note_cut(time);
         }
-    }
+    });
     std::fill(std::begin(active_voices), std::end(active_voices), nullptr);
     if (!is_first)
         return;
@@ -158,14 +158,17 @@ void Channel::begin_fade() {
     later_sound = false;
     chain = 1 - chain;
     chains[chain].reset();
+    chain_is_empty = false;
     stereo_effect.split(StereoEffect::effect_type(frozen.bytes[CTRL_CHANFX2_TYPE]));
 }
 
 void Channel::end_fade(uint32_t end) {
-    for (Voice& voice : *pool) {
-        if (voice.belongs_to_channel(*this) && voice.is_fading())
+    const VoiceSet before = voices; // those that end leave it
+    before.for_each([this](uint32_t place) {
+        Voice& voice = pool->at(place);
+        if (voice.is_fading())
             voice.free();
-    }
+    });
     fade = Fade::NONE;
     if (!later_sound)
         last_render_time = end - FRESH_SILENCE;
@@ -181,27 +184,20 @@ bool Channel::is_silent(uint32_t start) const {
     return int32_t(start - last_render_time) > SILENCE_AFTER;
 }
 
-void Channel::render_voices(MonoBuffer& signal, uint32_t start, bool fading) {
+bool Channel::render_voices(MonoBuffer& signal, uint32_t start, bool fading) {
     signal.nullify();
-    for (Voice& voice : *pool) {
-        if (voice.belongs_to_channel(*this) && voice.is_fading() == fading) {
-            voice.add_output(signal, start);
-            last_render_time = start + signal.get_buf_size();
-        }
-    }
-}
-
-void Channel::send(const SoundControls& controls, const StereoBuffer& mix, StereoBuffer* outputs) {
-    for (int i = 0; i < NUM_AUX_BUSES; i++) {
-        float aux_level = 1.0F;
-        if (i > 0) {
-            const unsigned controller = i == 1 ? CTRL_AUX1_LEVEL : CTRL_AUX2_LEVEL;
-            aux_level = send_level(controls.last_value(controller));
-        }
-        TARQ_ASSERT(aux_level >= 0.0f);
-        if (aux_level > 0.0F)
-            Buffer::add_scaled(mix, aux_level, outputs[i]);
-    }
+    bool any = false;
+    const VoiceSet before = voices; // those that end leave it
+    before.for_each([&](uint32_t place) {
+        Voice& voice = pool->at(place);
+        if (voice.is_fading() != fading)
+            return;
+        voice.add_output(signal, start);
+        any = true;
+    });
+    if (any)
+        last_render_time = start + signal.get_buf_size();
+    return any;
 }
 
 } // namespace tarquil

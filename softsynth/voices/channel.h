@@ -8,17 +8,17 @@
 
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/signal/buffer.h"
+#include "softsynth/voices/chain_settings.h"
 #include "softsynth/voices/channel_chain.h"
+#include "softsynth/voices/channel_output.h"
 #include "softsynth/voices/channel_scratch.h"
 #include "softsynth/voices/controller.h"
 #include "softsynth/voices/sound_controls.h"
 #include "softsynth/voices/voice_pool.h"
+#include "softsynth/voices/voice_set.h"
 #include "softsynth/wavetables/phase_random.h"
 
 namespace tarquil {
-
-// The engine's buses: 0 main, 1 reverb send, 2 delay send.
-inline constexpr int NUM_AUX_BUSES = 3;
 
 class Channel {
   public:
@@ -41,13 +41,13 @@ class Channel {
     // silenced again meanwhile cuts the notes that have started since.
     void silence(uint32_t time);
 
-    // Renders the block that starts at `start`, for which the voices have been rendered, and adds
-    // it to the three buses, whose size is the block's.  `tap`, if given, receives what is added to
-    // the main bus.
-    void render(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                StereoBuffer* tap = nullptr);
+    // Renders the block of `size` frames that starts at `start`, for which the voices have been
+    // rendered.  Channels do not act on each other: any number of them may render at the same time,
+    // each with a scratch of its own.
+    void render(uint32_t size, uint32_t start, ChannelScratch& scratch, ChannelOutput& output);
 
-    [[nodiscard]] bool has_voices() const { return used_voices > 0; }
+    // Those that sound, by their places in the pool.
+    [[nodiscard]] const VoiceSet& get_voices() const { return voices; }
 
     // A voice of this channel has finished.
     void free_voice(const Voice& v);
@@ -71,16 +71,15 @@ class Channel {
   private:
     // True when the last voice before `start` lies so far back that its tails count as silence.
     [[nodiscard]] bool is_silent(uint32_t start) const;
-    // The sum of the voices that fade, or of the others.
-    void render_voices(MonoBuffer& signal, uint32_t start, bool fading);
-    void render_fading(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                       StereoBuffer* tap);
-    void render_present(StereoBuffer* outputs, uint32_t start, ChannelScratch& scratch,
-                        StereoBuffer* tap);
+    // The sum of the voices that fade, or of the others; false when there is none.
+    bool render_voices(MonoBuffer& signal, uint32_t start, bool fading);
+    void render_fading(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                       ChannelOutput& output);
+    void render_present(uint32_t start, ChannelScratch& scratch, ChannelOutput& output);
+    const ChainSettings& present_settings();
     void begin_fade();
     void end_fade(uint32_t end);
     void forget_echoes();
-    static void send(const SoundControls& controls, const StereoBuffer& mix, StereoBuffer* outputs);
 
     [[nodiscard]] int last_int(unsigned controller) const;
 
@@ -88,17 +87,20 @@ class Channel {
     ChannelChain chains[2]; // the one in use, and what fades behind another
     unsigned chain = 0;
     StereoEffect stereo_effect;
+    ChainSettings settings;               // of the controllers after so many changes
+    uint32_t settings_count = UINT32_MAX; // none yet
+    bool chain_is_empty = true;           // no memory behind silence
 
     // memory while the channel is being silenced
     enum class Fade { NONE, DUE, RUNNING };
     Fade fade = Fade::NONE;
     FrozenControls frozen;     // and the fade's start
     bool later_sound = false;  // has been rendered since the fade began
-    int32_t fading_voices = 0; // of used_voices
+    int32_t fading_voices = 0; // of the voices
 
     // The voice that the last note-on of each pitch started and that has not had its note-off.
     Voice* active_voices[128] = {};
-    int32_t used_voices = 0;
+    VoiceSet voices; // all, also those that are in their release or cut
     float last_note_frequency = -1.0F;
     uint32_t last_render_time; // end of the last block with a voice of this channel
 

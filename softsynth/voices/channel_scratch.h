@@ -17,7 +17,6 @@ struct ChannelScratch {
     void init(uint32_t size) {
         for (MonoBuffer* buffer : {&signal, &volume, &left_gain, &right_gain, &cutoff, &resonance})
             buffer->init(size);
-        mix.init(size);
     }
 
     MonoBuffer signal; // the voices' sum on its way through the inserts and filters
@@ -29,7 +28,6 @@ struct ChannelScratch {
     MonoBuffer cutoff;
     MonoBuffer resonance;
 
-    StereoBuffer mix;
     StereoEffectScratch stereo_effect;
 };
 

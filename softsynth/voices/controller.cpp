@@ -40,8 +40,10 @@ void Controller::push_back(const ControllerEvent& event) {
     events[num_events] = event;
     num_events++;
     last_value = event.value;
-    if (changed_flag != nullptr)
+    if (changed_flag != nullptr) {
         *changed_flag = true;
+        ++*change_count;
+    }
 }
 
 void Controller::reset() {
@@ -93,6 +95,12 @@ void Controller::render(MonoBuffer& buf, uint32_t time, bool is_cubed) const {
 void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first,
                                  bool is_cubed) const {
     float* samples = buf.get_first_sample_ptr();
+    if (!has_multiple_values()) {
+        const float value = is_cubed ? get_last_cubed_value() : get_last_value();
+        for (uint32_t i = first; i < buf.get_buf_size(); i += CONTROL_PERIOD)
+            samples[i] = value;
+        return;
+    }
     uint32_t i = first;
     for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t /*first*/, uint32_t end) {
         for (; i < end; i += CONTROL_PERIOD)
@@ -115,7 +123,7 @@ ControllerArray::ControllerArray() {
             controllers[info.number].set_mapping(info.mapping.offset, info.mapping.scale);
     }
     for (unsigned c = 0; c < NUM_CONTROLLERS; c++)
-        controllers[c].set_changed_flag(&changed[c]);
+        controllers[c].set_change_notes(&changed[c], &change_count);
 }
 
 void ControllerArray::use_memory(TimelineMemory& timelines) {
@@ -123,17 +131,8 @@ void ControllerArray::use_memory(TimelineMemory& timelines) {
         controller.use_memory(timelines);
 }
 
-Controller& ControllerArray::get_controller(unsigned num) {
-    TARQ_ASSERT(num < NUM_CONTROLLERS);
-    return controllers[num];
-}
-
-const Controller& ControllerArray::get_controller(unsigned num) const {
-    TARQ_ASSERT(num < NUM_CONTROLLERS);
-    return controllers[num];
-}
-
-void ControllerArray::reset() {
+void ControllerArray::reset_changed() {
+    count_at_reset = change_count;
     // Few change in a block: looking at the flags alone keeps the timelines out of the caches.
     const auto next_changed = [this](size_t first) {
         return static_cast<bool*>(std::memchr(changed + first, true, NUM_CONTROLLERS - first));

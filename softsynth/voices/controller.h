@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "common/assertion.h"
 #include "softsynth/parameters/controller_table.h"
 #include "softsynth/parameters/effect_parameter.h"
 #include "softsynth/signal/buffer.h"
@@ -28,8 +29,11 @@ class Controller {
     // Keeps one event: the last value, at the first event's time.
     void reset();
 
-    // A flag that is set with every change, or none.
-    void set_changed_flag(bool* flag) { changed_flag = flag; }
+    // A flag that is set and a number that grows with every change, or none.
+    void set_change_notes(bool* flag, uint32_t* count) {
+        changed_flag = flag;
+        change_count = count;
+    }
     // Where the timeline finds room when it grows; from the heap without.
     void use_memory(TimelineMemory& timelines) { memory = &timelines; }
 
@@ -74,6 +78,7 @@ class Controller {
     float offset = 0.0F;
     float scale = 1.0F / 127;
     bool* changed_flag = nullptr;
+    uint32_t* change_count = nullptr;
     TimelineMemory* memory = nullptr;
     ControllerEvent* events = own_events;
     ControllerEvent own_events[OWN_EVENTS];
@@ -89,14 +94,32 @@ class ControllerArray {
     // As Controller::use_memory, for all.
     void use_memory(TimelineMemory& timelines);
 
-    Controller& get_controller(unsigned num);
-    [[nodiscard]] const Controller& get_controller(unsigned num) const;
+    Controller& get_controller(unsigned num) {
+        TARQ_ASSERT(num < NUM_CONTROLLERS);
+        return controllers[num];
+    }
+    [[nodiscard]] const Controller& get_controller(unsigned num) const {
+        TARQ_ASSERT(num < NUM_CONTROLLERS);
+        return controllers[num];
+    }
+
+    // Changes so far.
+    [[nodiscard]] uint32_t get_change_count() const { return change_count; }
+    // True when none has changed since the last reset: each has one value.
+    [[nodiscard]] bool is_still() const { return change_count == count_at_reset; }
 
     // Resets those that have changed; to the others it would do nothing.
-    void reset();
+    void reset() {
+        if (!is_still())
+            reset_changed();
+    }
     void move_clock_back(uint32_t frames);
 
   private:
+    void reset_changed();
+
+    uint32_t change_count = 0;
+    uint32_t count_at_reset = 0;
     Controller controllers[NUM_CONTROLLERS];
     bool changed[NUM_CONTROLLERS] = {};
 };

@@ -35,6 +35,8 @@ class SoundControls {
     [[nodiscard]] bool is_frozen_at(uint32_t time) const {
         return frozen != nullptr && time >= frozen->time;
     }
+    // True when nothing changes within the block.
+    [[nodiscard]] bool are_still() const { return frozen == nullptr && live.is_still(); }
     [[nodiscard]] int last_int_value(unsigned number) const {
         return frozen != nullptr ? frozen->bytes[number]
                                  : live.get_controller(number).get_last_int_value();

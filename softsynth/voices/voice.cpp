@@ -16,12 +16,14 @@ namespace tarquil {
 
 namespace {
 
-// Distance from a slot's source controller to its amount and fine amount.
-constexpr ModulationRows FIRST_SLOT = modulation_rows(0);
-constexpr unsigned AMOUNT = FIRST_SLOT.amount - FIRST_SLOT.source;
-constexpr unsigned FINE_AMOUNT = FIRST_SLOT.fine_amount - FIRST_SLOT.source;
-
 constexpr double RANDOM_TO_CYCLES = 1.0 / 2147483648.0;
+
+// A row whose values are all the same.
+struct Constant {
+    float operator[](uint32_t /*sample*/) const { return value; }
+
+    float value;
+};
 
 } // namespace
 
@@ -55,6 +57,7 @@ void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t t
         cubed_controller_values[c] = cubed(value);
     }
     velocity_scale = float(velocity) / 127;
+    init_modulation();
     const float frequency = note_frequency(float(note));
     init_oscillators();
     init_envelopes(time, velocity);
@@ -62,7 +65,22 @@ void Voice::note_on(Channel& new_channel, int new_note, int velocity, uint32_t t
     init_filter(frequency);
 }
 
+void Voice::init_modulation() {
+    used_sources = 0;
+    for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++) {
+        const ModulationRows rows = modulation_rows(slot);
+        const auto source = unsigned(controller_values_int[rows.source]);
+        TARQ_ASSERT(source < INFL_END_MARKER);
+        modulations[slot] = {.source = source,
+                             .multiplies = controller_values_int[rows.amount] == MULTIPLYING_AMOUNT,
+                             .amount = controller_values[rows.amount] +
+                                       controller_values[rows.fine_amount]};
+        used_sources |= 1U << source;
+    }
+}
+
 void Voice::init_oscillators() {
+    is_ring_modulated = controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] != 0;
     for (unsigned i = 0; i < NUM_GROUPS; i++) {
         const float base = float(note) + controller_values[CTRL_OSC1_COARSE_TUNE + i] +
                            controller_values[CTRL_OSC1_FINE_TUNE + i];
@@ -74,6 +92,9 @@ void Voice::init_oscillators() {
             half == 0 ? 0.0F : cubed_controller_values[CTRL_OSC1_SPREAD + i] / float(half);
         // One control governs the phases of all three groups.
         const auto randomness = unsigned(controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE]);
+        // Copies in random phases add up in power, copies in phase in amplitude.
+        group_gains[i] =
+            randomness != 0 ? 1.0F / std::sqrt(float(osc_count)) : 1.0F / float(osc_count);
         uint32_t phases[MAX_MULTI_OSC_WIDTH];
         for (int j = 0; j < osc_count; j++) {
             const double random = channel->get_phase_random().next() * RANDOM_TO_CYCLES;
@@ -107,6 +128,7 @@ void Voice::init_portamento(float frequency) {
     portamento_start = channel->get_last_note_frequency() / frequency;
     if (portamento_start < 0.0F)
         portamento_start = 1.0F; // no previous note
+    portamento_length = portamento_samples(controller_values[CTRL_PORTAMENTO_TIME]);
     channel->set_last_note_frequency(frequency);
 }
 
@@ -130,13 +152,11 @@ void Voice::render_signals(VoiceScratch& scratch, uint32_t start, uint32_t size)
     render_envelopes(scratch, start, start + size);
     render_lfos(scratch, start, offset);
     render_pitch_buffer(scratch.pitch, start, active_start);
-    for (int i = 0; i < NUM_GROUPS; i++)
+    for (unsigned i = 0; i < NUM_GROUPS; i++)
         render_group(scratch, i, offset);
     mix_groups(scratch, start, offset);
     render_filter_controls(scratch, start);
-    TARQ_ASSERT(source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) <= INFL_RESONANCE);
-    possibly_influence(signals.amplitude, {0, 1, size}, scratch, CTRL_AMPLITUDE_INFLUENCE_SOURCE,
-                       velocity_scale);
+    possibly_influence(signals.amplitude, {0, 1, size}, scratch, AMPLITUDE_SLOT, velocity_scale);
 }
 
 void Voice::add_output(MonoBuffer& out, uint32_t start) {
@@ -150,16 +170,19 @@ void Voice::add_output(MonoBuffer& out, uint32_t start) {
 
 void Voice::render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end) {
     env_render(&envelopes[0], signals.amplitude, start, end);
+    scratch.signals[INFL_ENV1] = signals.amplitude;
     for (unsigned i = 1; i < NUM_ENVELOPES; i++) {
-        if (is_influence_in_use(Influence(INFL_ENV1 + i)))
-            env_render(&envelopes[i], scratch.sources[INFL_ENV1 + i].get_first_sample_ptr(), start,
-                       end);
+        if (!is_in_use(INFL_ENV1 + i))
+            continue;
+        float* row = scratch.sources[INFL_ENV1 + i].get_first_sample_ptr();
+        env_render(&envelopes[i], row, start, end);
+        scratch.signals[INFL_ENV1 + i] = row;
     }
 }
 
 void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
     for (unsigned k = 0; k < NUM_LFOS; k++) {
-        if (!is_influence_in_use(Influence(INFL_LFO1 + k)))
+        if (!is_in_use(INFL_LFO1 + k))
             continue;
         MonoBuffer& speed = scratch.pitch;
         get_controls().render_controls(CTRL_LFO1_SPEED + k, speed, start, offset, true);
@@ -170,25 +193,30 @@ void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) 
             lfos[k].render_controls(out, speed, offset);
         else
             lfos[k].render_interpolated(out, speed, offset);
+        scratch.signals[INFL_LFO1 + k] = out.get_first_sample_ptr();
     }
 }
 
 bool Voice::is_read_at_controls_only(unsigned source, uint32_t offset) const {
     // Pitch is read every CONTROL_PERIOD samples from the note's first on, filter controls from the
     // block's first on.
-    const unsigned amplitude_source = source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE);
+    const unsigned amplitude_source = modulations[AMPLITUDE_SLOT].source;
     return offset % CONTROL_PERIOD == 0 && amplitude_source != source &&
            amplitude_source != INFL_RESONANCE;
 }
 
-void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {
-    const auto i = unsigned(index);
-    const unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE + i;
-    const auto influence = Influence(source_of(slot));
-    MonoBuffer& out = scratch.sources[INFL_OSC1 + i];
+void Voice::render_group(VoiceScratch& scratch, unsigned index, uint32_t offset) {
+    OscillatorGroup& group = oscillators[index];
+    const unsigned slot = FIRST_PITCH_SLOT + index;
+    const unsigned source = modulations[slot].source;
+    TARQ_ASSERT(source < INFL_OSC1 + index);
+    if (group.is_off()) {
+        scratch.signals[INFL_OSC1 + index] = scratch.zeros;
+        return;
+    }
+    MonoBuffer& out = scratch.sources[INFL_OSC1 + index];
     const MonoBuffer* pitch = &scratch.pitch;
-    if (influence != INFL_NONE) {
-        TARQ_ASSERT(influence < Influence(INFL_OSC1 + i));
+    if (source != INFL_NONE) {
         const Grid grid = {offset, CONTROL_PERIOD, out.get_buf_size()};
         const float* unmodulated = scratch.pitch.get_first_sample_ptr();
         float* modulated = scratch.modulated_pitch.get_first_sample_ptr();
@@ -197,35 +225,40 @@ void Voice::render_group(VoiceScratch& scratch, int index, uint32_t offset) {
         pitch = &scratch.modulated_pitch;
     }
     std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);
-    OscillatorGroup& group = oscillators[i];
     group.render(out, *pitch, offset);
-    const auto count = float(group.get_count());
-    if (group.get_count() > 1) {
-        // Copies in random phases add up in power, copies in phase in amplitude.
-        const bool random = controller_values_int[CTRL_OSC1_RANDOMIZE_PHASE] != 0;
-        Buffer::scale(out, random ? 1.0F / std::sqrt(count) : 1.0F / count, out);
+    if (group.get_count() > 1)
+        Buffer::scale(out, group_gains[index], out);
+    scratch.signals[INFL_OSC1 + index] = out.get_first_sample_ptr();
+}
+
+template <typename Volume, typename Mix>
+void Voice::mix_groups_with(const VoiceScratch& scratch, const Volume& volume, const Mix& mix) {
+    const float* osc1 = scratch.signals[INFL_OSC1];
+    const float* osc2 = scratch.signals[INFL_OSC2];
+    const float* osc3 = scratch.signals[INFL_OSC3];
+    const uint32_t size = scratch.volume.get_buf_size();
+    float* out = signals.signal;
+    if (is_ring_modulated) {
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] * osc2[i] + volume[i] * osc3[i];
+    } else {
+        for (uint32_t i = 0; i < size; i++)
+            out[i] = osc1[i] + (osc2[i] - osc1[i]) * mix[i] + volume[i] * osc3[i];
     }
 }
 
 void Voice::mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset) {
     const SoundControls controls = get_controls();
-    const float* osc1 = scratch.sources[INFL_OSC1].get_first_sample_ptr();
-    const float* osc2 = scratch.sources[INFL_OSC2].get_first_sample_ptr();
-    const float* osc3 = scratch.sources[INFL_OSC3].get_first_sample_ptr();
-    const uint32_t size = scratch.volume.get_buf_size();
-    controls.render(CTRL_OSC3_VOLUME, scratch.volume, start, true);
-    const float* volume = scratch.volume.get_first_sample_ptr();
-    float* out = signals.signal;
-    if (controller_values_int[CTRL_OSC1_OSC2_RING_MODULATOR] == 0) {
-        controls.render(CTRL_OSC1_OSC2_MIX, scratch.mix, start, false);
-        const float* mix = scratch.mix.get_first_sample_ptr();
-        for (uint32_t i = 0; i < size; i++)
-            out[i] = osc1[i] + (osc2[i] - osc1[i]) * mix[i] + volume[i] * osc3[i];
+    if (controls.are_still()) {
+        mix_groups_with(scratch, Constant{controls.last_cubed_value(CTRL_OSC3_VOLUME)},
+                        Constant{controls.last_value(CTRL_OSC1_OSC2_MIX)});
     } else {
-        for (uint32_t i = 0; i < size; i++)
-            out[i] = osc1[i] * osc2[i] + volume[i] * osc3[i];
+        controls.render(CTRL_OSC3_VOLUME, scratch.volume, start, true);
+        controls.render(CTRL_OSC1_OSC2_MIX, scratch.mix, start, false);
+        mix_groups_with(scratch, scratch.volume.get_first_sample_ptr(),
+                        scratch.mix.get_first_sample_ptr());
     }
-    std::fill_n(out, offset, 0.0F);
+    std::fill_n(signals.signal, offset, 0.0F);
 }
 
 void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
@@ -234,23 +267,21 @@ void Voice::render_filter_controls(VoiceScratch& scratch, uint32_t start) {
     const Grid grid = {0, CONTROL_PERIOD, size};
 
     MonoBuffer& resonance = scratch.sources[INFL_RESONANCE];
-    TARQ_ASSERT(source_of(CTRL_RESONANCE1_INFLUENCE_SOURCE) < INFL_RESONANCE);
-    if (source_of(CTRL_AMPLITUDE_INFLUENCE_SOURCE) == INFL_RESONANCE) {
+    TARQ_ASSERT(modulations[RESONANCE_SLOT].source < INFL_RESONANCE);
+    if (modulations[AMPLITUDE_SLOT].source == INFL_RESONANCE) {
         controls.render(CTRL_FILTER1_RESONANCE, resonance, start, false);
-        possibly_influence(resonance.get_first_sample_ptr(), {0, 1, size}, scratch,
-                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+        possibly_influence(resonance.get_first_sample_ptr(), {0, 1, size}, scratch, RESONANCE_SLOT,
+                           1.0F);
     } else {
         controls.render_controls(CTRL_FILTER1_RESONANCE, resonance, start, 0, false);
-        possibly_influence(resonance.get_first_sample_ptr(), grid, scratch,
-                           CTRL_RESONANCE1_INFLUENCE_SOURCE, 1.0F);
+        possibly_influence(resonance.get_first_sample_ptr(), grid, scratch, RESONANCE_SLOT, 1.0F);
     }
+    scratch.signals[INFL_RESONANCE] = resonance.get_first_sample_ptr();
 
     controls.render_controls(CTRL_FILTER1_CUTOFF, scratch.cutoff, start, 0, false);
-    for (const unsigned slot : {CTRL_CUTOFF1_INFLUENCE1_SOURCE, CTRL_CUTOFF1_INFLUENCE2_SOURCE,
-                                CTRL_CUTOFF1_INFLUENCE3_SOURCE}) {
-        TARQ_ASSERT(source_of(slot) < INFL_END_MARKER);
-        possibly_influence(scratch.cutoff.get_first_sample_ptr(), grid, scratch, slot, 1.0F);
-    }
+    for (unsigned i = 0; i < NUM_CUTOFF_SLOTS; i++)
+        possibly_influence(scratch.cutoff.get_first_sample_ptr(), grid, scratch,
+                           FIRST_CUTOFF_SLOT + i, 1.0F);
     grid.for_each([&](uint32_t t) {
         signals.cutoff[t / CONTROL_PERIOD] = scratch.cutoff.get_first_sample_ptr()[t];
         signals.resonance[t / CONTROL_PERIOD] = resonance.get_first_sample_ptr()[t];
@@ -261,51 +292,22 @@ SoundControls Voice::get_controls() const {
     return channel->get_sound_controls(fading);
 }
 
-const float* Voice::signal_of(const VoiceScratch& scratch, unsigned source) const {
-    return source == INFL_ENV1 ? signals.amplitude : scratch.sources[source].get_first_sample_ptr();
-}
-
-void Voice::possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
-                               unsigned source_controller, float scale) const {
-    const unsigned source = source_of(source_controller);
-    if (source == INFL_NONE)
-        return;
-    const float* signal = signal_of(scratch, source);
-    if (multiplies(source_controller)) {
+void Voice::influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                      const Modulation& modulation, float scale) {
+    const float* signal = scratch.signals[modulation.source];
+    if (modulation.multiplies) {
         grid.for_each([&](uint32_t t) { dest[t] *= signal[t]; });
     } else {
-        const float factor = amount_of(source_controller) * scale;
+        const float factor = modulation.amount * scale;
         grid.for_each([&](uint32_t t) { dest[t] += signal[t] * factor; });
     }
-}
-
-unsigned Voice::source_of(unsigned source_controller) const {
-    return unsigned(controller_values_int[source_controller]);
-}
-
-float Voice::amount_of(unsigned source_controller) const {
-    return controller_values[source_controller + AMOUNT] +
-           controller_values[source_controller + FINE_AMOUNT];
-}
-
-bool Voice::multiplies(unsigned source_controller) const {
-    return controller_values_int[source_controller + AMOUNT] == MULTIPLYING_AMOUNT;
-}
-
-bool Voice::is_influence_in_use(Influence influence) const {
-    for (unsigned slot = CTRL_OSC1_INFLUENCE_SOURCE; slot <= CTRL_AMPLITUDE_INFLUENCE_SOURCE;
-         slot++) {
-        if (source_of(slot) == influence)
-            return true;
-    }
-    return false;
 }
 
 void Voice::render_pitch_buffer(MonoBuffer& buf, uint32_t start, uint32_t active_start) const {
     TARQ_ASSERT(pitch_bend_mulfac_table[0] != 0.0f);
     float* ratios = buf.get_first_sample_ptr();
     const uint32_t end = start + buf.get_buf_size();
-    const uint32_t length = portamento_samples(controller_values[CTRL_PORTAMENTO_TIME]);
+    const uint32_t length = portamento_length;
     const uint32_t stop = std::min(start_time + length, end);
     uint32_t t = active_start;
     if (length > 0) {
@@ -325,6 +327,13 @@ void Voice::add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start,
     const Controller& pb_lsb = controllers.get_controller(CTRL_PITCH_BEND_LSB);
     TARQ_ASSERT(pb_msb.size() == pb_lsb.size());
     const SoundControls controls = get_controls();
+    if (controls.are_still()) {
+        const float bend = pitch_bend_mulfac_table[pb_msb.get_last_int_value() * 128 +
+                                                   pb_lsb.get_last_int_value()];
+        for (uint32_t t = active_start; t < end; t += CONTROL_PERIOD)
+            ratios[t - start] *= bend;
+        return;
+    }
     uint32_t evIdx = 0;
     for (uint32_t t = active_start; t < end; t += CONTROL_PERIOD) {
         while (evIdx < pb_msb.size() && pb_msb.event(evIdx).time <= t)

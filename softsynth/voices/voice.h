@@ -64,14 +64,20 @@ class Voice {
     [[nodiscard]] uint32_t get_start_time() const { return start_time; }
     [[nodiscard]] int get_note() const { return note; }
 
-    [[nodiscard]] bool is_influence_in_use(Influence influence) const;
-
   private:
-    static constexpr int NUM_GROUPS = int(NUM_OSCILLATORS);
+    static constexpr unsigned NUM_GROUPS = NUM_OSCILLATORS;
 
     // The samples of a block at which a signal has a value: from `first` on, one every `step`.
     struct Grid;
 
+    // A slot of modulation, as the note found it.
+    struct Modulation {
+        unsigned source = INFL_NONE;
+        bool multiplies = false; // instead of adding
+        float amount = 0.0F;
+    };
+
+    void init_modulation();
     void init_oscillators();
     void init_envelopes(uint32_t time, int velocity);
     void init_portamento(float frequency);
@@ -82,31 +88,43 @@ class Voice {
     void render_envelopes(VoiceScratch& scratch, uint32_t start, uint32_t end);
     void render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset);
     [[nodiscard]] bool is_read_at_controls_only(unsigned source, uint32_t offset) const;
-    void render_group(VoiceScratch& scratch, int group, uint32_t offset);
+    void render_group(VoiceScratch& scratch, unsigned group, uint32_t offset);
     void mix_groups(VoiceScratch& scratch, uint32_t start, uint32_t offset);
+    // `volume` is the third group's, `mix` the way from the first to the second: each a row, or
+    // what holds throughout.
+    template <typename Volume, typename Mix>
+    void mix_groups_with(const VoiceScratch& scratch, const Volume& volume, const Mix& mix);
     void render_filter_controls(VoiceScratch& scratch, uint32_t start);
 
-    // Adds the slot's source to a signal, scaled by its amounts; an amount at its top value
-    // multiplies instead.
+    // Adds the source of slot `slot` to a signal, scaled by its amount, or multiplies by it.
     void possibly_influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
-                            unsigned source_controller, float scale) const;
+                            unsigned slot, float scale) const {
+        if (modulations[slot].source != INFL_NONE)
+            influence(dest, grid, scratch, modulations[slot], scale);
+    }
+    static void influence(float* dest, const Grid& grid, const VoiceScratch& scratch,
+                          const Modulation& modulation, float scale);
 
+    [[nodiscard]] bool is_in_use(unsigned source) const {
+        return (used_sources >> source & 1U) != 0;
+    }
     // What is read live.
     [[nodiscard]] SoundControls get_controls() const;
 
-    [[nodiscard]] const float* signal_of(const VoiceScratch& scratch, unsigned source) const;
     void add_pitch_bend(float* ratios, uint32_t start, uint32_t active_start, uint32_t end) const;
-
-    [[nodiscard]] unsigned source_of(unsigned source_controller) const;
-    // The mapped amount plus the fine amount of a slot.
-    [[nodiscard]] float amount_of(unsigned source_controller) const;
-    [[nodiscard]] bool multiplies(unsigned source_controller) const;
 
     Channel* channel = nullptr; // null: the voice is free
     uint32_t start_time = 0;
     int note = 0;
     bool fading = false;
     float velocity_scale = 0.0F;
+
+    // settings of the note
+    Modulation modulations[NUM_MODULATION_SLOTS];
+    uint32_t used_sources = 0; // by bit
+    float group_gains[NUM_GROUPS] = {};
+    bool is_ring_modulated = false;
+    uint32_t portamento_length = 0;
 
     OscillatorGroup oscillators[NUM_GROUPS];
     Envelope envelopes[NUM_ENVELOPES];

@@ -22,14 +22,14 @@ class VoiceFilters {
   private:
     static constexpr uint32_t MAX_VOICES = VoicePool::NUM_VOICES;
 
+    // Of one kind.
     void render_ladders(std::span<Voice* const> voices, uint32_t size);
     void render_biquads(std::span<Voice* const> voices, int depth, uint32_t size);
 
-    void clear() { count = 0; }
-    void add(VoiceSignals& signals);
+    // Takes the rows of a batch.
+    void take(std::span<Voice* const> voices);
 
-    // The rows of the batch.
-    uint32_t count = 0;
+    uint32_t count = 0; // of the batch
     float* signal[MAX_VOICES] = {};
     const float* cutoff[MAX_VOICES] = {};
     const float* resonance[MAX_VOICES] = {};

@@ -26,6 +26,9 @@ class VoicePool {
     // Of all notes that the voices play.
     CopyTuningCache& get_copy_tunings() { return copy_tunings; }
 
+    [[nodiscard]] uint32_t place_of(const Voice& voice) const { return uint32_t(&voice - voices); }
+    Voice& at(uint32_t place) { return voices[place]; }
+
     Voice* begin() { return voices; }
     Voice* end() { return voices + NUM_VOICES; }
     [[nodiscard]] const Voice* begin() const { return voices; }

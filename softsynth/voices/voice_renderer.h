@@ -6,19 +6,18 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "softsynth/voices/voice_filters.h"
 #include "softsynth/voices/voice_scratch.h"
 
 namespace tarquil {
 
-class VoicePool;
-
 class VoiceRenderer {
   public:
-    // Leaves the filtered signal and the amplitude of every active voice in its rows, for the block
-    // of `size` samples that starts at the absolute sample time `start`.
-    void render(VoicePool& pool, uint32_t start, uint32_t size);
+    // Leaves the filtered signal and the amplitude of every voice, in pool order, in its rows, for
+    // the block of `size` samples that starts at the absolute sample time `start`.
+    void render(std::span<Voice* const> voices, uint32_t start, uint32_t size);
 
   private:
     VoiceScratch scratch;

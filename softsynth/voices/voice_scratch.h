@@ -18,10 +18,13 @@ struct VoiceScratch {
             source.init(size);
     }
 
-    // The sources of modulation by their number.  The first envelope's lies in the voice's own row
-    // of amplitudes; the resonance has a value at every CONTROL_PERIOD samples only, unless it
-    // modulates the amplitude.
+    // Room for the sources of modulation, by their number; the resonance has a value at every
+    // CONTROL_PERIOD samples only, unless it modulates the amplitude.
     MonoBuffer sources[INFL_END_MARKER];
+    // Where the voice's signals lie: there, in its own row of amplitudes (the first envelope), or,
+    // for an oscillator that is off, in `zeros`.
+    const float* signals[INFL_END_MARKER] = {};
+    const float zeros[MAX_NUM_SAMPLES] = {};
 
     // A value at every CONTROL_PERIOD samples, as ratios and octaves.
     MonoBuffer pitch;

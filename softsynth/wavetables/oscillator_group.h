@@ -24,6 +24,7 @@ class OscillatorGroup {
     // As Oscillator::init, for the next copy (at most MAX_MULTI_OSC_WIDTH).
     void add_copy(const WaveformStore& waves, float frequency, float start_phase);
 
+    [[nodiscard]] bool is_off() const { return copies.get_type() == OSC_NONE; }
     [[nodiscard]] int get_count() const { return int(copies.get_count()); }
 
     // The sum of all copies, each rendered as by Oscillator::render, added in order.
