@@ -40,4 +40,9 @@ void HostSynth::set_dialect(MidiDialect dialect) {
     host.programs_changed();
 }
 
+void HostSynth::set_tempo_sync(bool is_on) {
+    PlayerSynth::set_tempo_sync(is_on);
+    host.programs_changed();
+}
+
 } // namespace tarquil

@@ -21,6 +21,7 @@ class HostSynth : public PlayerSynth {
     void set_bank(const TarqSettings& bank) override;
     void set_channel_program(unsigned channel, unsigned program) override;
     void set_dialect(MidiDialect dialect) override;
+    void set_tempo_sync(bool is_on) override;
 
   private:
     EditListener& host;

@@ -57,6 +57,10 @@ void PlayerSynth::set_dialect(MidiDialect dialect) {
     player.set_dialect(dialect);
 }
 
+void PlayerSynth::set_tempo_sync(bool is_on) {
+    player.set_tempo_sync(is_on);
+}
+
 void PlayerSynth::set_song(const std::string& title, const std::string& author) {
     player.set_song(title, author);
 }

@@ -29,6 +29,7 @@ class PlayerSynth : public EditorSynth {
     void copy_bank(TarqSettings& bank) override;
     void set_bank(const TarqSettings& bank) override;
     void set_dialect(MidiDialect dialect) override;
+    void set_tempo_sync(bool is_on) override;
     void set_song(const std::string& title, const std::string& author) override;
 
     const WaveformStore& get_waves() override;

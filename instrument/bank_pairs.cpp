@@ -11,6 +11,7 @@ namespace tarquil {
 namespace {
 
 constexpr std::string_view NATIVE_VALUE = "native";
+constexpr std::string_view OFF_VALUE = "off";
 
 std::string_view trimmed(std::string_view value) {
     const size_t last = value.find_last_not_of(" \t");
@@ -46,18 +47,28 @@ std::string_view* BankPairs::field_of(std::string_view key) {
     return key == STATE_VERSION_KEY ? &version : nullptr;
 }
 
+// A line that is not there when it says what is usual.
+void BankPairs::take_switch(const TextPair& line, std::string_view usual, std::string_view other,
+                            LoadReport* report) {
+    const std::string_view value = trimmed(line.value);
+    if (value == usual)
+        return;
+    if (value != other)
+        report_warning(report, std::string(line.key) + " = " + std::string(value) +
+                                   " is not known, " + std::string(usual) + " is used");
+    if (others.get(line.key).empty())
+        others.set(line.key, value);
+}
+
 void BankPairs::take_other(const TextPair& line, LoadReport* report) {
     if (line.key == CHANNEL_PROGRAMS_KEY || line.key == EDITED_PROGRAM_KEY)
         return; // written and read by whoever has channels
     if (line.key == MIDI_KEY) {
-        const std::string_view value = trimmed(line.value);
-        if (value == NATIVE_VALUE)
-            return;
-        if (value != GENERAL_MIDI_VALUE)
-            report_warning(report,
-                           "midi = " + std::string(value) + " is not known, native is used");
-        if (others.get(MIDI_KEY).empty())
-            others.set(MIDI_KEY, value);
+        take_switch(line, NATIVE_VALUE, GENERAL_MIDI_VALUE, report);
+        return;
+    }
+    if (line.key == TEMPO_SYNC_KEY) {
+        take_switch(line, OFF_VALUE, ON_VALUE, report);
         return;
     }
     if (is_indented_key_of(TextKind::BANK, line.key))

@@ -17,6 +17,7 @@ namespace tarquil {
 inline constexpr int STATE_VERSION = 1;
 
 inline constexpr std::string_view GENERAL_MIDI_VALUE = "gm";
+inline constexpr std::string_view ON_VALUE = "on";
 
 // Views of the text that was read; the first of equal keys counts.
 struct BankPairs {
@@ -37,10 +38,12 @@ struct BankPairs {
     std::string_view title;
     std::string_view author;
     std::string_view version;
-    KeptLines others; // the dialect's among them
+    KeptLines others; // the switches' among them
 
   private:
     std::string_view* field_of(std::string_view key);
+    void take_switch(const TextPair& line, std::string_view usual, std::string_view other,
+                     LoadReport* report);
     void take_other(const TextPair& line, LoadReport* report);
 };
 

@@ -14,6 +14,7 @@ inline constexpr std::string_view NAME_KEY = "name";
 inline constexpr std::string_view SONG_TITLE_KEY = "song_title";
 inline constexpr std::string_view SONG_AUTHOR_KEY = "song_author";
 inline constexpr std::string_view MIDI_KEY = "midi";
+inline constexpr std::string_view TEMPO_SYNC_KEY = "tempo_sync";
 
 // Lines of a saved state.  A bank that has the first is compact: what it lacks is as in a new one.
 inline constexpr std::string_view STATE_VERSION_KEY = "state_version";

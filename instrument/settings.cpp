@@ -150,6 +150,14 @@ MidiDialect TarqSettings::get_midi_dialect() const {
                                                           : MidiDialect::NATIVE;
 }
 
+void TarqSettings::set_tempo_sync(bool is_on) {
+    kept_lines.set(TEMPO_SYNC_KEY, is_on ? ON_VALUE : "");
+}
+
+bool TarqSettings::get_tempo_sync() const {
+    return kept_lines.get(TEMPO_SYNC_KEY) == ON_VALUE;
+}
+
 unsigned TarqSettings::emit_global_controllers(midi_event* out, uint32_t time,
                                                unsigned capacity) const {
     unsigned count = 0;

@@ -75,6 +75,9 @@ class TarqSettings {
 
     void set_midi_dialect(MidiDialect dialect);
     [[nodiscard]] MidiDialect get_midi_dialect() const;
+    // Delays, LFOs and the retrigger follow the host's tempo; false if nothing is said.
+    void set_tempo_sync(bool is_on);
+    [[nodiscard]] bool get_tempo_sync() const;
     [[nodiscard]] const KeptLines& get_kept_lines() const { return kept_lines; }
 
   private:

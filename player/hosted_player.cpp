@@ -79,6 +79,13 @@ bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame)
     return sound.audio().add_message(channel_message.data(), time);
 }
 
+void HostedPlayer::set_tempo(const HostTempo& said, uint32_t frame) {
+    const uint32_t time = event_time(frame);
+    if (!sound.audio().has_room_for_tempo())
+        render_until(last_frame);
+    sound.audio().add_tempo(said, time);
+}
+
 void HostedPlayer::release_all(uint32_t frame) {
     const uint32_t time = event_time(frame);
     make_room(NUM_CHANNELS * NUM_KEYS);

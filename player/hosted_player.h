@@ -63,6 +63,9 @@ class HostedPlayer {
     // nearest.  System exclusive ones, whole, mean something to General MIDI only.  False when
     // there was no room for it, which takes thousands of messages within a millisecond.
     bool add_message(std::span<const uint8_t> message, uint32_t frame);
+    // What the host says of its tempo, and of its place if it plays, at `frame`: as often as it
+    // likes.
+    void set_tempo(const HostTempo& said, uint32_t frame);
     // Lets all keys and pedals go.
     void release_all(uint32_t frame);
     // A controller but the pitch bend becomes `value`, 0..127: of the edited program, or global.

@@ -72,6 +72,13 @@ void Player::set_dialect(MidiDialect dialect) {
     link.note_change();
 }
 
+void Player::set_tempo_sync(bool is_on) {
+    const LockHolder holder(lock);
+    texts.set_tempo_sync(is_on);
+    link.tempo_sync = is_on;
+    link.note_change();
+}
+
 // Makes the dialect that of the bank, and the channels' programs `channels`, if given.
 void Player::follow_dialect(const ChannelPrograms* channels) {
     const MidiDialect before = dialect();
@@ -296,6 +303,7 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
     old_banks = link.bank.offer(std::move(bytes));
     follow_names();
     post({.kind = PlayerEdit::Kind::REFRESH});
+    link.tempo_sync = texts.get_tempo_sync();
     follow_dialect(channels);
 }
 

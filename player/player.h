@@ -79,6 +79,11 @@ class Player {
     // ends what sounds; channels that all play the usual programs then play the other's usual ones.
     void set_dialect(MidiDialect dialect);
     [[nodiscard]] MidiDialect dialect() const { return link.dialect; }
+    // Whether delays, LFOs and the retrigger follow the host's tempo; it belongs to the bank.
+    void set_tempo_sync(bool is_on);
+    [[nodiscard]] bool tempo_sync() const {
+        return link.tempo_sync.load(std::memory_order_relaxed);
+    }
     // What General MIDI plays beside the bank, from now on; null, as at first: no drums, no laws.
     void set_gm_set(std::shared_ptr<const GmSet> set);
 

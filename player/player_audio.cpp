@@ -24,6 +24,7 @@ ChannelPrograms PlayerAudio::wanted_programs() const {
 
 void PlayerAudio::follow_edits() {
     follow_dialect();
+    follows_tempo = link.tempo_sync.load(std::memory_order_relaxed);
     // Those that come meanwhile wait for the next call: a writer may be faster than this.
     PlayerEdit edit;
     for (uint32_t count = link.edits.size(); count > 0 && link.edits.pop(edit); count--)
@@ -228,6 +229,7 @@ void PlayerAudio::silence() {
 void PlayerAudio::reset() {
     follow_edits();
     events.clear();
+    tempo_clock.clear();
     if (plays_gm()) {
         begin_gm();
         return;
@@ -271,8 +273,18 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         silence();
 }
 
+void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
+    const Tempo now = tempo_clock.advance(curr_time, frames);
+    Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire);
+    for (Tarquil* const one : {&engine, drums}) {
+        if (one != nullptr)
+            one->set_tempo(follows_tempo ? now : Tempo{});
+    }
+}
+
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
     const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
+    pass_tempo(engine, frames);
     engine.run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
     if (gm != nullptr && gm->has_rest())
         gm->run_rest(link.drum_engine.load(std::memory_order_acquire), pcm, frames, curr_time);
@@ -289,6 +301,7 @@ void PlayerAudio::keep_clock_low(Tarquil& engine) {
     if (gm != nullptr)
         gm->move_clock_back(frames);
     events.move_clock_back(frames);
+    tempo_clock.move_clock_back(frames);
     curr_time -= frames;
 }
 

@@ -8,6 +8,7 @@
 #include "player/channel_programs.h"
 #include "player/event_queue.h"
 #include "player/player_link.h"
+#include "player/tempo_clock.h"
 #include "softsynth/parameters/constants.h"
 
 namespace tarquil {
@@ -31,6 +32,11 @@ class PlayerAudio {
     bool add_exclusive(std::span<const uint8_t> message, uint32_t time);
     // Lets all keys and pedals go at `time`.  False when there is no room.
     bool release_all(uint32_t time);
+
+    // The host's tempo and place at `time`, in order; it acts with the run that holds the time, if
+    // the bank wants it.
+    void add_tempo(const HostTempo& said, uint32_t time) { tempo_clock.add(said, time); }
+    [[nodiscard]] bool has_room_for_tempo() const { return tempo_clock.has_room(); }
 
     // Changes a controller but the pitch bend, of the edited program or a global one, in the bank
     // and, from `time` on, in the sound.
@@ -72,6 +78,7 @@ class PlayerAudio {
     bool follow_in_gm(const PlayerEdit& edit, uint32_t time);
     bool add_gm_message(const midi_event& record);
     void set_gm_controller(unsigned program, unsigned number, int value, uint32_t time);
+    void pass_tempo(Tarquil& engine, uint32_t frames);
     void run_native(Tarquil& engine, float* pcm, uint32_t frames);
     void run_gm(Tarquil& engine, float* pcm, uint32_t frames);
     void publish_gm_programs();
@@ -93,6 +100,8 @@ class PlayerAudio {
     MidiDialect dialect = MidiDialect::NATIVE; // that has been followed
     GmEnsemble* gm = nullptr;                  // from the first time on that it plays
     EventQueue events;                         // the engine's own, or records of gm_message
+    TempoClock tempo_clock;
+    bool follows_tempo = false;
     uint32_t curr_time = 0;
     ChannelPrograms playing{};
 

@@ -93,6 +93,7 @@ void PlayerAudio::run_gm(Tarquil& engine, float* pcm, uint32_t frames) {
             }
             note_played(due[i]);
         }
+        pass_tempo(engine, piece);
         gm->run(engines, pcm + size_t(2) * done, piece, curr_time);
         curr_time += piece;
         done += piece;

@@ -60,6 +60,8 @@ struct PlayerLink {
     std::atomic<GmEnsemble*> ensemble{nullptr};
     // As asked for last; the ensemble is made before it is General MIDI.
     std::atomic<MidiDialect> dialect{MidiDialect::NATIVE};
+    // As the bank says.
+    std::atomic<bool> tempo_sync{false};
     // What each channel plays: as asked for last, by either side.
     std::atomic<uint8_t> channel_programs[NUM_CHANNELS]{};
     // The program that hosts and editors work on.

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "player/silence.h"
+#include "player/song_tempo.h"
 
 namespace tarquil {
 
@@ -53,7 +54,9 @@ void DevicePlayer::play_song(uint32_t last_frame) {
         const std::optional<SongPlayback::Due> due = playback->take(last_frame);
         if (!due)
             return;
-        if (due->bytes.empty())
+        if (due->tempo != nullptr)
+            hosted.set_tempo(host_tempo(*due->tempo), due->frame);
+        else if (due->bytes.empty())
             hosted.release_all(due->frame);
         else
             hosted.add_message(due->bytes, due->frame);

@@ -26,6 +26,9 @@ uint64_t SongPlayback::device_frame(uint32_t time) const {
 std::optional<SongPlayback::Due> SongPlayback::take(uint32_t last_frame) {
     if (ended)
         return std::nullopt;
+    const auto frame_of = [this](uint32_t time) {
+        return std::max(device_frame(time), block_start) - block_start;
+    };
     const bool has_message = next_message < song.messages.size();
     const bool is_exclusive = next_exclusive < song.exclusives.size() &&
                               song.exclusives[next_exclusive].position <= next_message;
@@ -34,7 +37,15 @@ std::optional<SongPlayback::Due> SongPlayback::take(uint32_t last_frame) {
         time = song.exclusives[next_exclusive].time;
     else if (has_message)
         time = song.messages[next_message].time;
-    const uint64_t frame = std::max(device_frame(time), block_start) - block_start;
+    if (next_tempo < song.tempos.size() && song.tempos[next_tempo].time <= time) {
+        const SongTempo& tempo = song.tempos[next_tempo];
+        const uint64_t frame = frame_of(tempo.time);
+        if (frame > last_frame)
+            return std::nullopt;
+        next_tempo++;
+        return Due{.frame = uint32_t(frame), .bytes = {}, .tempo = &tempo};
+    }
+    const uint64_t frame = frame_of(time);
     if (frame > last_frame)
         return std::nullopt;
     Due due{.frame = uint32_t(frame), .bytes = {}};

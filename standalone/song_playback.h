@@ -21,8 +21,9 @@ class SongPlayback {
     void start(const RateRatio& device_ratio);
 
     struct Due {
-        uint32_t frame = 0;             // of the block
-        std::span<const uint8_t> bytes; // none: the song ends, and every key is let go
+        uint32_t frame = 0;               // of the block
+        std::span<const uint8_t> bytes;   // none: the song ends, and every key is let go
+        const SongTempo* tempo = nullptr; // from here on, instead of a message
     };
     // Takes the next message if its frame in the block is `last_frame` or before.  At an upward
     // ratio the engine gets each on the sample that the song says, as a renderer has it.
@@ -39,6 +40,7 @@ class SongPlayback {
     const Song& song;
     size_t next_message = 0;
     size_t next_exclusive = 0;
+    size_t next_tempo = 0;
     bool ended = false;
 
     RateRatio ratio;

@@ -82,7 +82,10 @@ bool TarqVST::getVendorString(char* text) {
 
 int32_t TarqVST::canDo(const char* text) {
     const std::string_view ability = text;
-    return ability == "receiveVstEvents" || ability == "receiveVstMidiEvent" ? 1 : -1;
+    return ability == "receiveVstEvents" || ability == "receiveVstMidiEvent" ||
+                   ability == "receiveVstTimeInfo"
+               ? 1
+               : -1;
 }
 
 bool TarqVST::getOutputProperties(int32_t index, VstPinProperties* properties) {
@@ -140,7 +143,32 @@ int32_t TarqVST::processEvents(const VstEvents* host_events) {
     return 1;
 }
 
+// Only banks that follow the tempo make the host look for it.
+void TarqVST::ask_tempo() {
+    if (!synth.tempo_sync())
+        return;
+    constexpr int32_t WANTED = kVstTempoValid | kVstPpqPosValid | kVstBarsValid | kVstTimeSigValid;
+    const auto* now =
+        reinterpret_cast<const VstTimeInfo*>(call_host(audioMasterGetTime, 0, WANTED));
+    if (now == nullptr)
+        return;
+    const auto has = [now](int32_t flag) { return (now->flags & flag) != 0; };
+    HostTempo said;
+    if (has(kVstTempoValid))
+        said.quarters_per_minute = now->tempo;
+    if (has(kVstTransportPlaying) && has(kVstPpqPosValid)) {
+        said.place.emplace();
+        said.place->position = now->ppqPos;
+        if (has(kVstBarsValid))
+            said.place->bar_start = now->barStartPos;
+        if (has(kVstTimeSigValid))
+            said.place->bar_length = quarters(now->timeSigNumerator, now->timeSigDenominator);
+    }
+    synth.audio().add_tempo(said, stream.event_time(0));
+}
+
 template <typename Write> void TarqVST::render_pieces(int32_t frames, const Write& write) {
+    ask_tempo();
     for (int32_t done = 0; done < frames;) {
         const int32_t piece = std::min(frames - done, int32_t(MAX_NUM_SAMPLES));
         write(stream.next(uint32_t(piece)), done, piece);

@@ -99,6 +99,7 @@ class TarqVST : public AudioEffectX {
 
   private:
     // Calls write(frames rendered, first frame, frame count) for each piece of a host's block.
+    void ask_tempo();
     template <typename Write> void render_pieces(int32_t frames, const Write& write);
 
     unsigned current_program() { return synth.edited_program(); }

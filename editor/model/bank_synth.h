@@ -30,6 +30,7 @@ class BankSynth : public EditorSynth {
     void copy_bank(TarqSettings& copy) override { copy = bank; }
     void set_bank(const TarqSettings& new_bank) override { bank = new_bank; }
     void set_dialect(MidiDialect dialect) override { bank.set_midi_dialect(dialect); }
+    void set_tempo_sync(bool is_on) override { bank.set_tempo_sync(is_on); }
     void set_song(const std::string& title, const std::string& author) override;
 
     const WaveformStore& get_waves() override;

@@ -129,34 +129,35 @@ void EditorModel::change(UndoStep step) {
 }
 
 void EditorModel::apply(const Edit& edit, bool forward) {
-    std::visit(Overloaded{
-                   [&](const ControllerEdit& change) {
-                       // What is changed is shown.
-                       if (change.program != GLOBAL_PROGRAM)
-                           select_program(unsigned(change.program));
-                       synth.begin_edit(change.number);
-                       change_controller(change.number, forward ? change.after : change.before);
-                       synth.end_edit(change.number);
-                   },
-                   [&](const InstrumentEdit& change) {
-                       synth.set_instrument(change.program, forward ? change.after : change.before);
-                   },
-                   [&](const BankEdit& change) {
-                       synth.set_bank(forward ? *change.after : *change.before);
-                   },
-                   [&](const ChannelEdit& change) {
-                       synth.set_channel_program(change.channel,
-                                                 forward ? change.after : change.before);
-                   },
-                   [&](const SongEdit& change) {
-                       const auto& song = forward ? change.after : change.before;
-                       synth.set_song(song.first, song.second);
-                   },
-                   [&](const DialectEdit& change) {
-                       synth.set_dialect(forward ? change.after : change.before);
-                   },
-               },
-               edit);
+    std::visit(
+        Overloaded{
+            [&](const ControllerEdit& change) {
+                // What is changed is shown.
+                if (change.program != GLOBAL_PROGRAM)
+                    select_program(unsigned(change.program));
+                synth.begin_edit(change.number);
+                change_controller(change.number, forward ? change.after : change.before);
+                synth.end_edit(change.number);
+            },
+            [&](const InstrumentEdit& change) {
+                synth.set_instrument(change.program, forward ? change.after : change.before);
+            },
+            [&](const BankEdit& change) {
+                synth.set_bank(forward ? *change.after : *change.before);
+            },
+            [&](const ChannelEdit& change) {
+                synth.set_channel_program(change.channel, forward ? change.after : change.before);
+            },
+            [&](const SongEdit& change) {
+                const auto& song = forward ? change.after : change.before;
+                synth.set_song(song.first, song.second);
+            },
+            [&](const DialectEdit& change) {
+                synth.set_dialect(forward ? change.after : change.before);
+            },
+            [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
+        },
+        edit);
 }
 
 std::optional<uint64_t> EditorModel::revision() const {
@@ -215,6 +216,11 @@ void EditorModel::set_song(std::string_view title, std::string_view author) {
 void EditorModel::set_dialect(MidiDialect dialect) {
     if (dialect != state.dialect)
         change({"General MIDI", {DialectEdit{state.dialect, dialect}}});
+}
+
+void EditorModel::set_tempo_sync(bool is_on) {
+    if (is_on != state.tempo_sync)
+        change({"Follow the tempo", {TempoSyncEdit{is_on}}});
 }
 
 void EditorModel::paste_instrument(const Instrument& instrument, unsigned program) {

@@ -55,6 +55,7 @@ class EditorModel {
     void assign_channel(unsigned channel, unsigned program);
     void set_song(std::string_view title, std::string_view author);
     void set_dialect(MidiDialect dialect);
+    void set_tempo_sync(bool is_on);
 
     void paste_instrument(const Instrument& instrument, unsigned program);
     // One that comes from elsewhere.

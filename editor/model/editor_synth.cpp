@@ -16,6 +16,7 @@ void read_bank(const TarqSettings& bank, unsigned program, EditorState& state) {
     state.song_title = bank.get_song_title();
     state.song_author = bank.get_song_author();
     state.dialect = bank.get_midi_dialect();
+    state.tempo_sync = bank.get_tempo_sync();
 }
 
 } // namespace tarquil

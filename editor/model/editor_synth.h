@@ -28,6 +28,7 @@ struct EditorState {
     std::string song_title;
     std::string song_author;
     MidiDialect dialect = MidiDialect::NATIVE; // of the messages that are played
+    bool tempo_sync = false;                   // what can follow the host's tempo follows it
 
     bool operator==(const EditorState& other) const = default;
 };
@@ -74,6 +75,8 @@ class EditorSynth {
     virtual void set_bank(const TarqSettings& bank) = 0;
     // What messages mean, kept with the bank; a change ends what sounds.
     virtual void set_dialect(MidiDialect dialect) = 0;
+    // Kept with the bank.
+    virtual void set_tempo_sync(bool is_on) = 0;
     virtual void set_song(const std::string& title, const std::string& author) = 0;
 
     // What its oscillators play, to be drawn.

@@ -50,8 +50,12 @@ struct DialectEdit {
     MidiDialect after = MidiDialect::NATIVE;
 };
 
-using Edit =
-    std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit, DialectEdit>;
+struct TempoSyncEdit {
+    bool after = false;
+};
+
+using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit,
+                          DialectEdit, TempoSyncEdit>;
 
 // What one gesture changed, in order.
 struct UndoStep {

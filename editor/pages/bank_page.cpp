@@ -86,8 +86,9 @@ Page make_bank_page() {
     bank.cut_top(6);
     page.add<Button>(bank.cut_top(28), "Export bank\u2026", export_bank);
     bank.cut_top(6);
+    const Rect switches = bank.cut_top(28);
     page.add<Button>(
-        bank.cut_top(28),
+        column_of(switches, 0, 2, 6),
         [](UiHost& host) {
             const bool is_on = host.get_model().get_state().dialect == MidiDialect::GENERAL_MIDI;
             return Button::Look{"General MIDI", true, is_on};
@@ -95,6 +96,16 @@ Page make_bank_page() {
         toggle_general_midi,
         "Lit: controllers, pedals, bends and drums as General MIDI means them\n"
         "Else: the synthesizer's own controller numbers\nKept with the bank");
+    page.add<Button>(
+        column_of(switches, 1, 2, 6),
+        [](UiHost& host) {
+            return Button::Look{"Follow tempo", true, host.get_model().get_state().tempo_sync};
+        },
+        [](UiHost& host) {
+            host.get_model().set_tempo_sync(!host.get_model().get_state().tempo_sync);
+        },
+        "Lit: delays, LFOs and the retrigger follow the host's tempo,\n"
+        "with the note length nearest to their time at 120 bpm\nKept with the bank");
     right.cut_top(GAP);
     Rect song = add_panel(page, right, "Song");
     const TextStyle heading{theme::SMALL, theme::TEXT_MUTED};

@@ -26,11 +26,16 @@ void reset_control(EditorModel& model, unsigned number) {
     model.set_value(number, default_byte(*find_controller(number)));
 }
 
+std::string shown_text(const EditorModel& model, unsigned number, int byte) {
+    const EditorState& state = model.get_state();
+    return control_text(number, byte, state.bytes, state.tempo_sync);
+}
+
 std::string control_tooltip(EditorModel& model, unsigned number) {
     const ControllerInfo& info = *find_controller(number);
     const ControllerBytes& bytes = model.get_state().bytes;
     std::string text = std::string(info.name) + "\n" +
-                       control_text(number, model.value(number), bytes) + "  (" +
+                       shown_text(model, number, model.value(number)) + "  (" +
                        std::to_string(model.value(number)) + ")\n" + info.key;
     const int parameter = model.get_synth().host_parameter(number);
     text += parameter != 0 ? ", host parameter " + std::to_string(parameter) : "";
@@ -133,10 +138,11 @@ void ControlWidget::open_entry(UiHost& host) {
     EditorModel& model = host.get_model();
     const unsigned control = number;
     host.open_overlay(std::make_unique<TextEntry>(
-        entry_area(), control_text(number, model.value(number), model.get_state().bytes),
+        entry_area(), shown_text(model, number, model.value(number)),
         [&host, control](const std::string& text) {
             EditorModel& edited = host.get_model();
-            const std::optional<int> value = parse_control(control, text, edited.get_state().bytes);
+            const std::optional<int> value = parse_control(control, text, edited.get_state().bytes,
+                                                           edited.get_state().tempo_sync);
             if (value)
                 edited.set_value(control, *value);
             else
@@ -168,9 +174,9 @@ void ControlWidget::open_context_menu(UiHost& host, Point at) {
     EditorModel& model = host.get_model();
     const unsigned control = number;
     std::vector<MenuItem> items;
-    items.push_back({"Reset to " + control_text(number, default_byte(*find_controller(number)),
-                                                model.get_state().bytes),
-                     false, true, [&host, control] { reset_control(host.get_model(), control); }});
+    items.push_back(
+        {"Reset to " + shown_text(model, number, default_byte(*find_controller(number))), false,
+         true, [&host, control] { reset_control(host.get_model(), control); }});
     items.push_back({"Copy value", false, true, [&host, control] {
                          EditorModel& edited = host.get_model();
                          edited.copied_value =

@@ -48,6 +48,7 @@ class ControlWidget : public Widget {
 void reset_control(EditorModel& model, unsigned number);
 
 // The lines of a control's tooltip: name, key and host parameter, value.
+std::string shown_text(const EditorModel& model, unsigned number, int byte);
 std::string control_tooltip(EditorModel& model, unsigned number);
 
 } // namespace tarquil

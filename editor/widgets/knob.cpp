@@ -7,7 +7,6 @@
 #include <numbers>
 
 #include "softsynth/parameters/control_meaning.h"
-#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 
@@ -56,7 +55,7 @@ void Knob::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
                 {theme::SMALL, is_bright ? theme::TEXT : name_color, Align::CENTER});
     draw_dial(canvas, model.value(number), meaning.is_used ? theme::ACCENT : theme::TEXT_DIM,
               is_bright);
-    canvas.text(bottom, control_text(number, model.value(number), bytes),
+    canvas.text(bottom, shown_text(model, number, model.value(number)),
                 {theme::SMALL, meaning.is_used ? theme::TEXT : theme::TEXT_DIM, Align::CENTER});
     if (state.is_focused)
         canvas.frame(area, theme::FOCUS, 4);

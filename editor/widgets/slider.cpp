@@ -7,7 +7,6 @@
 
 #include "editor/widgets/knob.h"
 #include "softsynth/parameters/control_meaning.h"
-#include "softsynth/parameters/control_text.h"
 
 namespace tarquil {
 
@@ -70,7 +69,7 @@ void Slider::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
         canvas.line({from, slot.y - 3}, {from, slot.bottom() + 3}, theme::GRID_STRONG, 1);
     canvas.disc({x, slot.center().y}, HANDLE_RADIUS,
                 !is_used ? theme::OUTLINE : (is_bright ? theme::TEXT : 0xC3CCD6));
-    canvas.text(value_area(), control_text(number, model.value(number), bytes),
+    canvas.text(value_area(), shown_text(model, number, model.value(number)),
                 {theme::SMALL, is_used ? theme::TEXT : theme::TEXT_DIM, Align::RIGHT});
     if (state.is_focused)
         canvas.frame(area.inset(-3, 0), theme::FOCUS, 4);

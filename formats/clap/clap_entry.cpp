@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "formats/clap/clap_plugin.h"
+#include "formats/clap/clap_presets.h"
 
 namespace tarquil {
 
@@ -46,7 +47,11 @@ bool init(const char* /*path*/) {
 void deinit() {}
 
 const void* get_factory(const char* id) {
-    return id != nullptr && std::string_view(id) == CLAP_PLUGIN_FACTORY_ID ? &FACTORY : nullptr;
+    const std::string_view wanted = id != nullptr ? id : "";
+    if (wanted == CLAP_PLUGIN_FACTORY_ID)
+        return &FACTORY;
+    return wanted == CLAP_PRESET_DISCOVERY || wanted == CLAP_PRESET_DISCOVERY_DRAFT ? &CLAP_PRESETS
+                                                                                    : nullptr;
 }
 
 } // namespace

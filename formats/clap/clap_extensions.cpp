@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "formats/clap/abi/note_name.h"
+#include "formats/clap/abi/preset_load.h"
 #include "formats/clap/abi/render.h"
 #include "formats/clap/abi/tail.h"
 #include "formats/clap/abi/voice_info.h"
@@ -102,6 +103,12 @@ constexpr ClapPluginNoteName NOTE_NAME = {
             return true;
         }};
 
+constexpr ClapPluginPresetLoad PRESET_LOAD = {
+    .from_location = [](const clap_plugin* plugin, uint32_t kind, const char* location,
+                        const char* load_key) {
+        return ClapPlugin::of(plugin).load_preset(kind, location, load_key);
+    }};
+
 // An export has the bytes of a performance.
 constexpr ClapPluginRender RENDER = {
     .has_hard_realtime_requirement = [](const clap_plugin* /*plugin*/) { return false; },
@@ -124,6 +131,8 @@ constexpr Extension EXTENSIONS[] = {
     {CLAP_TAIL, &TAIL},
     {CLAP_VOICE_INFO, &VOICE_INFO},
     {CLAP_NOTE_NAME, &NOTE_NAME},
+    {CLAP_PRESET_LOAD, &PRESET_LOAD},
+    {CLAP_PRESET_LOAD_DRAFT, &PRESET_LOAD},
     {CLAP_RENDER, &RENDER},
 };
 

@@ -11,6 +11,9 @@ void ClapHost::find_extensions() {
     state = find<clap_host_state>(CLAP_EXT_STATE);
     latency = find<clap_host_latency>(CLAP_EXT_LATENCY);
     note_name = find<ClapHostNoteName>(CLAP_NOTE_NAME);
+    preset_load = find<ClapHostPresetLoad>(CLAP_PRESET_LOAD);
+    if (preset_load == nullptr)
+        preset_load = find<ClapHostPresetLoad>(CLAP_PRESET_LOAD_DRAFT);
     gui = find<clap_host_gui>(CLAP_EXT_GUI);
     timer = find<clap_host_timer_support>(CLAP_EXT_TIMER_SUPPORT);
     posix_fd = find<ClapHostPosixFd>(CLAP_POSIX_FD_SUPPORT);
@@ -35,6 +38,18 @@ void ClapHost::latency_changed() const {
 void ClapHost::note_names_changed() const {
     if (note_name != nullptr)
         note_name->changed(&host);
+}
+
+void ClapHost::preset_loaded(const PresetName& preset) const {
+    if (preset_load != nullptr)
+        preset_load->loaded(&host, preset.kind, preset.location, preset.load_key);
+}
+
+void ClapHost::preset_failed(const PresetName& preset, const char* reason) const {
+    constexpr int32_t NO_OS_ERROR = 0;
+    if (preset_load != nullptr)
+        preset_load->on_error(&host, preset.kind, preset.location, preset.load_key, NO_OS_ERROR,
+                              reason);
 }
 
 void ClapHost::request_flush() const {

@@ -12,6 +12,7 @@
 
 #include "formats/clap/abi/note_name.h"
 #include "formats/clap/abi/posix_fd_support.h"
+#include "formats/clap/abi/preset_load.h"
 
 namespace tarquil {
 
@@ -27,6 +28,14 @@ class ClapHost {
     void mark_dirty() const;
     void latency_changed() const;
     void note_names_changed() const;
+    // As the host named the preset.
+    struct PresetName {
+        uint32_t kind = CLAP_PRESET_IN_PLUGIN;
+        const char* location = nullptr;
+        const char* load_key = nullptr;
+    };
+    void preset_loaded(const PresetName& preset) const;
+    void preset_failed(const PresetName& preset, const char* reason) const;
 
     // Any thread but the audio thread: parameters wait to be told.
     void request_flush() const;
@@ -58,6 +67,7 @@ class ClapHost {
     const clap_host_state* state = nullptr;
     const clap_host_latency* latency = nullptr;
     const ClapHostNoteName* note_name = nullptr;
+    const ClapHostPresetLoad* preset_load = nullptr;
     const clap_host_gui* gui = nullptr;
     const clap_host_timer_support* timer = nullptr;
     const ClapHostPosixFd* posix_fd = nullptr;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "formats/clap/clap_interface.h"
+#include "formats/clap/clap_presets.h"
 #include "midi/gm/gm_channel.h"
 
 namespace tarquil {
@@ -20,6 +21,31 @@ template <typename Use> void for_each_event(const clap_input_events* in, const U
         if (const clap_event_header* event = in->get(in, i))
             use(*event);
     }
+}
+
+const clap_event_transport* find_transport(const clap_event_header& event) {
+    const bool is_one = event.space_id == CLAP_CORE_EVENT_SPACE_ID &&
+                        event.type == CLAP_EVENT_TRANSPORT &&
+                        event.size >= sizeof(clap_event_transport);
+    return is_one ? reinterpret_cast<const clap_event_transport*>(&event) : nullptr;
+}
+
+HostTempo read_transport(const clap_event_transport& transport) {
+    const auto has = [&](uint32_t flag) { return (transport.flags & flag) != 0; };
+    const auto beats = [](clap_beattime time) {
+        return double(time) / double(CLAP_BEATTIME_FACTOR);
+    };
+    HostTempo said;
+    if (has(CLAP_TRANSPORT_HAS_TEMPO))
+        said.quarters_per_minute = transport.tempo;
+    if (has(CLAP_TRANSPORT_IS_PLAYING) && has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE)) {
+        said.place.emplace();
+        said.place->position = beats(transport.song_pos_beats);
+        said.place->bar_start = beats(transport.bar_start);
+        if (has(CLAP_TRANSPORT_HAS_TIME_SIGNATURE))
+            said.place->bar_length = quarters(transport.tsig_num, transport.tsig_denom);
+    }
+    return said;
 }
 
 // The two sides of the first port; false when a host gives none.
@@ -79,6 +105,8 @@ clap_process_status ClapPlugin::process(const clap_process& process) {
     if (!is_active || (!has_output && process.frames_count > 0))
         return CLAP_PROCESS_ERROR;
     hosted.begin_block(left, right, process.frames_count);
+    if (process.transport != nullptr)
+        hosted.set_tempo(read_transport(*process.transport), 0);
     play(process.in_events);
     hosted.end_block();
     tell(process.out_events);
@@ -108,6 +136,8 @@ void ClapPlugin::play(const clap_input_events* in) {
     for_each_event(in, [&](const clap_event_header& event) {
         if (const auto change = read_control_change(event))
             play_change(*change, event.time);
+        else if (const auto* const transport = find_transport(event))
+            hosted.set_tempo(read_transport(*transport), event.time);
         else
             input.play(event);
     });
@@ -191,6 +221,35 @@ bool ClapPlugin::load(const clap_istream& stream) {
         return false;
     everything_changed();
     return true;
+}
+
+bool ClapPlugin::load_preset(uint32_t kind, const char* location, const char* load_key) {
+    const char* const reason = take_preset(kind, location, load_key);
+    if (reason != nullptr) {
+        calling.preset_failed({kind, location, load_key}, reason);
+        return false;
+    }
+    everything_changed();
+    calling.mark_dirty();
+    calling.preset_loaded({kind, location, load_key});
+    return true;
+}
+
+// Null, or why it can not be.
+const char* ClapPlugin::take_preset(uint32_t kind, const char* location, const char* load_key) {
+    if (kind == CLAP_PRESET_IN_FILE)
+        return location != nullptr && hosted.load_file(location) == 0
+                   ? nullptr
+                   : "not a bank or an instrument that can be read";
+    const Instrument* const sound =
+        kind == CLAP_PRESET_IN_PLUGIN && load_key != nullptr ? find_clap_preset(load_key) : nullptr;
+    if (sound == nullptr)
+        return "there is no such sound";
+    Player& player = hosted.player();
+    const unsigned program = player.channel_program(0);
+    player.load_instrument(program, *sound);
+    player.set_edited_program(program);
+    return nullptr;
 }
 
 } // namespace tarquil

@@ -56,10 +56,15 @@ class ClapPlugin {
     bool save(const clap_ostream& stream);
     bool load(const clap_istream& stream);
 
+    // A shipped sound becomes the program of the first channel, which is edited from now on; a file
+    // is loaded as the player does.  The host is told which it was, or why not.
+    bool load_preset(uint32_t kind, const char* location, const char* load_key);
+
     // In host frames, of the last activation; 0 before.
     [[nodiscard]] uint32_t latency() const { return told_latency; }
 
   private:
+    const char* take_preset(uint32_t kind, const char* location, const char* load_key);
     void play(const clap_input_events* in);
     void play_change(const ControlChange& change, uint32_t frame);
     void tell(const clap_output_events* out);

@@ -140,14 +140,14 @@ void set_control(Player& player, const HostControl& control, int value) {
 std::string control_text(Player& player, const HostControl& control, int value) {
     if (control.kind != HostControl::Kind::CONTROLLER)
         return program_text(player, value);
-    return control_text(control.number, value, player.edited_bytes());
+    return control_text(control.number, value, player.edited_bytes(), player.tempo_sync());
 }
 
 std::optional<int> parse_control(Player& player, const HostControl& control,
                                  std::string_view text) {
     if (control.kind != HostControl::Kind::CONTROLLER)
         return parse_program(player, text);
-    return parse_control(control.number, text, player.edited_bytes());
+    return parse_control(control.number, text, player.edited_bytes(), player.tempo_sync());
 }
 
 int get_control(HostedPlayer& hosted, const HostControl& control) {

@@ -3,6 +3,7 @@
 #include "formats/lv2/lv2_synth.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 
 namespace tarquil {
@@ -94,8 +95,59 @@ void Lv2Synth::take_event(const LV2_Atom_Event& event, uint32_t frame) {
     if (body.type == urids.midi_event) {
         hosted.add_message({bytes, body.size}, frame);
     } else if (lv2_atom_forge_is_object_type(&forge, body.type)) {
-        take_patch(*reinterpret_cast<const LV2_Atom_Object*>(&body), frame);
+        const auto& object = *reinterpret_cast<const LV2_Atom_Object*>(&body);
+        if (object.body.otype == urids.time_position)
+            take_position(object, frame);
+        else
+            take_patch(object, frame);
     }
+}
+
+std::optional<double> Lv2Synth::number(const LV2_Atom* atom) const {
+    if (atom == nullptr)
+        return std::nullopt;
+    const void* const body = LV2_ATOM_BODY_CONST(atom);
+    const auto read = [&]<typename Number>(Number value) -> std::optional<double> {
+        if (atom->size < sizeof(value))
+            return std::nullopt;
+        std::memcpy(&value, body, sizeof(value));
+        return double(value);
+    };
+    if (atom->type == urids.atom_double)
+        return read(double());
+    if (atom->type == urids.atom_float)
+        return read(float());
+    if (atom->type == urids.atom_long)
+        return read(int64_t());
+    return atom->type == urids.atom_int ? read(int32_t()) : std::nullopt;
+}
+
+void Lv2Synth::take_position(const LV2_Atom_Object& position, uint32_t frame) {
+    const LV2_Atom* bar = nullptr;
+    const LV2_Atom* bar_beat = nullptr;
+    const LV2_Atom* beats_per_bar = nullptr;
+    const LV2_Atom* beat_unit = nullptr;
+    const LV2_Atom* beats_per_minute = nullptr;
+    const LV2_Atom* speed = nullptr;
+    lv2_atom_object_get(&position, urids.time_bar, &bar, urids.time_bar_beat, &bar_beat,
+                        urids.time_beats_per_bar, &beats_per_bar, urids.time_beat_unit, &beat_unit,
+                        urids.time_beats_per_minute, &beats_per_minute, urids.time_speed, &speed,
+                        0);
+    host_time.bar = number(bar).value_or(host_time.bar);
+    host_time.bar_beat = number(bar_beat).value_or(host_time.bar_beat);
+    host_time.beats_per_bar = number(beats_per_bar).value_or(host_time.beats_per_bar);
+    host_time.beat_unit = number(beat_unit).value_or(host_time.beat_unit);
+    host_time.beats_per_minute = number(beats_per_minute).value_or(host_time.beats_per_minute);
+    host_time.speed = number(speed).value_or(host_time.speed);
+    const auto in_quarters = [this](double beats) { return quarters(beats, host_time.beat_unit); };
+    HostTempo said{.quarters_per_minute = in_quarters(host_time.beats_per_minute)};
+    if (host_time.speed > 0.0 && bar_beat != nullptr) {
+        const double bar_start = in_quarters(host_time.bar * host_time.beats_per_bar);
+        said.place = HostTempo::Place{.position = bar_start + in_quarters(host_time.bar_beat),
+                                      .bar_start = bar_start,
+                                      .bar_length = in_quarters(host_time.beats_per_bar)};
+    }
+    hosted.set_tempo(said, frame);
 }
 
 void Lv2Synth::take_patch(const LV2_Atom_Object& message, uint32_t frame) {

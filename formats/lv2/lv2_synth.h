@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,8 @@ class Lv2Synth {
   private:
     void take_ports();
     void take_event(const LV2_Atom_Event& event, uint32_t frame);
+    void take_position(const LV2_Atom_Object& position, uint32_t frame);
+    [[nodiscard]] std::optional<double> number(const LV2_Atom* atom) const;
     void take_patch(const LV2_Atom_Object& message, uint32_t frame);
     void set_program(const LV2_Atom& value, uint32_t frame);
     void load_file(const LV2_Atom& value);
@@ -65,6 +68,17 @@ class Lv2Synth {
     float* right = nullptr;
     float* latency = nullptr;
     std::vector<const float*> control_ports;
+
+    // The host says only what has changed.
+    struct HostTime {
+        double bar = 0;
+        double bar_beat = 0;
+        double beats_per_bar = 4;
+        double beat_unit = 4;
+        double beats_per_minute = 0;
+        double speed = 0;
+    };
+    HostTime host_time;
 
     LV2_Atom_Forge forge{};
     LV2_Atom_Forge_Frame sequence{};

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "common/number_text.h"
+#include "formats/common/preset_banks.h"
 #include "formats/lv2/lv2_names.h"
 #include "formats/lv2/port_table.h"
-#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -32,6 +32,7 @@ constexpr const char* PREFIXES = R"(@prefix atom: <http://lv2plug.in/ns/ext/atom
 @prefix rsz: <http://lv2plug.in/ns/ext/resize-port#> .
 @prefix state: <http://lv2plug.in/ns/ext/state#> .
 @prefix tarquil: <)" TARQUIL_LV2_PREFIX R"(> .
+@prefix time: <http://lv2plug.in/ns/ext/time#> .
 @prefix ui: <http://lv2plug.in/ns/extensions/ui#> .
 @prefix units: <http://lv2plug.in/ns/extensions/units#> .
 @prefix urid: <http://lv2plug.in/ns/ext/urid#> .
@@ -99,17 +100,6 @@ void write_control(std::ostream& out, uint32_t index, const Lv2Control& control)
     out << "\n    ]";
 }
 
-struct PresetBank {
-    const char* symbol;
-    const char* name;
-    const TarqSettings& bank;
-};
-
-std::vector<PresetBank> preset_banks() {
-    return {{"gm", "General MIDI", shipped_gm_bank()},
-            {"originals", "Originals", shipped_originals()}};
-}
-
 std::string preset_symbol(const PresetBank& bank, unsigned program) {
     return "tarquil:" + std::string(bank.symbol) + "_" + std::to_string(program);
 }
@@ -126,7 +116,7 @@ std::string turtle_string(std::string_view text) {
 }
 
 void write_preset_list(std::ostream& out) {
-    for (const PresetBank& bank : preset_banks()) {
+    for (const PresetBank& bank : PRESET_BANKS) {
         for (unsigned program = 0; program < MAX_INSTRUMENTS; program++)
             out << "\n"
                 << preset_symbol(bank, program) << "\n    a pset:Preset ;\n    lv2:appliesTo <"
@@ -147,12 +137,12 @@ tarquil:state
     rdfs:comment "A bank or an instrument as text." ;
     rdfs:range xsd:string .
 )";
-    for (const PresetBank& bank : preset_banks()) {
+    for (const PresetBank& bank : PRESET_BANKS) {
         const std::string bank_symbol = "tarquil:" + std::string(bank.symbol);
         out << "\n"
             << bank_symbol << "\n    a pset:Bank ;\n    rdfs:label \"" << bank.name << "\" .\n";
         for (unsigned program = 0; program < MAX_INSTRUMENTS; program++) {
-            const Instrument& instrument = bank.bank.get_instrument(program);
+            const Instrument& instrument = bank.bank().get_instrument(program);
             out << "\n"
                 << preset_symbol(bank, program) << "\n    a pset:Preset ;\n    lv2:appliesTo <"
                 << TARQUIL_LV2_URI << "> ;\n    pset:bank " << bank_symbol << " ;\n    rdfs:label "
@@ -175,7 +165,7 @@ void write_fixed_ports(std::ostream& out) {
     out << R"(    lv2:port [
         a lv2:InputPort , atom:AtomPort ;
         atom:bufferType atom:Sequence ;
-        atom:supports midi:MidiEvent , patch:Message ;
+        atom:supports midi:MidiEvent , patch:Message , time:Position ;
         lv2:designation lv2:control ;
         lv2:index 0 ;
         lv2:symbol "events" ;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "formats/common/host_controls.h"
 #include "formats/vst3/text.h"
@@ -28,6 +29,23 @@ bool has_outputs(const ProcessData& data) {
     return data.num_frames > 0 && data.num_outputs > 0 && data.outputs != nullptr &&
            data.outputs[0].num_channels >= 2 && data.outputs[0].channels_32 != nullptr &&
            data.outputs[0].channels_32[0] != nullptr && data.outputs[0].channels_32[1] != nullptr;
+}
+
+HostTempo read_tempo(const ProcessContext& context) {
+    const auto has = [&](uint32_t flag) { return (context.state & flag) != 0; };
+    HostTempo said;
+    if (has(HAS_TEMPO))
+        said.quarters_per_minute = context.quarters_per_minute;
+    if (has(IS_PLAYING) && has(HAS_POSITION)) {
+        said.place.emplace();
+        said.place->position = context.position_quarters;
+        if (has(HAS_BAR))
+            said.place->bar_start = context.bar_quarters;
+        if (has(HAS_TIME_SIGNATURE))
+            said.place->bar_length =
+                quarters(context.time_signature_beats, context.time_signature_unit);
+    }
+    return said;
 }
 
 } // namespace
@@ -102,9 +120,11 @@ Result Synth::activate_bus(int32_t media_type, int32_t direction, int32_t index,
 
 Result Synth::set_active(Bool state) {
     input->start();
-    if (state != 0)
+    const bool was_active = std::exchange(is_active, state != 0);
+    if (is_active)
         return hosted.activate(rate) ? OK : NO;
-    hosted.reset();
+    if (was_active)
+        hosted.reset();
     return OK;
 }
 
@@ -177,6 +197,8 @@ Result Synth::process(ProcessData* data) {
                            uint32_t(data->num_frames));
     else
         hosted.begin_block(nullptr, nullptr, 0);
+    if (data->context != nullptr)
+        hosted.set_tempo(read_tempo(*data->context), 0);
     input->play(hosted, *data);
     hosted.end_block();
     if (sounds)

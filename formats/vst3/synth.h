@@ -50,7 +50,10 @@ class Synth final : public Component, public AudioProcessor, public ProcessConte
     Result process(ProcessData* data) override;
     uint32_t get_tail_frames() override { return INFINITE_TAIL; }
 
-    uint32_t get_requirements() override { return 0; }
+    uint32_t get_requirements() override {
+        return NEEDS_POSITION | NEEDS_BAR | NEEDS_TEMPO | NEEDS_TIME_SIGNATURE |
+               NEEDS_TRANSPORT_STATE;
+    }
 
   private:
     ~Synth() = default;
@@ -59,6 +62,7 @@ class Synth final : public Component, public AudioProcessor, public ProcessConte
     Controller controller;
     std::unique_ptr<Input> input;
     double rate = 44100;
+    bool is_active = false;
     std::atomic<uint32_t> references{1};
 };
 

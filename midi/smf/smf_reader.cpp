@@ -19,10 +19,12 @@ constexpr uint8_t SYSEX_CONTINUED = 0xF7;
 constexpr uint8_t META = 0xFF;
 constexpr uint8_t META_END_OF_TRACK = 0x2F;
 constexpr uint8_t META_TEMPO = 0x51;
+constexpr uint8_t META_TIME_SIGNATURE = 0x58;
 
-// A message; or a tempo of 24 bits in the three bytes; or a system exclusive message.
+// A message; or a tempo of 24 bits in the three bytes; or a bar: so many notes in the first byte,
+// of which a whole one has two to the power of the second; or a system exclusive message.
 struct TrackEvent {
-    enum class Kind : uint8_t { MESSAGE, TEMPO, EXCLUSIVE };
+    enum class Kind : uint8_t { MESSAGE, TEMPO, BAR, EXCLUSIVE };
 
     uint64_t tick = 0;
     uint8_t bytes[3] = {};
@@ -96,6 +98,12 @@ void TrackReader::read_meta(ByteCursor& cursor) {
             ByteCursor::fail_at(start, "a tempo is 0");
         events.push_back(
             {.tick = tick, .bytes = {data[0], data[1], data[2]}, .kind = TrackEvent::Kind::TEMPO});
+    } else if (type == META_TIME_SIGNATURE) {
+        // Nothing but the beats' grid depends on it: what makes no sense is passed over.
+        constexpr uint8_t SMALLEST_NOTE = 6;
+        if (length == 4 && data[0] > 0 && data[1] <= SMALLEST_NOTE)
+            events.push_back(
+                {.tick = tick, .bytes = {data[0], data[1]}, .kind = TrackEvent::Kind::BAR});
     }
 }
 
@@ -143,6 +151,39 @@ void TrackReader::read_message(ByteCursor& cursor, uint8_t first_byte) {
     }
     events.push_back(event);
 }
+
+// The song's tempos, from its tempo and time signature events in order.
+class TempoList {
+  public:
+    explicit TempoList(const TickLength& tick)
+        : ticks_per_quarter(tick.follows_tempo ? double(tick.denominator) / 1e6 : 0.0) {}
+
+    // At `tick`, that is at the sample `time`.
+    void add(const TrackEvent& event, uint32_t time) {
+        if (ticks_per_quarter == 0.0)
+            return; // counted in film frames, the song knows no beats
+        SongTempo next = tempos.back();
+        next.time = time;
+        next.position = double(event.tick) / ticks_per_quarter;
+        const uint8_t* bytes = event.bytes;
+        if (event.kind == TrackEvent::Kind::TEMPO) {
+            next.quarters_per_minute =
+                60e6 / double(uint32_t(bytes[0]) << 16 | uint32_t(bytes[1]) << 8 | bytes[2]);
+        } else {
+            next.bar_start = next.position;
+            next.bar_length = double(bytes[0]) * 4.0 / double(1U << bytes[1]);
+        }
+        if (next.position == tempos.back().position)
+            tempos.back() = next;
+        else
+            tempos.push_back(next);
+    }
+
+    std::vector<SongTempo> tempos{SongTempo()};
+
+  private:
+    const double ticks_per_quarter;
+};
 
 bool has_type(std::span<const uint8_t> type, const char* wanted) {
     return std::memcmp(type.data(), wanted, 4) == 0;
@@ -213,6 +254,7 @@ Song read_song(std::span<const uint8_t> file) {
     Song song;
     song.messages.reserve(tracks.events.size());
     SongClock clock(header.tick);
+    TempoList tempos(header.tick);
     const auto advance_to = [&clock](uint64_t tick) {
         if (!clock.advance_to(tick))
             throw BadInput("tick " + std::to_string(tick) + ": the song is longer than 12 hours");
@@ -227,6 +269,10 @@ Song read_song(std::span<const uint8_t> file) {
             break;
         case TrackEvent::Kind::TEMPO:
             clock.set_tempo(uint32_t(bytes[0]) << 16 | uint32_t(bytes[1]) << 8 | bytes[2]);
+            tempos.add(event, clock.sample());
+            break;
+        case TrackEvent::Kind::BAR:
+            tempos.add(event, clock.sample());
             break;
         case TrackEvent::Kind::EXCLUSIVE:
             song.exclusives.push_back({.time = clock.sample(),
@@ -237,6 +283,7 @@ Song read_song(std::span<const uint8_t> file) {
     }
     advance_to(tracks.end_tick);
     song.end_time = clock.sample();
+    song.tempos = std::move(tempos.tempos);
     return song;
 }
 

@@ -5,9 +5,9 @@
 //
 // Any damage is an error: a chunk, event or length that reaches beyond its file or chunk, a data
 // byte above 127, a missing or early end of track, a wrong number of tracks.  What the format lets
-// a reader skip is skipped: unknown chunks, meta events other than tempo and end of track, bytes
-// that are sent as they are, a header longer than six bytes.  A running status outlives system
-// exclusive and meta events, which the format forbids but real files rely on.
+// a reader skip is skipped: unknown chunks, meta events other than tempo, time signature and end of
+// track, bytes that are sent as they are, a header longer than six bytes.  A running status
+// outlives system exclusive and meta events, which the format forbids but real files rely on.
 
 #pragma once
 
@@ -38,9 +38,21 @@ struct SongExclusive {
     std::vector<uint8_t> bytes;
 };
 
+// From its time on.
+struct SongTempo {
+    uint32_t time = 0; // as a message's
+    double quarters_per_minute = 120.0;
+
+    // Quarter notes since the song's start, now and at the bar's start, and of a bar.
+    double position = 0.0;
+    double bar_start = 0.0;
+    double bar_length = 4.0;
+};
+
 struct Song {
     std::vector<SongMessage> messages; // in time order; at one tick by track, then as in the file
     std::vector<SongExclusive> exclusives; // in order
+    std::vector<SongTempo> tempos;         // in order; the first at 0
     uint32_t end_time = 0;                 // of the last end of track, in samples
 };
 

@@ -78,6 +78,14 @@ bool Tarquil::is_band_muted(unsigned band) const {
     return band_muted[band].load(std::memory_order_relaxed);
 }
 
+void Tarquil::set_tempo(const Tempo& now) {
+    tempo = now;
+    tempo_values.follow(now.samples_per_quarter);
+    const TempoValues* const followed = tempo_values.is_on() ? &tempo_values : nullptr;
+    scratch.channel.stereo_effect.tempo = followed;
+    voice_renderer.follow(followed);
+}
+
 void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
     TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
     for (Channel& channel : channels)

@@ -19,6 +19,8 @@
 #include "softsynth/filters/stereo_filter.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/midi_event.h"
+#include "softsynth/parameters/tempo.h"
+#include "softsynth/parameters/tempo_values.h"
 #include "softsynth/reverb/revmodel.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/voice_pool.h"
@@ -74,6 +76,10 @@ class Tarquil {
     void set_band_muted(unsigned band, bool muted);
     [[nodiscard]] bool is_band_muted(unsigned band) const;
 
+    // What the next run's delays, LFOs and retrigger follow, as note lengths (followed_length),
+    // from its first sample on; as at first: nothing, their own times hold.
+    void set_tempo(const Tempo& now);
+
     // Restarts the random start phases of the oscillators.
     void seed_phases(uint32_t seed) { phase_random.seed(seed); }
 
@@ -115,6 +121,8 @@ class Tarquil {
     MultiCompressor compressor;
     const TarqSettings* settings;
     PhaseRandom phase_random;
+    Tempo tempo;
+    TempoValues tempo_values;
     StereoBuffer* channel_taps = nullptr;
     bool echoes_fade = false;
     uint32_t echo_fade_start = 0;

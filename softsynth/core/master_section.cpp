@@ -123,16 +123,24 @@ void Tarquil::render_global_filters() {
 
 void Tarquil::render_retrigger(uint32_t time) {
     const Controller& speedup = global(CTRL_RETRIGGER_SPEEDUP);
-    if (!speedup.has_multiple_values() && speedup.get_last_value() == 0.0F)
+    if (!speedup.has_multiple_values() && speedup.get_last_value() == 0.0F) {
+        retrigger.leave_grid();
         return;
+    }
     global(CTRL_RETRIGGER_BPM).render(scratch.retrigger_bpm, time, false);
     speedup.render(scratch.retrigger_speedup, time, false);
     global(CTRL_RETRIGGER_WET_LEVEL).render(scratch.retrigger_wet, time, false);
     StereoBuffer& bus = scratch.buses[MAIN_BUS];
     scrub(bus);
     const auto fade_age = int32_t(time - echo_fade_start);
+    BeatGrid grid{tempo, 0.0};
+    if (tempo_values.is_on())
+        grid.beat = tempo_values.beat_quarters(global(CTRL_RETRIGGER_BPM).get_last_int_value(),
+                                               double(RetriggerBox::LONGEST_BEAT));
+    else
+        retrigger.leave_grid();
     retrigger.render(bus, scratch.retrigger_bpm, scratch.retrigger_speedup, scratch.retrigger_wet,
-                     echoes_fade ? &fade_age : nullptr);
+                     echoes_fade ? &fade_age : nullptr, tempo_values.is_on() ? &grid : nullptr);
 }
 
 void Tarquil::render_pre_gain() {

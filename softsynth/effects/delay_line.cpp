@@ -15,8 +15,7 @@ constexpr int32_t POSITION_MASK = MAX_DELAY_LENGTH - 1;
 
 // The past goes on where its present does not come meanwhile: at the memory's far end.
 constexpr int32_t PAST_OFFSET = DelayLine::PAST_LENGTH;
-constexpr int32_t LONGEST_PAST_DELAY = MAX_DELAY_LENGTH - PAST_OFFSET - DelayLine::PAST_LENGTH;
-static_assert(LONGEST_PAST_DELAY > SAMPLE_RATE + 2);
+static_assert(DelayLine::LONGEST_PAST_DELAY > SAMPLE_RATE + 2);
 
 // y[n] and b[n] at the delays that delayed(memory, i) reads.
 template <typename Memory, typename Delayed>
@@ -131,6 +130,22 @@ void DelayLine::render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, f
     const auto delayed = [d](const auto& memory, uint32_t /*i*/) { return memory.read(d); };
     render_part(part, size,
                 [&](auto& memory) { echo(memory, delayed, inptr, outptr, size, feedback, wet); });
+}
+
+void DelayLine::render_moved(const StereoBuffer& inbuf, StereoBuffer& outbuf, float from_samples,
+                             float to_samples, float feedback, float wet, channel ch) {
+    const uint32_t size = inbuf.get_buf_size();
+    const auto from = int32_t(from_samples);
+    const auto to = int32_t(to_samples);
+    const float step = 1.0F / float(size);
+    const auto delayed = [from, to, step](const auto& memory, uint32_t i) {
+        const float before = memory.read(from);
+        return before + (memory.read(to) - before) * (float(i + 1) * step);
+    };
+    render_part(Part::PRESENT, size, [&](auto& memory) {
+        echo(memory, delayed, inbuf.get_first_left_sample_ptr() + ch,
+             outbuf.get_first_left_sample_ptr() + ch, size, feedback, wet);
+    });
 }
 
 void DelayLine::render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf,

@@ -39,11 +39,17 @@ class DelayLine {
     // delays of at most a second.
     void split();
     static constexpr int32_t PAST_LENGTH = 2 * MAX_NUM_SAMPLES + 256;
+    static constexpr int32_t LONGEST_PAST_DELAY = MAX_DELAY_LENGTH - 2 * PAST_LENGTH;
 
     // Adds wet * delayed input to side `ch` of `outbuf`, which may be `inbuf`.  The delay is cut to
     // an integer.
     void render_no_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, float delay_samples,
                        float feedback, float wet, channel ch, Part part = Part::PRESENT);
+
+    // The same, from one integer delay to another across the block: what is heard at the one fades
+    // while the other comes.
+    void render_moved(const StereoBuffer& inbuf, StereoBuffer& outbuf, float from_samples,
+                      float to_samples, float feedback, float wet, channel ch);
 
     // The same with a delay per sample, at least 1 and below MAX_DELAY_LENGTH - 2.
     void render_with_lfo(const StereoBuffer& inbuf, StereoBuffer& outbuf, const MonoBuffer& delay,

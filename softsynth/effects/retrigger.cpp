@@ -3,6 +3,7 @@
 #include "softsynth/effects/retrigger.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "softsynth/effects/psola.h"
 #include "softsynth/signal/fade_out.h"
@@ -24,6 +25,18 @@ uint32_t samples_per_beat(float bpm, uint32_t longest) {
 
 } // namespace
 
+int64_t BeatGrid::beat_at(uint32_t index) const {
+    // A hundredth of a sample at most: what rounding leaves before a beat belongs to it.
+    constexpr double EARLY = 1e-6;
+    constexpr double PLACES_PER_QUARTER = 4096.0;
+    const double place = tempo.position + double(index) / tempo.samples_per_quarter + EARLY;
+    double bar = tempo.bar_start;
+    if (tempo.bar_length > 0.0)
+        bar += std::floor((place - bar) / tempo.bar_length) * tempo.bar_length;
+    const double start = bar + std::floor((place - bar) / beat) * beat;
+    return int64_t(std::floor(start * PLACES_PER_QUARTER + 0.5));
+}
+
 void RetriggerBox::reset() {
     // The rest is written before it is read.
     loop[0] = 0.0F;
@@ -31,17 +44,20 @@ void RetriggerBox::reset() {
     loop_len = 1;
     bpm = 120.0F;
     speedup = 1;
+    leave_grid();
 }
 
 void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
                           const MonoBuffer& speedup_buf, const MonoBuffer& wet_buf,
-                          const int32_t* fade_age) {
+                          const int32_t* fade_age, const BeatGrid* grid) {
     float* frame = buf.get_first_left_sample_ptr();
     const float* bpms = bpm_buf.get_first_sample_ptr();
     const float* speedups = speedup_buf.get_first_sample_ptr();
     const float* wets = wet_buf.get_first_sample_ptr();
     const uint32_t size = buf.get_buf_size();
     uint32_t period = samples_per_beat(bpm, MASK);
+    if (grid != nullptr)
+        step_on_grid(grid->beat_at(0), int(speedups[0]));
     for (uint32_t i = 0; i < size; i++, frame += 2) {
         const float x = frame[0];
         history[write_pos] = x;
@@ -55,6 +71,11 @@ void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
         frame[0] = out;
         frame[1] = out;
 
+        if (grid != nullptr) {
+            grid_samples++;
+            step_on_grid(grid->beat_at(i + 1), int(speedups[i]));
+            continue;
+        }
         const int s = int(speedups[i]) == 0 ? 1 : int(speedups[i]);
         if (bpms[i] != bpm || s != speedup) {
             bpm = bpms[i];
@@ -65,6 +86,21 @@ void RetriggerBox::render(StereoBuffer& buf, const MonoBuffer& bpm_buf,
         if (write_pos == ((capture_start + period) & MASK))
             capture(s, period);
     }
+}
+
+// A song that jumps within a beat, or back, leaves too little to be a beat.
+void RetriggerBox::step_on_grid(int64_t next_beat, int factor) {
+    if (next_beat == grid_beat)
+        return;
+    constexpr uint32_t LEAST_SAMPLES = 256;
+    if (grid_beat != NO_BEAT && grid_samples >= LEAST_SAMPLES && next_beat > grid_beat) {
+        const uint32_t period = std::min(grid_samples, LONGEST_BEAT);
+        capture_start = (write_pos - period) & MASK;
+        capture(factor == 0 ? 1 : factor, period);
+    }
+    capture_start = write_pos;
+    grid_beat = next_beat;
+    grid_samples = 0;
 }
 
 void RetriggerBox::capture(int factor, uint32_t period) {

@@ -15,6 +15,8 @@ namespace {
 
 constexpr auto RATE = float(SAMPLE_RATE);
 
+static_assert(TempoValues::LONGEST_DELAY <= DelayLine::LONGEST_PAST_DELAY);
+
 } // namespace
 
 StereoEffectScratch::StereoEffectScratch(const WaveformStore& sweeping_waves)
@@ -29,13 +31,22 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
         reset();
         type = new_type;
     }
-    const auto lfo_speed_hz = [p2] { return stereo_lfo_hz(p2); };
+    const TempoValues* const tempo = scratch.tempo;
+    const auto lfo_speed_hz = [tempo, p2] {
+        return tempo != nullptr ? tempo->sweep_hz(p2) : stereo_lfo_hz(p2);
+    };
     const auto lfo_amount = [p3] { return stereo_lfo_samples(p3); };
 
     switch (new_type) {
     case STEREO_EFFECT_OFF:
         return;
     case STEREO_EFFECT_DELAY:
+        if (tempo != nullptr) {
+            render_followed_delay(in, out, {tempo->delay_samples(p1), tempo->delay_samples(p2)},
+                                  stereo_effect_feedback(p3), wet, part);
+            return;
+        }
+        followed = {};
         render_delay(in, out, stereo_delay_seconds(p1), stereo_delay_seconds(p2),
                      stereo_effect_feedback(p3), wet, part);
         return;
@@ -55,6 +66,7 @@ void StereoEffect::render(effect_type new_type, const StereoBuffer& in, StereoBu
 void StereoEffect::reset() {
     for (DelayLine& line : delay_lines)
         line.reset();
+    followed = {};
     lfo_phase = 0.0F;
 }
 
@@ -75,6 +87,22 @@ void StereoEffect::render_delay(const StereoBuffer& in, StereoBuffer& out, float
                                  part);
     delay_lines[1].render_no_lfo(in, out, right_seconds * RATE, feedback, wet, DelayLine::RIGHT,
                                  part);
+}
+
+// A change of tempo moves the echoes without a step.
+void StereoEffect::render_followed_delay(const StereoBuffer& in, StereoBuffer& out,
+                                         const std::array<float, 2>& samples, float feedback,
+                                         float wet, DelayLine::Part part) {
+    for (const DelayLine::channel side : {DelayLine::LEFT, DelayLine::RIGHT}) {
+        const bool has_moved = followed[side] > 0.0F && followed[side] != samples[side];
+        if (has_moved && part == DelayLine::Part::PRESENT)
+            delay_lines[side].render_moved(in, out, followed[side], samples[side], feedback, wet,
+                                           side);
+        else
+            delay_lines[side].render_no_lfo(in, out, samples[side], feedback, wet, side, part);
+    }
+    if (part == DelayLine::Part::PRESENT)
+        followed = samples;
 }
 
 void StereoEffect::render_lfoed_delay(const StereoBuffer& in, StereoBuffer& out,

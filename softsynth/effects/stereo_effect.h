@@ -9,10 +9,12 @@
 
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "softsynth/effects/delay_line.h"
 #include "softsynth/parameters/effect_type.h"
+#include "softsynth/parameters/tempo_values.h"
 #include "softsynth/signal/buffer.h"
 #include "softsynth/wavetables/oscillator.h"
 
@@ -25,6 +27,9 @@ struct StereoEffectScratch {
     const WaveformStore& waves; // that the delays are swept with
     MonoBuffer delay;           // of each sample of the block, in samples
     MonoBuffer pitch;           // the sweeping oscillator's ratio: 1 throughout
+
+    // Null, or what the delays' times and the sweeps' speeds follow.
+    const TempoValues* tempo = nullptr;
 };
 
 class StereoEffect {
@@ -63,8 +68,13 @@ class StereoEffect {
                             DelayLine::Part part = DelayLine::Part::PRESENT);
 
   private:
+    void render_followed_delay(const StereoBuffer& in, StereoBuffer& out,
+                               const std::array<float, 2>& samples, float feedback, float wet,
+                               DelayLine::Part part);
+
     // settings
     effect_type type = STEREO_EFFECT_OFF; // of the previous block
+    std::array<float, 2> followed{};      // delays of the previous block by a tempo, in samples
 
     // memory
     DelayLine delay_lines[2]; // left, right

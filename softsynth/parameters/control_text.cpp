@@ -9,6 +9,7 @@
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/controller_table.h"
 #include "softsynth/parameters/nearest_byte.h"
+#include "softsynth/parameters/note_length.h"
 #include "softsynth/parameters/quantity_text.h"
 
 namespace tarquil {
@@ -40,6 +41,20 @@ std::optional<int> parse_choice(const std::string& text, unsigned number,
     return starts;
 }
 
+// The byte of this length, in the middle of its like; nothing when none has it.
+std::optional<int> parse_length(const NoteLength& wanted, unsigned number,
+                                const ControllerBytes& bytes) {
+    int sum = 0;
+    int count = 0;
+    for (int byte = 0; byte < 128; byte++) {
+        if (followed_length(number, byte, bytes) == &wanted) {
+            sum += byte;
+            count++;
+        }
+    }
+    return count > 0 ? std::optional(sum / count) : std::nullopt;
+}
+
 } // namespace
 
 std::string control_label(unsigned number, const ControllerBytes& bytes, const char* label) {
@@ -47,7 +62,12 @@ std::string control_label(unsigned number, const ControllerBytes& bytes, const c
     return meaning.label[0] != '\0' ? meaning.label : label;
 }
 
-std::string control_text(unsigned number, int byte, const ControllerBytes& bytes) {
+std::string control_text(unsigned number, int byte, const ControllerBytes& bytes,
+                         bool follows_tempo) {
+    if (follows_tempo) {
+        if (const NoteLength* const length = followed_length(number, byte, bytes))
+            return length->name;
+    }
     const ControlMeaning meaning = meaning_of(number, bytes);
     if (meaning.quantity == nullptr)
         return with_short_unit(controller_display(number, byte));
@@ -58,7 +78,10 @@ std::string control_text(unsigned number, int byte, const ControllerBytes& bytes
 }
 
 std::optional<int> parse_control(unsigned number, std::string_view typed,
-                                 const ControllerBytes& bytes) {
+                                 const ControllerBytes& bytes, bool follows_tempo) {
+    const NoteLength* const length = follows_tempo ? find_note_length(typed) : nullptr;
+    if (length != nullptr && followed_length(number, bytes[number], bytes) != nullptr)
+        return parse_length(*length, number, bytes);
     const ControlMeaning meaning = meaning_of(number, bytes);
     const std::string text = trimmed_lower(typed);
     if (text.empty())

@@ -80,14 +80,15 @@ void Controller::for_each_step(uint32_t time, uint32_t num_samples, const Fill& 
         TARQ_ASSERT(step_end <= end_time);
         if (step_end <= step_start)
             continue;
-        fill(do_mapping(events[evIdx].value), step_start - time, step_end - time);
+        fill(events[evIdx].value, step_start - time, step_end - time);
         step_start = step_end;
     }
 }
 
 void Controller::render(MonoBuffer& buf, uint32_t time, bool is_cubed) const {
     float* samples = buf.get_first_sample_ptr();
-    for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t first, uint32_t end) {
+    for_each_step(time, buf.get_buf_size(), [&](int byte, uint32_t first, uint32_t end) {
+        const float value = do_mapping(byte);
         std::fill(samples + first, samples + end, is_cubed ? cubed(value) : value);
     });
 }
@@ -102,16 +103,28 @@ void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first,
         return;
     }
     uint32_t i = first;
-    for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t /*first*/, uint32_t end) {
+    for_each_step(time, buf.get_buf_size(), [&](int byte, uint32_t /*first*/, uint32_t end) {
+        const float value = do_mapping(byte);
         for (; i < end; i += CONTROL_PERIOD)
             samples[i] = is_cubed ? cubed(value) : value;
+    });
+}
+
+void Controller::render_controls(MonoBuffer& buf, uint32_t time, uint32_t first,
+                                 const float* by_byte) const {
+    float* samples = buf.get_first_sample_ptr();
+    uint32_t i = first;
+    for_each_step(time, buf.get_buf_size(), [&](int byte, uint32_t /*first*/, uint32_t end) {
+        for (; i < end; i += CONTROL_PERIOD)
+            samples[i] = by_byte[byte];
     });
 }
 
 void Controller::render_sqr(MonoBuffer& buf, MonoBuffer& buf2, uint32_t time) const {
     float* falling = buf.get_first_sample_ptr();
     float* rising = buf2.get_first_sample_ptr();
-    for_each_step(time, buf.get_buf_size(), [&](float value, uint32_t first, uint32_t end) {
+    for_each_step(time, buf.get_buf_size(), [&](int byte, uint32_t first, uint32_t end) {
+        const float value = do_mapping(byte);
         std::fill(falling + first, falling + end, std::sqrt(1.0F - value));
         std::fill(rising + first, rising + end, std::sqrt(value));
     });

@@ -56,6 +56,10 @@ class Controller {
     // As render, but only at every CONTROL_PERIOD samples from the buffer's sample `first` on.
     void render_controls(MonoBuffer& buf, uint32_t time, uint32_t first, bool is_cubed) const;
 
+    // The same with a value for each byte of a table.
+    void render_controls(MonoBuffer& buf, uint32_t time, uint32_t first,
+                         const float* by_byte) const;
+
     // Constant-power gains of the mapped value x: `buf` gets sqrt(1 - x), `buf2` sqrt(x).
     void render_sqr(MonoBuffer& buf, MonoBuffer& buf2, uint32_t time) const;
 
@@ -63,7 +67,7 @@ class Controller {
     [[nodiscard]] const ControllerEvent& event(uint32_t index) const { return events[index]; }
 
   private:
-    // Calls fill(value, first sample, one past the last sample) for each step of the block.
+    // Calls fill(byte, first sample, one past the last sample) for each step of the block.
     template <typename Fill>
     void for_each_step(uint32_t time, uint32_t num_samples, const Fill& fill) const;
 

@@ -59,6 +59,12 @@ class SoundControls {
         if (frozen != nullptr)
             freeze(buf, start, is_cubed ? last_cubed_value(number) : last_value(number));
     }
+    void render_controls(unsigned number, MonoBuffer& buf, uint32_t start, uint32_t first,
+                         const float* by_byte) const {
+        live.get_controller(number).render_controls(buf, start, first, by_byte);
+        if (frozen != nullptr)
+            freeze(buf, start, by_byte[last_int_value(number)]);
+    }
     void render_sqr(unsigned number, MonoBuffer& buf, MonoBuffer& buf2, uint32_t start) const {
         live.get_controller(number).render_sqr(buf, buf2, start);
         if (frozen == nullptr)

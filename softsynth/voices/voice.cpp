@@ -185,7 +185,11 @@ void Voice::render_lfos(VoiceScratch& scratch, uint32_t start, uint32_t offset) 
         if (!is_in_use(INFL_LFO1 + k))
             continue;
         MonoBuffer& speed = scratch.pitch;
-        get_controls().render_controls(CTRL_LFO1_SPEED + k, speed, start, offset, true);
+        if (scratch.tempo != nullptr)
+            get_controls().render_controls(CTRL_LFO1_SPEED + k, speed, start, offset,
+                                           scratch.tempo->lfo_hz(k));
+        else
+            get_controls().render_controls(CTRL_LFO1_SPEED + k, speed, start, offset, true);
         // What lies before the note is another voice's leftover.
         MonoBuffer& out = scratch.sources[INFL_LFO1 + k];
         std::fill_n(out.get_first_sample_ptr(), offset, 0.0F);

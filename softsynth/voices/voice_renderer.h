@@ -15,6 +15,9 @@ namespace tarquil {
 
 class VoiceRenderer {
   public:
+    // What the LFOs follow from now on; null for nothing.
+    void follow(const TempoValues* tempo) { scratch.tempo = tempo; }
+
     // Leaves the filtered signal and the amplitude of every voice, in pool order, in its rows, for
     // the block of `size` samples that starts at the absolute sample time `start`.
     void render(std::span<Voice* const> voices, uint32_t start, uint32_t size);

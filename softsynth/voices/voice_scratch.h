@@ -5,6 +5,7 @@
 #include <initializer_list>
 
 #include "softsynth/parameters/influence.h"
+#include "softsynth/parameters/tempo_values.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
@@ -33,6 +34,9 @@ struct VoiceScratch {
 
     MonoBuffer mix;
     MonoBuffer volume;
+
+    // Null, or what the LFOs' speeds follow.
+    const TempoValues* tempo = nullptr;
 };
 
 } // namespace tarquil

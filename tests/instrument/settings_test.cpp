@@ -122,6 +122,27 @@ TEST(Settings, TheDialectIsSavedWhenItIsNotTheNativeOne) {
     EXPECT_EQ(text_of(loaded).find("midi"), std::string::npos);
 }
 
+TEST(Settings, FollowingTheTempoIsSavedWhenItIsOn) {
+    TarqSettings bank;
+    const std::string plain = text_of(bank);
+    EXPECT_FALSE(bank.get_tempo_sync());
+    bank.set_tempo_sync(true);
+    EXPECT_EQ(text_of(bank), plain + "tempo_sync = on\n");
+    TarqSettings loaded;
+    EXPECT_EQ(loaded.text_load_from_string(save_state_compact(bank)), 0);
+    EXPECT_TRUE(loaded.get_tempo_sync());
+    LoadReport report;
+    EXPECT_EQ(loaded.text_load_from_string(plain + "tempo_sync = off\n", &report), 0);
+    EXPECT_FALSE(loaded.get_tempo_sync());
+    EXPECT_EQ(text_of(loaded), plain);
+    EXPECT_EQ(report.summary(), "");
+    EXPECT_EQ(loaded.text_load_from_string(plain + "tempo_sync = half\n", &report), 0);
+    EXPECT_FALSE(loaded.get_tempo_sync());
+    EXPECT_EQ(report.summary(), "tempo_sync = half is not known, off is used");
+    bank.set_tempo_sync(false);
+    EXPECT_EQ(text_of(bank), plain);
+}
+
 TEST(Settings, UnknownLinesAreKeptButThoseOfAState) {
     TarqSettings bank;
     bank.get_instrument(7).set_text(InstrumentText::TAGS, "t");

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <thread>
 
+#include "player/song_tempo.h"
 #include "standalone/devices.h"
 
 namespace tarquil {
@@ -35,20 +36,27 @@ struct Rendered {
     std::vector<float> right;
 };
 
-Rendered render_plainly(const Song& song, double rate, uint32_t frames) {
+Rendered render_plainly(const Song& song, double rate, uint32_t frames,
+                        const TarqSettings* bank = nullptr) {
     constexpr uint32_t QUANTUM = QuantumStream::QUANTUM;
     Player player;
+    if (bank != nullptr)
+        player.set_bank(*bank);
     player.start();
     player.audio().follow_edits();
     RateBridge bridge;
     EXPECT_TRUE(bridge.activate(rate, QUANTUM));
     size_t next = 0;
+    size_t next_tempo = 0;
     bool is_released = false;
     Rendered sound{std::vector<float>(frames), std::vector<float>(frames)};
     bridge.render(sound.left.data(), sound.right.data(), frames, [&](float* pcm, uint32_t count) {
         for (uint32_t done = 0; done < count; done += QUANTUM) {
             PlayerAudio& audio = player.audio();
             const uint32_t end = audio.time() + QUANTUM;
+            for (; next_tempo < song.tempos.size() && song.tempos[next_tempo].time < end;
+                 next_tempo++)
+                audio.add_tempo(host_tempo(song.tempos[next_tempo]), song.tempos[next_tempo].time);
             for (; next < song.messages.size() && song.messages[next].time < end; next++)
                 audio.add_message(song.messages[next].bytes, song.messages[next].time);
             if (!is_released && song.end_time < end) {
@@ -111,6 +119,34 @@ TEST(DevicePlayer, ASongHasTheRenderersBytesAtTheDevicesRate) {
             EXPECT_EQ(recording.right, expected.right) << rate << " Hz, period " << period;
         }
     }
+}
+
+TEST(DevicePlayer, ASongsTempoIsFollowedAsTheRendererDoes) {
+    Song song = song_with_notes({0, 5000, 9000}, 15000);
+    TarqSettings bank;
+    bank.get_instrument(0).set_controller(CTRL_AUX2_LEVEL, 127);
+    bank.set_global_controller(CTRL_DELAY_LEFT_TIME, 4);
+    bank.set_global_controller(CTRL_RETRIGGER_SPEEDUP, 65);
+    bank.set_global_controller(CTRL_RETRIGGER_WET_LEVEL, 64);
+    bank.set_tempo_sync(true);
+    constexpr uint32_t FRAMES = 24000;
+    const Rendered untimed = render_plainly(song, 48000, FRAMES, &bank);
+    song.tempos = {{.time = 0, .quarters_per_minute = 197.25},
+                   {.time = 7001, .quarters_per_minute = 140.5, .position = 0.5}};
+    const Rendered expected = render_plainly(song, 48000, FRAMES, &bank);
+    EXPECT_NE(expected.left, untimed.left);
+    DevicePlayer player;
+    player.player().set_bank(bank);
+    player.set_song(song);
+    ASSERT_TRUE(player.activate(48000));
+    std::vector<float> left(FRAMES);
+    std::vector<float> right(FRAMES);
+    for (uint32_t begin = 0; begin < FRAMES; begin += 1000) {
+        player.begin_block(left.data() + begin, right.data() + begin, 1000);
+        player.end_block();
+    }
+    EXPECT_EQ(left, expected.left);
+    EXPECT_EQ(right, expected.right);
 }
 
 // Live notes between the song's do not disturb its order.

@@ -3,6 +3,7 @@
 #include "tools/plugin/plugin_host.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <string_view>
 
@@ -38,7 +39,20 @@ void PluginHost::set_block_size(uint32_t frames) {
 void PluginHost::set_time(uint32_t time) {
     now.samplePos = double(time);
     now.sampleRate = double(SAMPLE_RATE);
-    now.flags = kVstTransportPlaying;
+    now.flags |= kVstTransportPlaying;
+}
+
+void PluginHost::set_tempo(double quarters_per_minute, const Tempo& tempo) {
+    now.tempo = quarters_per_minute;
+    now.ppqPos = tempo.position;
+    const double bars = std::floor((tempo.position - tempo.bar_start) / tempo.bar_length);
+    now.barStartPos = tempo.bar_start + bars * tempo.bar_length;
+    // The largest notes that a bar is made of, from quarters on.
+    now.timeSigDenominator = 4;
+    while (std::fmod(tempo.bar_length * now.timeSigDenominator, 4.0) != 0.0)
+        now.timeSigDenominator *= 2;
+    now.timeSigNumerator = int32_t(tempo.bar_length * now.timeSigDenominator / 4.0);
+    now.flags |= kVstTempoValid | kVstPpqPosValid | kVstBarsValid | kVstTimeSigValid;
 }
 
 intptr_t VST_CALL PluginHost::answer(AEffect* /*effect*/, int32_t opcode, int32_t /*index*/,

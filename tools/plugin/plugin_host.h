@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "softsynth/parameters/tempo.h"
 #include "vst/abi/vst2.h"
 
 namespace tarquil {
@@ -16,6 +17,8 @@ class PluginHost {
 
     // Where the next block starts, in samples.
     static void set_time(uint32_t time);
+    // Its place among the beats, and its tempo.
+    static void set_tempo(double quarters_per_minute, const Tempo& tempo);
 
     static intptr_t VST_CALL answer(AEffect* effect, int32_t opcode, int32_t index, intptr_t value,
                                     void* ptr, float opt);

@@ -61,6 +61,10 @@ void EngineDriver::queue_exclusive(const SongExclusive& message, uint32_t block_
         fail_on_crowd(message.time);
 }
 
+void EngineDriver::queue_tempo(const HostTempo& said, uint32_t time, uint32_t block_start) {
+    player.audio().add_tempo(said, player_time(time, block_start));
+}
+
 void EngineDriver::queue_releases(uint32_t end_time, uint32_t block_start) {
     if (!player.audio().release_all(player_time(end_time, block_start)))
         fail_on_crowd(end_time);

@@ -55,6 +55,7 @@ class EngineDriver : public SongDriver {
   protected:
     void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
     void queue_exclusive(const SongExclusive& message, uint32_t block_start) override;
+    void queue_tempo(const HostTempo& said, uint32_t time, uint32_t block_start) override;
     void queue_releases(uint32_t end_time, uint32_t block_start) override;
     void run(float* pcm, uint32_t block_start) override;
 

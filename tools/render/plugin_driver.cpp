@@ -6,6 +6,7 @@
 #include <string>
 
 #include "common/failure.h"
+#include "tools/plugin/plugin_host.h"
 
 namespace tarquil {
 
@@ -34,7 +35,13 @@ void PluginDriver::queue_message(uint32_t time, uint32_t block_start, const uint
     messages.push_back(message);
 }
 
+void PluginDriver::queue_tempo(const HostTempo& said, uint32_t time, uint32_t /*block_start*/) {
+    tempo_clock.add(said, time);
+}
+
 void PluginDriver::run(float* pcm, uint32_t block_start) {
+    const Tempo tempo = tempo_clock.advance(block_start, block_size);
+    PluginHost::set_tempo(tempo_clock.quarters_per_minute(), tempo);
     if (!messages.empty())
         plugin.send(messages);
     plugin.render(pcm, block_size, block_start);

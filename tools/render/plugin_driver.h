@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "instrument/settings.h"
+#include "player/tempo_clock.h"
 #include "tools/plugin/loaded_plugin.h"
 #include "tools/render/song_driver.h"
 
@@ -20,6 +21,7 @@ class PluginDriver : public SongDriver {
 
   protected:
     void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
+    void queue_tempo(const HostTempo& said, uint32_t time, uint32_t block_start) override;
     void run(float* pcm, uint32_t block_start) override;
 
   private:
@@ -29,6 +31,7 @@ class PluginDriver : public SongDriver {
     const uint32_t block_size;
     LoadedPlugin plugin;
     std::vector<VstMidiEvent> messages; // of the current block
+    TempoClock tempo_clock;
 };
 
 } // namespace tarquil

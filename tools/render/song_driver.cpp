@@ -4,11 +4,13 @@
 
 #include "common/failure.h"
 #include "midi/midi_message.h"
+#include "player/song_tempo.h"
 
 namespace tarquil {
 
 void SongDriver::render(float* pcm) {
     const uint32_t block_end = curr_time + block();
+    queue_tempos(block_end);
     queue_song(block_end);
     if (!keys_released && song.end_time < block_end) {
         keys_released = true;
@@ -16,6 +18,15 @@ void SongDriver::render(float* pcm) {
     }
     run(pcm, curr_time);
     curr_time = block_end;
+}
+
+void SongDriver::queue_tempos(uint32_t block_end) {
+    for (; next_tempo < song.tempos.size(); next_tempo++) {
+        const SongTempo& tempo = song.tempos[next_tempo];
+        if (tempo.time >= block_end)
+            break;
+        queue_tempo(host_tempo(tempo), tempo.time, curr_time);
+    }
 }
 
 void SongDriver::queue_song(uint32_t block_end) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "midi/smf/smf_reader.h"
+#include "player/host_tempo.h"
 #include "tools/render/render_options.h"
 
 namespace tarquil {
@@ -36,6 +37,10 @@ class SongDriver {
     // Takes a system exclusive message, as queue_message does.
     virtual void queue_exclusive(const SongExclusive& /*message*/, uint32_t /*block_start*/) {}
 
+    // Takes the song's tempo and place at `time`, before the messages of the block.
+    virtual void queue_tempo(const HostTempo& /*said*/, uint32_t /*time*/,
+                             uint32_t /*block_start*/) {}
+
     // Lets every key go at the song's end.
     virtual void queue_releases(uint32_t end_time, uint32_t block_start);
 
@@ -43,6 +48,7 @@ class SongDriver {
     virtual void run(float* pcm, uint32_t block_start) = 0;
 
   private:
+    void queue_tempos(uint32_t block_end);
     void queue_song(uint32_t block_end);
     void queue_exclusives(uint32_t block_end);
 
@@ -50,6 +56,7 @@ class SongDriver {
     const ChannelSet channels;
     size_t next_message = 0;
     size_t next_exclusive = 0;
+    size_t next_tempo = 0;
     uint32_t curr_time = 0;
     bool keys_released = false;
 };

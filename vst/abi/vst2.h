@@ -143,6 +143,10 @@ struct VstTimeInfo {
 
 // VstTimeInfo::flags
 inline constexpr int32_t kVstTransportPlaying = 1 << 1;
+inline constexpr int32_t kVstPpqPosValid = 1 << 9;
+inline constexpr int32_t kVstTempoValid = 1 << 10;
+inline constexpr int32_t kVstBarsValid = 1 << 11;
+inline constexpr int32_t kVstTimeSigValid = 1 << 13;
 
 // VstPinProperties::flags
 inline constexpr int32_t kVstPinIsActive = 1 << 0;
@@ -229,7 +233,7 @@ enum HostOpcode : int32_t {
     audioMasterVersion = 1,
     audioMasterCurrentId = 2,
     audioMasterWantMidi = 6,
-    audioMasterGetTime = 7,
+    audioMasterGetTime = 7,     // value: the flags that are wanted; returns a VstTimeInfo *
     audioMasterSizeWindow = 15, // index: width, value: height
     audioMasterGetSampleRate = 16,
     audioMasterGetBlockSize = 17,

@@ -157,6 +157,36 @@ class ParameterChanges : public Unknown {
     ~ParameterChanges() = default;
 };
 
+// ProcessContext::state
+inline constexpr uint32_t IS_PLAYING = 1 << 1;
+inline constexpr uint32_t HAS_POSITION = 1 << 9;
+inline constexpr uint32_t HAS_TEMPO = 1 << 10;
+inline constexpr uint32_t HAS_BAR = 1 << 11;
+inline constexpr uint32_t HAS_TIME_SIGNATURE = 1 << 13;
+
+struct ProcessContext {
+    uint32_t state;
+    double rate;
+    int64_t position_frames;
+    int64_t system_nanoseconds;
+    int64_t continuous_frames;
+    double position_quarters;
+    double bar_quarters;
+    double cycle_start_quarters;
+    double cycle_end_quarters;
+    double quarters_per_minute;
+    int32_t time_signature_beats;
+    int32_t time_signature_unit;
+    uint8_t chord_key;
+    uint8_t chord_root;
+    int16_t chord_mask;
+    int32_t smpte_subframes;
+    uint32_t frames_per_second;
+    uint32_t frame_rate_flags;
+    int32_t frames_to_clock;
+};
+static_assert(sizeof(ProcessContext) == 112);
+
 struct ProcessData {
     int32_t process_mode;
     int32_t sample_size;
@@ -169,7 +199,7 @@ struct ProcessData {
     ParameterChanges* output_changes;
     EventList* input_events;
     EventList* output_events;
-    void* context;
+    const ProcessContext* context;
 };
 static_assert(sizeof(ProcessData) == 80);
 
@@ -192,6 +222,13 @@ class AudioProcessor : public Unknown {
     ~AudioProcessor() = default;
 };
 inline constexpr uint32_t INFINITE_TAIL = UINT32_MAX;
+
+// What a plug-in needs of the context.
+inline constexpr uint32_t NEEDS_POSITION = 1 << 2;
+inline constexpr uint32_t NEEDS_BAR = 1 << 3;
+inline constexpr uint32_t NEEDS_TEMPO = 1 << 6;
+inline constexpr uint32_t NEEDS_TIME_SIGNATURE = 1 << 7;
+inline constexpr uint32_t NEEDS_TRANSPORT_STATE = 1 << 10;
 
 class ProcessContextRequirements : public Unknown {
   public:

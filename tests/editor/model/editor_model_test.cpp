@@ -283,6 +283,14 @@ TEST_F(EditorModelTest, ChannelsAndTheSongAreSteps) {
     EXPECT_EQ(synth.bank.get_midi_dialect(), MidiDialect::GENERAL_MIDI);
     model.undo();
     EXPECT_EQ(model.get_state().dialect, MidiDialect::NATIVE);
+    model.set_tempo_sync(true);
+    model.set_tempo_sync(true); // no step
+    EXPECT_TRUE(synth.bank.get_tempo_sync());
+    EXPECT_TRUE(model.get_state().tempo_sync);
+    model.undo();
+    EXPECT_FALSE(synth.bank.get_tempo_sync());
+    model.redo();
+    EXPECT_TRUE(synth.bank.get_tempo_sync());
 }
 
 TEST_F(EditorModelTest, WhatChangesNothingIsNoStep) {

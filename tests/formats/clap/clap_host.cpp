@@ -174,6 +174,13 @@ void ClapTestHost::set(clap_id id, double value, uint32_t frame, void* cookie) {
     event.value = value;
 }
 
+void ClapTestHost::add_transport(const clap_event_transport& now, uint32_t frame) {
+    auto& event = add<clap_event_transport>(CLAP_EVENT_TRANSPORT, frame);
+    const clap_event_header header = event.header;
+    event = now;
+    event.header = header;
+}
+
 clap_input_events ClapTestHost::events_in() {
     return {.ctx = this,
             .size =
@@ -208,7 +215,7 @@ clap_process_status ClapTestHost::process(float* left, float* right, uint32_t fr
     const clap_output_events out = events_out();
     const clap_process block = {.steady_time = -1,
                                 .frames_count = frames,
-                                .transport = nullptr,
+                                .transport = has_transport ? &transport : nullptr,
                                 .audio_inputs = nullptr,
                                 .audio_outputs = &buffer,
                                 .audio_inputs_count = 0,

@@ -29,7 +29,7 @@ inline constexpr char PLUGIN_ID[] = "org.tarquil.tarquil";
 
 // An event in a host's memory.
 struct HostEvent {
-    alignas(8) unsigned char bytes[80] = {};
+    alignas(8) unsigned char bytes[128] = {};
 
     [[nodiscard]] const clap_event_header& header() const {
         return *reinterpret_cast<const clap_event_header*>(bytes);
@@ -70,6 +70,7 @@ class ClapTestHost {
               double velocity = 1.0, int port = 0);
     void midi(const std::array<uint8_t, 3>& message, uint32_t frame = 0);
     void set(clap_id id, double value, uint32_t frame = 0, void* cookie = nullptr);
+    void add_transport(const clap_event_transport& now, uint32_t frame);
     // The last one, to be changed.
     template <typename Event> Event& last() {
         return *reinterpret_cast<Event*>(input.back().bytes);
@@ -102,6 +103,9 @@ class ClapTestHost {
     std::deque<HostEvent> input;
     std::vector<HostEvent> output;
     bool takes_output = true;
+    // What blocks begin with.
+    clap_event_transport transport{};
+    bool has_transport = false;
 
     // What the plug-in has asked for.
     std::atomic<int> flush_requests{0};

@@ -4,6 +4,7 @@
 
 #include <dlfcn.h>
 
+#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include <lv2/midi/midi.h>
 #include <lv2/patch/patch.h>
 #include <lv2/state/state.h>
+#include <lv2/time/time.h>
 
 #include "formats/lv2/lv2_names.h"
 
@@ -134,6 +136,27 @@ void Lv2Host::add_file(const std::string& path) {
     lv2_atom_forge_urid(&forge, number(TARQUIL_LV2_FILE_URI));
     lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
     lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size()));
+    lv2_atom_forge_pop(&forge, &object);
+}
+
+void Lv2Host::add_position(int64_t frame, const Position& position) {
+    LV2_Atom_Forge_Frame object;
+    lv2_atom_forge_frame_time(&forge, frame);
+    lv2_atom_forge_object(&forge, &object, 0, number(LV2_TIME__Position));
+    const auto add = [&](const char* name, double value) {
+        if (std::isnan(value))
+            return;
+        lv2_atom_forge_key(&forge, number(name));
+        lv2_atom_forge_float(&forge, float(value));
+    };
+    add(LV2_TIME__beatsPerMinute, position.beats_per_minute);
+    add(LV2_TIME__barBeat, position.bar_beat);
+    add(LV2_TIME__beatsPerBar, position.beats_per_bar);
+    add(LV2_TIME__speed, position.speed);
+    lv2_atom_forge_key(&forge, number(LV2_TIME__bar));
+    lv2_atom_forge_long(&forge, position.bar);
+    lv2_atom_forge_key(&forge, number(LV2_TIME__beatUnit));
+    lv2_atom_forge_int(&forge, position.beat_unit);
     lv2_atom_forge_pop(&forge, &object);
 }
 

@@ -35,6 +35,16 @@ class Lv2Host {
     void add_midi(int64_t frame, const std::vector<uint8_t>& message);
     void add_program(int64_t frame, int32_t program);
     void add_file(const std::string& path);
+    // Where it is; none of what is not a number.
+    struct Position {
+        double beats_per_minute;
+        int64_t bar;
+        double bar_beat;
+        double beats_per_bar;
+        int32_t beat_unit;
+        double speed;
+    };
+    void add_position(int64_t frame, const Position& position);
 
     // Adds a block to `left` and `right`.
     void run(uint32_t frames);

@@ -58,6 +58,24 @@ TEST(Vst3Abi, RecordsHaveTheirLayouts) {
     EXPECT_EQ(offsetof(KeyPressure, pressure), offsetof(v3_event_poly_pressure, pressure));
     EXPECT_EQ(offsetof(DataEvent, bytes), offsetof(v3_event_data, bytes));
     EXPECT_EQ(offsetof(ProcessData, outputs), offsetof(v3_process_data, outputs));
+    EXPECT_EQ(offsetof(ProcessData, context), offsetof(v3_process_data, ctx));
+    EXPECT_EQ(sizeof(ProcessContext), sizeof(v3_process_context));
+    EXPECT_EQ(offsetof(ProcessContext, position_quarters),
+              offsetof(v3_process_context, project_time_quarters));
+    EXPECT_EQ(offsetof(ProcessContext, bar_quarters),
+              offsetof(v3_process_context, bar_position_quarters));
+    EXPECT_EQ(offsetof(ProcessContext, quarters_per_minute), offsetof(v3_process_context, bpm));
+    EXPECT_EQ(offsetof(ProcessContext, time_signature_beats),
+              offsetof(v3_process_context, time_sig_numerator));
+    EXPECT_EQ(IS_PLAYING | HAS_POSITION | HAS_TEMPO | HAS_BAR | HAS_TIME_SIGNATURE,
+              uint32_t(V3_PROCESS_CTX_PLAYING | V3_PROCESS_CTX_PROJECT_TIME_VALID |
+                       V3_PROCESS_CTX_TEMPO_VALID | V3_PROCESS_CTX_BAR_POSITION_VALID |
+                       V3_PROCESS_CTX_TIME_SIG_VALID));
+    EXPECT_EQ(NEEDS_POSITION | NEEDS_BAR | NEEDS_TEMPO | NEEDS_TIME_SIGNATURE |
+                  NEEDS_TRANSPORT_STATE,
+              uint32_t(V3_PROCESS_CTX_NEED_PROJECT_TIME | V3_PROCESS_CTX_NEED_BAR_POSITION |
+                       V3_PROCESS_CTX_NEED_TEMPO | V3_PROCESS_CTX_NEED_TIME_SIG |
+                       V3_PROCESS_CTX_NEED_TRANSPORT_STATE));
     EXPECT_EQ(offsetof(ProcessData, input_changes), offsetof(v3_process_data, input_params));
     EXPECT_EQ(offsetof(ProcessData, input_events), offsetof(v3_process_data, input_events));
     EXPECT_EQ(offsetof(AudioBuffers, channels_32),

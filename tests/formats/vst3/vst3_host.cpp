@@ -126,6 +126,7 @@ Result Vst3Host::run(float* left, float* right, int32_t frames) {
     data.outputs = &out;
     data.input_changes = &changes;
     data.input_events = &events;
+    data.context = context;
     const Result result = processor->process(&data);
     events.events.clear();
     changes.queues.clear();

@@ -131,6 +131,7 @@ class Vst3Host {
     // Of the next block.
     HostEvents events;
     HostChanges changes;
+    const ProcessContext* context = nullptr;
 };
 
 } // namespace tarquil::vst3

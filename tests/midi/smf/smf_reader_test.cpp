@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <random>
 #include <string>
 
@@ -55,6 +56,31 @@ TEST(SmfReader, PlacesEventsByTheTempoMapOfAllTracks) {
     EXPECT_EQ(song.messages[2].bytes[0], 0x90); // running status
     EXPECT_EQ(song.messages[5].bytes[0], 0xE0);
     EXPECT_EQ(song.messages[0].bytes[2], 0);
+}
+
+TEST(SmfReader, TellsTempoPlaceAndBarsInQuarterNotes) {
+    const auto tell = [](const Song& song) {
+        std::string text;
+        for (const SongTempo& tempo : song.tempos) {
+            char line[100];
+            std::snprintf(line, sizeof(line), "%u: %g at %g, bar %g of %g\n", tempo.time,
+                          tempo.quarters_per_minute, tempo.position, tempo.bar_start,
+                          tempo.bar_length);
+            text += line;
+        }
+        return text;
+    };
+    EXPECT_EQ(tell(read_song(small_song())),
+              "0: 120 at 0, bar 0 of 4\n22050: 240 at 1, bar 0 of 4\n");
+    // 7/8 from the first beat on, one without a meaning, and 100 a minute two beats later.
+    const SmfBytes track =
+        with_end({0x60, 0xFF, 0x58, 0x04, 7,    3,    24,   8,    0x00, 0xFF, 0x58, 0x04,
+                  0,    2,    24,   8,    0x81, 0x40, 0xFF, 0x51, 0x03, 0x09, 0x27, 0xC0});
+    EXPECT_EQ(tell(read_song(make_smf(0, 96, {track}))),
+              "0: 120 at 0, bar 0 of 4\n22050: 120 at 1, bar 1 of 3.5\n"
+              "66150: 100 at 3, bar 1 of 3.5\n");
+    // Counted in frames a song knows no beats.
+    EXPECT_EQ(tell(read_song(make_smf(0, 0xE728, {track}))), "0: 120 at 0, bar 0 of 4\n");
 }
 
 TEST(SmfReader, KeepsExclusiveMessagesInTheirPlace) {

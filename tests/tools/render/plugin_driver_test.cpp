@@ -75,6 +75,29 @@ TEST_F(PluginRender, TarquilSoundsAsWhenLinkedIn) {
                 rendered({"--midi", "native", "--channels", "2"}));
 }
 
+TEST_F(PluginRender, TheSongsTempoReachesEitherWay) {
+    // Chords at 120 and, from the second bar on, at 197.25 a minute, three quarters to the bar.
+    const SmfBytes bytes = make_smf(
+        0, 96, {{0x00, 0xFF, 0x58, 0x04, 3,    2,    24,   8,    0x00, 0xC0, 0x05, 0x00, 0x90, 0x3C,
+                 0x64, 0x30, 0x90, 0x40, 0x64, 0x82, 0x10, 0xFF, 0x51, 0x03, 0x04, 0xA4, 0x23, 0x11,
+                 0x90, 0x43, 0x64, 0x84, 0x00, 0x80, 0x3C, 0x00, 0x00, 0xFF, 0x2F, 0x00}});
+    ASSERT_EQ(
+        save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 0);
+    TarqSettings bank;
+    bank.get_instrument(5).set_controller(CTRL_AUX2_LEVEL, 100);
+    bank.get_instrument(5).set_controller(CTRL_OSC1_INFLUENCE_SOURCE, 4); // LFO 1
+    bank.get_instrument(5).set_controller(CTRL_OSC1_INFLUENCE_AMOUNT, 70);
+    bank.set_global_controller(CTRL_RETRIGGER_SPEEDUP, 65);
+    bank.set_global_controller(CTRL_RETRIGGER_WET_LEVEL, 64);
+    ASSERT_EQ(bank.text_save(bank_path), 0);
+    const std::string untimed = rendered({"--bank", bank_path});
+    bank.set_tempo_sync(true);
+    ASSERT_EQ(bank.text_save(bank_path), 0);
+    const std::string followed = rendered({"--bank", bank_path});
+    EXPECT_FALSE(followed == untimed);
+    EXPECT_TRUE(rendered({"--plugin", TARQUIL_PLUGIN, "--bank", bank_path}) == followed);
+}
+
 TEST_F(PluginRender, OneOutputIsHeardOnBothSides) {
     const SmfBytes bytes =
         make_smf(0, 0xE728, {{0x0A, 0x90, 0x3C, 0x64, 0x0A, 0x90, 0x3C, 0x00, 0x0A, 0x90,
