@@ -15,7 +15,7 @@ class DrawnPage {
   public:
     DrawnPage(unsigned page, double scale)
         : surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, int(EditorView::WIDTH * scale),
-                                             int(EditorView::HEIGHT * scale))),
+                                             int(FULL_HEIGHT * scale))),
           context(cairo_create(surface)) {
         synth.meters.peaks = {0.5F, 0.5F};
         synth.meters.active_channels = 0xFFFF;

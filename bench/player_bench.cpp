@@ -67,7 +67,7 @@ void players_on_threads(benchmark::State& state) {
     Player player;
     player.start();
     for (unsigned i = 0; i < 32; i++)
-        player.play_message({uint8_t(0x90U | i % 16), uint8_t(40 + i), 100});
+        player.play_key(i % 16, 40 + i, 100);
     GranuleStream stream(player.audio());
     for (auto _ : state)
         benchmark::DoNotOptimize(stream.next(256));

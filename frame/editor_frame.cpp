@@ -23,6 +23,12 @@ double EditorFrame::scale() {
     return settings.scale;
 }
 
+int EditorFrame::height_in_units() {
+    if (view == nullptr)
+        load_settings();
+    return EditorView::height(settings);
+}
+
 void EditorFrame::load_settings() {
     settings = load_editor_settings(editor_settings_path());
     settings.scale = host_scale.value_or(settings.scale);
@@ -37,12 +43,13 @@ bool EditorFrame::suggest_scale(double scale) {
 }
 
 void EditorFrame::fit_size(int& width, int& height) {
+    const double units = height_in_units();
     // A size that this has given stays: its height is the rounded one.
-    const auto height_of = [](int of_width) {
-        return int(std::lround(double(EditorView::HEIGHT) * of_width / EditorView::WIDTH));
+    const auto height_of = [units](int of_width) {
+        return int(std::lround(units * of_width / EditorView::WIDTH));
     };
     if (height_of(width) > height)
-        width = int(double(EditorView::WIDTH) * height / EditorView::HEIGHT);
+        width = int(double(EditorView::WIDTH) * height / units);
     width = std::clamp(width, int(std::ceil(EditorView::WIDTH * EditorSettings::MIN_SCALE)),
                        int(EditorView::WIDTH * EditorSettings::MAX_SCALE));
     height = height_of(width);
@@ -82,7 +89,7 @@ int EditorFrame::width() {
 }
 
 int EditorFrame::height() {
-    return int(std::lround(EditorView::HEIGHT * scale()));
+    return int(std::lround(height_in_units() * scale()));
 }
 
 bool EditorFrame::open(uintptr_t parent) {
@@ -91,7 +98,8 @@ bool EditorFrame::open(uintptr_t parent) {
     make_model();
     shown_changes = player.num_changes();
     model->refresh();
-    view = std::make_unique<EditorView>(*model, settings, parent == 0, document.get());
+    view = std::make_unique<EditorView>(*model, settings, parent == 0, document.get(),
+                                        plays_computer_keys);
     window = std::make_unique<EditorWindow>(parent, *view, title);
     if (!window->is_open()) {
         logPrintf("no window could be opened\n");
@@ -107,6 +115,7 @@ bool EditorFrame::open(uintptr_t parent) {
     if (parent == 0 && window_below != 0)
         window->stay_above(window_below);
     window->may_close = [this] { return view->may_close(); };
+    static_cast<void>(synth.read_keys()); // what was struck while nobody looked
     player.meters().watched = true;
     shown = true;
     follow_document();

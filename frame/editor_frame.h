@@ -39,7 +39,7 @@ class EditorFrame {
     [[nodiscard]] int width();
     [[nodiscard]] int height();
     // The largest size of the window's shape that fits into a size, or the smallest there is.
-    static void fit_size(int& width, int& height);
+    void fit_size(int& width, int& height);
     // Takes such a size from the next idle on.
     void resize(int width, int height);
     // The host's scale, for windows whose size the user has never chosen.  False when it is not
@@ -51,6 +51,9 @@ class EditorFrame {
     std::string title = "Tarquil";
     uintptr_t window_below = 0;
     [[nodiscard]] bool is_closed_by_user() const;
+
+    // The computer's keys play from the opening on: for a program that has the keyboard to itself.
+    bool plays_computer_keys = false;
 
     // Null while no window is open.
     EditorWindow* get_window() { return window.get(); }
@@ -67,6 +70,7 @@ class EditorFrame {
 
   private:
     double scale();
+    int height_in_units();
     void load_settings();
     void make_model();
     void follow_document();

@@ -81,4 +81,33 @@ void PlayerSynth::panic() {
     player.silence();
 }
 
+void PlayerSynth::play_key(unsigned channel, unsigned key, unsigned velocity) {
+    player.play_key(channel, key, velocity);
+}
+
+void PlayerSynth::bend(unsigned channel, unsigned value) {
+    player.bend(channel, value);
+}
+
+void PlayerSynth::set_modulation(unsigned channel, unsigned value) {
+    player.set_modulation(channel, value);
+}
+
+void PlayerSynth::set_sustain(unsigned channel, bool is_down) {
+    player.set_sustain(channel, is_down);
+}
+
+EditorKeys PlayerSynth::read_keys() {
+    EditorKeys shown;
+    for (unsigned i = 0; i < shown.channels.size(); i++) {
+        EditorKeys::Channel& channel = shown.channels[i];
+        SoundingKeys::Channel& sounding = player.sounding_keys().channels[i];
+        channel.keys = sounding.take_keys();
+        channel.bend = sounding.bend.load(std::memory_order_relaxed);
+        channel.modulation = sounding.modulation.load(std::memory_order_relaxed);
+        channel.is_sustained = sounding.is_sustained.load(std::memory_order_relaxed);
+    }
+    return shown;
+}
+
 } // namespace tarquil

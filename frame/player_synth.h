@@ -38,6 +38,12 @@ class PlayerSynth : public EditorSynth {
     void set_band_muted(unsigned band, bool muted) override;
     void panic() override;
 
+    void play_key(unsigned channel, unsigned key, unsigned velocity) override;
+    void bend(unsigned channel, unsigned value) override;
+    void set_modulation(unsigned channel, unsigned value) override;
+    void set_sustain(unsigned channel, bool is_down) override;
+    EditorKeys read_keys() override;
+
   private:
     Player& player;
 };

@@ -73,6 +73,8 @@ class GmEnsemble {
     [[nodiscard]] unsigned program(unsigned channel) const {
         return dialect.channel(channel).program;
     }
+    [[nodiscard]] const GmChannel& channel(unsigned index) const { return dialect.channel(index); }
+    [[nodiscard]] ChannelKeys held_keys() const { return dialect.held_keys(); }
 
     // Ends everything, echoes included, within a few milliseconds.  False, and nothing happens,
     // when there is no room.

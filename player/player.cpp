@@ -312,14 +312,6 @@ void Player::silence() {
     post({.kind = PlayerEdit::Kind::SILENCE});
 }
 
-void Player::play_message(const std::array<uint8_t, 3>& message) {
-    const LockHolder holder(lock);
-    post({.kind = PlayerEdit::Kind::MESSAGE,
-          .program = message[0],
-          .number = message[1],
-          .value = message[2]});
-}
-
 ChannelPrograms Player::all_channel_programs() const {
     ChannelPrograms programs;
     for (unsigned channel = 0; channel < programs.size(); channel++)

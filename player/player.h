@@ -95,8 +95,13 @@ class Player {
     };
     [[nodiscard]] std::vector<KeyName> drum_names();
 
-    // Plays a MIDI message of three bytes (status and two data bytes) as soon as possible.
-    void play_message(const std::array<uint8_t, 3>& message);
+    // Played by hand, as soon as possible, on channel 0..15: a key (0..127; velocity 0 lets it go),
+    // a bend (0..16383), and what General MIDI alone knows: the modulation wheel (0..127) and the
+    // sustain pedal.
+    void play_key(unsigned channel, unsigned key, unsigned velocity);
+    void bend(unsigned channel, unsigned value);
+    void set_modulation(unsigned channel, unsigned value);
+    void set_sustain(unsigned channel, bool is_down);
 
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor, or lets it sound again.
     void set_band_muted(unsigned band, bool muted);
@@ -115,6 +120,7 @@ class Player {
 
     // Read and taken by whoever shows them.
     Meters& meters() { return link.meters; }
+    SoundingKeys& sounding_keys() { return link.keys; }
     // Changes whenever a value, a name or a channel's program has.
     [[nodiscard]] uint32_t num_changes() const {
         return link.changes.load(std::memory_order_relaxed);
@@ -122,6 +128,7 @@ class Player {
 
   private:
     void post(const PlayerEdit& edit);
+    void play_message(unsigned kind, unsigned channel, unsigned data1, unsigned data2);
     void post_difference(unsigned program, const ControllerBytes& before,
                          const ControllerBytes& after);
     void replace_bank(const TarqSettings& fresh, const ChannelPrograms* channels);

@@ -37,6 +37,8 @@ void PlayerAudio::follow_edits() {
                 gm->choose_program(channel, playing[channel]);
         refresh();
     }
+    if (link.messages_lost.load(std::memory_order_relaxed) && release_all(curr_time))
+        link.messages_lost = false;
 }
 
 // Sends the bank once for many edits that ask for it.  A refresh brings the values of the edits
@@ -108,9 +110,11 @@ bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {
 }
 
 void PlayerAudio::note_played(const midi_event& event) {
-    if (midi_kind(event.status) == MIDI_NOTE_ON && event.data2 > 0)
-        link.meters.played_channels.fetch_or(1U << midi_channel(event.status),
-                                             std::memory_order_relaxed);
+    if (midi_kind(event.status) != MIDI_NOTE_ON || event.data2 == 0)
+        return;
+    const unsigned channel = midi_channel(event.status);
+    link.meters.played_channels.fetch_or(1U << channel, std::memory_order_relaxed);
+    link.keys.channels[channel].note_struck(event.data1);
 }
 
 bool PlayerAudio::release_all(uint32_t time) {
@@ -285,6 +289,8 @@ void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
     const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
     pass_tempo(engine, frames);
+    for (const midi_event& event : due)
+        link.keys.follow(event);
     engine.run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
     if (gm != nullptr && gm->has_rest())
         gm->run_rest(link.drum_engine.load(std::memory_order_acquire), pcm, frames, curr_time);

@@ -82,6 +82,7 @@ class PlayerAudio {
     void run_native(Tarquil& engine, float* pcm, uint32_t frames);
     void run_gm(Tarquil& engine, float* pcm, uint32_t frames);
     void publish_gm_programs();
+    void publish_gm_keys();
     void note_played(const midi_event& event);
     void send_byte(unsigned program, unsigned number, int value, uint32_t time);
     void send_bend(unsigned program, int coarse, int fine);

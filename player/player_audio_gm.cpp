@@ -41,6 +41,10 @@ void PlayerAudio::end_gm() {
     gm->end(curr_time);
     silence();
     refresh();
+    for (SoundingKeys::Channel& channel : link.keys.channels) {
+        channel.modulation.store(0, std::memory_order_relaxed);
+        channel.is_sustained.store(false, std::memory_order_relaxed);
+    }
 }
 
 // False for what is done as in the native dialect.
@@ -99,6 +103,20 @@ void PlayerAudio::run_gm(Tarquil& engine, float* pcm, uint32_t frames) {
         done += piece;
     }
     publish_gm_programs();
+    if (link.meters.watched.load(std::memory_order_relaxed))
+        publish_gm_keys();
+}
+
+void PlayerAudio::publish_gm_keys() {
+    const ChannelKeys held = gm->held_keys();
+    for (unsigned index = 0; index < held.size(); index++) {
+        const GmChannel& from = gm->channel(index);
+        SoundingKeys::Channel& shown = link.keys.channels[index];
+        shown.set_held(held[index]);
+        shown.bend.store(from.bend, std::memory_order_relaxed);
+        shown.modulation.store(uint8_t(from.value(MIDI_MODULATION)), std::memory_order_relaxed);
+        shown.is_sustained.store(from.is_down(MIDI_SUSTAIN), std::memory_order_relaxed);
+    }
 }
 
 void PlayerAudio::publish_gm_programs() {

@@ -14,6 +14,7 @@
 #include "player/gm_ensemble.h"
 #include "player/handover.h"
 #include "player/meters.h"
+#include "player/sounding_keys.h"
 #include "softsynth/core/core.h"
 #include "softsynth/parameters/midi_dialect.h"
 
@@ -52,6 +53,8 @@ struct PlayerLink {
     SpscQueue<PlayerEdit, 4096> edits;
     // An edit found no room: the bank is to be sent as a whole.
     std::atomic<bool> edits_lost{false};
+    // A message found no room: it may have been the end of a note.
+    std::atomic<bool> messages_lost{false};
     Handover<std::unique_ptr<BankBytes>> bank; // taken at a refresh
     Handover<std::shared_ptr<const GmSet>> gm_set;
 
@@ -73,6 +76,7 @@ struct PlayerLink {
     std::atomic<uint64_t> lawful[MAX_INSTRUMENTS / 64] = {UINT64_MAX, UINT64_MAX};
 
     Meters meters;
+    SoundingKeys keys;
 
     void note_change() { changes.fetch_add(1, std::memory_order_relaxed); }
 };

@@ -12,7 +12,6 @@
 #include "frame/editor_frame.h"
 #include "frame/player_synth.h"
 #include "standalone/autosave.h"
-#include "standalone/computer_keys.h"
 #include "standalone/device_keeper.h"
 #include "standalone/run_player.h"
 
@@ -49,8 +48,9 @@ std::string date_and_time(std::time_t when) {
 class EditorPlayWindow : public PlayWindow {
   public:
     EditorPlayWindow(Player& player, const PlaySettings& play_settings)
-        : settings(play_settings), synth(player), editor(player, synth), keys(player),
+        : settings(play_settings), synth(player), editor(player, synth),
           backup(SessionBackup::usual_folder()) {
+        editor.plays_computer_keys = true;
         editor.keep_document(settings.bank_path);
         autosave.emplace(editor.get_document(), editor.get_model(), backup);
     }
@@ -64,9 +64,6 @@ class EditorPlayWindow : public PlayWindow {
     bool open() {
         if (!editor.open(0))
             return false;
-        editor.get_window()->on_unused_key = [this](uint32_t key, bool is_pressed) {
-            keys.press(key, is_pressed);
-        };
         shown = this;
         on_display_loss([] { shown->end_without_display(); });
         if (backup.lost())
@@ -139,7 +136,6 @@ class EditorPlayWindow : public PlayWindow {
     const PlaySettings& settings;
     PlaySynth synth;
     EditorFrame editor;
-    ComputerKeys keys;
     SessionBackup backup;
     std::optional<Autosave> autosave;
     bool is_ended = false; // by the user

@@ -39,8 +39,21 @@ class BankSynth : public EditorSynth {
     void set_band_muted(unsigned band, bool is_muted) override { muted[band] = is_muted; }
     void panic() override { panics++; }
 
+    void play_key(unsigned channel, unsigned key, unsigned velocity) override {
+        keys.channels[channel].keys[key] = velocity > 0;
+    }
+    void bend(unsigned channel, unsigned value) override { keys.channels[channel].bend = value; }
+    void set_modulation(unsigned channel, unsigned value) override {
+        keys.channels[channel].modulation = value;
+    }
+    void set_sustain(unsigned channel, bool is_down) override {
+        keys.channels[channel].is_sustained = is_down;
+    }
+    EditorKeys read_keys() override { return keys; }
+
     TarqSettings bank;
     EditorMeters meters;
+    EditorKeys keys;
     unsigned program = 0;
     std::array<uint8_t, NUM_CHANNELS> channel_programs{};
     int panics = 0;

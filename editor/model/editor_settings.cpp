@@ -31,6 +31,9 @@ EditorSettings load_editor_settings(const std::string& path) {
         settings.is_scale_chosen = true;
     }
     reader.get_str("folder", settings.folder);
+    float keyboard = 1.0F;
+    reader.get_float("keyboard", keyboard);
+    settings.shows_keyboard = keyboard != 0.0F;
     return settings;
 }
 
@@ -43,6 +46,7 @@ bool save_editor_settings(const std::string& path, const EditorSettings& setting
     writer.write_float("scale", float(settings.scale));
     if (!settings.folder.empty() && settings.folder.find_first_of("#\r\n") == std::string::npos)
         writer.write_str("folder", settings.folder);
+    writer.write_int("keyboard", settings.shows_keyboard ? 1 : 0);
     AtomicFile file;
     return file.open(path) && file.commit(writer.get_string());
 }

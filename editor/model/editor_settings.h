@@ -10,6 +10,7 @@ struct EditorSettings {
     double scale = 1.0;           // MIN_SCALE..MAX_SCALE
     bool is_scale_chosen = false; // rather than the default
     std::string folder;           // that the last file was chosen from; empty: the user's own
+    bool shows_keyboard = true;
 
     static constexpr double MIN_SCALE = 0.75;
     static constexpr double MAX_SCALE = 3.0;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 
+#include "editor/model/editor_keys.h"
 #include "editor/model/editor_notice.h"
 #include "instrument/settings.h"
 #include "softsynth/parameters/constants.h"
@@ -89,6 +90,16 @@ class EditorSynth {
     virtual void panic() = 0;
 
     [[nodiscard]] virtual EditorNotice read_notice() { return {}; }
+
+    // Played by hand in the window: no host is told.  Channel 0..15, key 0..127, velocity 0..127 of
+    // which 0 lets the key go; the others' ranges are those of EditorKeys.
+    virtual void play_key(unsigned channel, unsigned key, unsigned velocity) = 0;
+    virtual void bend(unsigned channel, unsigned value) = 0;
+    // These mean something in General MIDI only.
+    virtual void set_modulation(unsigned channel, unsigned value) = 0;
+    virtual void set_sustain(unsigned channel, bool is_down) = 0;
+    // Takes no lock.
+    virtual EditorKeys read_keys() = 0;
 };
 
 } // namespace tarquil

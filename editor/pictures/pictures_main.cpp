@@ -42,6 +42,9 @@ void set_meters(BankSynth& synth) {
     synth.meters.peaks = {0.6F, 0.35F};
     synth.meters.band_levels = {0.5F, 0.2F, 0.1F, 0.02F};
     synth.meters.band_gains = {0.5F, 0.8F, 1.0F, 1.0F};
+    for (const size_t key : {60U, 63U, 67U, 70U})
+        synth.keys.channels[synth.program % NUM_CHANNELS].keys.set(key);
+    synth.keys.channels[NUM_CHANNELS - 1].keys.set(36).set(43);
 }
 
 std::string file_name(const std::string& title) {
@@ -155,7 +158,7 @@ Picture draw_scene(const Scene& scene, int scale, const TarqSettings& demo) {
     view.tick(0.0);
     if (scene.prepare != nullptr)
         scene.prepare(view);
-    Picture picture(int(WINDOW_WIDTH) * scale, int(WINDOW_HEIGHT) * scale);
+    Picture picture(int(WINDOW_WIDTH) * scale, view.height() * scale);
     cairo_scale(picture.context(), scale, scale);
     view.draw(picture.context()); // asks for the responses
     view.wait_for_responses();

@@ -56,8 +56,9 @@ bool is_widget_of(const Page& page, const Widget* wanted) {
 } // namespace
 
 EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard,
-                       EditorDocument* kept)
+                       EditorDocument* kept, bool computer_keys)
     : model(shown_model), settings(shown_settings), document(kept), pages(make_pages()),
+      hands(shown_model, computer_keys), keyboard_page(make_keyboard(hands, key_layout)),
       has_keyboard(keyboard) {
     view_state.selected_slot = model.get_state().program;
     HeaderControls controls;
@@ -70,6 +71,9 @@ EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings,
     add_tabs(
         header, pages, [this] { return current_page; },
         [this](unsigned index) { show_page(index); });
+    add_keyboard_switch(
+        header, [this] { return settings.shows_keyboard; },
+        [this](bool shown) { show_keyboard(shown); });
 }
 
 EditorView::~EditorView() {
@@ -79,13 +83,33 @@ EditorView::~EditorView() {
 void EditorView::show_page(unsigned index) {
     if (index >= pages.size())
         return;
+    if (pressed != nullptr)
+        pressed->release(*this);
     model.end_gesture();
     current_page = index;
     hovered = nullptr;
     pressed = nullptr;
-    if (!is_widget_of(header, focused))
+    if (!is_widget_of(header, focused) && !is_widget_of(keyboard_page, focused))
         focused = nullptr;
     is_changed = true;
+}
+
+void EditorView::show_keyboard(bool shown) {
+    settings.shows_keyboard = shown;
+    if (shown)
+        return;
+    if (is_widget_of(keyboard_page, focused))
+        focused = nullptr;
+    // Nobody would see why a host gets no keys.
+    if (!has_keyboard)
+        hands.set_plays_computer_keys(false);
+}
+
+std::vector<Page*> EditorView::shown_pages() {
+    std::vector<Page*> shown = {&header, &pages[current_page]};
+    if (settings.shows_keyboard)
+        shown.push_back(&keyboard_page);
+    return shown;
 }
 
 void EditorView::wait_for_responses() {
@@ -121,7 +145,7 @@ void EditorView::choose_file(FileRequest request) {
 }
 
 Widget* EditorView::widget_at(Point at) {
-    for (Page* page : {&header, &pages[current_page]}) {
+    for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
             if (widget->get_area().contains(at))
                 return widget.get();
@@ -138,6 +162,7 @@ WidgetState EditorView::state_of(const Widget* widget) const {
 
 void EditorView::draw_ground(Canvas& canvas) {
     canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND);
+    canvas.fill({0, WINDOW_HEIGHT, WINDOW_WIDTH, KEYBOARD_HEIGHT}, theme::HEADER);
     canvas.fill({0, 0, WINDOW_WIDTH, HEADER_HEIGHT}, theme::HEADER);
     for (const Panel& panel : pages[current_page].panels)
         canvas.fill(panel.area, theme::PANEL, 6);
@@ -148,7 +173,7 @@ void EditorView::draw_page(Canvas& canvas) {
     for (const Panel& panel : pages[current_page].panels)
         canvas.text({panel.area.x + 12, panel.area.y + 6, panel.area.w - 24, 20}, panel.title,
                     {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
-    for (Page* page : {&header, &pages[current_page]}) {
+    for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
             TARQ_ASSERT(widget != nullptr);
             widget->draw(canvas, *this, state_of(widget.get()));
@@ -158,7 +183,7 @@ void EditorView::draw_page(Canvas& canvas) {
 
 std::vector<Widget*> EditorView::meter_widgets() {
     std::vector<Widget*> found;
-    for (Page* page : {&header, &pages[current_page]}) {
+    for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
             if (widget->shows_meters())
                 found.push_back(widget.get());
@@ -203,7 +228,9 @@ std::string EditorView::tooltip_text() {
 void EditorView::draw(cairo_t* context) {
     Canvas canvas(context);
     draw_page(canvas);
-    draw_status(canvas, {0, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH, STATUS_HEIGHT},
+    draw_status(canvas,
+                {0, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - KEYBOARD_SWITCH_WIDTH - 20,
+                 STATUS_HEIGHT},
                 status);
     draw_overlays(canvas);
     is_changed = are_meters_new = false;
@@ -212,7 +239,7 @@ void EditorView::draw(cairo_t* context) {
 std::vector<Rect> EditorView::draw_changes(cairo_t* context) {
     if (is_changed) {
         draw(context);
-        return {{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}};
+        return {{0, 0, WINDOW_WIDTH, FULL_HEIGHT}};
     }
     if (!are_meters_new)
         return {};
@@ -239,7 +266,7 @@ bool EditorView::update_meters(double seconds) {
         light = has_note ? 1.0 : std::max(0.0, light - seconds / LIGHT_SECONDS);
         is_new = is_new || light != last;
     }
-    return is_new;
+    return hands.update() || is_new;
 }
 
 bool EditorView::update_notice(double seconds) {
@@ -361,7 +388,7 @@ void EditorView::leave() {
 
 void EditorView::move_focus(int steps) {
     std::vector<Widget*> order;
-    for (Page* page : {&header, &pages[current_page]}) {
+    for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
             if (widget->takes_focus())
                 order.push_back(widget.get());
@@ -418,6 +445,15 @@ bool EditorView::use_shortcut(const KeyEvent& event) {
     else
         return false;
     return true;
+}
+
+void EditorView::press_computer_key(uint32_t code, uint32_t character) {
+    if (!wants_keys() && hands.plays_computer_keys())
+        is_changed = hands.computer_keys().press(code, character, hands.channel()) || is_changed;
+}
+
+void EditorView::release_computer_key(uint32_t code) {
+    hands.computer_keys().release(code);
 }
 
 } // namespace tarquil

@@ -16,7 +16,9 @@
 #include "editor/kit/window_size.h"
 #include "editor/model/editor_model.h"
 #include "editor/model/editor_settings.h"
+#include "editor/model/hands.h"
 #include "editor/plots/response_worker.h"
+#include "editor/view/keyboard.h"
 #include "editor/view/status_line.h"
 
 namespace tarquil {
@@ -24,12 +26,17 @@ namespace tarquil {
 class EditorView : public UiHost {
   public:
     static constexpr int WIDTH = int(WINDOW_WIDTH); // units
-    static constexpr int HEIGHT = int(WINDOW_HEIGHT);
+    // With the keyboard along the bottom, or without it.
+    [[nodiscard]] static int height(const EditorSettings& settings) {
+        return int(settings.shows_keyboard ? FULL_HEIGHT : WINDOW_HEIGHT);
+    }
+    [[nodiscard]] int height() const { return height(settings); }
 
     // All outlive the view.  The window saves the settings.  `keyboard`: keys reach the controls,
     // Tab moves between them, for a window that is no host's.  `kept` may be null.
+    // `computer_keys`: those that nothing else uses play notes, from the start on.
     EditorView(EditorModel& shown_model, EditorSettings& shown_settings, bool keyboard,
-               EditorDocument* kept = nullptr);
+               EditorDocument* kept = nullptr, bool computer_keys = false);
     // A gesture ends.
     ~EditorView() override;
 
@@ -62,6 +69,15 @@ class EditorView : public UiHost {
         return !overlays.empty() && overlays.back()->takes_text();
     }
 
+    // The computer's keys as a piano: `code` names the key, `character` is what it types without
+    // Shift.  A key that is held comes once.
+    void press_computer_key(uint32_t code, uint32_t character);
+    void release_computer_key(uint32_t code);
+    [[nodiscard]] const std::set<uint32_t>& computer_keys_down() {
+        return hands.computer_keys().get_down();
+    }
+    [[nodiscard]] bool plays_computer_keys() const { return hands.plays_computer_keys(); }
+
     // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
     [[nodiscard]] double scale() const { return settings.scale; }
 
@@ -85,6 +101,8 @@ class EditorView : public UiHost {
     EditorDocument* get_document() override { return document; }
 
   private:
+    [[nodiscard]] std::vector<Page*> shown_pages();
+    void show_keyboard(bool shown);
     [[nodiscard]] Widget* widget_at(Point at);
     [[nodiscard]] WidgetState state_of(const Widget* widget) const;
     void draw_ground(Canvas& canvas);
@@ -116,6 +134,10 @@ class EditorView : public UiHost {
     std::vector<Page> pages;
     unsigned current_page = 0;
     Page header; // and the tabs
+
+    Hands hands;
+    KeyLayout key_layout{PIANO_AREA};
+    Page keyboard_page;
 
     std::vector<std::unique_ptr<Overlay>> overlays;
     Widget* hovered = nullptr;

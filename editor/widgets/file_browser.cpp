@@ -76,7 +76,7 @@ Rect FileBrowser::entry_area(size_t index) const {
 }
 
 void FileBrowser::draw(Canvas& canvas) {
-    canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND, 0, 0.6);
+    canvas.fill({0, 0, WINDOW_WIDTH, FULL_HEIGHT}, theme::BACKGROUND, 0, 0.6);
     canvas.fill(AREA, theme::PANEL, 6);
     canvas.frame(AREA, theme::OUTLINE, 6);
     canvas.text({AREA.x + 16, AREA.y + 10, AREA.w - 32, 24}, request.title,

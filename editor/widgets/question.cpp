@@ -47,7 +47,7 @@ size_t Question::answer_at(Point point) const {
 }
 
 void Question::draw(Canvas& canvas) {
-    canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND, 0, 0.6);
+    canvas.fill({0, 0, WINDOW_WIDTH, FULL_HEIGHT}, theme::BACKGROUND, 0, 0.6);
     canvas.fill(AREA, theme::PANEL, 6);
     canvas.frame(AREA, theme::OUTLINE, 6);
     Rect rest = AREA.inset(MARGIN);

@@ -9,8 +9,10 @@
 #include "Application.hpp"
 #include "Cairo.hpp"
 #include "Window.hpp"
+#include "editor/kit/key_repeat.h"
 #include "editor/view/editor_view.h"
 #include "editor/window/direct_paint.h"
+#include "editor/window/lifted_keys.h"
 #include "editor/window/x_error_trap.h"
 
 namespace tarquil {
@@ -161,14 +163,18 @@ struct EditorWindow::Content {
     };
 
     void show_changes();
-    void follow_scale();
+    void follow_size();
     void follow_focus();
+    void follow_keys();
     void check_parent();
 
     EditorWindow& owner;
     EditorView& view;
     const uintptr_t parent;
     double shown_scale;
+    int shown_height; // in units
+    KeyRepeat key_repeat;
+    LiftedKeys lifted_keys;
     bool is_dead = false; // its window is gone
     bool has_keys = false;
     unsigned idles = 0;
@@ -183,12 +189,12 @@ struct EditorWindow::Content {
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
                                EditorView& shown_view, const std::string& title)
     : owner(window), view(shown_view), parent(parent_window), shown_scale(view.scale()),
-      app(parent_window == 0),
+      shown_height(view.height()), app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
-            uint(pixels(EditorView::HEIGHT, shown_scale)), window),
+            uint(pixels(shown_height, shown_scale)), window),
       surface(frame, *this), direct_paint(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
-                    uint(pixels(EditorView::HEIGHT, shown_scale)));
+                    uint(pixels(shown_height, shown_scale)));
     if (parent == 0)
         frame.setTitle(title.c_str());
     frame.show();
@@ -236,6 +242,9 @@ PointerEvent EditorWindow::Content::Surface::pointer(const Event& event) const {
 bool EditorWindow::Content::Surface::onMouse(const MouseEvent& event) {
     PointerEvent where = pointer(event);
     where.button = view_button(event.button);
+    // The user may have clicked into the host meanwhile.
+    if (event.press && content.has_keys)
+        content.frame.focus();
     if (event.press)
         content.view.press(where);
     else
@@ -254,9 +263,17 @@ bool EditorWindow::Content::Surface::onScroll(const ScrollEvent& event) {
 }
 
 bool EditorWindow::Content::Surface::onKeyboard(const KeyboardEvent& event) {
+    if (!event.press) {
+        content.key_repeat.release(event.keycode, event.time);
+        return false;
+    }
+    const bool is_struck =
+        content.key_repeat.press(event.keycode, event.time, [this](uint32_t code) {
+            content.view.release_computer_key(code);
+        });
     const std::optional<Key> key = special_key(event.key);
     const bool shortcut = (event.mod & DGL::kModifierControl) != 0;
-    if (event.press && (key || shortcut)) {
+    if (key || shortcut) {
         KeyEvent pressed;
         pressed.key = key.value_or(Key::CHARACTER);
         if (!key && event.key >= FIRST_PRINTABLE && event.key < DELETE_CHARACTER)
@@ -266,8 +283,9 @@ bool EditorWindow::Content::Surface::onKeyboard(const KeyboardEvent& event) {
         if (content.view.key(pressed))
             return true;
     }
-    if (!key && !shortcut && !content.view.wants_keys() && content.owner.on_unused_key)
-        content.owner.on_unused_key(event.key, event.press);
+    constexpr uint32_t OTHERS = DGL::kModifierAlt | DGL::kModifierSuper;
+    if (!key && !shortcut && (event.mod & OTHERS) == 0 && is_struck)
+        content.view.press_computer_key(event.keycode, event.key);
     return false;
 }
 
@@ -275,31 +293,42 @@ bool EditorWindow::Content::Surface::onCharacterInput(const CharacterInputEvent&
     if (event.character < FIRST_PRINTABLE || event.character == DELETE_CHARACTER ||
         (event.mod & DGL::kModifierControl) != 0)
         return false;
+    // It plays, over and over perhaps: a text field that opens meanwhile gets none of it.
+    if (content.view.computer_keys_down().contains(event.keycode))
+        return true;
     KeyEvent typed;
     typed.text = event.string;
     typed.shift = (event.mod & DGL::kModifierShift) != 0;
     return content.view.key(typed);
 }
 
-void EditorWindow::Content::follow_scale() {
-    if (view.scale() == shown_scale)
+void EditorWindow::Content::follow_size() {
+    if (view.scale() == shown_scale && view.height() == shown_height)
         return;
     shown_scale = view.scale();
+    shown_height = view.height();
     surface.setSize(uint(owner.width()), uint(owner.height()));
     surface.repaint();
     if (owner.on_resize)
         owner.on_resize(owner.width(), owner.height());
 }
 
-// In a host's window the keyboard is taken while a text field is open, and given back.
+// In a host's window the keyboard is taken while a text field is open or keys play, and given back.
 void EditorWindow::Content::follow_focus() {
-    if (parent == 0 || view.wants_keys() == has_keys)
+    const bool wants_keys = view.wants_keys() || view.plays_computer_keys();
+    if (parent == 0 || wants_keys == has_keys)
         return;
-    has_keys = view.wants_keys();
+    has_keys = wants_keys;
     if (has_keys)
         frame.focus();
     else
         focus_window(parent);
+}
+
+void EditorWindow::Content::follow_keys() {
+    const auto let_go = [this](uint32_t code) { view.release_computer_key(code); };
+    key_repeat.look(let_go);
+    lifted_keys.look(view.computer_keys_down(), let_go);
 }
 
 void EditorWindow::Content::check_parent() {
@@ -358,7 +387,8 @@ void EditorWindow::idle() {
     if (content->view.tick(passed.count()))
         content->show_changes();
     content->app.idle();
-    content->follow_scale();
+    content->follow_keys();
+    content->follow_size();
     content->follow_focus();
     if (XErrorTrap::has_caught() && content->parent != 0)
         content->is_dead = !window_exists(content->parent);
@@ -369,7 +399,7 @@ int EditorWindow::width() const {
 }
 
 int EditorWindow::height() const {
-    return pixels(EditorView::HEIGHT, content->view.scale());
+    return pixels(content->view.height(), content->view.scale());
 }
 
 } // namespace tarquil

@@ -48,9 +48,6 @@ class EditorWindow {
     // Called after the view's scale has changed the size, so that a host can follow.
     std::function<void(int width, int height)> on_resize;
 
-    // A key that the view made no use of is pressed or released; `key` is its Unicode code point.
-    std::function<void(uint32_t key, bool is_pressed)> on_unused_key;
-
   private:
     struct Content;
     std::unique_ptr<Content> content;

@@ -81,7 +81,8 @@ class EditorClapWindow : public ClapWindow, private EditListener {
     WindowTimer timer;
     uintptr_t parent = 0;
     bool is_floating = false;
-    int shown_width = 0; // as host and user know it
+    int shown_width = 0; // as host and user know it, and:
+    int shown_height = 0;
 };
 
 bool EditorClapWindow::show() {
@@ -92,6 +93,7 @@ bool EditorClapWindow::show() {
     if (!frame.open(is_floating ? 0 : parent))
         return false;
     shown_width = frame.width();
+    shown_height = frame.height();
     if (timer.start())
         return true;
     frame.close();
@@ -110,7 +112,7 @@ void EditorClapWindow::idle() {
 void EditorClapWindow::adjust_size(uint32_t& width, uint32_t& height) {
     int fitting_width = int(std::min(width, uint32_t(INT16_MAX)));
     int fitting_height = int(std::min(height, uint32_t(INT16_MAX)));
-    EditorFrame::fit_size(fitting_width, fitting_height);
+    frame.fit_size(fitting_width, fitting_height);
     width = uint32_t(fitting_width);
     height = uint32_t(fitting_height);
 }
@@ -120,18 +122,23 @@ bool EditorClapWindow::set_size(uint32_t width, uint32_t height) {
     uint32_t fitting_height = height;
     adjust_size(fitting_width, fitting_height);
     shown_width = int(fitting_width);
-    frame.resize(shown_width, int(fitting_height));
+    shown_height = int(fitting_height);
+    frame.resize(shown_width, shown_height);
     return fitting_width == width && fitting_height == height;
 }
 
 void EditorClapWindow::follow_user(int width, int height) {
     // The host knows what it has asked for itself.
-    if (is_floating || width == shown_width)
+    if (is_floating || (width == shown_width && height == shown_height))
         return;
-    if (plugin.host().request_resize(uint32_t(width), uint32_t(height)))
+    if (plugin.host().request_resize(uint32_t(width), uint32_t(height))) {
         shown_width = width;
-    else
-        frame.resize(shown_width, height * shown_width / width + 1);
+        shown_height = height;
+    } else {
+        frame.resize(shown_width, shown_height);
+        shown_width = frame.width();
+        shown_height = frame.height();
+    }
 }
 
 void EditorClapWindow::edited(unsigned number, int value) {

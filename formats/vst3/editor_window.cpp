@@ -97,7 +97,8 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
         Rectangle fitting = *size;
         check_size(&fitting);
         shown_width = fitting.right - fitting.left;
-        frame.resize(shown_width, fitting.bottom - fitting.top);
+        shown_height = fitting.bottom - fitting.top;
+        frame.resize(shown_width, shown_height);
         return OK;
     }
     Result can_resize() override { return OK; }
@@ -106,7 +107,7 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
             return BAD_ARGUMENT;
         int width = size->right - size->left;
         int height = size->bottom - size->top;
-        EditorFrame::fit_size(width, height);
+        frame.fit_size(width, height);
         size->right = size->left + width;
         size->bottom = size->top + height;
         return OK;
@@ -138,20 +139,23 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
         }
         is_attached = true;
         shown_width = frame.width();
+        shown_height = frame.height();
         loop->register_timer(this, IDLE_MS);
         return true;
     }
 
     void follow_user(int width, int height) {
         // The host knows what it has asked for itself.
-        if (width == shown_width)
+        if (width == shown_width && height == shown_height)
             return;
         const int width_before = std::exchange(shown_width, width);
+        const int height_before = std::exchange(shown_height, height);
         Rectangle size{0, 0, width, height};
         if (plug_frame != nullptr && plug_frame->resize_view(this, &size) == OK)
             return;
-        shown_width = width_before;
-        frame.resize(shown_width, height * shown_width / width + 1);
+        frame.resize(width_before, height_before);
+        shown_width = frame.width();
+        shown_height = frame.height();
     }
 
     Unknown& owner;
@@ -159,7 +163,8 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
     PlugFrame* plug_frame = nullptr; // the host's, which tells when it goes
     Held<RunLoop> loop;
     bool is_attached = false;
-    int shown_width = 0; // as host and user know it
+    int shown_width = 0; // as host and user know it, and:
+    int shown_height = 0;
     std::atomic<uint32_t> references{1};
 };
 

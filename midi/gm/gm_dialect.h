@@ -67,10 +67,11 @@ class GmDialect {
     [[nodiscard]] const GmReport& report() const { return state.report; }
     [[nodiscard]] const GmChannel& channel(unsigned index) const { return state.channels[index]; }
 
-    // Notes whose end is still to come.
+    // Notes whose end is still to come, and the keys that struck them.
     [[nodiscard]] unsigned num_held_notes() const {
         return melodic.num_held_notes() + rhythm.num_hits();
     }
+    [[nodiscard]] ChannelKeys held_keys() const;
 
   private:
     uint32_t step_to(uint32_t time, EngineEvents& out);

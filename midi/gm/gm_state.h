@@ -14,6 +14,9 @@
 
 namespace tarquil {
 
+// Keys of each channel.
+using ChannelKeys = std::array<std::bitset<NUM_KEYS>, NUM_MIDI_CHANNELS>;
+
 struct GmMaster {
     uint16_t volume = MAX_MASTER_VOLUME;
     uint16_t balance = BEND_CENTRE;

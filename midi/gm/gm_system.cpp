@@ -75,4 +75,11 @@ void GmDialect::reset(uint32_t time, EngineEvents& out) {
     changed_globals.reset();
 }
 
+ChannelKeys GmDialect::held_keys() const {
+    ChannelKeys held;
+    melodic.add_held_keys(held);
+    rhythm.add_held_keys(held);
+    return held;
+}
+
 } // namespace tarquil

@@ -205,6 +205,16 @@ unsigned MelodicParts::velocity_of(const Part& part, unsigned velocity) const {
                            volume_correction(channel_volume(state, settings, own)));
 }
 
+void MelodicParts::add_held_keys(ChannelKeys& held) const {
+    for (const Part& part : parts) {
+        if (part.num_notes == 0)
+            continue;
+        for (const uint8_t key : part.keys)
+            if (key != NONE)
+                held[part.channel].set(key);
+    }
+}
+
 unsigned MelodicParts::num_held_notes() const {
     unsigned count = 0;
     for (const Part& part : parts)

@@ -54,8 +54,9 @@ class MelodicParts {
 
     void move_clock_back(uint32_t frames);
 
-    // Notes that sound because a key or a pedal holds them.
+    // Notes that sound because a key or a pedal holds them; and the keys that struck them.
     [[nodiscard]] unsigned num_held_notes() const;
+    void add_held_keys(ChannelKeys& held) const;
 
   private:
     static constexpr unsigned NUM_PARTS = 16;

@@ -159,6 +159,11 @@ void RhythmParts::update_all(uint32_t time, EngineEvents& out) {
         update(time, channel, MOVED_BY_MASTER, out);
 }
 
+void RhythmParts::add_held_keys(ChannelKeys& held) const {
+    for (unsigned i = 0; i < hit_count; i++)
+        held[hits[i].channel].set(hits[i].key);
+}
+
 DueTime RhythmParts::due() const {
     DueTime first;
     for (unsigned i = 0; i < hit_count; i++)

@@ -45,6 +45,7 @@ class RhythmParts {
 
     // Hits whose note-off is still to come.
     [[nodiscard]] unsigned num_hits() const { return hit_count; }
+    void add_held_keys(ChannelKeys& held) const;
 
   private:
     static constexpr unsigned MAX_HITS = 128;

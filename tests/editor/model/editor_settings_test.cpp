@@ -30,6 +30,12 @@ TEST(EditorSettings, ComeBackAndSurviveADamagedFile) {
         EXPECT_EQ(load_editor_settings(path).scale, scale);
     }
     EXPECT_FALSE(save_editor_settings("", {}));
+    for (const bool is_shown : {false, true}) {
+        ASSERT_TRUE(save_editor_settings(path, {1.0, true, "", is_shown}));
+        EXPECT_EQ(load_editor_settings(path).shows_keyboard, is_shown);
+    }
+    ASSERT_EQ(save_file_to_string(path, "scale = 1.0\n"), 0);
+    EXPECT_TRUE(load_editor_settings(path).shows_keyboard);
 }
 
 TEST(EditorSettings, AFolderThatTheFileCannotHoldIsForgotten) {

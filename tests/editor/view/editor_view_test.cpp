@@ -55,7 +55,7 @@ class EditorViewTest : public testing::Test {
     EditorSettings settings;
     EditorView view{model, settings, true};
     uint32_t now = 0; // ms
-    Picture picture{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    Picture picture{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
 };
 
 TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
@@ -209,10 +209,13 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
             synth.meters.peaks = {level, 2 * level};
             synth.meters.voices++;
             synth.meters.active_channels ^= 0x55AA;
+            synth.keys.channels[0].keys.flip(60);
+            synth.keys.channels[0].bend += 100;
+            synth.keys.channels[5].keys.flip(61);
             synth.meters.band_levels = {level, level, level, level};
             synth.meters.band_gains = {0.5F, level, 0.1F, 1.0F};
             ASSERT_TRUE(view.tick(1.0));
-            const Picture anew{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+            const Picture anew{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
             view.draw_changes(picture.context());
             view.draw(anew.context());
             // A curve that is clipped differs by a shade here and there.

@@ -281,7 +281,7 @@ bool choose_size(EditedPlugin& plugin) {
 }
 
 const char* try_user_sizes(EditedPlugin& plugin) {
-    Rectangle size{0, 0, 1040, 680};
+    Rectangle size{0, 0, 1040, 2000};
     plugin.view->on_size(&size);
     plugin.loop.idle();
     if (!choose_size(plugin))
