@@ -77,7 +77,7 @@ void GmEnsemble::take_set(const GmSet& new_set) {
     for (unsigned i = 0; i < GM_PROGRAMS; i++)
         sounds.melodic[i] = &programs[i];
     sounds.globals = &globals;
-    dialect.set_sounds(sounds, &set->map);
+    dialect.set_sounds(sounds, &set->map, &set->guest_rules);
 }
 
 void GmEnsemble::end(uint32_t time) {

@@ -64,8 +64,11 @@ class GmEnsemble {
             refresh(time);
     }
 
-    // The programs that the set's laws hold for.
-    void set_lawful(const std::bitset<GM_PROGRAMS>& lawful) { dialect.set_lawful(lawful); }
+    // The programs that the set's laws hold for, and its guests' laws.
+    void set_lawful(const std::bitset<GM_PROGRAMS>& lawful,
+                    const std::bitset<GM_PROGRAMS>& guests) {
+        dialect.set_lawful(lawful, guests);
+    }
 
     void choose_program(unsigned channel, unsigned program) {
         dialect.choose_program(channel, program);

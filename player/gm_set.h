@@ -17,6 +17,9 @@ struct GmSet {
     // The sounds that the melodic laws are for, by name: each holds where its program bears that
     // name; empty: for any.
     std::array<std::string, GM_PROGRAMS> names;
+    // The same of a second bank; here an empty name stands for none.
+    SoundRules guest_rules;
+    std::array<std::string, GM_PROGRAMS> guest_names;
 };
 
 } // namespace tarquil

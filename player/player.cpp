@@ -107,19 +107,24 @@ void Player::set_gm_set(std::shared_ptr<const GmSet> set) {
     follow_names();
 }
 
-// Says which programs bear the names that the set's laws are for.
+// Says which programs bear the names that the set's laws and its guests' are for.
 void Player::follow_names() {
     const GmSet& set = link.gm_set.latest();
     constexpr unsigned BITS = 64;
     for (unsigned word = 0; word < std::size(link.lawful); word++) {
         uint64_t bits = 0;
+        uint64_t guests = 0;
         for (unsigned bit = 0; bit < BITS; bit++) {
             const unsigned program = word * BITS + bit;
-            const std::string& wanted = set.names[program];
-            if (wanted.empty() || wanted == texts.get_instrument(program).get_name())
+            const std::string_view name = texts.get_instrument(program).get_name();
+            const std::string& guest = set.guest_names[program];
+            if (set.names[program].empty() || set.names[program] == name)
                 bits |= uint64_t(1) << bit;
+            if (!guest.empty() && guest == name)
+                guests |= uint64_t(1) << bit;
         }
         link.lawful[word].store(bits, std::memory_order_relaxed);
+        link.lawful_guests[word].store(guests, std::memory_order_relaxed);
     }
 }
 

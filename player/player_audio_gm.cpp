@@ -8,6 +8,16 @@
 
 namespace tarquil {
 
+namespace {
+
+std::bitset<GM_PROGRAMS> bits_of(const PlayerLink::ProgramBits& words) {
+    constexpr unsigned WORD = 64;
+    return std::bitset<GM_PROGRAMS>(words[0].load(std::memory_order_relaxed)) |
+           std::bitset<GM_PROGRAMS>(words[1].load(std::memory_order_relaxed)) << WORD;
+}
+
+} // namespace
+
 void PlayerAudio::follow_dialect() {
     const MidiDialect wanted = link.dialect.load(std::memory_order_acquire);
     if (wanted != dialect) {
@@ -22,9 +32,7 @@ void PlayerAudio::follow_dialect() {
         gm->replace_set(curr_time, link.gm_set.current());
     }
     if (plays_gm())
-        gm->set_lawful(std::bitset<GM_PROGRAMS>(link.lawful[0].load(std::memory_order_relaxed)) |
-                       std::bitset<GM_PROGRAMS>(link.lawful[1].load(std::memory_order_relaxed))
-                           << 64U);
+        gm->set_lawful(bits_of(link.lawful), bits_of(link.lawful_guests));
 }
 
 void PlayerAudio::begin_gm() {

@@ -72,8 +72,10 @@ struct PlayerLink {
     // Counts what an editor or a host would show anew.
     std::atomic<uint32_t> changes{0};
 
-    // The programs that bear the names that the set's laws are for, by bits.
-    std::atomic<uint64_t> lawful[MAX_INSTRUMENTS / 64] = {UINT64_MAX, UINT64_MAX};
+    // The programs that bear the names that the set's laws and its guests' are for, by bits.
+    using ProgramBits = std::atomic<uint64_t>[MAX_INSTRUMENTS / 64];
+    ProgramBits lawful = {UINT64_MAX, UINT64_MAX};
+    ProgramBits lawful_guests{};
 
     Meters meters;
     SoundingKeys keys;

@@ -41,6 +41,7 @@ void make(const std::string& sources_folder, const std::string& output) {
     save(output + "/gm-drums.tqb", sources.drums);
     save(output + "/originals.tqb", sources.originals);
     save(output + "/gm.tqm", sources.map_text);
+    save(output + "/originals.tqm", sources.originals_map_text);
     save(output + "/shipped_data.cpp",
          "// Made from the folder sounds/.\n\n"
          "#include \"sounds/shipped_data.h\"\n\n"
@@ -48,7 +49,9 @@ void make(const std::string& sources_folder, const std::string& output) {
              as_source("packed_gm_bank", pack_bank(sources.gm)) +
              as_source("packed_gm_drums", pack_bank(sources.drums)) +
              as_source("packed_originals", pack_bank(sources.originals)) +
-             as_source("gm_map_text", sources.map_text) + "\n} // namespace tarquil\n");
+             as_source("gm_map_text", sources.map_text) +
+             as_source("originals_map_text", sources.originals_map_text) +
+             "\n} // namespace tarquil\n");
 }
 
 } // namespace

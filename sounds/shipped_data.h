@@ -12,5 +12,6 @@ std::string_view packed_gm_drums();
 std::string_view packed_originals();
 
 std::string_view gm_map_text();
+std::string_view originals_map_text();
 
 } // namespace tarquil

@@ -2,6 +2,8 @@
 
 #include "sounds/shipped_sounds.h"
 
+#include <utility>
+
 #include "common/assertion.h"
 #include "midi/gm/gm_map_file.h"
 #include "sounds/packed_bank.h"
@@ -22,11 +24,18 @@ const TarqSettings& shipped_originals() {
 std::shared_ptr<const GmSet> shipped_gm_set() {
     static const std::shared_ptr<const GmSet> set = [] {
         auto unpacked = std::make_shared<GmSet>();
-        const std::string error = load_gm_map_from_string(unpacked->map, gm_map_text());
-        TARQ_ASSERT(error.empty());
+        GmMap originals;
+        for (const auto& [map, text] : {std::pair(&unpacked->map, gm_map_text()),
+                                        std::pair(&originals, originals_map_text())}) {
+            const std::string error = load_gm_map_from_string(*map, text);
+            TARQ_ASSERT(error.empty());
+        }
+        unpacked->guest_rules = std::move(originals.programs);
         unpacked->drums = std::make_unique<TarqSettings>(unpack_bank(packed_gm_drums()));
-        for (unsigned i = 0; i < GM_PROGRAMS; i++)
+        for (unsigned i = 0; i < GM_PROGRAMS; i++) {
             unpacked->names[i] = shipped_gm_bank().get_instrument(i).get_name();
+            unpacked->guest_names[i] = shipped_originals().get_instrument(i).get_name();
+        }
         return unpacked;
     }();
     return set;

@@ -14,7 +14,8 @@
 
 namespace tarquil {
 
-// The General MIDI set: its 128 programs, and what plays beside them: laws, kits and drums.
+// The General MIDI set: its 128 programs, and what plays beside them: laws, kits and drums; beside
+// the originals, too, with laws of their own.
 const TarqSettings& shipped_gm_bank();
 std::shared_ptr<const GmSet> shipped_gm_set();
 inline const TarqSettings& shipped_gm_drums() {

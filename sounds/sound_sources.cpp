@@ -33,6 +33,9 @@ constexpr std::string_view AUTHOR = "Tarquil";
 constexpr const char* MAP_HEAD = "title = General MIDI\n"
                                  "melodic_bank = gm.tqb\n"
                                  "drum_bank = gm-drums.tqb\n";
+constexpr const char* ORIGINALS_MAP_HEAD = "title = Originals\n"
+                                           "melodic_bank = originals.tqb\n"
+                                           "drum_bank = gm-drums.tqb\n";
 
 [[noreturn]] void fail(const fs::path& file, const std::string& reason) {
     throw BadInput(file.string() + ": " + reason);
@@ -149,12 +152,21 @@ class BankReader {
     std::set<unsigned> taken;
 };
 
-void read_map(const fs::path& folder, SoundSources& sources) {
-    sources.map_text = MAP_HEAD + read_settings(folder / "gm" / "laws.txt") +
-                       read_settings(folder / "drums" / "kits.txt");
-    const std::string error = load_gm_map_from_string(sources.map, sources.map_text);
+void check_map(const fs::path& file, const std::string& text, GmMap& map) {
+    const std::string error = load_gm_map_from_string(map, text);
     if (!error.empty())
-        fail(folder, "the map of laws and kits: " + error);
+        fail(file, "the map of laws and kits: " + error);
+}
+
+void read_maps(const fs::path& folder, SoundSources& sources) {
+    const std::string kits = read_settings(folder / "drums" / "kits.txt");
+    const fs::path laws = folder / "gm" / "laws.txt";
+    const fs::path originals_laws = folder / "originals" / "laws.txt";
+    sources.map_text = MAP_HEAD + read_settings(laws) + kits;
+    sources.originals_map_text = ORIGINALS_MAP_HEAD + read_settings(originals_laws) + kits;
+    check_map(laws, sources.map_text, sources.map);
+    GmMap originals;
+    check_map(originals_laws, sources.originals_map_text, originals);
     const std::string conflict =
         find_family_conflict(sources.map, sounds_of(sources.gm, &sources.drums));
     if (!conflict.empty())
@@ -187,7 +199,7 @@ SoundSources read_sound_sources(const std::string& path) {
     BankReader originals(sources.originals, folder / "originals");
     originals.read_globals("Originals");
     originals.read_order();
-    read_map(folder, sources);
+    read_maps(folder, sources);
     check_kits(folder, sources.map, drums);
     return sources;
 }

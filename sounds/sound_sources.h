@@ -5,7 +5,7 @@
 //   drums/NNN_<name>.tqi           instrument NNN of the drum bank
 //   drums/kits.txt                 families and kits, lines of a map
 //   originals/order.txt            "NNN <category>/<name>.tqi": which program each text is
-//   originals/globals.txt          that bank's effects
+//   originals/globals.txt, originals/laws.txt    that bank's effects, its programs' laws
 //
 // A file of settings that is not there says nothing.
 
@@ -24,6 +24,7 @@ struct SoundSources {
     TarqSettings originals;
     std::string map_text;
     GmMap map;
+    std::string originals_map_text; // with the same drums and kits
 };
 
 // Reads all below `folder` and checks it: keys that nothing knows, values out of range, drums of

@@ -22,9 +22,11 @@ GmDialect::GmDialect() : melodic(state), rhythm(state) {
     start(0);
 }
 
-void GmDialect::set_sounds(const GmSounds& sounds, const GmMap* map) {
+void GmDialect::set_sounds(const GmSounds& sounds, const GmMap* map,
+                           const SoundRules* guest_rules) {
     state.sounds = sounds;
     state.map = map != nullptr ? map : &NO_MAP;
+    state.guest_rules = guest_rules;
 }
 
 void GmDialect::start(uint32_t time) {

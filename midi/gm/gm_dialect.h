@@ -28,11 +28,16 @@ class GmDialect {
     GmDialect(const GmDialect&) = delete;
     GmDialect& operator=(const GmDialect&) = delete;
 
-    // What is played; null: no map, thus no drums and no laws.  The map outlives its use.
-    void set_sounds(const GmSounds& sounds, const GmMap* map);
+    // What is played; null: no map, thus no drums and no laws; no guests.  Both outlive their use.
+    void set_sounds(const GmSounds& sounds, const GmMap* map,
+                    const SoundRules* guest_rules = nullptr);
 
-    // The melodic programs that the map's laws are for: all at first.
-    void set_lawful(const std::bitset<GM_PROGRAMS>& programs) { state.lawful = programs; }
+    // The melodic programs that the map's laws are for, all at first, and those of the guests.
+    void set_lawful(const std::bitset<GM_PROGRAMS>& programs,
+                    const std::bitset<GM_PROGRAMS>& guests) {
+        state.lawful = programs;
+        state.lawful_guests = guests;
+    }
 
     // Begins at `time` with engines of which nothing is known, all settings as "GM on" leaves them.
     void start(uint32_t time);

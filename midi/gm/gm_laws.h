@@ -36,7 +36,7 @@ enum class VelocityLaw : uint8_t {
     LINEAR,     // the sound squares the velocity itself
 };
 
-// The engine velocity 1..127 of `velocity` 0..127, for a gain of `factor`, at most 1.
+// The engine velocity 1..127 of `velocity` 0..127, for a gain of `factor`; clamped.
 uint8_t engine_velocity(double velocity, VelocityLaw law, double factor);
 
 // The send byte of a sound under controller 91.  Its own byte is what it sends at DEFAULT_REVERB;

@@ -76,6 +76,16 @@ const char* find_difference(const ControllerBytes& a, const ControllerBytes& b) 
 
 } // namespace
 
+double LevelLaw::gain(unsigned key, unsigned velocity) const {
+    constexpr double OCTAVE = 12.0;
+    constexpr double STEP = 12.0;
+    constexpr double TOP = 127.0;
+    const double octaves = (double(key) - double(at)) / OCTAVE;
+    const double decibels = (octaves < 0.0 ? -octaves * double(below) : octaves * double(above)) +
+                            double(per_velocity) * (double(velocity) - TOP) / STEP;
+    return std::pow(10.0, decibels / 20.0);
+}
+
 uint8_t law_byte(const NoteLaw& law, uint8_t base, unsigned key, unsigned velocity) {
     constexpr float MIDDLE_KEY = 60.0F;
     constexpr float MIDDLE_VELOCITY = 100.0F;

@@ -35,10 +35,23 @@ struct OwnVibrato {
     float rise_seconds = 0.0F;
 };
 
+// What evens the keys and the velocities of a sound out, in dB: notes away from the key `at` get
+// softer, by `below` and `above` an octave, and `per_velocity` is for each 12 of velocity above
+// 127. The engine's velocity carries it, so brightness follows.
+struct LevelLaw {
+    uint8_t at = 60;
+    float below = 0.0F; // at most 0, as is:
+    float above = 0.0F;
+    float per_velocity = 0.0F;
+
+    [[nodiscard]] double gain(unsigned key, unsigned velocity) const;
+};
+
 // The laws of 128 sounds.
 class SoundRules {
   public:
     std::array<VelocityLaw, GM_PROGRAMS> velocity{};
+    std::array<LevelLaw, GM_PROGRAMS> level{};
     std::array<OwnVibrato, GM_PROGRAMS> vibrato{};
 
     void add(const NoteLaw& law); // before sort

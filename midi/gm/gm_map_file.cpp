@@ -30,6 +30,7 @@ class MapReader {
   private:
     static void read_rule(SoundRules& rules, const std::string& key, MapWords& words);
     static void read_velocity(SoundRules& rules, unsigned program, MapWords& words);
+    static void read_level(SoundRules& rules, unsigned program, MapWords& words);
     static void read_vibrato(SoundRules& rules, unsigned program, MapWords& words);
     static void read_law(SoundRules& rules, unsigned program, const std::string& controller,
                          MapWords& words);
@@ -73,6 +74,8 @@ void MapReader::read_rule(SoundRules& rules, const std::string& key, MapWords& w
     const std::string what = key.substr(5);
     if (what == "velocity")
         read_velocity(rules, program, words);
+    else if (what == "level" && key[0] == 'p')
+        read_level(rules, program, words);
     else if (what == "vibrato" && key[0] == 'p')
         read_vibrato(rules, program, words);
     else
@@ -85,6 +88,25 @@ void MapReader::read_velocity(SoundRules& rules, unsigned program, MapWords& wor
         words.fail(quoted(law) + " is neither square nor linear");
     words.expect_end();
     rules.velocity[program] = law == "square" ? VelocityLaw::SQUARE : VelocityLaw::LINEAR;
+}
+
+void MapReader::read_level(SoundRules& rules, unsigned program, MapWords& words) {
+    constexpr double MAX_SLOPE = 24.0; // dB
+    LevelLaw law;
+    do {
+        const std::string_view word = words.take("at, below, above or vel");
+        if (word == "at")
+            law.at = uint8_t(words.take_whole("the key", 0, NUM_KEYS - 1));
+        else if (word == "below")
+            law.below = float(words.take_number("the slope", -MAX_SLOPE, 0.0));
+        else if (word == "above")
+            law.above = float(words.take_number("the slope", -MAX_SLOPE, 0.0));
+        else if (word == "vel")
+            law.per_velocity = float(words.take_number("the slope", -MAX_SLOPE, MAX_SLOPE));
+        else
+            words.fail(quoted(word) + " is none of at, below, above and vel");
+    } while (words.ok() && !words.at_end());
+    rules.level[program] = law;
 }
 
 void MapReader::read_vibrato(SoundRules& rules, unsigned program, MapWords& words) {

@@ -31,16 +31,20 @@ struct GmMaster {
 struct GmState {
     GmSounds sounds;
     const GmMap* map = nullptr; // never null while playing
+    const SoundRules* guest_rules = nullptr;
     std::bitset<GM_PROGRAMS> lawful = std::bitset<GM_PROGRAMS>().set();
+    std::bitset<GM_PROGRAMS> lawful_guests;
     const SoundRules no_rules{};
     std::array<GmChannel, NUM_MIDI_CHANNELS> channels;
     GmMaster master;
     bool xg_banks = false;
     GmReport report;
 
-    // The map's for a lawful melodic program.
+    // The map's for a lawful melodic program, the guests' for one of theirs.
     [[nodiscard]] const SoundRules& rules_of(unsigned program) const {
-        return lawful[program] ? map->programs : no_rules;
+        if (lawful[program])
+            return map->programs;
+        return guest_rules != nullptr && lawful_guests[program] ? *guest_rules : no_rules;
     }
 };
 

@@ -45,7 +45,7 @@ void MelodicParts::note_on(uint32_t time, unsigned channel, unsigned key_number,
     apply_laws(time, part, key_number, velocity, out);
     if (!send_bend(time, part, out))
         state.report.count(GmShortfall::BEND_CLAMPED);
-    part.engine.note_on(time, note, velocity_of(part, velocity), out);
+    part.engine.note_on(time, note, velocity_of(part, key_number, velocity), out);
 
     key.part = uint8_t(part_index);
     key.engine_note = uint8_t(note);
@@ -195,14 +195,15 @@ void MelodicParts::apply_laws(uint32_t time, Part& part, unsigned key, unsigned 
     }
 }
 
-unsigned MelodicParts::velocity_of(const Part& part, unsigned velocity) const {
+unsigned MelodicParts::velocity_of(const Part& part, unsigned key, unsigned velocity) const {
     const GmChannel& settings = state.channels[part.channel];
+    const SoundRules& rules = state.rules_of(part.program);
     const ControllerBytes& own = own_bytes(part);
     const double soft = settings.is_down(MIDI_SOFT) ? SOFT_PEDAL_VELOCITY : 1.0;
-    const VelocityLaw law =
-        find_velocity_law(state.rules_of(part.program).velocity[part.program], own);
+    const VelocityLaw law = find_velocity_law(rules.velocity[part.program], own);
     return engine_velocity(velocity * soft, law,
-                           volume_correction(channel_volume(state, settings, own)));
+                           volume_correction(channel_volume(state, settings, own)) *
+                               rules.level[part.program].gain(key, velocity));
 }
 
 void MelodicParts::add_held_keys(ChannelKeys& held) const {

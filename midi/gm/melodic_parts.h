@@ -110,7 +110,7 @@ class MelodicParts {
     bool send_bend(uint32_t time, Part& part, EngineEvents& out);
     [[nodiscard]] unsigned engine_note(const Part& part, unsigned key);
     void apply_laws(uint32_t time, Part& part, unsigned key, unsigned velocity, EngineEvents& out);
-    [[nodiscard]] unsigned velocity_of(const Part& part, unsigned velocity) const;
+    [[nodiscard]] unsigned velocity_of(const Part& part, unsigned key, unsigned velocity) const;
     void start_vibrato(uint32_t time, Part& part);
     void send(uint32_t time, Part& part, unsigned controller, EngineEvents& out);
 

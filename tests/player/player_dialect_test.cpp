@@ -209,6 +209,25 @@ TEST_F(PlayerDialect, LawsHoldForTheSoundsWhoseNamesTheyBear) {
     EXPECT_EQ(play("", "piano"), without);
 }
 
+TEST_F(PlayerDialect, AnotherBanksSoundsHaveLawsOfTheirOwn) {
+    const auto play = [this](const std::string& program_name) {
+        player = std::make_unique<Player>();
+        player->set_program_name(0, program_name);
+        start(GM);
+        midi(0x90, 60, 100);
+        return render(6400);
+    };
+    set->names[0] = "piano";
+    set->guest_names[0] = "gong";
+    const std::vector<float> lawful = play("piano");
+    const std::vector<float> lawless = play("gong");
+    EXPECT_NE(lawful, lawless);
+    std::swap(set->guest_rules, set->map.programs);
+    EXPECT_EQ(play("piano"), lawless);
+    EXPECT_EQ(play("gong"), lawful);
+    EXPECT_EQ(play("drum"), lawless);
+}
+
 TEST_F(PlayerDialect, AFloodIsPlayedLaterAndNotLost) {
     start(GM);
     for (unsigned i = 0; player->audio().num_queued_events() < EventQueue::CAPACITY; i++)

@@ -51,12 +51,17 @@ TEST(ShippedSounds, NoneIsMissing) {
         }
 }
 
-TEST(ShippedSounds, TheMapIsThatOfTheFile) {
-    const std::string path = std::string(SOUNDS_FOLDER) + "/gm.tqm";
-    std::string file;
-    ASSERT_EQ(load_file_to_string(path, file), 0);
-    EXPECT_EQ(gm_map_text(), file);
-    EXPECT_EQ(shipped_gm_map().melodic_bank, "gm.tqb");
+TEST(ShippedSounds, TheMapsAreThoseOfTheFiles) {
+    const std::pair<const char*, std::string_view> maps[] = {{"gm", gm_map_text()},
+                                                             {"originals", originals_map_text()}};
+    for (const auto& [name, text] : maps) {
+        std::string file;
+        ASSERT_EQ(load_file_to_string(std::string(SOUNDS_FOLDER) + "/" + name + ".tqm", file), 0);
+        EXPECT_TRUE(text == file) << name;
+        GmMap map;
+        EXPECT_EQ(load_gm_map_from_string(map, text), "");
+        EXPECT_EQ(map.melodic_bank, std::string(name) + ".tqb");
+    }
 }
 
 } // namespace

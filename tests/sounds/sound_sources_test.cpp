@@ -46,6 +46,7 @@ TEST_F(SoundSourcesTest, PutsTextsInTheirPlaces) {
     save("drums/kits.txt", "family = kick\nk00_036 = kick 5 60 100 64 400\n");
     save("originals/bass/deep.tqi", "name = deep\n");
     save("originals/order.txt", "# which is which\n\n007 bass/deep.tqi\n");
+    save("originals/laws.txt", "p007_vibrato = 5 20 0.3 0.5\n");
     const SoundSources sources = read_sound_sources(directory.path());
     const Instrument& marimba = sources.gm.get_instrument(12);
     EXPECT_EQ(marimba.get_name(), "marimba");
@@ -58,6 +59,8 @@ TEST_F(SoundSourcesTest, PutsTextsInTheirPlaces) {
     EXPECT_EQ(sources.map.programs.laws_of(12).size(), 1U);
     EXPECT_EQ(sources.map.find_drum(0, 36)->instrument, 5);
     EXPECT_EQ(sources.map.drum_bank, "gm-drums.tqb");
+    EXPECT_THAT(sources.originals_map_text, testing::HasSubstr("p007_vibrato"));
+    EXPECT_THAT(sources.originals_map_text, testing::HasSubstr("k00_036"));
 }
 
 TEST_F(SoundSourcesTest, FindsMistakes) {
@@ -80,6 +83,8 @@ TEST_F(SoundSourcesTest, FindsMistakes) {
     EXPECT_THAT(complaint("originals/order.txt", "003\n"), HasSubstr("names no file"));
     EXPECT_THAT(complaint("originals/order.txt", "003 no.tqi\n"), HasSubstr("no.tqi: "));
     EXPECT_THAT(complaint("gm/laws.txt", "p000_osc1_typ = key 1\n"), HasSubstr("line 4"));
+    EXPECT_THAT(complaint("originals/laws.txt", "p000_vibrato = 5\n"),
+                HasSubstr("originals/laws.txt: the map of laws and kits: line 4"));
     EXPECT_THAT(complaint("drums/kits.txt", "family = a\nk00_036 = a 7 60 100 64 9\n"),
                 HasSubstr("kit 0, key 36: there is no drum 7"));
     EXPECT_THAT(complaint("drums/kits.txt", "family = a\nk00_036 = a 5 60 100 64 9\n"

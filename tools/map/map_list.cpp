@@ -32,6 +32,12 @@ std::string list_rules(const SoundRules& rules, const char* what) {
         text += "\n";
     }
     for (unsigned program = 0; program < GM_PROGRAMS; program++) {
+        const LevelLaw& level = rules.level[program];
+        if (level.below != 0.0F || level.above != 0.0F || level.per_velocity != 0.0F)
+            text += std::string(what) + " " + padded(program) + "  level  from key " +
+                    std::to_string(level.at) + " " + trimmed_number(level.below, 2) +
+                    " dB per octave down, " + trimmed_number(level.above, 2) + " up, " +
+                    trimmed_number(level.per_velocity, 2) + " per 12 of velocity\n";
         const OwnVibrato& vibrato = rules.vibrato[program];
         if (vibrato.cents > 0.0F)
             text += std::string(what) + " " + padded(program) + "  vibrato  " +

@@ -1,5 +1,7 @@
 // Controllers, parameters and resets of melodic parts.
 
+#include <cmath>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -48,6 +50,21 @@ TEST_F(GmControllers, VolumeAndExpressionMultiplyAndMoveWithoutAJump) {
     const double exact = exact_volume(bytes[CTRL_MAIN_VOLUME], 50, 64, MAX_MASTER_VOLUME);
     EXPECT_EQ(byte(CTRL_MAIN_VOLUME), volume_byte(exact));
     EXPECT_GT(model.events.size(), count + 15);
+}
+
+TEST_F(GmControllers, ALevelLawIsInTheVelocity) {
+    const auto strike = [this](uint8_t key, uint8_t velocity) {
+        note_on(key, velocity);
+        note_off(key);
+        return double(model.strikes.back().velocity);
+    };
+    control(7, 127);
+    const double even = strike(36, 127);
+    const double soft = strike(60, 64);
+    map.programs.level[0] = {.at = 60, .below = -3.0F, .above = 0.0F, .per_velocity = -1.0F};
+    EXPECT_NEAR(20 * std::log10(strike(36, 127) / even), -6.0, 0.2);
+    EXPECT_EQ(strike(84, 127), even);
+    EXPECT_NEAR(20 * std::log10(strike(60, 64) / soft), 63.0 / 12, 0.3);
 }
 
 TEST_F(GmControllers, ASilentPartJumpsToItsLevel) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace tarquil {
 namespace {
 
@@ -13,6 +15,7 @@ TEST(GmMapFile, ReadsEveryKindOfLine) {
                                            "title = Standard set  \r\n"
                                            "melodic_bank = gm.tqb\n"
                                            "drum_bank = gm-drums.tqb\n"
+                                           "p056_level = at 72 above -1.5 vel -2\n"
                                            "p056_vibrato = 5.2 8 0.35 0.5\n"
                                            "p000_env1_decay = key -19.1 vel -3.4\n"
                                            "p000_velocity = linear\n"
@@ -25,6 +28,8 @@ TEST(GmMapFile, ReadsEveryKindOfLine) {
               "");
     EXPECT_EQ(map.title, "Standard set");
     EXPECT_EQ(map.drum_bank, "gm-drums.tqb");
+    EXPECT_NEAR(map.programs.level[56].gain(60, 127), 1.0, 1e-6);
+    EXPECT_NEAR(20 * std::log10(map.programs.level[56].gain(96, 103)), -3.0 + 4.0, 1e-6);
     EXPECT_FLOAT_EQ(map.programs.vibrato[56].delay_seconds, 0.35F);
     EXPECT_EQ(map.programs.velocity[0], VelocityLaw::LINEAR);
     EXPECT_EQ(map.programs.velocity[1], VelocityLaw::FROM_SOUND);
@@ -61,6 +66,9 @@ TEST(GmMapFile, SaysWhatIsWrongAndKeepsTheOldMap) {
         {"p000_env1_decay = key 1 2\n", "line 1: p000_env1_decay: the slope is missing"},
         {"p000_env1_decay = key nan\n",
          "line 1: p000_env1_decay: the slope 'nan' is not a number from -127 to 127"},
+        {"p000_level = below 2\n",
+         "line 1: p000_level: the slope '2' is not a number from -24 to 0"},
+        {"p000_level = key 2\n", "line 1: p000_level: 'key' is none of at, below, above and vel"},
         {"p000_vibrato = 5 8 0.3\n", "line 1: p000_vibrato: the rise is missing"},
         {"d000_vibrato = 5 8 0.3 1\n",
          "line 1: d000_vibrato: 'vibrato' is not a controller of a sound"},
