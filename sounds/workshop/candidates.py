@@ -8,9 +8,10 @@ import features
 import law_text
 import notes
 import players
+import sound_set
 
 # A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
-LEAST_LEVEL = -17.0
+LEAST_LEVEL = -27.0
 # What hygiene lets pass, less a margin, and decibels from velocity 32 to 127.
 MOST_KEYS_DB = 4.0
 VELOCITY_DB = (22.0, 28.0)
@@ -28,13 +29,13 @@ class Version:
 def write_set(versions, folder):
     """A set whose programs 0... are the versions."""
     lines = ["title = Candidates", "melodic_bank = gm.tqb"]
-    parts = []
+    texts = {}
     for number, version in enumerate(versions):
         path = Path(folder) / f"{number}.tqi"
         path.write_text(version.instrument.text())
-        parts.append(f"{number}={path}")
+        texts[number] = path
         lines += law_text.lines(number, version.laws, version.others)
-    players.run([players.tarquil(), "bank", "new", "--force", f"{folder}/gm.tqb"] + parts)
+    sound_set.make_bank(Path(folder) / "gm.tqb", texts, sound_set.GLOBALS)
     path = Path(folder) / "gm.tqm"
     path.write_text("\n".join(lines) + "\n")
     return path
@@ -91,7 +92,7 @@ def faults(versions, sounds, rows, wanted, key_range):
         for note, spectrum in zip(wanted, power):
             below = spectrum[hz < min(40.0, 0.6 * features.key_hz(note.key))].sum() / max(1e-20, spectrum.sum())
             out[version] += 0.05 * max(0.0, features.decibels(below) + 45) / len(wanted)
-        out[version] += 10 * max(0.0, float(np.abs(sound).max()) - 0.8)
+        out[version] += 10 * max(0.0, float(np.abs(sound).max()) - 0.3)
         by_key = {}
         for note, values in zip(wanted, row):
             by_key.setdefault(note.key, []).append((note.velocity, values[centroid]))

@@ -14,6 +14,8 @@ import scipy.fft
 
 RATE = 44100
 SIZE = 8192
+# Below lies what is not heard.
+LOWEST_BIN = 8
 FLOOR = -60.0
 WINDOW_STARTS_MS = (0, 280, 800)
 HARMONICS = 10
@@ -62,7 +64,7 @@ def _frequencies():
 
 
 @lru_cache(maxsize=None)
-def _band_masks(key):
+def band_masks(key):
     """What sums powers into partials, and which bins lie between partials."""
     f0 = key_hz(key)
     freqs = _frequencies()
@@ -98,7 +100,7 @@ def decibels(power):
     return 10 * np.log10(np.maximum(power, 1e-20))
 
 
-def _spectra(sounds):
+def spectra(sounds):
     """notes x windows x bins of power."""
     window = np.hanning(SIZE).astype(np.float32)
     scale = 2.0 / (window ** 2).sum() / SIZE
@@ -146,17 +148,17 @@ def measure(sounds, keys, wobble=True):
     """Rows of NAMES for sounds (notes x frames x sides) struck at their first sample."""
     sounds = np.asarray(sounds, np.float32)
     keys = np.asarray(keys)
-    power = _spectra(sounds)
+    power = spectra(sounds)
     count = len(keys)
     partials = np.empty((count, 3, HARMONICS + len(HARMONIC_GROUPS)))
     rests = np.empty((count, 3, len(REST_EDGES) - 1))
     for key in np.unique(keys):
         here = keys == key
-        near, beside, in_band = _band_masks(int(key))
+        near, beside, in_band = band_masks(int(key))
         rest = power[here] @ beside.T
         rests[here] = rest
         partials[here] = np.maximum(0, power[here] @ near.T - rest @ in_band.T)
-    total = power[..., 8:].sum(2)
+    total = power[..., LOWEST_BIN:].sum(2)
     loudest = np.maximum(total.max(1), 1e-12)[:, None, None]
 
     def below(values):

@@ -12,6 +12,7 @@ from pathlib import Path
 import numpy as np
 
 import distance
+import exceptions
 import general_midi as gm
 import hygiene
 import levels
@@ -92,7 +93,10 @@ def print_summary(programs, verdicts, health):
     for (view, bank), rows in verdicts.rows.items():
         print(shares_line(f"  {view}, {bank}", programs, rows))
     clean = sum(not fails for _, fails in health.values())
-    print(f"  hygiene: {clean} of {len(programs)} without a finding")
+    print(f"  hygiene: {clean} of {len(programs)} without a finding, these excepted:")
+    for program in programs:
+        for _, rule, reason in exceptions.of_program(program):
+            print(f"    {program} {gm.name_of(program)}, {rule}: {reason}")
     lufs = np.array([health[p][0]["lufs"] for p in programs])
     middle = np.median(lufs)
     within = np.mean(np.abs(lufs - middle) <= levels.MARGIN_DB)

@@ -7,14 +7,14 @@ _LINE = re.compile(r"^\s*p(\d{3})_(\w+)\s*=\s*([^#]*)")
 
 
 def of_program(text, program):
-    """{controller: (per octave, per velocity)}, and the other lines' {key: text} (velocity, vibrato)."""
+    """{controller: (per octave, per velocity)}, and the other lines' {key: text} (velocity, level, vibrato)."""
     laws, others = {}, {}
     for line in text.splitlines():
         match = _LINE.match(line)
         if not match or int(match[1]) != program:
             continue
         words = match[3].split()
-        if match[2] in ("velocity", "vibrato"):
+        if match[2] in ("velocity", "level", "vibrato"):
             others[match[2]] = match[3].strip()
         else:
             slopes = dict(zip(words[::2], map(float, words[1::2])))

@@ -6,6 +6,9 @@ from pathlib import Path
 import general_midi as gm
 import players
 
+# The master section that every program is heard through.
+GLOBALS = Path(__file__).resolve().parents[1] / "gm/globals.txt"
+
 
 def program_texts(sounds):
     """{program: path} of the texts that are there."""

@@ -1,0 +1,171 @@
+"""Fits the equalisers of programs, and nothing else: `./dev sounds tone [OPTION ...] [PROGRAM ...]`; see --help.
+
+A program is rendered once with its equalisers out; what they make of it is arithmetic (spectra.py), so thousands of settings
+cost a second.  They are turned until partials, rest and brightness lie nearest to the two banks' span and the keys are even.
+What is found is taken by the same rules as a fit.
+"""
+
+import argparse
+import sys
+import time
+from pathlib import Path
+
+import numpy as np
+
+import candidates
+import cma_es
+import distance
+import fit
+import general_midi as gm
+import hygiene
+import instrument_text
+import notes
+import players
+import spectra
+import targets
+
+SOUNDS = Path(__file__).resolve().parents[1]
+SLOTS = (1, 2, 3, 4)
+# Bytes, low and high: cutoff from 60 Hz to 11 kHz, resonance, gain up to 12.6 dB.
+CUTOFF, RESONANCE, GAIN = (20, 116), (4, 70), (24, 104)
+PARTS = (("cutoff", CUTOFF), ("resonance", RESONANCE), ("gain", GAIN))
+# For slots that are not in use.
+FREE_KINDS = (spectra.LOW_SHELF, spectra.PEAKING, spectra.PEAKING, spectra.HIGH_SHELF)
+FREE_PLACES = (0.25, 0.4, 0.6, 0.75)
+GENERATIONS, POPULATION, SIGMA = 120, 14, 0.12
+KEYS_DB = 4.5
+KEYS_COST = 0.35
+BOOST_COST = 0.01
+
+
+def arguments(argv):
+    parser = argparse.ArgumentParser(prog="dev sounds tone", description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; in the order of use, if none")
+    parser.add_argument("--start", default=SOUNDS, help="folder of sounds to start from")
+    parser.add_argument("--out", default=SOUNDS, help="folder of sounds that gets what is accepted")
+    parser.add_argument("--seed", type=int, default=1)
+    return parser.parse_args(argv)
+
+
+class Bank:
+    """The equalisers that may be turned, as numbers 0..1: cutoff, resonance and gain of each."""
+
+    def __init__(self, instrument):
+        self.rows = instrument_text.controllers()
+        kinds = {slot: instrument[f"chan_filter{slot}_type"] for slot in SLOTS}
+        self.slots = [slot for slot in SLOTS if kinds[slot] == 0 or kinds[slot] in (6, 7, 8)]
+        free = [slot for slot in self.slots if kinds[slot] == 0]
+        taken = {kinds[slot] for slot in self.slots}
+        wanted = [kind for kind in FREE_KINDS if kind == spectra.PEAKING or kind not in taken]
+        places = dict(zip(FREE_KINDS, FREE_PLACES))
+        self.kinds = {slot: kinds[slot] or wanted[free.index(slot)] for slot in self.slots}
+        self.start = []
+        for slot in self.slots:
+            values = [0.5, 0.15, 0.5]
+            if kinds[slot]:
+                values = [(instrument[f"chan_filter{slot}_{part}"] - low) / (high - low) for part, (low, high) in PARTS]
+            else:
+                values[0] = places[self.kinds[slot]] + 0.06 * slot
+            self.start += values
+        self.start = np.clip(self.start, 0, 1)
+
+    def bytes(self, numbers):
+        changes = {}
+        for place, slot in enumerate(self.slots):
+            changes[f"chan_filter{slot}_type"] = self.kinds[slot]
+            for value, (part, (low, high)) in zip(numbers[3 * place:], PARTS):
+                changes[f"chan_filter{slot}_{part}"] = round(low + float(np.clip(value, 0, 1)) * (high - low))
+        return changes
+
+    def gains_db(self, numbers):
+        return [(GAIN[0] + v * (GAIN[1] - GAIN[0]) - 63.5) * 40 / 127 for v in np.clip(numbers[2::3], 0, 1)]
+
+    def response(self, numbers):
+        changes = self.bytes(numbers)
+        out = np.ones(spectra.COUNT)
+        for slot in self.slots:
+            def value(part, slot=slot):
+                name = f"chan_filter{slot}_{part}"
+                return self.rows[name].value(changes[name])
+            out *= spectra.power_response(self.kinds[slot], 20 * 2 ** value("cutoff"), value("resonance"), 10 ** value("gain"))
+        return out
+
+    def without(self, instrument):
+        return instrument.copy({f"chan_filter{slot}_type": 0 for slot in self.slots})
+
+
+def render(version, program):
+    """Spectra of the fitting notes, and of hygiene's keys."""
+    wanted = notes.in_range(notes.FIT_NOTES, *gm.range_of(program))
+    keys = [notes.Note(key, 100) for key in hygiene.keys_of(program)]
+    sounds = candidates.render([version], wanted + keys)[0][..., :1]
+    return (wanted, spectra.Notes(sounds[:len(wanted)], [n.key for n in wanted]),
+            spectra.Notes(sounds[len(wanted):], [n.key for n in keys]))
+
+
+def search(version, program, goal, seed):
+    """The best equalisers, or None if there is nothing to turn."""
+    bank = Bank(version.instrument)
+    if not bank.slots:
+        return None
+    plain = candidates.Version(bank.without(version.instrument), version.laws, version.others)
+    wanted, fitted, keys = render(plain, program)
+    one, other = (distance.without_level(end) for end in goal.ends(wanted))
+
+    def loss(numbers):
+        response = bank.response(numbers)
+        rows = distance.without_level(fitted.behind(response))
+        far = distance.between(rows, one, distance.FIT_WEIGHTS, other).mean()
+        levels = 10 * np.log10((keys.parts[:, :, -2] @ response).max(1) + 1e-12)
+        uneven = np.ptp(levels)
+        outside = np.maximum(0, np.maximum(-numbers, numbers - 1)).sum()
+        return (far + KEYS_COST * max(0.0, uneven - KEYS_DB) + 5 * outside
+                + BOOST_COST * sum(abs(db) for db in bank.gains_db(numbers)))
+
+    state = cma_es.CmaEs(bank.start, SIGMA, seed, POPULATION)
+    best, least = bank.start, loss(bank.start)
+    for _ in range(GENERATIONS):
+        asked = state.ask()
+        losses = np.array([loss(x) for x in asked])
+        state.tell(losses)
+        if losses.min() < least:
+            best, least = asked[int(losses.argmin())], float(losses.min())
+    return candidates.Version(version.instrument.copy(bank.bytes(best)), version.laws, version.others)
+
+
+def tone(program, options, tables, say=print):
+    goal = fit.Goal(program, tables)
+    old = fit.start_of(options.start, program)
+    if old is None:
+        raise players.PlayerError(f"there is no text of program {program} in {options.start}/gm")
+    best = search(old, program, goal, options.seed)
+    if best is None:
+        return False
+    before, old_fails = goal.verdict(old), fit.health(old, program)[1]
+    version, _, fails = fit.level(best, program)
+    after = goal.verdict(version)
+    accepted = fit.is_better(before, after, old_fails, fails)
+    say(f"{program:3d} {gm.name_of(program):20} held {before[0]:5.2f} -> {after[0]:5.2f}  second {before[1]:5.2f} -> {after[1]:5.2f}  "
+        f"{'accepted' if accepted else 'refused'}  {', '.join(old_fails)} -> {', '.join(fails)}", flush=True)
+    if accepted:
+        fit.store(program, version, old, options, after)
+    return accepted
+
+
+def main(argv):
+    options = arguments(argv)
+    tables = targets.read_all()
+    for program in options.program or gm.order_of_use():
+        began = time.process_time()
+        tone(program, options, tables)
+        print(f"    {time.process_time() - began:.1f} s", flush=True)
+
+
+if __name__ == "__main__":
+    try:
+        main(sys.argv[1:])
+    except (players.PlayerError, OSError, ValueError) as error:
+        sys.exit(f"dev sounds tone: {error}")
+    except KeyboardInterrupt:
+        sys.exit(130)
