@@ -52,6 +52,8 @@ std::unique_ptr<Tarquil> Player::make_engine(uint32_t seed) {
     // Program changes never reach the engine as such: they are sent as controllers.
     std::unique_ptr<Tarquil> made(new Tarquil(texts, shared_waveforms()));
     made->seed_phases(seed);
+    if (runner != nullptr)
+        made->set_runner(*runner);
     for (unsigned band = 0; band < MC_N_BANDS; band++)
         made->set_band_muted(band, is_band_muted(band));
     return made;

@@ -73,6 +73,9 @@ class Player {
     // See Tarquil::set_channel_taps; after the start, before anything is rendered.
     void set_channel_taps(StereoBuffer* taps) { engine->set_channel_taps(taps); }
 
+    // Before the start: see Tarquil::set_runner.
+    void set_runner(JobRunner& job_runner) { runner = &job_runner; }
+
     // Ends all that sounds, echoes included, within a few milliseconds.
     void silence();
     // What MIDI messages mean.  It belongs to the bank, so a new bank brings its own.  A switch
@@ -144,6 +147,7 @@ class Player {
     PlayerLink link;
     std::unique_ptr<Tarquil> engine;
     uint32_t phase_seed = 0; // of the engine
+    JobRunner* runner = nullptr;
     // From the first time on that they are wanted.
     std::unique_ptr<Tarquil> drum_engine;
     std::unique_ptr<GmEnsemble> ensemble;

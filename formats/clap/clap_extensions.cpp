@@ -11,6 +11,7 @@
 #include "formats/clap/abi/preset_load.h"
 #include "formats/clap/abi/render.h"
 #include "formats/clap/abi/tail.h"
+#include "formats/clap/abi/thread_pool.h"
 #include "formats/clap/abi/voice_info.h"
 #include "formats/clap/clap_interface.h"
 #include "formats/clap/clap_parameters.h"
@@ -77,6 +78,10 @@ constexpr clap_plugin_latency LATENCY = {
 constexpr ClapPluginTail TAIL = {
     .get = [](const clap_plugin* /*plugin*/) { return CLAP_INFINITE_TAIL; }};
 
+constexpr ClapPluginThreadPool THREAD_POOL = {.exec = [](const clap_plugin* plugin, uint32_t index) {
+    ClapPlugin::of(plugin).jobs().exec(index);
+}};
+
 // General MIDI has a second engine, for its drums.
 constexpr ClapPluginVoiceInfo VOICE_INFO = {
     .get = [](const clap_plugin* plugin, ClapVoiceInfo* info) {
@@ -130,6 +135,7 @@ constexpr Extension EXTENSIONS[] = {
     {CLAP_EXT_LATENCY, &LATENCY},
     {CLAP_TAIL, &TAIL},
     {CLAP_VOICE_INFO, &VOICE_INFO},
+    {CLAP_THREAD_POOL, &THREAD_POOL},
     {CLAP_NOTE_NAME, &NOTE_NAME},
     {CLAP_PRESET_LOAD, &PRESET_LOAD},
     {CLAP_PRESET_LOAD_DRAFT, &PRESET_LOAD},

@@ -17,6 +17,7 @@ void ClapHost::find_extensions() {
     gui = find<clap_host_gui>(CLAP_EXT_GUI);
     timer = find<clap_host_timer_support>(CLAP_EXT_TIMER_SUPPORT);
     posix_fd = find<ClapHostPosixFd>(CLAP_POSIX_FD_SUPPORT);
+    thread_pool = find<ClapHostThreadPool>(CLAP_THREAD_POOL);
     thread_check = find<clap_host_thread_check>(CLAP_EXT_THREAD_CHECK);
 }
 

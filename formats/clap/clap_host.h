@@ -13,6 +13,7 @@
 #include "formats/clap/abi/note_name.h"
 #include "formats/clap/abi/posix_fd_support.h"
 #include "formats/clap/abi/preset_load.h"
+#include "formats/clap/abi/thread_pool.h"
 
 namespace tarquil {
 
@@ -50,6 +51,11 @@ class ClapHost {
     [[nodiscard]] bool has_timers() const { return timer != nullptr || posix_fd != nullptr; }
     [[nodiscard]] const clap_host_timer_support* timers() const { return timer; }
     [[nodiscard]] const ClapHostPosixFd* descriptors() const { return posix_fd; }
+    // Whether it lends threads; within process, false also when it has none to spare.
+    [[nodiscard]] bool has_threads() const { return thread_pool != nullptr; }
+    [[nodiscard]] bool request_exec(uint32_t num_tasks) const {
+        return thread_pool->request_exec(&host, num_tasks);
+    }
     [[nodiscard]] const clap_host* get() const { return &host; }
 
     // Says in the log, in builds that are for finding faults, that the host calls `operation` on
@@ -72,6 +78,7 @@ class ClapHost {
     const clap_host_timer_support* timer = nullptr;
     const ClapHostPosixFd* posix_fd = nullptr;
     const clap_host_thread_check* thread_check = nullptr;
+    const ClapHostThreadPool* thread_pool = nullptr;
 };
 
 } // namespace tarquil

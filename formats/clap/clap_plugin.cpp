@@ -76,6 +76,8 @@ ClapWindow* ClapPlugin::window() {
 }
 
 bool ClapPlugin::activate(double rate) {
+    if (calling.has_threads() && job_runner.width() > 1)
+        hosted.player().set_runner(job_runner);
     if (is_active || !hosted.activate(rate))
         return false;
     input.reset();

@@ -11,6 +11,7 @@
 
 #include "formats/clap/clap_host.h"
 #include "formats/clap/clap_input.h"
+#include "formats/clap/clap_job_runner.h"
 #include "formats/clap/clap_window.h"
 #include "formats/clap/window_edits.h"
 #include "formats/common/instance_player.h"
@@ -34,6 +35,8 @@ class ClapPlugin {
 
     HostedPlayer& player() { return hosted; }
     ClapHost& host() { return calling; }
+    // The jobs of the block that is being rendered.
+    [[nodiscard]] const ClapJobRunner& jobs() const { return job_runner; }
     WindowEdits& window_edits() { return edits; }
     // Null where the build has no windows.
     ClapWindow* window();
@@ -73,6 +76,7 @@ class ClapPlugin {
 
     clap_plugin interface;
     ClapHost calling;
+    ClapJobRunner job_runner{calling}; // of the player
     InstancePlayer hosted;
     ClapInput input;
     WindowEdits edits;

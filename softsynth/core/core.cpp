@@ -84,6 +84,8 @@ void Tarquil::set_tempo(const Tempo& now) {
     const TempoValues* const followed = tempo_values.is_on() ? &tempo_values : nullptr;
     scratch.channel.stereo_effect.tempo = followed;
     voice_renderer.follow(followed);
+    if (parallel != nullptr)
+        parallel->follow(followed);
 }
 
 void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {

@@ -10,9 +10,11 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "instrument/settings.h"
 #include "softsynth/core/engine_scratch.h"
+#include "softsynth/core/parallel_channels.h"
 #include "softsynth/effects/multi_compressor.h"
 #include "softsynth/effects/retrigger.h"
 #include "softsynth/effects/stereo_effect.h"
@@ -83,6 +85,12 @@ class Tarquil {
     // Restarts the random start phases of the oscillators.
     void seed_phases(uint32_t seed) { phase_random.seed(seed); }
 
+    // Before the first run: heavy blocks are rendered by this one's threads, with the same bytes.
+    // It stays as long as the engine.  Allocates.
+    void set_runner(JobRunner& runner) {
+        parallel = std::make_unique<ParallelChannels>(runner, scratch.waves);
+    }
+
     // Null, or NUM_CHANNELS buffers: each run sizes them and stores what each channel adds to the
     // main bus.  Their sum in channel order is the main bus before the master section.
     void set_channel_taps(StereoBuffer* taps) { channel_taps = taps; }
@@ -95,7 +103,6 @@ class Tarquil {
     // block's end in which the fade ends is lost with them.
     void silence_echoes(uint32_t time);
     void render_channels(uint32_t num_samples, uint32_t time);
-    void render_voices(uint32_t num_samples, uint32_t time);
     [[nodiscard]] VoiceSet active_voices() const;
     void render_aux_returns(uint32_t time);
     void end_echo_fade();
@@ -128,6 +135,7 @@ class Tarquil {
     uint32_t echo_fade_start = 0;
     std::atomic<bool> band_muted[MC_N_BANDS] = {};
     EngineScratch scratch;
+    std::unique_ptr<ParallelChannels> parallel; // or none
 };
 
 } // namespace tarquil

@@ -12,7 +12,7 @@
 namespace tarquil {
 
 struct EngineScratch {
-    explicit EngineScratch(const WaveformStore& waves) : channel(waves) {}
+    explicit EngineScratch(const WaveformStore& all_waves) : waves(all_waves), channel(all_waves) {}
 
     // Sizes the buses and the retrigger's controls for a block, and clears the buses.
     void init(uint32_t size) {
@@ -25,6 +25,8 @@ struct EngineScratch {
         for (MonoBuffer* buffer : {&retrigger_bpm, &retrigger_speedup, &retrigger_wet})
             buffer->init(size);
     }
+
+    const WaveformStore& waves;
 
     StereoBuffer buses[NUM_AUX_BUSES];
     StereoBuffer aux_return; // what reverb and delay give back

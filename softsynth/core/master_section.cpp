@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <span>
 
 #include "softsynth/core/core.h"
 #include "softsynth/parameters/filter_quantities.h"
@@ -48,11 +49,23 @@ void Tarquil::end_echo_fade() {
 
 void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
     scratch.init(num_samples);
-    render_voices(num_samples, time);
+    Voice* active[VoicePool::NUM_VOICES];
+    uint32_t count = 0;
+    active_voices().for_each([&](uint32_t place) { active[count++] = &voice_pool.at(place); });
+    const std::span<Voice* const> voices = {active, count};
+    const bool is_shared_out = parallel != nullptr && parallel->is_worth_it(voices, num_samples);
+    if (is_shared_out) {
+        parallel->render_voices(voices, time, num_samples);
+        parallel->render_channels(channels, time, num_samples);
+    } else if (count > 0) {
+        voice_renderer.render(voices, time, num_samples);
+    }
     for (int c = 0; c < NUM_CHANNELS; c++) {
-        channels[c].render(num_samples, time, scratch.channel, scratch.channel_output);
-        scratch.channel_output.add_to(scratch.buses,
-                                      channel_taps == nullptr ? nullptr : &channel_taps[c]);
+        if (!is_shared_out)
+            channels[c].render(num_samples, time, scratch.channel, scratch.channel_output);
+        const ChannelOutput& output =
+            is_shared_out ? parallel->get_output(c) : scratch.channel_output;
+        output.add_to(scratch.buses, channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();
     }
 }
@@ -66,14 +79,6 @@ VoiceSet Tarquil::active_voices() const {
 
 int Tarquil::num_voices() const {
     return active_voices().count();
-}
-
-void Tarquil::render_voices(uint32_t num_samples, uint32_t time) {
-    Voice* voices[VoicePool::NUM_VOICES];
-    uint32_t count = 0;
-    active_voices().for_each([&](uint32_t place) { voices[count++] = &voice_pool.at(place); });
-    if (count > 0)
-        voice_renderer.render({voices, count}, time, num_samples);
 }
 
 void Tarquil::render_aux_returns(uint32_t time) {

@@ -363,6 +363,15 @@ void Voice::note_cut(uint32_t time) {
     env_set_cut_time(&envelopes[0], time);
 }
 
+uint32_t Voice::get_cost() const {
+    constexpr uint32_t PLAIN = 12;
+    constexpr uint32_t LADDER = 60; // of several in lanes
+    uint32_t cost = use_ladder ? PLAIN + LADDER : PLAIN;
+    for (const OscillatorGroup& group : oscillators)
+        cost += group.is_off() ? 0U : uint32_t(group.get_count());
+    return cost;
+}
+
 bool Voice::is_cut() const {
     return envelopes[0].cut_time < TIME_NEVER;
 }

@@ -63,6 +63,8 @@ class Voice {
     [[nodiscard]] bool belongs_to_channel(const Channel& other) const { return channel == &other; }
     [[nodiscard]] uint32_t get_start_time() const { return start_time; }
     [[nodiscard]] int get_note() const { return note; }
+    // About how many core cycles a sample takes.
+    [[nodiscard]] uint32_t get_cost() const;
 
   private:
     static constexpr unsigned NUM_GROUPS = NUM_OSCILLATORS;

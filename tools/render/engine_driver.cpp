@@ -25,8 +25,10 @@ namespace {
 } // namespace
 
 EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players,
-                           const std::shared_ptr<const GmSet>& set, uint32_t seed)
-    : SongDriver(played_song, players.channels), orchestra(players) {
+                           const std::shared_ptr<const GmSet>& set, uint32_t seed, unsigned threads)
+    : SongDriver(played_song, players.channels), orchestra(players), workers(threads) {
+    if (threads > 1)
+        player.set_runner(workers);
     player.set_gm_set(set);
     player.set_bank(orchestra.bank);
     player.set_dialect(set != nullptr ? MidiDialect::GENERAL_MIDI : MidiDialect::NATIVE);

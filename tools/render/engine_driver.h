@@ -15,6 +15,7 @@
 #include "instrument/settings.h"
 #include "player/player.h"
 #include "player/quantum_stream.h"
+#include "player/worker_threads.h"
 #include "softsynth/signal/buffer.h"
 #include "tools/render/song_driver.h"
 
@@ -37,7 +38,7 @@ class EngineDriver : public SongDriver {
     // Song and orchestra stay where they are as long as the driver.  `set`: what General MIDI plays
     // beside the bank; null: the song is in the native dialect.
     EngineDriver(const Song& played_song, const Orchestra& players,
-                 const std::shared_ptr<const GmSet>& set, uint32_t seed);
+                 const std::shared_ptr<const GmSet>& set, uint32_t seed, unsigned threads = 1);
 
     [[nodiscard]] uint32_t block() const override { return QuantumStream::QUANTUM; }
 
@@ -66,6 +67,7 @@ class EngineDriver : public SongDriver {
     }
 
     const Orchestra& orchestra;
+    WorkerThreads workers; // of the player
     Player player;
     std::vector<StereoBuffer> taps;
 };

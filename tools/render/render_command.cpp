@@ -106,6 +106,11 @@ void add_sound_options(CLI::App& command, const std::shared_ptr<RenderOptions>& 
         command, "--seed", [options](const std::string& text) { options->seed = parse_seed(text); },
         "Start of the random oscillator phases; 1 if not given")
         ->type_name("N");
+    add_text_option(
+        command, "--threads",
+        [options](const std::string& text) { options->threads = parse_threads(text); },
+        "Render heavy passages on N threads (1-64), with the same bytes; 1 if not given")
+        ->type_name("N");
 }
 
 // What only the engine linked in can do.
@@ -116,7 +121,8 @@ void add_plugin_option(CLI::App& command, RenderOptions& options) {
         ->type_name("FILE.so")
         ->excludes("--instrument")
         ->excludes("--stems")
-        ->excludes("--seed");
+        ->excludes("--seed")
+        ->excludes("--threads");
 }
 
 void add_file_options(CLI::App& command, const std::shared_ptr<RenderOptions>& options) {

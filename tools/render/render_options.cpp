@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "common/failure.h"
+#include "player/worker_threads.h"
 
 namespace tarquil {
 
@@ -116,6 +117,12 @@ int parse_rate(const std::string& text) {
 uint32_t parse_seed(const std::string& text) {
     return read_number_within<uint32_t>("--seed", text, 0, UINT32_MAX,
                                         "not a whole number from 0 to 4294967295");
+}
+
+unsigned parse_threads(const std::string& text) {
+    static_assert(WorkerThreads::MAX_THREADS == 64);
+    return read_number_within<unsigned>("--threads", text, 1, WorkerThreads::MAX_THREADS,
+                                        "not a whole number from 1 to 64");
 }
 
 } // namespace tarquil

@@ -46,6 +46,7 @@ struct RenderOptions {
     std::optional<uint32_t> tail;             // samples after the song's end; none: until silence
     std::optional<double> normalize_dbfs;     // the peak
     uint32_t block = DEFAULT_BLOCK;           // samples that a plug-in renders at once
+    unsigned threads = 1;                     // that the engine linked in renders on
     uint32_t seed = 1;                        // of the oscillators' start phases
     bool quiet = false;
     bool json = false;
@@ -73,5 +74,8 @@ uint32_t parse_block(const std::string& text);
 int parse_rate(const std::string& text);
 
 uint32_t parse_seed(const std::string& text);
+
+// A number of threads from 1 on.
+unsigned parse_threads(const std::string& text);
 
 } // namespace tarquil

@@ -53,7 +53,8 @@ RenderResult render_song(const RenderOptions& options, const Song& song, const O
         driver = std::make_unique<PluginDriver>(
             song, options, options.bank_path.empty() ? nullptr : &orchestra.bank);
     } else {
-        auto engine = std::make_unique<EngineDriver>(song, orchestra, set, options.seed);
+        auto engine =
+            std::make_unique<EngineDriver>(song, orchestra, set, options.seed, options.threads);
         if (!options.stem_folder.empty()) {
             engine->keep_channels();
             stems = std::make_unique<StemOutputs>(*engine, options.stem_folder, format,

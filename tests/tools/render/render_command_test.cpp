@@ -65,6 +65,21 @@ class RenderCommand : public testing::Test {
     std::string out = directory.path("out.wav");
 };
 
+TEST_F(RenderCommand, TheFileIsTheSameOnAnyNumberOfThreads) {
+    const std::string bank = directory.path("heavy.tqb");
+    TarqSettings heavy;
+    for (unsigned program = 0; program < 3; program++)
+        heavy.get_instrument(program).set_controller(CTRL_OSC1_MULTI_COUNT, 127);
+    std::string text;
+    ASSERT_EQ(heavy.text_save_to_string(text), 0);
+    ASSERT_EQ(save_file_to_string(bank, text), 0);
+    const std::string alone = rendered({"--bank", bank, "--tail", "0", duet});
+    for (const char* threads : {"2", "3"})
+        EXPECT_TRUE(rendered({"--bank", bank, "--tail", "0", "--threads", threads, duet}) == alone)
+            << threads;
+    EXPECT_EQ(render({"--threads", "0", song, out}).status, 2);
+}
+
 TEST_F(RenderCommand, WritesTheSoundAndTellsAboutIt) {
     const CommandRun run = render({"--json", "--tail", "1", song, out});
     EXPECT_EQ(run.status, 0);
