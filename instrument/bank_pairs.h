@@ -14,7 +14,7 @@
 namespace tarquil {
 
 // Of compact states.
-inline constexpr int STATE_VERSION = 1;
+inline constexpr int STATE_VERSION = 2;
 
 inline constexpr std::string_view GENERAL_MIDI_VALUE = "gm";
 inline constexpr std::string_view ON_VALUE = "on";

@@ -8,6 +8,7 @@
 #include "common/characters.h"
 #include "common/utf8.h"
 #include "instrument/keys.h"
+#include "instrument/packed_text.h"
 #include "instrument/storable_text.h"
 #include "instrument/text_error.h"
 #include "instrument/text_file_writer.h"
@@ -119,6 +120,15 @@ std::string Instrument::save_changes_to_string() const {
     write_changed_controllers(writer, channel_controller_rows(), bytes, instrument_defaults());
     kept_lines.write(writer);
     return writer.take_string();
+}
+
+std::string Instrument::save_changes_packed() const {
+    TextFileMemoryWriter writer;
+    if (!name.empty())
+        writer.write_str(NAME_KEY, name);
+    kept_lines.write(writer);
+    return std::string(PACKED_PREFIX) +
+           pack_text(bytes, instrument_defaults(), writer.take_string());
 }
 
 void Instrument::write(TextFileMemoryWriter& writer) const {

@@ -31,11 +31,11 @@ class Instrument {
     // Every controller back to its default, nothing said about the sound; the names stay.
     void load_default();
 
-    // Reads the sound from `filename` (a path, or "hex:" and the text in hex), from `path`, which
-    // does not become the file name, or from the text itself.  A missing key gives its default, and
-    // a warning in the report; a missing name leaves the name.  A load that fails changes nothing.
-    // Bytes are as the text maps, choices beyond their list included (see checked_load).  Lines
-    // that are not known are kept and saved.
+    // Reads the sound from `filename` (a path, or the text itself: text_source.h), from `path`,
+    // which does not become the file name, or from the text itself.  A missing key gives its
+    // default, and a warning in the report; a missing name leaves the name.  A load that fails
+    // changes nothing. Bytes are as the text maps, choices beyond their list included (see
+    // checked_load).  Lines that are not known are kept and saved.
     int text_load(LoadReport* report = nullptr) { return text_load(get_filename(), report); }
     int text_load(const std::string& path, LoadReport* report = nullptr,
                   MissingKeys missing = MissingKeys::REPORTED);
@@ -48,6 +48,8 @@ class Instrument {
 
     // The same without the controllers that have their defaults, nor a name that is empty.
     [[nodiscard]] std::string save_changes_to_string() const;
+    // As a file name that is the sound itself, in about an eighth of the characters (packed_text).
+    [[nodiscard]] std::string save_changes_packed() const;
 
     // White space in a name becomes "_"; in a file name only after its last "/", if it has one.
     void set_name(std::string_view new_name);

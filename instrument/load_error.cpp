@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "common/load_string.h"
+#include "instrument/packed_text.h"
 #include "instrument/settings.h"
 #include "instrument/text_error.h"
 #include "instrument/text_file_reader.h"
@@ -36,6 +37,11 @@ std::string explain_embedded(std::string_view hex) {
     }
 }
 
+std::string explain_packed(const std::string& name) {
+    std::string text;
+    return load_text_source(name, text) != 0 ? "packed wrongly" : explain_broken_line(text);
+}
+
 std::string explain_linked(const std::string& filename) {
     std::string text;
     const int error = load_regular_file_to_string(filename, text);
@@ -52,6 +58,8 @@ std::string explain_instrument(const TextFileReader& bank, const std::string& ke
     }
     if (filename.starts_with(EMBEDDED_PREFIX))
         return explain_embedded(std::string_view(filename).substr(EMBEDDED_PREFIX.size()));
+    if (filename.starts_with(PACKED_PREFIX))
+        return explain_packed(filename);
     Instrument instrument;
     instrument.set_filename(filename);
     return explain_linked(instrument.get_filename());

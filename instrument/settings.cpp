@@ -129,9 +129,9 @@ std::string save_state_compact(const TarqSettings& bank) {
     write_changed_controllers(writer, global_controller_rows(), bank.bytes,
                               default_controller_bytes());
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
-        const std::string text = bank.instruments[i].save_changes_to_string();
-        if (text != built_in_instrument(i).save_changes_to_string())
-            writer.write_hex(instrument_key(i), EMBEDDED_PREFIX, text);
+        const std::string packed = bank.instruments[i].save_changes_packed();
+        if (packed != built_in_instrument(i).save_changes_packed())
+            writer.write_str(instrument_key(i), packed);
     }
     if (!bank.song_title.empty())
         writer.write_str(SONG_TITLE_KEY, bank.song_title);

@@ -49,7 +49,7 @@ std::unique_ptr<TarqSettings> random_bank(unsigned seed, double part) {
         if (is_changed(random))
             instrument.set_name(random() % 2 == 0 ? "" : "renamed");
         if (is_changed(random))
-            instrument.set_text(InstrumentText::COMMENT, "said");
+            instrument.set_text(InstrumentText::COMMENT, "50 % of what \"is\" said / done; = ü ");
     }
     if (is_changed(random))
         bank->set_song_title("A title");
@@ -57,7 +57,7 @@ std::unique_ptr<TarqSettings> random_bank(unsigned seed, double part) {
 }
 
 TEST(CompactState, ANewBankIsItsVersion) {
-    EXPECT_EQ(save_state_compact(*new_bank()), "state_version = 1\n");
+    EXPECT_EQ(save_state_compact(*new_bank()), "state_version = 2\n");
 }
 
 TEST(CompactState, ReadsBackAsTheSameBank) {
@@ -75,7 +75,7 @@ TEST(CompactState, ReadsBackAsTheSameBank) {
         EXPECT_EQ(full(*loaded), full(*saved)) << "seed " << seed;
         EXPECT_EQ(save_state_compact(*loaded), state);
         EXPECT_EQ(loaded->get_instrument(0).get_filename().substr(0, 4),
-                  state.find("instrument0 = ") == std::string::npos ? "inst" : "hex:");
+                  state.find("instrument0 = ") == std::string::npos ? "inst" : "byte");
     }
 }
 
@@ -84,15 +84,57 @@ TEST(CompactState, OnlyTheVersionMakesMissingProgramsBuiltInOnes) {
     const auto bank = random_bank(3, 0.5);
     const std::string before = full(*bank);
     EXPECT_EQ(load_bank_checked_from_string(*bank, "song_title = x\n"), CANNOT_OPEN);
-    for (const char* version : {"2", "0", "-1", "99999999999", "x"})
+    for (const char* version : {"3", "0", "-1", "99999999999", "x"})
         EXPECT_EQ(load_bank_checked_from_string(
                       *bank, "song_title = x\nstate_version = " + std::string(version) + "\n"),
                   NEWER_VERSION);
     EXPECT_EQ(full(*bank), before);
     // What a later version adds without another number stays, and the version is no such line.
     EXPECT_EQ(load_bank_checked_from_string(*bank, "state_version = 1\nlater = 5\n"), 0);
-    EXPECT_EQ(save_state_compact(*bank), "state_version = 1\nlater = 5\n");
+    EXPECT_EQ(save_state_compact(*bank), "state_version = 2\nlater = 5\n");
     EXPECT_EQ(full(*bank).find("state_version"), std::string::npos);
+}
+
+// As they were saved before sounds were packed.
+TEST(CompactState, OfTheFirstVersionIsRead) {
+    const InTempDirectory without_a_default_file;
+    const auto saved = random_bank(5, 0.3);
+    std::string state = "state_version = 1\n" + saved->globals_to_string();
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
+        state += "instrument" + std::to_string(i) +
+                 " = hex:" + str2hex(saved->get_instrument(i).save_changes_to_string()) + "\n";
+    const auto loaded = random_bank(6, 0.5);
+    ASSERT_EQ(load_bank_checked_from_string(*loaded, state), 0);
+    EXPECT_EQ(full(*loaded), full(*saved));
+}
+
+TEST(CompactState, APackedSoundKeepsWhatIsNotKnownAndIsAFractionOfItsText) {
+    Instrument instrument = built_in_instrument(0);
+    std::string text = "name = x\nlater = 50 % / half\n";
+    for (const ControllerInfo& row : channel_controller_rows())
+        text += std::string(row.key) + " = 0.3\n";
+    ASSERT_EQ(load_instrument_checked_from_string(instrument, text), 0);
+    const std::string packed = instrument.save_changes_packed();
+    EXPECT_LT(8 * packed.size(), 2 * instrument.save_changes_to_string().size());
+    EXPECT_EQ(packed.find('\n'), std::string::npos);
+    Instrument loaded;
+    ASSERT_EQ(loaded.text_load(packed), 0);
+    EXPECT_EQ(loaded.save_to_string(), instrument.save_to_string());
+}
+
+TEST(CompactState, APackedSoundThatIsDamagedIsRefused) {
+    const InTempDirectory without_a_default_file;
+    const auto bank = random_bank(3, 0.5);
+    const std::string before = full(*bank);
+    // No end of the pairs, half a pair, a byte beyond 127, no controller of a sound, no digits,
+    // half an escape, a line without a value.
+    for (const char* packed :
+         {"0a10", "0a;", "0a10b;", "0a80;", "ff10;", "zz10;", ";%", ";%0", ";%zz", ";name"})
+        EXPECT_NE(load_bank_checked_from_string(*bank, "state_version = 2\ninstrument7 = bytes:" +
+                                                           std::string(packed) + "\n"),
+                  0)
+            << packed;
+    EXPECT_EQ(full(*bank), before);
 }
 
 } // namespace

@@ -44,13 +44,15 @@ TEST(BankError, NamesThePlaceAndTheReason) {
     EXPECT_EQ(reason("reverb_wet = 1\r\n# b\r\nc\r\n"),
               "song.tqb: line 3: no \"=\" with a value after it");
     EXPECT_EQ(reason("name = x\n"), "song.tqb: is an instrument, not a bank");
-    EXPECT_EQ(reason("state_version = 2\n"), "song.tqb: was saved by a later version");
+    EXPECT_EQ(reason("state_version = 3\n"), "song.tqb: was saved by a later version");
     EXPECT_EQ(reason(bank_text("instrument5 = hex:6e6")),
               "song.tqb: instrument5: an odd number of hex digits");
     EXPECT_EQ(reason(bank_text("instrument5 = hex:6e6fxx61")),
               "song.tqb: instrument5: not a hex digit at character 5");
     EXPECT_EQ(reason(bank_text("instrument5 = hex:" + str2hex("name = x\nbroken\n"))),
               "song.tqb: instrument5: line 2: no \"=\" with a value after it");
+    EXPECT_EQ(reason(bank_text("instrument5 = bytes:0a7;")),
+              "song.tqb: instrument5: packed wrongly");
     EXPECT_EQ(reason(bank_text("instrument5 = lead.tqi")),
               "song.tqb: instrument5: lead.tqi: cannot be opened");
     EXPECT_EQ(reason(bank_text("")),
