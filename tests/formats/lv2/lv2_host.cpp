@@ -160,7 +160,7 @@ void Lv2Host::add_position(int64_t frame, const Position& position) {
     lv2_atom_forge_pop(&forge, &object);
 }
 
-void Lv2Host::run(uint32_t frames) {
+void Lv2Host::prepare_run(uint32_t frames) {
     lv2_atom_forge_pop(&forge, &sequence);
     const size_t start = left.size();
     left.resize(start + frames);
@@ -170,7 +170,9 @@ void Lv2Host::run(uint32_t frames) {
     auto* const notify = reinterpret_cast<LV2_Atom_Sequence*>(notifications.data());
     notify->atom.size = uint32_t(notifications.size() * 8 - sizeof(LV2_Atom));
     notify->atom.type = number(LV2_ATOM__Chunk);
-    lilv_instance_run(instance, frames);
+}
+
+void Lv2Host::finish_run() {
     read_notifications();
     start_events();
     const auto* const interface = static_cast<const LV2_Worker_Interface*>(

@@ -47,7 +47,14 @@ class Lv2Host {
     void add_position(int64_t frame, const Position& position);
 
     // Adds a block to `left` and `right`.
-    void run(uint32_t frames);
+    void run(uint32_t frames) {
+        prepare_run(frames);
+        lilv_instance_run(instance, frames);
+        finish_run();
+    }
+    // The same, for watches: what is before and behind the plug-in's own call.
+    void prepare_run(uint32_t frames);
+    void finish_run();
     void run(uint32_t frames, uint32_t block) {
         for (; frames > block; frames -= block)
             run(block);
