@@ -20,6 +20,7 @@ class HostSynth : public PlayerSynth {
     void set_instrument(unsigned program, const Instrument& instrument) override;
     void set_bank(const TarqSettings& bank) override;
     void set_channel_program(unsigned channel, unsigned program) override;
+    [[nodiscard]] bool follows_messages() const override { return false; }
     void set_dialect(MidiDialect dialect) override;
     void set_tempo_sync(bool is_on) override;
 

@@ -23,6 +23,8 @@ class PlayerSynth : public EditorSynth {
 
     void set_program(unsigned program) override;
     void set_channel_program(unsigned channel, unsigned program) override;
+    [[nodiscard]] bool follows_messages() const override { return true; }
+    std::vector<unsigned> drum_kits() override { return player.drum_kits(); }
 
     Instrument get_instrument(unsigned program) override;
     void set_instrument(unsigned program, const Instrument& instrument) override;

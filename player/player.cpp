@@ -143,6 +143,17 @@ std::vector<Player::KeyName> Player::drum_names() {
     return names;
 }
 
+std::vector<unsigned> Player::drum_kits() {
+    std::vector<unsigned> kits;
+    const LockHolder holder(lock);
+    const GmSet& set = link.gm_set.latest();
+    for (unsigned program = 0; program < GM_PROGRAMS && set.drums != nullptr; program++) {
+        if (set.map.kit(program) != nullptr)
+            kits.push_back(program);
+    }
+    return kits;
+}
+
 // Makes what the dialect and the set need, before the audio side hears of them.
 void Player::prepare_gm(MidiDialect wanted, const GmSet& set) {
     if (wanted != MidiDialect::GENERAL_MIDI)

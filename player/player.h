@@ -97,6 +97,8 @@ class Player {
         std::string name;
     };
     [[nodiscard]] std::vector<KeyName> drum_names();
+    // The programs of that channel that are kits of their own; any other plays kit 0.
+    [[nodiscard]] std::vector<unsigned> drum_kits();
 
     // Played by hand, as soon as possible, on channel 0..15: a key (0..127; velocity 0 lets it go),
     // a bend (0..16383), and what General MIDI alone knows: the modulation wheel (0..127) and the

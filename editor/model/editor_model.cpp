@@ -11,6 +11,7 @@
 #include "instrument/load_error.h"
 #include "instrument/names.h"
 #include "instrument/text_kind.h"
+#include "softsynth/parameters/starting_values.h"
 
 namespace tarquil {
 
@@ -27,14 +28,22 @@ template <typename... Handlers> Overloaded(Handlers...) -> Overloaded<Handlers..
 
 EditorModel::EditorModel(EditorSynth& edited_synth) : synth(edited_synth) {
     synth.read_state(state);
+    find_channel();
 }
 
 bool EditorModel::refresh() {
     const unsigned program = state.program;
+    const bool was_heard = is_heard();
     synth.read_state(read);
     const bool is_new = !(read == state);
     if (is_new)
         std::swap(state, read);
+    if (synth.follows_messages() && state.program == program && was_heard && !is_heard() &&
+        !is_drum_channel(selected_channel)) {
+        synth.set_program(state.channel_programs[selected_channel]);
+        synth.read_state(state);
+    }
+    find_channel();
     if (in_gesture && !gesture_broken && state.program != program) {
         end_gesture();
         in_gesture = true;
@@ -54,6 +63,7 @@ void EditorModel::end_gesture() {
         return;
     in_gesture = false;
     gesture_broken = false;
+    is_turning = false;
     UndoStep done;
     std::swap(done, gesture);
     for (const Edit& edit : done.edits)
@@ -74,12 +84,52 @@ void EditorModel::change_controller(unsigned number, int value) {
 void EditorModel::set_value(unsigned number, int value) {
     const ControllerInfo* info = find_controller(number);
     TARQ_ASSERT(info != nullptr);
-    if (!in_gesture) {
+    const bool is_gesture = !in_gesture || is_turning;
+    if (is_gesture)
         begin_gesture(info->name);
-        set_value(number, value);
+    change_in_gesture(number, value);
+    if (is_gesture)
         end_gesture();
+}
+
+void EditorModel::choose_value(unsigned number, int value) {
+    const bool is_gesture = !in_gesture || is_turning;
+    if (is_gesture)
+        begin_gesture(find_controller(number)->name);
+    change_with_starts(number, value);
+    if (is_gesture)
+        end_gesture();
+}
+
+void EditorModel::turn_value(unsigned number, int value) {
+    if (in_gesture && !is_turning) // a drag goes on
         return;
+    if (!is_turning || turned != number || gesture_broken) {
+        begin_gesture(find_controller(number)->name);
+        is_turning = true;
+        turned = number;
     }
+    turning_for = 0.0;
+    change_with_starts(number, value);
+}
+
+void EditorModel::pass_time(double seconds) {
+    turning_for += seconds;
+    if (is_turning && turning_for >= BURST_SECONDS)
+        end_gesture();
+}
+
+void EditorModel::change_with_starts(unsigned number, int value) {
+    value = filter_controller(number, std::clamp(value, 0, 127));
+    if (value == state.bytes[number])
+        return;
+    const std::vector<StartingValue> starts = starting_values(number, value, state.bytes);
+    change_in_gesture(number, value);
+    for (const StartingValue& start : starts)
+        change_in_gesture(start.number, start.byte);
+}
+
+void EditorModel::change_in_gesture(unsigned number, int value) {
     if (gesture_broken)
         return;
     value = filter_controller(number, std::clamp(value, 0, 127));
@@ -90,7 +140,8 @@ void EditorModel::set_value(unsigned number, int value) {
         if (value == state.bytes[number])
             return;
         synth.begin_edit(number);
-        const int program = is_global(*info) ? GLOBAL_PROGRAM : int(state.program);
+        const int program =
+            is_global(*find_controller(number)) ? GLOBAL_PROGRAM : int(state.program);
         gesture.edits.emplace_back(ControllerEdit{program, number, state.bytes[number], value});
         change_controller(number, value);
         return;
@@ -129,35 +180,43 @@ void EditorModel::change(UndoStep step) {
 }
 
 void EditorModel::apply(const Edit& edit, bool forward) {
-    std::visit(
-        Overloaded{
-            [&](const ControllerEdit& change) {
-                // What is changed is shown.
-                if (change.program != GLOBAL_PROGRAM)
-                    select_program(unsigned(change.program));
-                synth.begin_edit(change.number);
-                change_controller(change.number, forward ? change.after : change.before);
-                synth.end_edit(change.number);
-            },
-            [&](const InstrumentEdit& change) {
-                synth.set_instrument(change.program, forward ? change.after : change.before);
-            },
-            [&](const BankEdit& change) {
-                synth.set_bank(forward ? *change.after : *change.before);
-            },
-            [&](const ChannelEdit& change) {
-                synth.set_channel_program(change.channel, forward ? change.after : change.before);
-            },
-            [&](const SongEdit& change) {
-                const auto& song = forward ? change.after : change.before;
-                synth.set_song(song.first, song.second);
-            },
-            [&](const DialectEdit& change) {
-                synth.set_dialect(forward ? change.after : change.before);
-            },
-            [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
-        },
-        edit);
+    std::visit(Overloaded{
+                   [&](const ControllerEdit& change) {
+                       // What is changed is shown.
+                       if (change.program != GLOBAL_PROGRAM)
+                           select_program(unsigned(change.program));
+                       synth.begin_edit(change.number);
+                       change_controller(change.number, forward ? change.after : change.before);
+                       synth.end_edit(change.number);
+                   },
+                   [&](const InstrumentEdit& change) {
+                       synth.set_instrument(change.program, forward ? change.after : change.before);
+                   },
+                   [&](const BankEdit& change) {
+                       const bool was_heard = is_heard();
+                       synth.set_bank(forward ? *change.after : *change.before);
+                       synth.read_state(state);
+                       follow_channel(was_heard);
+                   },
+                   [&](const ChannelEdit& change) {
+                       synth.set_channel_program(change.channel,
+                                                 forward ? change.after : change.before);
+                       synth.read_state(state);
+                       select_channel(change.channel);
+                   },
+                   [&](const SongEdit& change) {
+                       const auto& song = forward ? change.after : change.before;
+                       synth.set_song(song.first, song.second);
+                   },
+                   [&](const DialectEdit& change) {
+                       const bool was_heard = is_heard();
+                       synth.set_dialect(forward ? change.after : change.before);
+                       synth.read_state(state);
+                       follow_channel(was_heard);
+                   },
+                   [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
+               },
+               edit);
 }
 
 std::optional<uint64_t> EditorModel::revision() const {
@@ -202,7 +261,9 @@ void EditorModel::rename_program(unsigned program, std::string_view name) {
 
 void EditorModel::assign_channel(unsigned channel, unsigned program) {
     const unsigned before = state.channel_programs[channel];
-    if (before != program)
+    if (before == program)
+        select_channel(channel);
+    else
         change({"Channel " + std::to_string(channel + 1), {ChannelEdit{channel, before, program}}});
 }
 

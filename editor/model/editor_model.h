@@ -36,10 +36,19 @@ class EditorModel {
 
     // Clamped to 0..127 and to the controller's choices.
     void set_value(unsigned number, int value);
+    // The same by hand: the type of an effect or a filter brings its starting values along.
+    void choose_value(unsigned number, int value);
+    // The same, where a wheel's notches or keys on one control that follow each other closely are
+    // one gesture, which ends BURST_SECONDS after the last.
+    void turn_value(unsigned number, int value);
+    void pass_time(double seconds);
+    static constexpr double BURST_SECONDS = 0.5;
 
     void undo();
     void redo();
-    [[nodiscard]] std::string undo_name() const { return history.undo_name(); }
+    [[nodiscard]] std::string undo_name() const {
+        return is_turning && !gesture.edits.empty() ? gesture.name : history.undo_name();
+    }
     [[nodiscard]] std::string redo_name() const { return history.redo_name(); }
 
     // A number of what the edits have made of the bank; undo brings back an earlier one.  Nothing
@@ -48,10 +57,21 @@ class EditorModel {
     // Another bank with the channels' programs, and nothing to undo.
     void begin_anew(const TarqSettings& bank, const std::array<uint8_t, NUM_CHANNELS>& programs);
 
-    // Not a step: what sounds stays as it is.
+    // What is edited is what is heard: a channel is selected, and its program is edited.  The
+    // selected channel is one that plays the edited program as long as any does.
+    [[nodiscard]] unsigned channel() const { return selected_channel; }
+    [[nodiscard]] bool is_heard() const { return plays_edited(selected_channel); }
+    [[nodiscard]] bool plays_edited(unsigned channel) const;
+    [[nodiscard]] bool is_drum_channel(unsigned channel) const;
+    // Edits its program.  Not a step, and nothing for the drum channel, whose kits are no programs.
+    void select_channel(unsigned channel);
+    // The selected channel plays the program, which is edited.
+    void choose_program(unsigned program);
+    // Edits a program without playing it, unless a channel does.  Not a step: what sounds stays.
     void select_program(unsigned program);
     // Blanks and "#" become "_", which is what the files can hold; an empty name is ignored.
     void rename_program(unsigned program, std::string_view name);
+    // As if the channel were selected and the program chosen; of the drum channel, a kit.
     void assign_channel(unsigned channel, unsigned program);
     void set_song(std::string_view title, std::string_view author);
     void set_dialect(MidiDialect dialect);
@@ -83,16 +103,24 @@ class EditorModel {
     void change(UndoStep step);
     void apply(const Edit& edit, bool forward);
     void change_controller(unsigned number, int value);
+    void change_in_gesture(unsigned number, int value);
+    void change_with_starts(unsigned number, int value);
+    void follow_channel(bool was_heard);
+    void find_channel();
     void replace_instrument(std::string step_name, unsigned program, const Instrument& instrument);
 
     EditorSynth& synth;
     EditorState state;
     EditorState read; // kept for its memory
+    unsigned selected_channel = 0;
     UndoHistory history;
 
     UndoStep gesture;
     bool in_gesture = false;
     bool gesture_broken = false; // the host has changed the program under it
+    bool is_turning = false;     // it is one of turn_value
+    unsigned turned = 0;         // the control
+    double turning_for = 0.0;    // seconds since the last notch
 };
 
 } // namespace tarquil

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "editor/model/editor_keys.h"
 #include "editor/model/editor_notice.h"
@@ -68,6 +69,11 @@ class EditorSynth {
 
     virtual void set_program(unsigned program) = 0;
     virtual void set_channel_program(unsigned channel, unsigned program) = 0;
+    // Whether a message that gives the selected channel another program changes what is edited:
+    // not where a host's automation means the edited program, with a window or without.
+    [[nodiscard]] virtual bool follows_messages() const { return false; }
+    // The programs of General MIDI's drum channel that are kits of their own.
+    virtual std::vector<unsigned> drum_kits() { return {}; }
 
     virtual Instrument get_instrument(unsigned program) = 0;
     virtual void set_instrument(unsigned program, const Instrument& instrument) = 0;

@@ -40,30 +40,37 @@ void add_slot_buttons(Page& page, Rect area) {
         area.cut_top(SPACE);
         return row;
     };
-    Rect row = next();
     page.add<Button>(
-        column_of(row, 0, 2, SPACE), "Edit and play",
+        next(),
+        [](UiHost& host) {
+            return Button::Look{"Play on channel " +
+                                std::to_string(host.get_model().channel() + 1)};
+        },
+        [](UiHost& host) { host.get_model().choose_program(selected(host)); },
+        "Gives the selected program to the selected channel and edits it");
+    page.add<Button>(
+        next(), "Edit without playing",
         [](UiHost& host) { host.get_model().select_program(selected(host)); },
-        "Makes the selected slot the current program");
+        "Edits the selected program without playing it: what sounds stays as it is");
+    const Rect row = next();
     page.add<Button>(
-        column_of(row, 1, 2, SPACE), "Initialise",
+        column_of(row, 0, 3, SPACE), "Initialise",
         [](UiHost& host) { host.get_model().initialise_program(selected(host)); },
-        "The built-in sound");
-    row = next();
-    page.add<Button>(column_of(row, 0, 2, SPACE), "Copy", copy);
+        "Puts the built-in sound into its place");
+    page.add<Button>(column_of(row, 1, 3, SPACE), "Copy", copy);
     page.add<Button>(
-        column_of(row, 1, 2, SPACE),
+        column_of(row, 2, 3, SPACE),
         [](UiHost& host) {
             return Button::Look{"Paste", host.get_view_state().copied_instrument.has_value()};
         },
         paste);
     page.add<Button>(
-        next(), "Swap with the current program",
+        next(), "Swap with the edited program",
         [](UiHost& host) {
             EditorModel& model = host.get_model();
             model.swap_programs(model.get_state().program, selected(host));
         },
-        "Also: drag one slot onto another");
+        "Also: drag one program onto another");
     page.add<Button>(next(), "Import instrument\u2026",
                      [](UiHost& host) { import_instrument(host, selected(host)); });
     page.add<Button>(next(), "Export instrument\u2026",
@@ -77,10 +84,10 @@ Page make_bank_page() {
     Rect rest = PAGE_AREA;
     Rect right = rest.cut_right(262);
     rest.cut_right(GAP);
-    page.add<SlotGrid>(add_panel(page, rest, "Instruments"));
-    add_slot_buttons(page, add_panel(page, right.cut_top(202), "Selected slot"));
+    page.add<SlotGrid>(add_panel(page, rest, "Programs"));
+    add_slot_buttons(page, add_panel(page, right.cut_top(236), "Selected program"));
     right.cut_top(GAP);
-    Rect bank = add_panel(page, right.cut_top(142), "Bank");
+    Rect bank = add_panel(page, right.cut_top(134), "Bank");
     page.add<Button>(bank.cut_top(28), "Import bank\u2026", import_bank,
                      "Replaces all instruments and the global settings; undo brings them back");
     bank.cut_top(6);

@@ -14,7 +14,7 @@ namespace tarquil {
 Page make_modulation_page() {
     Page page{"Modulation", {}, {}};
     Rect rest = PAGE_AREA;
-    Rect table = add_panel(page, rest.cut_left(740), "Modifiers");
+    Rect table = add_panel(page, rest.cut_left(740), "Modulation");
     rest.cut_left(GAP);
     Rect routing = add_panel(page, rest, "Routing");
     page.add<RoutingPlot>(routing);

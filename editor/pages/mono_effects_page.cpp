@@ -13,7 +13,7 @@ Page make_mono_effects_page() {
     for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++) {
         const EffectRows rows = mono_effect_rows(i);
         Rect inside = add_panel(page, column_of(PAGE_AREA, i, NUM_MONO_EFFECTS),
-                                "MONO EFFECT " + std::to_string(i + 1));
+                                "Mono effect " + std::to_string(i + 1));
         page.add<ChoiceBox>(inside.cut_top(28), rows.type, "");
         inside.cut_top(10);
         const Rect knobs = inside.cut_bottom(96);

@@ -36,7 +36,7 @@ Page make_oscillators_page() {
                         "Ring modulation");
     add_note_chooser(page, below.inset(12, 6));
     add_row(page, inside,
-            {{CTRL_OSC3_VOLUME, "Osc 3 volume"}, {CTRL_PORTAMENTO_TIME, "Portamento"}});
+            {{CTRL_OSC3_VOLUME, "Oscillator 3"}, {CTRL_PORTAMENTO_TIME, "Portamento"}});
     return page;
 }
 

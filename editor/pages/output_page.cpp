@@ -14,7 +14,7 @@ Page make_output_page() {
     Rect rest = PAGE_AREA;
     Rect right = rest.cut_right(392);
     rest.cut_right(GAP);
-    Rect effect = add_panel(page, rest, "STEREO EFFECT");
+    Rect effect = add_panel(page, rest, "Stereo effect");
     page.add<ChoiceBox>(effect.cut_top(28), CTRL_CHANFX2_TYPE, "");
     effect.cut_top(10);
     const Rect knobs = effect.cut_bottom(96);
@@ -37,7 +37,7 @@ Page make_output_page() {
     right.cut_top(GAP);
     Rect playing = add_panel(page, right.cut_top(166), "Playing");
     row = 0;
-    for (const ControlSpec& control : {ControlSpec{CTRL_CHAN_MAX_VOICES, "Max voices"},
+    for (const ControlSpec& control : {ControlSpec{CTRL_CHAN_MAX_VOICES, "Maximum voices"},
                                        ControlSpec{CTRL_PITCH_BEND_MSB, "Pitch bend"},
                                        ControlSpec{CTRL_PITCH_BEND_LSB, "Bend, fine"}})
         page.add<Slider>(row_of(playing, row++, 3, 4), control.number, control.label);

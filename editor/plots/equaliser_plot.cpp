@@ -135,7 +135,9 @@ void EqualiserPlot::wheel(UiHost& host, const Pointer& pointer, double steps) {
     if (node == NO_NODE)
         return;
     const unsigned resonance = rows_of(node).resonance;
-    model.set_value(resonance, model.value(resonance) + int(std::lround(2 * steps)));
+    const int value = model.value(resonance) + wheel_steps.turn(pointer, steps, 2.0);
+    if (value != model.value(resonance))
+        model.turn_value(resonance, value);
 }
 
 std::string EqualiserPlot::tooltip(UiHost& host) {

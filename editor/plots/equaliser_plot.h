@@ -42,6 +42,7 @@ class EqualiserPlot : public Widget {
     // of the drag
     DraggedValue cutoff;
     DraggedValue heights;
+    WheelSteps wheel_steps;
     Point last;
 
     static constexpr int NO_NODE = -1;

@@ -27,10 +27,15 @@ std::vector<Rect> ChannelBox::moved_areas(UiHost& /*host*/) {
 void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const EditorModel& model = host.get_model();
     const unsigned program = model.get_state().channel_programs[channel];
-    const bool is_current = program == model.get_state().program;
-    canvas.fill(area, state.is_hovered ? theme::HOVER : theme::PANEL, 4);
-    if (is_current)
-        canvas.fill({area.x, area.bottom() - 2.5, area.w, 2.5}, theme::ACCENT, 1);
+    const bool is_drums = model.is_drum_channel(channel);
+    const bool is_selected = channel == model.channel();
+    const bool is_edited = model.plays_edited(channel);
+    canvas.fill(area, state.is_hovered || is_selected ? theme::HOVER : theme::PANEL, 4);
+    if (is_selected)
+        canvas.frame(area, model.is_heard() ? theme::ACCENT : theme::WARM, 4, 1.5);
+    if (is_edited)
+        canvas.fill({area.x, area.bottom() - 2.5, area.w, 2.5},
+                    is_selected ? theme::ACCENT : theme::ACCENT_DIM, 1);
     const Rect lamp = light_area();
     canvas.disc(lamp.center(), lamp.w / 2, theme::GRID_STRONG);
     drawn_light = *light;
@@ -41,36 +46,63 @@ void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.text({area.x + 32, area.y + 2, area.w - 37, 16}, std::to_string(program),
                 {9.5, theme::TEXT_MUTED, Align::RIGHT});
     canvas.text({area.x + 5, area.y + 16, area.w - 8, 15},
-                short_name(model.get_state().names[program], program),
-                {9.5, is_current ? theme::TEXT : theme::TEXT_MUTED});
+                is_drums ? "Drum kit" : short_name(model.get_state().names[program], program),
+                {9.5, is_edited ? theme::TEXT : theme::TEXT_MUTED});
     if (state.is_focused)
         canvas.frame(area, theme::FOCUS, 4);
 }
 
 void ChannelBox::open(UiHost& host) {
     const EditorModel& model = host.get_model();
-    host.open_overlay(make_program_menu(
-        model, area, model.get_state().channel_programs[channel],
-        [&host, this](unsigned program) { host.get_model().assign_channel(channel, program); }));
+    const unsigned current = model.get_state().channel_programs[channel];
+    const auto assign = [&host, this](unsigned program) {
+        host.get_model().assign_channel(channel, program);
+    };
+    if (!model.is_drum_channel(channel)) {
+        host.open_overlay(make_program_menu(model, area, current, assign));
+        return;
+    }
+    std::vector<MenuItem> items;
+    for (const unsigned kit : host.get_model().get_synth().drum_kits())
+        items.push_back(
+            {"Kit " + std::to_string(kit), kit == current, true, [assign, kit] { assign(kit); }});
+    if (!items.empty())
+        host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
 }
 
-bool ChannelBox::press(UiHost& host, const Pointer& /*pointer*/) {
-    open(host);
+void ChannelBox::choose(UiHost& host) {
+    EditorModel& model = host.get_model();
+    if (model.is_drum_channel(channel) || (model.channel() == channel && model.is_heard()))
+        open(host);
+    else
+        model.select_channel(channel);
+}
+
+bool ChannelBox::press(UiHost& host, const Pointer& pointer) {
+    if (pointer.button == Pointer::Button::RIGHT)
+        open(host);
+    else if (pointer.button == Pointer::Button::LEFT)
+        choose(host);
     return false;
 }
 
 bool ChannelBox::press_key(UiHost& host, const KeyEvent& key) {
     if (key.key != Key::ENTER)
         return false;
-    open(host);
+    choose(host);
     return true;
 }
 
 std::string ChannelBox::tooltip(UiHost& host) {
     const EditorModel& model = host.get_model();
-    return "Channel " + std::to_string(channel + 1) + " plays " +
-           numbered_name(model, model.get_state().channel_programs[channel]) +
-           "\nClick to give it another program";
+    const unsigned program = model.get_state().channel_programs[channel];
+    const std::string who = "Channel " + std::to_string(channel + 1) + " plays ";
+    if (model.is_drum_channel(channel))
+        return who + "drum kit " + std::to_string(program) +
+               ", one sound for each key\nClick for another kit; kits are no programs, and not "
+               "edited here";
+    return who + numbered_name(model, program) +
+           "\nClick to edit what it plays, again or with the right button for another program";
 }
 
 } // namespace tarquil

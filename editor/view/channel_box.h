@@ -1,4 +1,5 @@
-// A channel's program: a click assigns another, the light shows notes.
+// A channel's program: a click selects it for editing, another one opens the list of programs; the
+// light shows notes.
 
 #pragma once
 
@@ -20,6 +21,7 @@ class ChannelBox : public Widget {
     std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    void choose(UiHost& host);
     void open(UiHost& host);
     [[nodiscard]] Rect light_area() const;
 

@@ -281,6 +281,7 @@ bool EditorView::update_notice(double seconds) {
 }
 
 bool EditorView::tick(double seconds) {
+    model.pass_time(seconds);
     const bool had_tooltip = still_for >= TOOLTIP_DELAY;
     still_for += seconds;
     const bool is_tooltip_due = !had_tooltip && still_for >= TOOLTIP_DELAY && hovered != nullptr;
@@ -381,9 +382,10 @@ void EditorView::wheel(const PointerEvent& event, double steps) {
 }
 
 void EditorView::leave() {
-    if (pressed == nullptr)
-        hovered = nullptr;
-    is_changed = true;
+    if (pressed != nullptr)
+        return;
+    is_changed = is_changed || hovered != nullptr;
+    hovered = nullptr;
 }
 
 void EditorView::move_focus(int steps) {

@@ -3,12 +3,12 @@
 #include "editor/view/header.h"
 
 #include <cmath>
+#include <utility>
 
 #include "editor/kit/window_size.h"
 #include "editor/view/channel_box.h"
 #include "editor/view/main_menu.h"
 #include "editor/view/output_meter.h"
-#include "editor/widgets/amount_text.h"
 #include "editor/widgets/button.h"
 #include "editor/widgets/program_menu.h"
 #include "editor/widgets/text_field.h"
@@ -45,8 +45,42 @@ void step_program(UiHost& host, int steps) {
     EditorModel& model = host.get_model();
     const int program = int(model.get_state().program) + steps;
     if (program >= 0 && program < int(MAX_INSTRUMENTS))
-        model.select_program(unsigned(program));
+        model.choose_program(unsigned(program));
 }
+
+// Where the edited program is heard.
+class HeardOn : public Widget {
+  public:
+    using Widget::Widget;
+    void draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) override {
+        const EditorModel& model = host.get_model();
+        const Color color = model.is_heard() ? theme::TEXT_MUTED : theme::WARM;
+        const auto [upper, lower] = texts(model);
+        Rect rest = area;
+        canvas.text(rest.cut_top(area.h / 2), upper, {theme::SMALL, color});
+        canvas.text(rest, lower, {theme::SMALL, color});
+    }
+    std::string tooltip(UiHost& host) override {
+        const std::string channel = std::to_string(host.get_model().channel() + 1);
+        return host.get_model().is_heard()
+                   ? "What is edited is what channel " + channel +
+                         " plays\nA program that you choose is given to that channel"
+                   : "What is edited is not heard\nChoose it in the list to play it on channel " +
+                         channel + ", or click a channel to edit what that plays";
+    }
+    [[nodiscard]] bool takes_focus() const override { return false; }
+
+  private:
+    static std::pair<std::string, std::string> texts(const EditorModel& model) {
+        if (!model.is_heard())
+            return {"Not playing", "on any channel"};
+        unsigned others = 0;
+        for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+            others += channel != model.channel() && model.plays_edited(channel) ? 1 : 0;
+        return {"On channel " + std::to_string(model.channel() + 1),
+                others > 0 ? "and " + std::to_string(others) + " more" : ""};
+    }
+};
 
 void add_program(Page& page, Rect& row) {
     page.add<Button>(
@@ -64,12 +98,12 @@ void add_program(Page& page, Rect& row) {
             const EditorModel& model = host.get_model();
             host.open_overlay(make_program_menu(
                 model, number, model.get_state().program,
-                [&host](unsigned program) { host.get_model().select_program(program); }));
+                [&host](unsigned program) { host.get_model().choose_program(program); }));
         },
-        "The program that is edited: all 128, with a search");
+        "Another program for the selected channel: all 128, with a search");
     row.cut_left(3);
     page.add<TextField>(
-        row.cut_left(190), "no name", [](EditorModel& model) { return model.program_name(); },
+        row.cut_left(150), "no name", [](EditorModel& model) { return model.program_name(); },
         [](EditorModel& model, const std::string& text) {
             model.rename_program(model.get_state().program, text);
         });
@@ -80,7 +114,7 @@ void add_program(Page& page, Rect& row) {
 
 void add_history(Page& page, Rect& row) {
     page.add<Button>(
-        row.cut_left(54),
+        row.cut_left(46),
         [](UiHost& host) {
             return Button::Look{"Undo", !host.get_model().undo_name().empty()};
         },
@@ -91,7 +125,7 @@ void add_history(Page& page, Rect& row) {
         "Takes back the last change");
     row.cut_left(3);
     page.add<Button>(
-        row.cut_left(54),
+        row.cut_left(46),
         [](UiHost& host) {
             return Button::Look{"Redo", !host.get_model().redo_name().empty()};
         },
@@ -130,7 +164,9 @@ Page make_header(const HeaderControls& controls) {
     page.add<MainMenu>(row.cut_left(82));
     row.cut_left(4);
     add_program(page, row);
-    row.cut_left(18);
+    row.cut_left(7);
+    page.add<HeardOn>(row.cut_left(84));
+    row.cut_left(3);
     add_history(page, row);
     add_scale(page, row.cut_right(66), controls);
     row.cut_right(6);

@@ -6,6 +6,7 @@
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
 #include "softsynth/parameters/quantity_text.h"
+#include "softsynth/parameters/shown_quantity.h"
 
 namespace tarquil {
 
@@ -20,8 +21,11 @@ void AmountText::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/
     }
     const double sum = controller_quantity(rows.amount, bytes[rows.amount]) +
                        controller_quantity(rows.fine_amount, bytes[rows.fine_amount]);
-    canvas.text(area, with_short_unit(quantity_text(sum, find_controller(rows.amount)->unit)),
-                {theme::SMALL, theme::TEXT, Align::RIGHT});
+    const Unit unit = find_controller(rows.amount)->unit;
+    canvas.text(
+        area,
+        musical_text(rows.amount, sum, unit).value_or(with_short_unit(quantity_text(sum, unit))),
+        {theme::SMALL, theme::TEXT, Align::RIGHT});
 }
 
 } // namespace tarquil

@@ -28,6 +28,8 @@ void ChoiceBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     if (label[0] != '\0')
         canvas.text({area.x, area.y, area.w, LABEL_HEIGHT}, label,
                     {theme::SMALL, is_used ? theme::TEXT_MUTED : theme::TEXT_DIM, Align::CENTER});
+    if (label[0] != '\0')
+        draw_note_mark(canvas, {area.x + 4, area.y + 11});
     const Rect box = box_area();
     canvas.fill(box, state.is_hovered ? theme::HOVER : theme::CONTROL, 4);
     const bool is_on = is_used && model.value(number) != find_controller(number)->choices.first;
@@ -63,6 +65,7 @@ void SwitchBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
                 is_on && is_used ? theme::ACCENT : theme::TEXT_DIM);
     canvas.text({track.right() + 8, area.y, area.w - 38, area.h}, label,
                 {theme::NORMAL, is_used ? theme::TEXT : theme::TEXT_DIM});
+    draw_note_mark(canvas, {area.right() - 6, area.center().y + 3});
     if (state.is_focused)
         canvas.frame(area, theme::FOCUS, 4);
 }

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/characters.h"
 #include "editor/widgets/menu.h"
 #include "editor/widgets/text_entry.h"
+#include "softsynth/parameters/control_help.h"
 #include "softsynth/parameters/control_meaning.h"
 #include "softsynth/parameters/control_text.h"
 
@@ -20,10 +22,22 @@ double range_part(const ControllerInfo& info, int value) {
     return double(value - info.choices.first) / (info.choices.last - info.choices.first);
 }
 
+// With the effect's own name of a parameter: "Mono effect 1 drive".
+std::string full_name(unsigned number, const ControllerBytes& bytes) {
+    const std::string name = find_controller(number)->name;
+    std::string label = control_label(number, bytes, "");
+    const size_t place = name.find("parameter ");
+    if (label.empty() || place == std::string::npos)
+        return name;
+    if (!label.starts_with("LFO"))
+        label[0] = lower_case(label[0]);
+    return name.substr(0, place) + label;
+}
+
 } // namespace
 
 void reset_control(EditorModel& model, unsigned number) {
-    model.set_value(number, default_byte(*find_controller(number)));
+    model.choose_value(number, default_byte(*find_controller(number)));
 }
 
 std::string shown_text(const EditorModel& model, unsigned number, int byte) {
@@ -34,13 +48,17 @@ std::string shown_text(const EditorModel& model, unsigned number, int byte) {
 std::string control_tooltip(EditorModel& model, unsigned number) {
     const ControllerInfo& info = *find_controller(number);
     const ControllerBytes& bytes = model.get_state().bytes;
-    std::string text = std::string(info.name) + "\n" +
-                       shown_text(model, number, model.value(number)) + "  (" +
-                       std::to_string(model.value(number)) + ")\n" + info.key;
+    std::string text = full_name(number, bytes) + ": " +
+                       shown_text(model, number, model.value(number)) + "\n" +
+                       control_help(number, bytes);
+    const std::string reason = why_without_effect(number, bytes);
+    if (!reason.empty())
+        text += "\nNo effect now: " + reason;
+    if (acts_from_next_note(number))
+        text += "\nHeard from the next note on";
     const int parameter = model.get_synth().host_parameter(number);
-    text += parameter != 0 ? ", host parameter " + std::to_string(parameter) : "";
-    if (!meaning_of(number, bytes).is_used)
-        text += "\nwithout effect now";
+    if (parameter != 0)
+        text += std::string("\n") + info.key + ", host parameter " + std::to_string(parameter);
     return text;
 }
 
@@ -80,13 +98,15 @@ void ControlWidget::step(UiHost& host, int steps) {
     const int value =
         std::clamp(model.value(number) + steps, int(info.choices.first), int(info.choices.last));
     if (value != model.value(number))
-        model.set_value(number, value);
+        model.turn_value(number, value);
 }
 
 void ControlWidget::wheel(UiHost& host, const Pointer& pointer, double steps) {
     const bool is_list = !find_controller(number)->choices.labels.empty();
-    const double size = pointer.shift || is_list ? 1.0 : 2.0;
-    step(host, int(std::lround(steps * size)));
+    // A list has nothing finer than its items.
+    Pointer turned = pointer;
+    turned.shift = pointer.shift && !is_list;
+    step(host, wheel_steps.turn(turned, steps, is_list ? 1.0 : 2.0));
 }
 
 bool ControlWidget::press_key(UiHost& host, const KeyEvent& key) {
@@ -129,6 +149,15 @@ std::string ControlWidget::tooltip(UiHost& host) {
     return control_tooltip(host.get_model(), number);
 }
 
+void ControlWidget::draw_note_mark(Canvas& canvas, Point at) const {
+    constexpr double RADIUS = 1.8;
+    constexpr double STEM = 6.0;
+    if (!acts_from_next_note(number))
+        return;
+    canvas.disc(at, RADIUS, theme::TEXT_DIM);
+    canvas.line({at.x + RADIUS - 0.4, at.y}, {at.x + RADIUS - 0.4, at.y - STEM}, theme::TEXT_DIM);
+}
+
 Rect ControlWidget::entry_area() const {
     const double width = std::max(area.w, 84.0);
     return {area.center().x - width / 2, area.bottom() - 20, width, 20};
@@ -144,10 +173,10 @@ void ControlWidget::open_entry(UiHost& host) {
             const std::optional<int> value = parse_control(control, text, edited.get_state().bytes,
                                                            edited.get_state().tempo_sync);
             if (value)
-                edited.set_value(control, *value);
+                edited.choose_value(control, *value);
             else
-                host.show_message("\"" + text + "\" is no value for " +
-                                  find_controller(control)->name);
+                host.show_message("\"" + text + "\" is no value here: " +
+                                  control_range(control, edited.get_state().bytes) + " would do");
             return value.has_value();
         }));
 }
@@ -165,7 +194,7 @@ void ControlWidget::open_choices(UiHost& host) {
             break;
         const unsigned control = number;
         items.push_back({text, text == shown, true,
-                         [&host, control, byte] { host.get_model().set_value(control, byte); }});
+                         [&host, control, byte] { host.get_model().choose_value(control, byte); }});
     }
     host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
 }
@@ -185,9 +214,9 @@ void ControlWidget::open_context_menu(UiHost& host, Point at) {
     items.push_back({"Paste value", false, model.copied_value.has_value(), [&host, control] {
                          EditorModel& edited = host.get_model();
                          const ControllerChoices& range = find_controller(control)->choices;
-                         edited.set_value(control, int(std::lround(*edited.copied_value *
-                                                                   (range.last - range.first))) +
-                                                       range.first);
+                         edited.choose_value(control, int(std::lround(*edited.copied_value *
+                                                                      (range.last - range.first))) +
+                                                          range.first);
                      }});
     if (meaning_of(number, model.get_state().bytes).choices.empty())
         items.push_back({"Type a value\u2026", false, true, [this, &host] { open_entry(host); }});

@@ -31,7 +31,10 @@ class ControlWidget : public Widget {
     // Where a typed value appears.
     [[nodiscard]] virtual Rect entry_area() const;
 
-    void step(UiHost& host, int steps);
+    void step(UiHost& host, int steps); // of a burst that is one step to undo
+    // A small note, `at` its head, where the control is heard from the next note on only.
+    void draw_note_mark(Canvas& canvas, Point at) const;
+
     void open_entry(UiHost& host);
     void open_choices(UiHost& host);
     void open_context_menu(UiHost& host, Point at);
@@ -41,14 +44,17 @@ class ControlWidget : public Widget {
 
   private:
     DraggedValue dragged_value;
+    WheelSteps wheel_steps;
     Point last;
 };
 
 // Puts a controller back to its default, as one step.
 void reset_control(EditorModel& model, unsigned number);
 
-// The lines of a control's tooltip: name, key and host parameter, value.
+// A value as it is shown now.
 std::string shown_text(const EditorModel& model, unsigned number, int byte);
+// The lines of a control's tooltip: name and value; what it is for; why it has no effect; when it
+// is heard; the host's name of it.
 std::string control_tooltip(EditorModel& model, unsigned number);
 
 } // namespace tarquil

@@ -53,6 +53,7 @@ void Knob::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const Color name_color = meaning.is_used ? theme::TEXT_MUTED : theme::TEXT_DIM;
     canvas.text(top, meaning.label[0] != '\0' ? meaning.label : label,
                 {theme::SMALL, is_bright ? theme::TEXT : name_color, Align::CENTER});
+    draw_note_mark(canvas, {area.x + 4, area.y + LABEL_HEIGHT + 9});
     draw_dial(canvas, model.value(number), meaning.is_used ? theme::ACCENT : theme::TEXT_DIM,
               is_bright);
     canvas.text(bottom, shown_text(model, number, model.value(number)),

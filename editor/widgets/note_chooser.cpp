@@ -45,13 +45,14 @@ bool NoteChooser::press(UiHost& host, const Pointer& pointer) {
 
 void NoteChooser::drag(UiHost& host, const Pointer& pointer) {
     constexpr double NOTES_PER_UNIT = 0.2;
-    dragged_note += ((pointer.at.x - last.x) - (pointer.at.y - last.y)) * NOTES_PER_UNIT;
+    dragged_note +=
+        ((pointer.at.x - last.x) - (pointer.at.y - last.y)) * NOTES_PER_UNIT * drag_speed(pointer);
     last = pointer.at;
     host.get_view_state().plot_note = std::clamp(int(std::lround(dragged_note)), 0, 127);
 }
 
 void NoteChooser::wheel(UiHost& host, const Pointer& pointer, double steps) {
-    step(host, int(std::lround(steps)) * (pointer.shift ? NOTES_IN_OCTAVE : 1));
+    step(host, wheel_steps.turn(pointer, steps, 1.0));
 }
 
 bool NoteChooser::press_key(UiHost& host, const KeyEvent& key) {

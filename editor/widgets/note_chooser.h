@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
 
 namespace tarquil {
@@ -20,6 +21,7 @@ class NoteChooser : public Widget {
 
   private:
     double dragged_note = 0.0;
+    WheelSteps wheel_steps;
     Point last;
 };
 

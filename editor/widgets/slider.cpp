@@ -56,6 +56,8 @@ void Slider::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     if (label[0] != '\0')
         canvas.text({area.x, area.y, LABEL_WIDTH, area.h}, label,
                     {theme::SMALL, is_used ? theme::TEXT_MUTED : theme::TEXT_DIM});
+    if (label[0] != '\0')
+        draw_note_mark(canvas, {area.x + LABEL_WIDTH - 6, area.center().y + 3});
     const ControllerChoices& range = find_controller(number)->choices;
     const auto place = [&](int value) {
         return slot.x + slot.w * double(value - range.first) / (range.last - range.first);

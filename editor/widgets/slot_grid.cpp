@@ -62,7 +62,7 @@ bool SlotGrid::press(UiHost& host, const Pointer& pointer) {
         return false;
     host.get_view_state().selected_slot = unsigned(slot);
     if (pointer.is_double)
-        host.get_model().select_program(unsigned(slot));
+        host.get_model().choose_program(unsigned(slot));
     target = slot;
     return pointer.button == Pointer::Button::LEFT && !pointer.is_double;
 }
@@ -100,7 +100,7 @@ bool SlotGrid::press_key(UiHost& host, const KeyEvent& key) {
         moved += int(NUM_ROWS);
         break;
     case Key::ENTER:
-        host.get_model().select_program(selected);
+        host.get_model().choose_program(selected);
         return true;
     default:
         return false;
@@ -113,7 +113,8 @@ std::string SlotGrid::tooltip(UiHost& host) {
     if (hovered == NO_SLOT)
         return "";
     return host.get_model().get_state().names[size_t(hovered)] +
-           "\nDouble click to edit and play it, drag to swap";
+           "\nDouble click to play and edit it on channel " +
+           std::to_string(host.get_model().channel() + 1) + ", drag to swap";
 }
 
 } // namespace tarquil

@@ -1,4 +1,5 @@
-// The bank's 128 slots: click selects, a double click plays, dragging swaps two of them.
+// The bank's 128 slots: click selects, a double click gives one to the selected channel, dragging
+// swaps two of them.
 
 #pragma once
 

@@ -13,6 +13,7 @@
 #include "editor/view/editor_view.h"
 #include "editor/window/direct_paint.h"
 #include "editor/window/lifted_keys.h"
+#include "editor/window/pointer_watch.h"
 #include "editor/window/x_error_trap.h"
 
 namespace tarquil {
@@ -184,6 +185,7 @@ struct EditorWindow::Content {
     Frame frame;
     Surface surface;
     DirectPaint direct_paint;
+    PointerWatch pointer_watch;
 };
 
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
@@ -192,7 +194,8 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
       shown_height(view.height()), app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
             uint(pixels(shown_height, shown_scale)), window),
-      surface(frame, *this), direct_paint(frame.getNativeWindowHandle()) {
+      surface(frame, *this), direct_paint(frame.getNativeWindowHandle()),
+      pointer_watch(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(shown_height, shown_scale)));
     if (parent == 0)
@@ -384,10 +387,15 @@ void EditorWindow::idle() {
     const Clock::time_point now = Clock::now();
     const std::chrono::duration<double> passed = now - content->last_tick;
     content->last_tick = now;
-    if (content->view.tick(passed.count()))
-        content->show_changes();
+    // What the user has done is on the screen when the call returns.
     content->app.idle();
     content->follow_keys();
+    if (content->pointer_watch.has_left())
+        content->view.leave();
+    if (content->view.tick(passed.count())) {
+        content->show_changes();
+        content->app.idle();
+    }
     content->follow_size();
     content->follow_focus();
     if (XErrorTrap::has_caught() && content->parent != 0)

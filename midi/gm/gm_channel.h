@@ -7,11 +7,11 @@
 
 #include "midi/gm/midi_numbers.h"
 #include "softsynth/parameters/controller_number.h"
+#include "softsynth/parameters/rhythm_channel.h"
 
 namespace tarquil {
 
 inline constexpr unsigned NUM_MIDI_CHANNELS = 16;
-inline constexpr unsigned RHYTHM_CHANNEL = 9; // channel 10
 inline constexpr unsigned BEND_CENTRE = 8192;
 
 // Parameters that registered (RPN) and other (NRPN) numbers choose for data entry.

@@ -8,13 +8,24 @@
 #include "softsynth/parameters/control_meaning.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/controller_table.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/parameters/nearest_byte.h"
 #include "softsynth/parameters/note_length.h"
 #include "softsynth/parameters/quantity_text.h"
+#include "softsynth/parameters/shown_quantity.h"
 
 namespace tarquil {
 
 namespace {
+
+// A parameter that the type of its effect has no use for is a byte.
+bool is_bare(unsigned number, const ControlMeaning& meaning) {
+    const auto is_of = [number](const EffectRows& rows) {
+        return number - rows.first_parameter < NUM_EFFECT_PARAMETERS;
+    };
+    return meaning.label[0] == '\0' &&
+           (is_of(mono_effect_rows(0)) || is_of(mono_effect_rows(1)) || is_of(STEREO_EFFECT_ROWS));
+}
 
 // The label that a byte picks; null for a byte beyond the list.
 const char* choice_label(unsigned number, int byte, const ControlMeaning& meaning) {
@@ -69,6 +80,11 @@ std::string control_text(unsigned number, int byte, const ControllerBytes& bytes
             return length->name;
     }
     const ControlMeaning meaning = meaning_of(number, bytes);
+    if (meaning.choices.empty() && !is_multiplying(number, byte) && !is_bare(number, meaning)) {
+        if (const auto text =
+                musical_text(number, quantity_of(number, byte, meaning), meaning.unit))
+            return *text;
+    }
     if (meaning.quantity == nullptr)
         return with_short_unit(controller_display(number, byte));
     const char* label = choice_label(number, byte, meaning);
@@ -92,8 +108,11 @@ std::optional<int> parse_control(unsigned number, std::string_view typed,
     const bool can_multiply = is_multiplying(number, range.last);
     if (can_multiply && std::string_view(MULTIPLIES_TEXT).starts_with(text))
         return range.last;
-    const std::optional<double> wanted =
-        parse_quantity(text, meaning.unit, control_text(number, bytes[number], bytes));
+    std::optional<double> wanted;
+    if (!is_bare(number, meaning))
+        wanted = parse_musical(number, text, meaning.unit);
+    if (!wanted)
+        wanted = parse_quantity(text, meaning.unit, control_text(number, bytes[number], bytes));
     if (!wanted)
         return std::nullopt;
     const int last = can_multiply ? range.last - 1 : range.last;

@@ -13,7 +13,7 @@ namespace tarquil {
 
 namespace {
 
-constexpr const char* OSC_TYPES[] = {"off", "sine", "saw", "square", "tri", "noise"};
+constexpr const char* OSC_TYPES[] = {"off", "sine", "saw", "square", "triangle", "noise"};
 constexpr const char* SWITCH[] = {"off", "on"};
 constexpr const char* FILTER_TYPES[] = {"off",     "lowpass",    "highpass",  "bandpass",  "notch",
                                         "allpass", "peaking eq", "low shelf", "high shelf"};
@@ -27,15 +27,15 @@ constexpr const char* VOICE_FILTER_TYPES[] = {
     "peaking eq",
     "low shelf",
     "high shelf",
-    "wshp",
-    "wshp lp",
-    "wshp hp",
-    "wshp bp",
-    "wshp notch",
-    "wshp ap",
-    "wshp peak",
-    "wshp low shelf",
-    "wshp high shelf",
+    "waveshaper",
+    "shaped lowpass",
+    "shaped highpass",
+    "shaped bandpass",
+    "shaped notch",
+    "shaped allpass",
+    "shaped peaking eq",
+    "shaped low shelf",
+    "shaped high shelf",
     "ladder LP 6 dB/oct",
     "ladder LP 12 dB/oct",
     "ladder LP 18 dB/oct",
@@ -45,10 +45,12 @@ constexpr const char* VOICE_FILTER_TYPES[] = {
     "ladder notch",
 };
 constexpr const char* FILTER_DEPTHS[] = {"off", "12 dB/oct", "24 dB/oct", "36 dB/oct", "48 dB/oct"};
-constexpr const char* MONO_EFFECT_TYPES[] = {"off", "disto", "compr", "lo-fi", "filter", "exciter"};
+constexpr const char* MONO_EFFECT_TYPES[] = {"off",   "distortion", "compressor",
+                                             "lo-fi", "filter",     "exciter"};
 constexpr const char* STEREO_EFFECT_TYPES[] = {"off", "delay", "chorus", "flanger"};
-constexpr const char* INFLUENCES[] = {"none", "env1", "env2", "env3", "lfo1",
-                                      "lfo2", "osc1", "osc2", "osc3", "resonance"};
+constexpr const char* INFLUENCES[] = {"none",         "envelope 1", "envelope 2",   "envelope 3",
+                                      "LFO 1",        "LFO 2",      "oscillator 1", "oscillator 2",
+                                      "oscillator 3", "resonance"};
 
 constexpr ControllerMapping UNMAPPED{};
 constexpr ControllerChoices ANY{};

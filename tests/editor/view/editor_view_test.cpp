@@ -108,6 +108,73 @@ TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
     EXPECT_EQ(view.get_model().undo_name(), "");
 }
 
+TEST_F(EditorViewTest, AShortRowOfNotchesOrKeysIsOneStep) {
+    const Point knob = find(CTRL_FILTER1_CUTOFF);
+    const Point other = find(CTRL_FILTER1_RESONANCE);
+    const int start = value(CTRL_FILTER1_CUTOFF);
+    const int resonance = value(CTRL_FILTER1_RESONANCE);
+    for (int i = 0; i < 3; i++) {
+        view.wheel(at(knob), 1.0);
+        view.tick(0.4);
+    }
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start + 6);
+    PointerEvent fine = at(knob);
+    fine.shift = true;
+    for (int i = 0; i < 5; i++)
+        view.wheel(fine, 1.0);
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start + 7) << "ten times finer";
+    view.wheel(at(other), 1.0);
+    view.tick(0.6);
+    view.wheel(at(other), 1.0);
+    EXPECT_EQ(model.undo_name(), "Filter resonance");
+    model.undo();
+    EXPECT_EQ(value(CTRL_FILTER1_RESONANCE), resonance + 2);
+    model.undo();
+    EXPECT_EQ(value(CTRL_FILTER1_RESONANCE), resonance);
+    model.undo();
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+    EXPECT_EQ(model.undo_name(), "");
+    click(knob); // which has the keys now
+    for (int i = 0; i < 4; i++)
+        press_key(Key::UP);
+    model.undo();
+    EXPECT_EQ(value(CTRL_FILTER1_CUTOFF), start);
+}
+
+TEST_F(EditorViewTest, ATypeBringsItsStartingValuesInOneStep) {
+    const Point box = find(CTRL_FILTER1_TYPE);
+    const ControllerBytes before = model.get_state().bytes;
+    click(box);
+    for (const Key key : {Key::DOWN, Key::ENTER})
+        press_key(key);
+    EXPECT_EQ(value(CTRL_FILTER1_TYPE), 1);
+    EXPECT_GT(value(CTRL_FILTER1_CUTOFF), before[CTRL_FILTER1_CUTOFF] + 40);
+    EXPECT_EQ(value(CTRL_FILTER1_DEPTH), 1);
+    model.undo();
+    EXPECT_EQ(model.get_state().bytes, before);
+    EXPECT_EQ(model.undo_name(), "");
+    view.wheel(at(box), 1.0);
+    view.wheel(at(box), 1.0);
+    model.undo();
+    EXPECT_EQ(model.get_state().bytes, before);
+}
+
+TEST_F(EditorViewTest, HoverEndsWhenThePointerLeaves) {
+    const Point knob = find(CTRL_FILTER1_CUTOFF);
+    const Picture still{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    view.tick(0.0);
+    view.wait_for_responses();
+    view.draw(still.context());
+    view.move(at(knob));
+    view.tick(1.0);
+    draw();
+    EXPECT_NE(picture.compare(still, 0), "") << "lit, with a tooltip";
+    view.leave();
+    EXPECT_TRUE(view.tick(0.0));
+    draw();
+    EXPECT_EQ(picture.compare(still, 0), "");
+}
+
 TEST_F(EditorViewTest, AValueIsTypedAndNonsenseRefused) {
     const Point knob = find(CTRL_OSC1_COARSE_TUNE);
     const Point number{knob.x, knob.y + 30};
@@ -222,6 +289,26 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
             EXPECT_EQ(picture.compare(anew, 1), "") << view.get_pages()[page].title;
         }
     }
+}
+
+TEST_F(EditorViewTest, ChannelsArrowsAndTheListChooseWhatIsHeard) {
+    const Point third{12 + 2.5 * (WINDOW_WIDTH - 20) / NUM_CHANNELS, 60};
+    click(third);
+    EXPECT_EQ(synth.program, 2U);
+    click({170, 22}); // the arrow back
+    EXPECT_EQ(synth.program, 1U);
+    EXPECT_EQ(synth.channel_programs[2], 1);
+    click({200, 22}); // the list
+    type("_77");
+    EXPECT_EQ(synth.program, 77U);
+    EXPECT_EQ(synth.channel_programs[2], 77);
+    click(third);
+    type("_5");
+    EXPECT_EQ(synth.channel_programs[2], 5) << "selected already: its list opens";
+    click({12 + 3.5 * (WINDOW_WIDTH - 20) / NUM_CHANNELS, 60});
+    EXPECT_EQ(synth.program, 3U);
+    EXPECT_FALSE(view.wants_keys());
+    draw();
 }
 
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {

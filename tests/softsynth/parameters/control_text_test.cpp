@@ -53,6 +53,32 @@ TEST_F(ControlTextTest, NumbersCountInTheUnitShownOrNamed) {
     EXPECT_EQ(typed(CTRL_FILTER1_CUTOFF, "-5"), 0);
 }
 
+TEST_F(ControlTextTest, MusiciansUnitsAreShownAndTyped) {
+    const auto shown = [&](unsigned number, int byte) { return control_text(number, byte, bytes); };
+    EXPECT_EQ(shown(CTRL_PANNING, 64), "C");
+    EXPECT_EQ(shown(CTRL_PANNING, 0), "L 100");
+    EXPECT_EQ(shown(CTRL_PANNING, 127), "R 100");
+    EXPECT_EQ(typed(CTRL_PANNING, "30 L"), typed(CTRL_PANNING, "l30"));
+    EXPECT_EQ(typed(CTRL_PANNING, "-30"),
+              typed(CTRL_PANNING, "left 30").value_or(*typed(CTRL_PANNING, "30 left")));
+    EXPECT_EQ(typed(CTRL_PANNING, "centre"), 64);
+    EXPECT_EQ(typed(CTRL_PANNING, "200 r"), 127);
+    EXPECT_FALSE(typed(CTRL_PANNING, "30 k"));
+    EXPECT_EQ(shown(CTRL_OSC1_OSC2_MIX, 127), "100 %");
+    EXPECT_EQ(typed(CTRL_OSC1_OSC2_MIX, "50"), typed(CTRL_OSC1_OSC2_MIX, "50%"));
+    EXPECT_EQ(shown(CTRL_OSC2_FINE_TUNE, 65), "1.6 ct");
+    EXPECT_EQ(typed(CTRL_OSC2_FINE_TUNE, "-50"), 32);
+    EXPECT_EQ(typed(CTRL_OSC2_FINE_TUNE, "-0,5 st"), 32);
+    EXPECT_EQ(shown(CTRL_LFO1_PHASE, 32), "90\u00b0");
+    EXPECT_EQ(typed(CTRL_LFO1_PHASE, "180"), 64);
+    EXPECT_FALSE(typed(CTRL_LFO1_PHASE, "5 %"));
+    EXPECT_EQ(shown(CTRL_OSC1_INFLUENCE_AMOUNT, 126), "96.9 %");
+    bytes[CTRL_CHANFX2_TYPE] = STEREO_EFFECT_DELAY;
+    EXPECT_EQ(shown(CTRL_CHANFX2_PARAM3, 127), "90 %");
+    bytes[CTRL_CHANFX2_TYPE] = STEREO_EFFECT_OFF;
+    EXPECT_EQ(shown(CTRL_CHANFX2_PARAM3, 127), "127") << "a byte that means nothing";
+}
+
 TEST_F(ControlTextTest, NonsenseMeansNothing) {
     for (const char* text : {"", " ", "abc", "5 apples", "nan", "--3", "k", "1e", "5 dB"})
         EXPECT_FALSE(typed(CTRL_FILTER1_CUTOFF, text)) << text;
@@ -64,7 +90,7 @@ TEST_F(ControlTextTest, NonsenseMeansNothing) {
 TEST_F(ControlTextTest, WordsForWhatIsNoNumber) {
     EXPECT_EQ(control_text(CTRL_OSC1_INFLUENCE_AMOUNT, 127, bytes), "multiplies");
     EXPECT_EQ(typed(CTRL_OSC1_INFLUENCE_AMOUNT, "Mult"), 127);
-    EXPECT_EQ(typed(CTRL_OSC1_INFLUENCE_AMOUNT, "5"), 126);
+    EXPECT_EQ(typed(CTRL_OSC1_INFLUENCE_AMOUNT, "500"), 126);
     EXPECT_EQ(typed(CTRL_CUTOFF1_INFLUENCE1_AMOUNT, "inf"), 126);
     EXPECT_EQ(control_text(CTRL_FCMPR_BAND1_RATIO, 127, bytes), "inf:1");
     EXPECT_EQ(typed(CTRL_FCMPR_BAND1_RATIO, "inf:1"), 127);

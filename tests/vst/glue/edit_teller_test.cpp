@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "editor/model/editor_model.h"
 #include "frame/host_synth.h"
 #include "tests/support/engine_host.h"
 #include "vst/tarq_vst.h"
@@ -111,6 +112,20 @@ TEST_F(EditTellerTest, ProgramsBanksAndSongsAreReplacedWhole) {
     EXPECT_EQ(state().names[9], "other");
     EXPECT_EQ(state().channel_programs[3], 9);
     EXPECT_THAT(told, ElementsAre("look", "look", "look"));
+}
+
+TEST_F(EditTellerTest, WhatIsChosenForAChannelIsTheHostsCurrentProgram) {
+    EditorModel model(synth);
+    model.select_channel(2);
+    EXPECT_EQ(plugin.getProgram(), 2);
+    model.choose_program(9);
+    EXPECT_EQ(plugin.getProgram(), 9);
+    EXPECT_EQ(plugin.get_current_instrument(2), 9);
+    EXPECT_THAT(told, testing::Contains("look"));
+    plugin.setProgram(70);
+    model.refresh();
+    EXPECT_FALSE(model.is_heard());
+    EXPECT_EQ(plugin.get_current_instrument(2), 9);
 }
 
 TEST_F(EditTellerTest, MetersAreReadOnce) {
