@@ -19,7 +19,6 @@ class ResponseWorker;
 struct ViewState {
     int plot_note = 60;         // of waves and of filters that follow the key
     unsigned selected_slot = 0; // of the bank page
-    std::optional<Instrument> copied_instrument{};
 };
 
 // A file to be chosen.
@@ -53,6 +52,10 @@ class UiHost {
     // A line at the bottom until the next input.
     virtual void show_message(const std::string& text, MessageKind kind) = 0;
     void show_message(const std::string& text) { show_message(text, MessageKind::NOTE); }
+
+    // The desktop's, as text; empty where there is none.
+    virtual void set_clipboard(const std::string& /*text*/) {}
+    virtual std::string get_clipboard() { return ""; }
 
     // Null in hosts.
     virtual EditorDocument* get_document() { return nullptr; }

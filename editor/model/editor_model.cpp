@@ -180,43 +180,47 @@ void EditorModel::change(UndoStep step) {
 }
 
 void EditorModel::apply(const Edit& edit, bool forward) {
-    std::visit(Overloaded{
-                   [&](const ControllerEdit& change) {
-                       // What is changed is shown.
-                       if (change.program != GLOBAL_PROGRAM)
-                           select_program(unsigned(change.program));
-                       synth.begin_edit(change.number);
-                       change_controller(change.number, forward ? change.after : change.before);
-                       synth.end_edit(change.number);
-                   },
-                   [&](const InstrumentEdit& change) {
-                       synth.set_instrument(change.program, forward ? change.after : change.before);
-                   },
-                   [&](const BankEdit& change) {
-                       const bool was_heard = is_heard();
-                       synth.set_bank(forward ? *change.after : *change.before);
-                       synth.read_state(state);
-                       follow_channel(was_heard);
-                   },
-                   [&](const ChannelEdit& change) {
-                       synth.set_channel_program(change.channel,
-                                                 forward ? change.after : change.before);
-                       synth.read_state(state);
-                       select_channel(change.channel);
-                   },
-                   [&](const SongEdit& change) {
-                       const auto& song = forward ? change.after : change.before;
-                       synth.set_song(song.first, song.second);
-                   },
-                   [&](const DialectEdit& change) {
-                       const bool was_heard = is_heard();
-                       synth.set_dialect(forward ? change.after : change.before);
-                       synth.read_state(state);
-                       follow_channel(was_heard);
-                   },
-                   [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
-               },
-               edit);
+    std::visit(
+        Overloaded{
+            [&](const ControllerEdit& change) {
+                // What is changed is shown.
+                if (change.program != GLOBAL_PROGRAM)
+                    select_program(unsigned(change.program));
+                synth.begin_edit(change.number);
+                change_controller(change.number, forward ? change.after : change.before);
+                synth.end_edit(change.number);
+            },
+            [&](const InstrumentEdit& change) {
+                synth.set_instrument(change.program, forward ? change.after : change.before);
+            },
+            [&](const BankEdit& change) {
+                const bool was_heard = is_heard();
+                synth.set_bank(forward ? *change.after : *change.before);
+                synth.read_state(state);
+                follow_channel(was_heard);
+            },
+            [&](const ChannelEdit& change) {
+                synth.set_channel_program(change.channel, forward ? change.after : change.before);
+                synth.read_state(state);
+                select_channel(change.channel);
+            },
+            [&](const SongEdit& change) {
+                const auto& song = forward ? change.after : change.before;
+                synth.set_song(song.first, song.second);
+            },
+            [&](const DialectEdit& change) {
+                const bool was_heard = is_heard();
+                synth.set_dialect(forward ? change.after : change.before);
+                synth.read_state(state);
+                follow_channel(was_heard);
+            },
+            [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
+            [&](const VersionEdit& change) { apply(change, forward); },
+            [&](const KeptVersionEdit& change) {
+                versions[change.program].other = forward ? change.after : change.before;
+            },
+        },
+        edit);
 }
 
 std::optional<uint64_t> EditorModel::revision() const {
@@ -230,6 +234,7 @@ void EditorModel::begin_anew(const TarqSettings& bank,
     for (unsigned channel = 0; channel < programs.size(); channel++)
         synth.set_channel_program(channel, programs[channel]);
     history.clear();
+    versions.clear();
     refresh();
 }
 

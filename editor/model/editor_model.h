@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -77,6 +78,16 @@ class EditorModel {
     void set_dialect(MidiDialect dialect);
     void set_tempo_sync(bool is_on);
 
+    // Two versions of each program, A and B, as steps.  B starts as a copy of A.
+    [[nodiscard]] bool is_version_b() const;
+    void compare();
+    void copy_to_other_version();
+
+    // A program as the text of its file, for the desktop's clipboard; the latter returns why it
+    // could not be done, empty when it was.
+    [[nodiscard]] std::string copied_text(unsigned program);
+    [[nodiscard]] std::string paste_text(const std::string& text, unsigned program);
+
     void paste_instrument(const Instrument& instrument, unsigned program);
     // One that comes from elsewhere.
     void load_instrument(const Instrument& instrument, unsigned program);
@@ -105,6 +116,8 @@ class EditorModel {
     void change_controller(unsigned number, int value);
     void change_in_gesture(unsigned number, int value);
     void change_with_starts(unsigned number, int value);
+    void apply(const VersionEdit& change, bool forward);
+    [[nodiscard]] Instrument other_version(unsigned program);
     void follow_channel(bool was_heard);
     void find_channel();
     void replace_instrument(std::string step_name, unsigned program, const Instrument& instrument);
@@ -113,6 +126,11 @@ class EditorModel {
     EditorState state;
     EditorState read; // kept for its memory
     unsigned selected_channel = 0;
+    struct Version {
+        Instrument other; // that is not heard
+        bool is_b = false;
+    };
+    std::map<unsigned, Version> versions; // of programs, once compared
     UndoHistory history;
 
     UndoStep gesture;

@@ -54,8 +54,22 @@ struct TempoSyncEdit {
     bool after = false;
 };
 
+// The version of a program that is heard is changed for the other.
+struct VersionEdit {
+    unsigned program = 0;
+    Instrument before{};
+    Instrument after{};
+};
+
+// The version that is not heard.
+struct KeptVersionEdit {
+    unsigned program = 0;
+    Instrument before{};
+    Instrument after{};
+};
+
 using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit,
-                          DialectEdit, TempoSyncEdit>;
+                          DialectEdit, TempoSyncEdit, VersionEdit, KeptVersionEdit>;
 
 // What one gesture changed, in order.
 struct UndoStep {

@@ -23,13 +23,14 @@ void toggle_general_midi(UiHost& host) {
 }
 
 void copy(UiHost& host) {
-    host.get_view_state().copied_instrument =
-        host.get_model().get_synth().get_instrument(selected(host));
+    host.set_clipboard(host.get_model().copied_text(selected(host)));
+    host.show_message("Copied to the clipboard, as text", MessageKind::DONE);
 }
 
 void paste(UiHost& host) {
-    if (host.get_view_state().copied_instrument)
-        host.get_model().paste_instrument(*host.get_view_state().copied_instrument, selected(host));
+    const std::string reason = host.get_model().paste_text(host.get_clipboard(), selected(host));
+    if (!reason.empty())
+        host.show_message(reason, MessageKind::FAILED);
 }
 
 void add_slot_buttons(Page& page, Rect area) {
@@ -57,13 +58,10 @@ void add_slot_buttons(Page& page, Rect area) {
         column_of(row, 0, 3, SPACE), "Initialise",
         [](UiHost& host) { host.get_model().initialise_program(selected(host)); },
         "Puts the built-in sound into its place");
-    page.add<Button>(column_of(row, 1, 3, SPACE), "Copy", copy);
-    page.add<Button>(
-        column_of(row, 2, 3, SPACE),
-        [](UiHost& host) {
-            return Button::Look{"Paste", host.get_view_state().copied_instrument.has_value()};
-        },
-        paste);
+    page.add<Button>(column_of(row, 1, 3, SPACE), "Copy", copy,
+                     "To the desktop's clipboard, as the text of a file");
+    page.add<Button>(column_of(row, 2, 3, SPACE), "Paste", paste,
+                     "The clipboard's program into the selected one's place");
     page.add<Button>(
         next(), "Swap with the edited program",
         [](UiHost& host) {

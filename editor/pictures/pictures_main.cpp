@@ -65,7 +65,7 @@ PointerEvent at(double x, double y, int button = 1) {
 }
 
 void open_program_menu(EditorView& view) {
-    view.press(at(215, 22));
+    view.press(at(150, 22));
     for (const char* character : {"b", "a"})
         view.key({Key::CHARACTER, character, false, false});
 }

@@ -10,6 +10,7 @@
 #include "editor/pages/pages.h"
 #include "editor/view/file_actions.h"
 #include "editor/view/header.h"
+#include "editor/view/section_menu.h"
 #include "editor/view/tabs.h"
 #include "editor/view/tooltip.h"
 #include "editor/widgets/file_browser.h"
@@ -173,6 +174,13 @@ void EditorView::draw_page(Canvas& canvas) {
     for (const Panel& panel : pages[current_page].panels)
         canvas.text({panel.area.x + 12, panel.area.y + 6, panel.area.w - 24, 20}, panel.title,
                     {theme::NORMAL, theme::TEXT, Align::LEFT, Weight::BOLD});
+    for (const Panel& panel : pages[current_page].panels) {
+        const Rect button = section_button(pages[current_page], panel);
+        if (button.w > 0.0)
+            draw_section_button(canvas, button,
+                                overlays.empty() && pressed == nullptr && hovered == nullptr &&
+                                    button.contains(pointer_at));
+    }
     for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
             TARQ_ASSERT(widget != nullptr);
@@ -333,12 +341,34 @@ void EditorView::press(const PointerEvent& event) {
         return;
     Widget* widget = widget_at(pointer.at);
     hovered = widget;
-    if (widget == nullptr)
+    if (widget == nullptr) {
+        press_panel(pointer);
         return;
+    }
     if (widget->takes_focus())
         focused = widget;
     if (widget->press(*this, pointer))
         pressed = widget;
+}
+
+void EditorView::press_panel(const Pointer& pointer) {
+    const Page& page = pages[current_page];
+    for (const Panel& panel : page.panels) {
+        const Rect button = section_button(page, panel);
+        const bool is_right = pointer.button == Pointer::Button::RIGHT;
+        if (button.w > 0.0 && (is_right ? panel.area : button).contains(pointer.at))
+            open_overlay(make_section_menu(*this, page, panel));
+    }
+}
+
+void EditorView::set_clipboard(const std::string& text) {
+    kept_clipboard = text;
+    if (write_clipboard)
+        write_clipboard(text);
+}
+
+std::string EditorView::get_clipboard() {
+    return read_clipboard ? read_clipboard() : kept_clipboard;
 }
 
 void EditorView::move(const PointerEvent& event) {
@@ -384,8 +414,9 @@ void EditorView::wheel(const PointerEvent& event, double steps) {
 void EditorView::leave() {
     if (pressed != nullptr)
         return;
-    is_changed = is_changed || hovered != nullptr;
+    is_changed = true;
     hovered = nullptr;
+    pointer_at = {-1.0, -1.0};
 }
 
 void EditorView::move_focus(int steps) {

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -98,7 +99,13 @@ class EditorView : public UiHost {
     void choose_file(FileRequest request) override;
     using UiHost::show_message;
     void show_message(const std::string& text, MessageKind kind) override;
+    void set_clipboard(const std::string& text) override;
+    std::string get_clipboard() override;
     EditorDocument* get_document() override { return document; }
+
+    // The window's ways to the desktop's clipboard; without them the view keeps its text itself.
+    std::function<bool(const std::string& text)> write_clipboard;
+    std::function<std::string()> read_clipboard;
 
   private:
     [[nodiscard]] std::vector<Page*> shown_pages();
@@ -114,6 +121,7 @@ class EditorView : public UiHost {
     bool update_meters(double seconds);
     bool update_notice(double seconds);
     void drop_finished_overlays();
+    void press_panel(const Pointer& pointer);
     void move_focus(int steps);
     bool use_key(const KeyEvent& event);
     bool use_shortcut(const KeyEvent& event); // with the control key
@@ -145,6 +153,7 @@ class EditorView : public UiHost {
     Widget* focused = nullptr;
     const bool has_keyboard;
     Point pointer_at;
+    std::string kept_clipboard;
     double still_for = 0.0; // seconds that the pointer has not moved
     StatusLine status;
     double until_notice = 0.0; // seconds to its next reading

@@ -3,6 +3,7 @@
 #include "editor/view/tabs.h"
 
 #include "editor/kit/window_size.h"
+#include "editor/view/compare_buttons.h"
 #include "editor/view/header.h"
 
 namespace tarquil {
@@ -61,7 +62,8 @@ void add_tabs(Page& header, const std::vector<Page>& pages,
     double num_characters = 0.0;
     for (const Page& page : pages)
         num_characters += double(page.title.size()) + PADDING;
-    const double unit = (WINDOW_WIDTH - 24) / num_characters;
+    constexpr double COMPARE_WIDTH = 84.0;
+    const double unit = (WINDOW_WIDTH - 24 - COMPARE_WIDTH - 8) / num_characters;
     double x = 12.0;
     for (unsigned i = 0; i < pages.size(); i++) {
         const double width = unit * (double(pages[i].title.size()) + PADDING);
@@ -69,6 +71,8 @@ void add_tabs(Page& header, const std::vector<Page>& pages,
                         get_current, show);
         x += width;
     }
+    add_compare_buttons(header, {WINDOW_WIDTH - 12 - COMPARE_WIDTH, HEADER_HEIGHT + 4,
+                                 COMPARE_WIDTH, TAB_HEIGHT - 4});
 }
 
 } // namespace tarquil

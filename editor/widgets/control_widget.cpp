@@ -49,8 +49,10 @@ std::string control_tooltip(EditorModel& model, unsigned number) {
     const ControllerInfo& info = *find_controller(number);
     const ControllerBytes& bytes = model.get_state().bytes;
     std::string text = full_name(number, bytes) + ": " +
-                       shown_text(model, number, model.value(number)) + "\n" +
-                       control_help(number, bytes);
+                       shown_text(model, number, model.value(number));
+    const std::string help = control_help(number, bytes);
+    if (!help.empty())
+        text += "\n" + help;
     const std::string reason = why_without_effect(number, bytes);
     if (!reason.empty())
         text += "\nNo effect now: " + reason;

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 #include "Application.hpp"
@@ -198,6 +199,14 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
       pointer_watch(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(shown_height, shown_scale)));
+    view.write_clipboard = [this](const std::string& text) {
+        return frame.setClipboard(nullptr, text.c_str(), text.size() + 1);
+    };
+    view.read_clipboard = [this] {
+        size_t size = 0;
+        const auto* const text = static_cast<const char*>(frame.getClipboard(size));
+        return text != nullptr ? std::string(text, strnlen(text, size)) : std::string();
+    };
     if (parent == 0)
         frame.setTitle(title.c_str());
     frame.show();

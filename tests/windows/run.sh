@@ -19,7 +19,7 @@ for y in $(seq 120 60 640); do
         xdotool mousemove "$x" "$y" mousedown 1 mousemove_relative -- 0 -15 mouseup 1 click 4 click 5
     done
 done
-xdotool mousemove 215 20 click 1
+xdotool mousemove 150 20 click 1
 sleep 0.3
 xdotool type --delay 5 "Etude #3"
 xdotool key Return key Escape

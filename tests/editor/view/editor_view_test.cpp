@@ -295,10 +295,10 @@ TEST_F(EditorViewTest, ChannelsArrowsAndTheListChooseWhatIsHeard) {
     const Point third{12 + 2.5 * (WINDOW_WIDTH - 20) / NUM_CHANNELS, 60};
     click(third);
     EXPECT_EQ(synth.program, 2U);
-    click({170, 22}); // the arrow back
+    click({110, 22}); // the arrow back
     EXPECT_EQ(synth.program, 1U);
     EXPECT_EQ(synth.channel_programs[2], 1);
-    click({200, 22}); // the list
+    click({150, 22}); // the list
     type("_77");
     EXPECT_EQ(synth.program, 77U);
     EXPECT_EQ(synth.channel_programs[2], 77);
@@ -309,6 +309,27 @@ TEST_F(EditorViewTest, ChannelsArrowsAndTheListChooseWhatIsHeard) {
     EXPECT_EQ(synth.program, 3U);
     EXPECT_FALSE(view.wants_keys());
     draw();
+}
+
+TEST_F(EditorViewTest, APanelIsPutBackFromItsTitle) {
+    const ControllerBytes before = model.get_state().bytes;
+    const Point fine = find(CTRL_OSC2_FINE_TUNE);
+    const auto on_panel = [&](const Panel& panel) { return panel.area.contains(fine); };
+    const Page& page = view.get_pages()[0];
+    const auto panel = std::find_if(page.panels.begin(), page.panels.end(), on_panel);
+    ASSERT_NE(panel, page.panels.end());
+    model.set_value(CTRL_OSC2_FINE_TUNE, 3);
+    model.set_value(CTRL_OSC1_FINE_TUNE, 3);
+    for (const int button : {1, 3}) {
+        now += 1000;
+        press({panel->area.right() - 15, panel->area.y + 12}, button);
+        draw();
+        for (const Key key : {Key::DOWN, Key::ENTER})
+            press_key(key);
+        EXPECT_EQ(value(CTRL_OSC2_FINE_TUNE), before[CTRL_OSC2_FINE_TUNE]);
+        EXPECT_EQ(value(CTRL_OSC1_FINE_TUNE), 3);
+        model.undo();
+    }
 }
 
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
