@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "softsynth/core/job_runner.h"
+#include "common/job_runner.h"
 
 namespace tarquil {
 

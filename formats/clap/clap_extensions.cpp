@@ -78,9 +78,10 @@ constexpr clap_plugin_latency LATENCY = {
 constexpr ClapPluginTail TAIL = {
     .get = [](const clap_plugin* /*plugin*/) { return CLAP_INFINITE_TAIL; }};
 
-constexpr ClapPluginThreadPool THREAD_POOL = {.exec = [](const clap_plugin* plugin, uint32_t index) {
-    ClapPlugin::of(plugin).jobs().exec(index);
-}};
+constexpr ClapPluginThreadPool THREAD_POOL = {
+    .exec = [](const clap_plugin* plugin, uint32_t index) {
+        ClapPlugin::of(plugin).jobs().exec(index);
+    }};
 
 // General MIDI has a second engine, for its drums.
 constexpr ClapPluginVoiceInfo VOICE_INFO = {
@@ -128,18 +129,12 @@ struct Extension {
 };
 
 constexpr Extension EXTENSIONS[] = {
-    {CLAP_EXT_AUDIO_PORTS, &AUDIO_PORTS},
-    {CLAP_EXT_NOTE_PORTS, &NOTE_PORTS},
-    {CLAP_EXT_PARAMS, &CLAP_PARAMETERS},
-    {CLAP_EXT_STATE, &STATE},
-    {CLAP_EXT_LATENCY, &LATENCY},
-    {CLAP_TAIL, &TAIL},
-    {CLAP_VOICE_INFO, &VOICE_INFO},
-    {CLAP_THREAD_POOL, &THREAD_POOL},
-    {CLAP_NOTE_NAME, &NOTE_NAME},
-    {CLAP_PRESET_LOAD, &PRESET_LOAD},
-    {CLAP_PRESET_LOAD_DRAFT, &PRESET_LOAD},
-    {CLAP_RENDER, &RENDER},
+    {CLAP_EXT_AUDIO_PORTS, &AUDIO_PORTS},   {CLAP_EXT_NOTE_PORTS, &NOTE_PORTS},
+    {CLAP_EXT_PARAMS, &CLAP_PARAMETERS},    {CLAP_EXT_STATE, &STATE},
+    {CLAP_EXT_LATENCY, &LATENCY},           {CLAP_TAIL, &TAIL},
+    {CLAP_VOICE_INFO, &VOICE_INFO},         {CLAP_THREAD_POOL, &THREAD_POOL},
+    {CLAP_NOTE_NAME, &NOTE_NAME},           {CLAP_PRESET_LOAD, &PRESET_LOAD},
+    {CLAP_PRESET_LOAD_DRAFT, &PRESET_LOAD}, {CLAP_RENDER, &RENDER},
 };
 
 } // namespace

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "common/job_runner.h"
 #include "formats/clap/clap_host.h"
-#include "softsynth/core/job_runner.h"
 
 namespace tarquil {
 

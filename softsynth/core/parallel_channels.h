@@ -12,7 +12,7 @@
 #include <span>
 #include <vector>
 
-#include "softsynth/core/job_runner.h"
+#include "common/job_runner.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/voice_renderer.h"
 

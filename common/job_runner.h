@@ -1,4 +1,4 @@
-// Who runs the parts of a block that do not act on each other.
+// Who runs jobs that do not act on each other, several at once.
 
 #pragma once
 
