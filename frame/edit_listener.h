@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <string>
+
 namespace tarquil {
 
 // Every call comes from the window's thread.
@@ -19,6 +21,9 @@ class EditListener {
 
     // Another program is edited, or whole sounds, names, banks or what messages mean have changed.
     virtual void programs_changed() = 0;
+
+    // What is wrong with how this host plays, for the window; empty for nothing.
+    [[nodiscard]] virtual std::string warning() const { return ""; }
 };
 
 } // namespace tarquil

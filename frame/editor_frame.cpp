@@ -6,8 +6,15 @@
 #include <cmath>
 
 #include "common/log/log.h"
+#include "editor/window/display_scale.h"
 
 namespace tarquil {
+
+namespace {
+
+constexpr double SAME_SCALE = 0.005; // less is a pixel's rounding
+
+} // namespace
 
 EditorFrame::EditorFrame(Player& edited_player, EditorSynth& edited_synth)
     : player(edited_player), synth(edited_synth) {}
@@ -31,7 +38,20 @@ int EditorFrame::height_in_units() {
 
 void EditorFrame::load_settings() {
     settings = load_editor_settings(editor_settings_path());
-    settings.scale = host_scale.value_or(settings.scale);
+    const DisplayScale display = read_display_scale(EditorView::height(settings));
+    scales.largest =
+        std::clamp(display.largest, EditorSettings::MIN_SCALE, EditorSettings::MAX_SCALE);
+    // Many hosts say 1 because they know nothing.
+    const bool has_host_said = host_scale && *host_scale != 1.0;
+    scales.usual = has_host_said
+                       ? *host_scale
+                       : std::clamp(display.usual, EditorSettings::MIN_SCALE, scales.largest);
+    if (given_scale)
+        settings.scale = *given_scale;
+    else if (settings.is_scale_chosen)
+        settings.scale = std::min(settings.scale, scales.largest);
+    else
+        settings.scale = scales.usual;
 }
 
 bool EditorFrame::suggest_scale(double scale) {
@@ -57,9 +77,11 @@ void EditorFrame::fit_size(int& width, int& height) {
 
 void EditorFrame::resize(int width, int height) {
     fit_size(width, height);
-    host_scale = double(width) / EditorView::WIDTH;
-    if (view != nullptr)
-        settings.scale = *host_scale; // which the view refers to
+    given_scale = double(width) / EditorView::WIDTH;
+    if (view == nullptr || std::abs(settings.scale - *given_scale) < SAME_SCALE)
+        return;
+    settings.scale = *given_scale; // which the view refers to
+    settings.is_scale_chosen = true;
 }
 
 bool EditorFrame::is_closed_by_user() const {
@@ -100,6 +122,7 @@ bool EditorFrame::open(uintptr_t parent) {
     model->refresh();
     view = std::make_unique<EditorView>(*model, settings, parent == 0, document.get(),
                                         plays_computer_keys);
+    view->set_scale_range(scales);
     window = std::make_unique<EditorWindow>(parent, *view, title);
     if (!window->is_open()) {
         logPrintf("no window could be opened\n");
@@ -130,6 +153,7 @@ void EditorFrame::close() {
     model->end_gesture();
     keep_settings();
     host_scale.reset();
+    given_scale.reset();
     window.reset();
     view.reset();
 }

@@ -42,8 +42,8 @@ class EditorFrame {
     void fit_size(int& width, int& height);
     // Takes such a size from the next idle on.
     void resize(int width, int height);
-    // The host's scale, for windows whose size the user has never chosen.  False when it is not
-    // taken.
+    // The host's scale, for windows whose size the user has never chosen; before the display's own,
+    // unless it is 1.  False when it is not taken.
     bool suggest_scale(double scale);
 
     // Of a window of its own: its title, the window that it stays above (0: none), and whether the
@@ -79,7 +79,9 @@ class EditorFrame {
     Player& player;
     EditorSynth& synth;
     EditorSettings settings;
-    std::optional<double> host_scale;   // until the next window closes
+    std::optional<double> host_scale;   // suggested, until the next window closes
+    std::optional<double> given_scale;  // of a size that the host has given, until then
+    ScaleRange scales;                  // of the display
     std::unique_ptr<EditorModel> model; // from the first opening on: it remembers what to undo
     std::unique_ptr<BankDocument> document;
     std::unique_ptr<EditorView> view;

@@ -45,4 +45,10 @@ void HostSynth::set_tempo_sync(bool is_on) {
     host.programs_changed();
 }
 
+EditorNotice HostSynth::read_notice() {
+    std::string warning = host.warning();
+    return {warning.empty() ? EditorNotice::Kind::NONE : EditorNotice::Kind::WARNING,
+            std::move(warning)};
+}
+
 } // namespace tarquil

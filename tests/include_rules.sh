@@ -31,9 +31,9 @@ editor/plots:          SHOWN editor/model editor/kit
 editor/widgets:        SHOWN editor/model editor/kit editor/plots
 editor/pages:          SHOWN editor/model editor/kit editor/plots editor/widgets
 editor/view:           SHOWN editor/model editor/kit editor/plots editor/widgets editor/pages
-editor/window:         editor TOOLKIT
+editor/window:         common editor TOOLKIT
 editor/pictures:       SHOWN editor
-frame:                 common softsynth/parameters instrument player editor
+frame:                 common softsynth/parameters instrument player sounds editor
 vst/abi:               common
 vst:                   vst/abi common softsynth/parameters instrument player sounds editor frame
 formats:               common softsynth/parameters instrument midi player sounds editor frame

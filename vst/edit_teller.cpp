@@ -2,6 +2,7 @@
 
 #include "vst/edit_teller.h"
 
+#include "vst/rate_warning.h"
 #include "vst/tarq_vst.h"
 
 namespace tarquil {
@@ -20,6 +21,10 @@ void EditTeller::end_edit(unsigned number) {
 
 void EditTeller::programs_changed() {
     plugin.updateDisplay();
+}
+
+std::string EditTeller::warning() const {
+    return rate_warning(plugin.host_rate());
 }
 
 } // namespace tarquil

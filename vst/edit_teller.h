@@ -17,6 +17,7 @@ class EditTeller : public EditListener {
     void edited(unsigned number, int value) override;
     void end_edit(unsigned number) override;
     void programs_changed() override;
+    [[nodiscard]] std::string warning() const override;
 
   private:
     TarqVST& plugin;

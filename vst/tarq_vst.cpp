@@ -99,6 +99,7 @@ bool TarqVST::getOutputProperties(int32_t index, VstPinProperties* properties) {
 
 void TarqVST::setSampleRate(float rate) {
     AudioEffectX::setSampleRate(rate);
+    told_rate = rate;
     if (!(std::fabs(rate - float(SAMPLE_RATE)) > LARGEST_RATE_ERROR))
         return;
     const std::clock_t now = std::clock();

@@ -93,6 +93,9 @@ class TarqVST : public AudioEffectX {
 
     Player& player() { return synth; }
 
+    // As the host has said, in Hz; for any thread.
+    [[nodiscard]] double host_rate() const { return double(told_rate.load()); }
+
   protected:
     // Sets the clock, as if that many frames had been rendered; before anything else.
     void set_clock(uint32_t time) { synth.audio().set_clock(time); }
@@ -109,6 +112,7 @@ class TarqVST : public AudioEffectX {
     std::atomic_flag is_in_audio;
     GranuleStream stream;
     std::atomic<bool> block_size_is_known{false};
+    std::atomic<float> told_rate{float(SAMPLE_RATE)};
     std::unique_ptr<AEffEditor> tarq_editor;
     Lock chunk_lock;
     std::string chunk;

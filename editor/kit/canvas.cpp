@@ -15,7 +15,7 @@ namespace {
 
 constexpr double PI = std::numbers::pi;
 
-double part(Color color, unsigned shift) {
+double part(uint32_t color, unsigned shift) {
     return double((color >> shift) & 0xFFU) / 255;
 }
 
@@ -28,7 +28,7 @@ void pop_character(std::string& text) {
         text.pop_back();
 }
 
-Canvas::Canvas(cairo_t* context) : cr(context) {
+Canvas::Canvas(cairo_t* context, ThemeKind theme) : cr(context), palette(palette_of(theme)) {
     cairo_save(cr);
     cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
     constexpr double CURVE_TOLERANCE = 0.25; // pixels: not seen, and cheaper than cairo's own
@@ -47,7 +47,8 @@ Canvas::~Canvas() {
 }
 
 void Canvas::set_color(Color color, double alpha) {
-    cairo_set_source_rgba(cr, part(color, 16), part(color, 8), part(color, 0), alpha);
+    const uint32_t rgb = palette[size_t(color)];
+    cairo_set_source_rgba(cr, part(rgb, 16), part(rgb, 8), part(rgb, 0), alpha);
 }
 
 void Canvas::rounded(const Rect& area, double radius) {
@@ -168,7 +169,7 @@ void Canvas::curve(Point from, Point to, Color color, double width) {
 
 void Canvas::set_font(double size, Weight weight) {
     cairo_set_font_face(cr, editor_font(weight));
-    cairo_set_font_size(cr, size);
+    cairo_set_font_size(cr, std::max(size, theme::SMALL));
 }
 
 double Canvas::text_width(std::string_view text, double size, Weight weight) {

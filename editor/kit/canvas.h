@@ -27,7 +27,7 @@ struct TextStyle {
 class Canvas {
   public:
     // The context is scaled to the editor's units, and left as it was.
-    explicit Canvas(cairo_t* context);
+    explicit Canvas(cairo_t* context, ThemeKind theme = ThemeKind::DARK);
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
     ~Canvas();
@@ -47,7 +47,8 @@ class Canvas {
     void polygon(const std::vector<Point>& points, Color color);
     void curve(Point from, Point to, Color color, double width);
 
-    // One line in the middle of the area's height, cut with "…" where it does not fit.
+    // One line in the middle of the area's height, cut with "…" where it does not fit; at least of
+    // the size theme::SMALL.
     void text(const Rect& area, std::string_view text, const TextStyle& style);
     double text_width(std::string_view text, double size, Weight weight = Weight::NORMAL);
 
@@ -65,6 +66,7 @@ class Canvas {
     void rounded(const Rect& area, double radius);
 
     cairo_t* cr;
+    const Palette& palette;
 };
 
 // Removes the last character of UTF-8 text.

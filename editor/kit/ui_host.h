@@ -57,6 +57,9 @@ class UiHost {
     virtual void set_clipboard(const std::string& /*text*/) {}
     virtual std::string get_clipboard() { return ""; }
 
+    [[nodiscard]] virtual ThemeKind get_theme() { return ThemeKind::DARK; }
+    virtual void set_theme(ThemeKind /*theme*/) {}
+
     // Null in hosts.
     virtual EditorDocument* get_document() { return nullptr; }
 };

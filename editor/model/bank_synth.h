@@ -38,6 +38,7 @@ class BankSynth : public EditorSynth {
     [[nodiscard]] bool is_band_muted(unsigned band) const override { return muted[band]; }
     void set_band_muted(unsigned band, bool is_muted) override { muted[band] = is_muted; }
     void panic() override { panics++; }
+    [[nodiscard]] EditorNotice read_notice() override { return notice; }
 
     void play_key(unsigned channel, unsigned key, unsigned velocity) override {
         keys.channels[channel].keys[key] = velocity > 0;
@@ -54,6 +55,7 @@ class BankSynth : public EditorSynth {
     TarqSettings bank;
     EditorMeters meters;
     EditorKeys keys;
+    EditorNotice notice;
     unsigned program = 0;
     std::array<uint8_t, NUM_CHANNELS> channel_programs{};
     int panics = 0;

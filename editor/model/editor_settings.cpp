@@ -34,6 +34,7 @@ EditorSettings load_editor_settings(const std::string& path) {
     float keyboard = 1.0F;
     reader.get_float("keyboard", keyboard);
     settings.shows_keyboard = keyboard != 0.0F;
+    reader.get_str("theme", settings.theme);
     return settings;
 }
 
@@ -43,10 +44,15 @@ bool save_editor_settings(const std::string& path, const EditorSettings& setting
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
     TextFileMemoryWriter writer;
-    writer.write_float("scale", float(settings.scale));
-    if (!settings.folder.empty() && settings.folder.find_first_of("#\r\n") == std::string::npos)
-        writer.write_str("folder", settings.folder);
     writer.write_int("keyboard", settings.shows_keyboard ? 1 : 0);
+    if (settings.is_scale_chosen)
+        writer.write_float("scale", float(settings.scale));
+    const auto write = [&writer](const char* key, const std::string& value) {
+        if (!value.empty() && value.find_first_of("#\r\n") == std::string::npos)
+            writer.write_str(key, value);
+    };
+    write("folder", settings.folder);
+    write("theme", settings.theme);
     AtomicFile file;
     return file.open(path) && file.commit(writer.get_string());
 }

@@ -8,9 +8,10 @@ namespace tarquil {
 
 struct EditorSettings {
     double scale = 1.0;           // MIN_SCALE..MAX_SCALE
-    bool is_scale_chosen = false; // rather than the default
+    bool is_scale_chosen = false; // by the user; else it is not kept
     std::string folder;           // that the last file was chosen from; empty: the user's own
     bool shows_keyboard = true;
+    std::string theme{}; // by its key; empty: the usual one
 
     static constexpr double MIN_SCALE = 0.75;
     static constexpr double MAX_SCALE = 3.0;

@@ -49,6 +49,12 @@ struct EditorMeters {
     bool operator==(const EditorMeters& other) const = default;
 };
 
+// A bank that comes with the program, to choose sounds from.
+struct ShippedBank {
+    std::string title;
+    const TarqSettings* bank = nullptr; // for as long as the process runs
+};
+
 class EditorSynth {
   public:
     EditorSynth() = default;
@@ -95,6 +101,7 @@ class EditorSynth {
     // Ends all notes of all channels.
     virtual void panic() = 0;
 
+    virtual std::vector<ShippedBank> shipped_banks() { return {}; }
     [[nodiscard]] virtual EditorNotice read_notice() { return {}; }
 
     // Played by hand in the window: no host is told.  Channel 0..15, key 0..127, velocity 0..127 of

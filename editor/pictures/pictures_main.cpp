@@ -34,6 +34,7 @@ struct Scene {
     unsigned page = 0;
     bool is_demo = false;
     void (*prepare)(EditorView& view) = nullptr; // what the user does first
+    ThemeKind theme = ThemeKind::DARK;
 };
 
 void set_meters(BankSynth& synth) {
@@ -104,6 +105,15 @@ std::vector<Scene> make_scenes(bool for_looking) {
         scenes.push_back({"default-" + name, title, page, false});
     }
     const std::string first = view.get_pages()[0].title;
+    for (const ThemeKind theme : {ThemeKind::LIGHT, ThemeKind::HIGH_CONTRAST}) {
+        for (unsigned page = 0; page < view.get_pages().size(); page++) {
+            const std::string& title = view.get_pages()[page].title;
+            const bool is_kept = title == "Oscillators" || title == "Equaliser" || title == "Bank";
+            if (for_looking || is_kept)
+                scenes.push_back({theme_key(theme) + ("-" + file_name(title)), title, page, true,
+                                  nullptr, theme});
+        }
+    }
     scenes.push_back({"open-programs", first, 0, true, open_program_menu});
     scenes.push_back({"open-context", first, 0, true, open_context_menu});
     scenes.push_back({"open-entry", first, 0, true, type_nonsense});
@@ -153,6 +163,7 @@ Picture draw_scene(const Scene& scene, int scale, const TarqSettings& demo) {
     EditorModel model(synth);
     EditorSettings settings;
     settings.scale = scale;
+    settings.theme = theme_key(scene.theme);
     EditorView view(model, settings, false);
     view.show_page(scene.page);
     view.tick(0.0);

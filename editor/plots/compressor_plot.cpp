@@ -82,7 +82,7 @@ void CompressorPlot::draw_attenuation(Canvas& canvas, double decibels) const {
         const double y = bar.y + depth(attenuation);
         canvas.line({bar.right() + 1, y}, {bar.right() + 4, y}, theme::OUTLINE);
         canvas.text({meter.x + 5, std::clamp(y - 6, bar.y - 1, bar.bottom() - 11), meter.w - 5, 12},
-                    std::to_string(-attenuation), {9.0, theme::TEXT_MUTED, Align::RIGHT});
+                    std::to_string(-attenuation), {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
     }
     canvas.text({number.x, number.y + 6, number.w, number.h - 6}, fixed_number(decibels, 1),
                 {9.5, decibels < -0.05 ? theme::WARM : theme::TEXT_MUTED, Align::RIGHT});

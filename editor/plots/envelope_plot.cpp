@@ -75,7 +75,7 @@ void EnvelopePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) 
         if (right - left > NARROWEST)
             canvas.text({left, area.bottom() - 17, right - left, 14},
                         controller_display(number, bytes[number]),
-                        {9.5, theme::TEXT_MUTED, Align::CENTER});
+                        {theme::SMALL, theme::TEXT_MUTED, Align::CENTER});
     };
     time_text(rows.attack, inside.x, attack.x);
     time_text(rows.decay, attack.x, decay.x);
@@ -83,7 +83,7 @@ void EnvelopePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) 
     canvas.text({key_up.x - SUSTAIN_PART * inside.w,
                  decay.y > inside.y + 16 ? decay.y - 15 : decay.y + 3, SUSTAIN_PART * inside.w, 14},
                 controller_display(rows.sustain, bytes[rows.sustain]),
-                {9.5, theme::TEXT_MUTED, Align::CENTER});
+                {theme::SMALL, theme::TEXT_MUTED, Align::CENTER});
     const Node lit = state.is_pressed ? dragged : (state.is_hovered ? hovered : NO_NODE);
     for (const Node node : {ATTACK, DECAY, RELEASE}) {
         const Point place = node_point(bytes, node);

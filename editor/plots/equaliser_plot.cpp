@@ -80,7 +80,7 @@ void EqualiserPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state)
         const Point place = node_point(bytes, i);
         canvas.disc(place, i == lit ? NODE_RADIUS + 1.5 : NODE_RADIUS, theme::PARTS[i]);
         canvas.text({place.x - 10, place.y - 10, 20, 20}, std::to_string(i + 1),
-                    {10, theme::BACKGROUND, Align::CENTER, Weight::BOLD});
+                    {theme::SMALL, theme::WELL, Align::CENTER, Weight::BOLD});
     }
     if (!is_any_on)
         canvas.text({area.x, area.y, area.w, area.h / 2},

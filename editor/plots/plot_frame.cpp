@@ -44,7 +44,7 @@ double PlotFrame::y_value(double y_place) const {
 
 void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
                      const std::vector<GridLine>& rows) const {
-    constexpr double TEXT_SIZE = 9.0;
+    constexpr double TEXT_SIZE = theme::SMALL;
     canvas.fill(area, theme::WELL, 4);
     for (const GridLine& line : columns) {
         const double place = std::round(x(line.value)) + 0.5;

@@ -44,10 +44,10 @@ void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.text({area.x + 16, area.y + 2, 18, 16}, std::to_string(channel + 1),
                 {theme::SMALL, theme::TEXT, Align::LEFT, Weight::BOLD});
     canvas.text({area.x + 32, area.y + 2, area.w - 37, 16}, std::to_string(program),
-                {9.5, theme::TEXT_MUTED, Align::RIGHT});
+                {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
     canvas.text({area.x + 5, area.y + 16, area.w - 8, 15},
                 is_drums ? "Drum kit" : short_name(model.get_state().names[program], program),
-                {9.5, is_edited ? theme::TEXT : theme::TEXT_MUTED});
+                {theme::SMALL, is_edited ? theme::TEXT : theme::TEXT_MUTED});
     if (state.is_focused)
         canvas.frame(area, theme::FOCUS, 4);
 }

@@ -67,7 +67,8 @@ EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings,
     controls.clear_clip = [this] { level_meter.clear_clip(); };
     controls.channel_lights = channel_lights.data();
     controls.get_scale = [this] { return settings.scale; };
-    controls.set_scale = [this](double scale) { settings.scale = scale; };
+    controls.set_scale = [this](double scale) { choose_scale(scale); };
+    controls.get_largest_scale = [this] { return scales.largest; };
     header = make_header(controls);
     add_tabs(
         header, pages, [this] { return current_page; },
@@ -126,6 +127,23 @@ void EditorView::open_overlay(std::unique_ptr<Overlay> overlay) {
 void EditorView::show_message(const std::string& text, MessageKind kind) {
     status.message = text;
     status.kind = kind;
+    is_changed = true;
+}
+
+void EditorView::choose_scale(double scale) {
+    settings.scale = scale;
+    settings.is_scale_chosen = true;
+}
+
+ThemeKind EditorView::get_theme() {
+    const auto* const found =
+        std::find_if(std::begin(ALL_THEMES), std::end(ALL_THEMES),
+                     [this](ThemeKind theme) { return settings.theme == theme_key(theme); });
+    return found != std::end(ALL_THEMES) ? *found : ThemeKind::DARK;
+}
+
+void EditorView::set_theme(ThemeKind theme) {
+    settings.theme = theme_key(theme);
     is_changed = true;
 }
 
@@ -234,7 +252,7 @@ std::string EditorView::tooltip_text() {
 }
 
 void EditorView::draw(cairo_t* context) {
-    Canvas canvas(context);
+    Canvas canvas(context, get_theme());
     draw_page(canvas);
     draw_status(canvas,
                 {0, WINDOW_HEIGHT - STATUS_HEIGHT - 2, WINDOW_WIDTH - KEYBOARD_SWITCH_WIDTH - 20,
@@ -252,7 +270,7 @@ std::vector<Rect> EditorView::draw_changes(cairo_t* context) {
     if (!are_meters_new)
         return {};
     are_meters_new = false;
-    Canvas canvas(context);
+    Canvas canvas(context, get_theme());
     return draw_meters(canvas);
 }
 
@@ -475,6 +493,12 @@ bool EditorView::use_shortcut(const KeyEvent& event) {
         save_document(*this);
     else if (key == "o")
         open_document(*this);
+    else if (key == "+" || key == "=")
+        choose_scale(next_scale(settings.scale, true, scales.largest));
+    else if (key == "-" || key == "_")
+        choose_scale(next_scale(settings.scale, false, scales.largest));
+    else if (key == "0")
+        choose_scale(scales.usual);
     else
         return false;
     return true;

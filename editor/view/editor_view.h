@@ -20,6 +20,7 @@
 #include "editor/model/hands.h"
 #include "editor/plots/response_worker.h"
 #include "editor/view/keyboard.h"
+#include "editor/view/scale_range.h"
 #include "editor/view/status_line.h"
 
 namespace tarquil {
@@ -79,6 +80,8 @@ class EditorView : public UiHost {
     }
     [[nodiscard]] bool plays_computer_keys() const { return hands.plays_computer_keys(); }
 
+    // What the display is fit for.
+    void set_scale_range(const ScaleRange& range) { scales = range; }
     // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
     [[nodiscard]] double scale() const { return settings.scale; }
 
@@ -101,6 +104,8 @@ class EditorView : public UiHost {
     void show_message(const std::string& text, MessageKind kind) override;
     void set_clipboard(const std::string& text) override;
     std::string get_clipboard() override;
+    ThemeKind get_theme() override;
+    void set_theme(ThemeKind theme) override;
     EditorDocument* get_document() override { return document; }
 
     // The window's ways to the desktop's clipboard; without them the view keeps its text itself.
@@ -124,6 +129,7 @@ class EditorView : public UiHost {
     void press_panel(const Pointer& pointer);
     void move_focus(int steps);
     bool use_key(const KeyEvent& event);
+    void choose_scale(double scale);
     bool use_shortcut(const KeyEvent& event); // with the control key
     [[nodiscard]] bool is_double_click(const PointerEvent& event);
 
@@ -132,6 +138,7 @@ class EditorView : public UiHost {
     EditorDocument* const document;
     const Overlay* closing_question = nullptr; // while it is open
     bool close_chosen = false;
+    ScaleRange scales;
     std::atomic<bool> may_have_changed{true};
     ViewState view_state;
     ResponseWorker responses;

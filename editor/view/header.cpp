@@ -9,6 +9,7 @@
 #include "editor/view/channel_box.h"
 #include "editor/view/main_menu.h"
 #include "editor/view/output_meter.h"
+#include "editor/view/scale_range.h"
 #include "editor/widgets/button.h"
 #include "editor/widgets/program_menu.h"
 #include "editor/widgets/text_field.h"
@@ -148,7 +149,7 @@ void add_scale(Page& page, const Rect& area, const HeaderControls& controls) {
         },
         [controls, area](UiHost& host) {
             std::vector<MenuItem> items;
-            for (const double scale : {0.75, 1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0})
+            for (const double scale : offered_scales(controls.get_largest_scale()))
                 items.push_back({percent(scale), std::abs(scale - controls.get_scale()) < 0.01,
                                  true, [controls, scale] { controls.set_scale(scale); }});
             host.open_overlay(std::make_unique<Menu>(area, std::move(items)));

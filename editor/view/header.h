@@ -16,6 +16,7 @@ struct HeaderControls {
     const double* channel_lights = nullptr; // 0..1 for each channel
     std::function<double()> get_scale;
     std::function<void(double scale)> set_scale;
+    std::function<double()> get_largest_scale;
 };
 
 Page make_header(const HeaderControls& controls);

@@ -30,6 +30,13 @@ void MainMenu::open(UiHost& host) {
         items.push_back(
             {"Save as\u2026   Ctrl+Shift+S", false, true, [&host] { save_document_as(host); }});
     }
+    constexpr std::pair<ThemeKind, const char*> THEMES[] = {
+        {ThemeKind::DARK, "Dark theme"},
+        {ThemeKind::LIGHT, "Light theme"},
+        {ThemeKind::HIGH_CONTRAST, "High contrast"}};
+    for (const auto& [theme, name] : THEMES)
+        items.push_back({name, host.get_theme() == theme, true,
+                         [&host, chosen = theme] { host.set_theme(chosen); }});
     host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
 }
 

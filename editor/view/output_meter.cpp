@@ -43,12 +43,12 @@ void OutputMeter::draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& /*st
     draw_bars(canvas);
     draw_scale(canvas);
     canvas.text(number, drawn_peak, {theme::SMALL, theme::TEXT, Align::RIGHT});
-    canvas.text({number.x, number.bottom(), number.w, area.bottom() - number.bottom()}, "dB peak",
-                {9.0, theme::TEXT_MUTED, Align::RIGHT});
+    canvas.text({number.x, number.bottom(), number.w, area.bottom() - number.bottom()}, "peak",
+                {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
     const bool is_lit = meter.is_clipped();
     canvas.fill(lamp, is_lit ? theme::RED : theme::WELL, 2);
     canvas.text(lamp, "clip",
-                {9.0, is_lit ? theme::BACKGROUND : theme::TEXT_MUTED, Align::CENTER,
+                {theme::SMALL, is_lit ? theme::BACKGROUND : theme::TEXT_MUTED, Align::CENTER,
                  is_lit ? Weight::BOLD : Weight::NORMAL});
 }
 
@@ -81,7 +81,7 @@ void OutputMeter::draw_scale(Canvas& canvas) const {
             text.x = x;
             align = Align::LEFT;
         }
-        canvas.text(text, std::to_string(level), {9.0, theme::TEXT_MUTED, align});
+        canvas.text(text, std::to_string(level), {theme::SMALL, theme::TEXT_MUTED, align});
     }
 }
 

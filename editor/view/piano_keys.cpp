@@ -8,9 +8,9 @@ namespace tarquil {
 
 namespace {
 
-constexpr Color WHITE = 0xCDD3DA;
-constexpr Color BLACK = 0x1B1F25;
-constexpr Color LABEL = 0x4A535E; // on white: 5:1
+constexpr Color WHITE = theme::WHITE_KEY;
+constexpr Color BLACK = theme::BLACK_KEY;
+constexpr Color LABEL = theme::KEY_LABEL;
 constexpr double LABEL_HEIGHT = 15.0;
 
 // A sound on another channel than the one that is played here.

@@ -24,7 +24,7 @@ Rect draw_tooltip_box(Canvas& canvas, Point pointer, const std::string& text) {
     box.x = std::max(4.0, std::min(box.x, WINDOW_WIDTH - box.w - 4));
     if (box.bottom() > WINDOW_HEIGHT - 4)
         box.y = pointer.y - box.h - 8;
-    canvas.fill(box, 0x0B0D10, 4, 0.96);
+    canvas.fill(box, theme::TOOLTIP, 4, 0.96);
     canvas.frame(box, theme::OUTLINE, 4);
     for (size_t i = 0; i < lines.size(); i++)
         canvas.text({box.x + 9, box.y + 5 + LINE_HEIGHT * double(i), box.w, LINE_HEIGHT}, lines[i],

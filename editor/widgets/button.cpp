@@ -14,8 +14,7 @@ void Button::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.fill(area, color, 4);
     canvas.text(area.inset(4, 0), now.text,
                 {theme::NORMAL, now.is_enabled ? theme::TEXT : theme::TEXT_DIM, Align::CENTER});
-    if (state.is_focused)
-        canvas.frame(area, theme::FOCUS, 4);
+    canvas.frame(area, state.is_focused ? theme::FOCUS : theme::OUTLINE, 4);
 }
 
 bool Button::press(UiHost& host, const Pointer& pointer) {

@@ -40,8 +40,7 @@ void ChoiceBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.polygon(
         {{arrow.x - 3.5, arrow.y - 2}, {arrow.x + 3.5, arrow.y - 2}, {arrow.x, arrow.y + 2.5}},
         theme::TEXT_MUTED);
-    if (state.is_focused)
-        canvas.frame(box, theme::FOCUS, 4);
+    canvas.frame(box, state.is_focused ? theme::FOCUS : theme::OUTLINE, 4);
 }
 
 bool ChoiceBox::press(UiHost& host, const Pointer& pointer) {
@@ -61,6 +60,7 @@ void SwitchBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
                 is_on && is_used ? theme::ACCENT_DIM
                                  : (state.is_hovered ? theme::HOVER : theme::CONTROL),
                 8);
+    canvas.frame(track, theme::OUTLINE, 8);
     canvas.disc({is_on ? track.right() - 8 : track.x + 8, track.center().y}, 5.5,
                 is_on && is_used ? theme::ACCENT : theme::TEXT_DIM);
     canvas.text({track.right() + 8, area.y, area.w - 38, area.h}, label,

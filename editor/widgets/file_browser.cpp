@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr Rect AREA{(WINDOW_WIDTH - 620) / 2, 60, 620, 560};
 constexpr Rect LIST{AREA.x + 16, AREA.y + 74, AREA.w - 32, AREA.h - 168};
-constexpr double ROW_HEIGHT = 21.0;
+constexpr double ROW_HEIGHT = 24.0;
 constexpr auto NUM_ROWS = size_t(LIST.h / ROW_HEIGHT);
 constexpr Rect UP{AREA.x + 16, AREA.y + 40, 44, 26};
 constexpr Rect NAME{AREA.x + 16, AREA.y + AREA.h - 82, AREA.w - 32, 26};
@@ -33,6 +33,7 @@ std::string home_folder() {
 
 void draw_button(Canvas& canvas, const Rect& area, const std::string& text, Color color) {
     canvas.fill(area, color, 4);
+    canvas.frame(area, theme::OUTLINE, 4);
     canvas.text(area, text, {theme::NORMAL, theme::TEXT, Align::CENTER});
 }
 

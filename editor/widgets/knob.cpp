@@ -73,7 +73,7 @@ void Knob::draw_dial(Canvas& canvas, int value, Color color, bool is_hovered) co
         return START_ANGLE + SWEEP * (v - range.first) / (range.last - range.first);
     };
     const double angle = angle_of(value);
-    canvas.arc(center, radius - 1.5, START_ANGLE, START_ANGLE + SWEEP, theme::GRID_STRONG, 3);
+    canvas.arc(center, radius - 1.5, START_ANGLE, START_ANGLE + SWEEP, theme::OUTLINE, 3);
     const double from =
         is_bipolar(number) ? angle_of(default_byte(*find_controller(number))) : START_ANGLE;
     if (std::abs(angle - from) > 0.01)

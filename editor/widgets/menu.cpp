@@ -11,8 +11,8 @@ namespace tarquil {
 
 namespace {
 
-constexpr double ROW_HEIGHT = 19.0;
-constexpr double SEARCH_HEIGHT = 24.0;
+constexpr double ROW_HEIGHT = 24.0;
+constexpr double SEARCH_HEIGHT = 26.0;
 constexpr double SEARCH_WIDTH = 260.0;
 constexpr double MARGIN = 5.0;
 constexpr double CHARACTER_WIDTH = 6.6; // about, at the normal size
@@ -75,7 +75,7 @@ size_t Menu::row_at(Point point) const {
 }
 
 void Menu::draw(Canvas& canvas) {
-    canvas.fill({area.x + 2, area.y + 3, area.w, area.h}, 0x000000, 5, 0.35);
+    canvas.fill({area.x + 2, area.y + 3, area.w, area.h}, theme::SHADOW, 5, 0.35);
     canvas.fill(area, theme::CONTROL, 5);
     canvas.frame(area, theme::OUTLINE, 5);
     if (has_search_field) {

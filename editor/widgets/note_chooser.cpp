@@ -29,8 +29,7 @@ void NoteChooser::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.text(area.inset(9, 0), "Drawn at", {theme::SMALL, theme::TEXT_MUTED});
     canvas.text(area.inset(9, 0), note_name(host.get_view_state().plot_note),
                 {theme::NORMAL, theme::TEXT, Align::RIGHT, Weight::BOLD});
-    if (state.is_focused)
-        canvas.frame(area, theme::FOCUS, 4);
+    canvas.frame(area, state.is_focused ? theme::FOCUS : theme::OUTLINE, 4);
 }
 
 bool NoteChooser::press(UiHost& host, const Pointer& pointer) {

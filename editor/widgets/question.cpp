@@ -56,8 +56,8 @@ void Question::draw(Canvas& canvas) {
     for (size_t i = 0; i < answers.size(); i++) {
         canvas.fill(area_of(i), i == 0 ? theme::ACCENT_DIM : theme::CONTROL, 4);
         canvas.text(area_of(i), answers[i].name, {theme::NORMAL, theme::TEXT, Align::CENTER});
-        if (i == current)
-            canvas.frame(area_of(i), theme::FOCUS, 4);
+        canvas.frame(area_of(i), i == current ? theme::FOCUS : theme::OUTLINE, 4,
+                     i == current ? 2 : 1);
     }
 }
 

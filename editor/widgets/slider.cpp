@@ -65,12 +65,13 @@ void Slider::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const double x = place(model.value(number));
     const double from = is_bipolar(number) ? place(default_byte(*find_controller(number))) : slot.x;
     canvas.fill(slot, theme::WELL, SLOT_HEIGHT / 2);
+    canvas.frame(slot.inset(-0.5), theme::OUTLINE, SLOT_HEIGHT / 2);
     canvas.fill({std::min(from, x), slot.y, std::abs(x - from), slot.h},
                 is_used ? theme::ACCENT : theme::OUTLINE, SLOT_HEIGHT / 2);
     if (is_bipolar(number))
         canvas.line({from, slot.y - 3}, {from, slot.bottom() + 3}, theme::GRID_STRONG, 1);
     canvas.disc({x, slot.center().y}, HANDLE_RADIUS,
-                !is_used ? theme::OUTLINE : (is_bright ? theme::TEXT : 0xC3CCD6));
+                !is_used ? theme::OUTLINE : (is_bright ? theme::TEXT : theme::THUMB));
     canvas.text(value_area(), shown_text(model, number, model.value(number)),
                 {theme::SMALL, is_used ? theme::TEXT : theme::TEXT_DIM, Align::RIGHT});
     if (state.is_focused)

@@ -48,7 +48,7 @@ void SlotGrid::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
             canvas.fill({place.x, place.y, 3, place.h}, theme::WARM, 1);
         std::string number = std::to_string(slot);
         canvas.text({place.x + 6, place.y, 24, place.h}, number,
-                    {9.5, theme::TEXT_MUTED, Align::RIGHT});
+                    {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
         canvas.text({place.x + 36, place.y, place.w - 40, place.h}, shown.names[slot],
                     {theme::SMALL, is_untouched ? theme::TEXT_MUTED : theme::TEXT});
     }

@@ -124,7 +124,8 @@ void add_play_command(CLI::App& app, int results) {
     command->footer(
         "Notes come from JACK's or ALSA's MIDI port \"Tarquil\", and in the window from\n"
         "the computer's keyboard: A to ; are the white keys, W to P the black ones, Z and\n"
-        "X change the octave.\n"
+        "X change the octave. Ctrl+S saves the bank; edits that are in no file are kept in\n"
+        "~/.local/state/tarquil and offered at the next start.\n"
         "Exit status: 0 done; 1 there is no such device or window; 2 an option or an\n"
         "input file is to blame.\n"
         "Examples:\n"

@@ -38,6 +38,16 @@ TEST(EditorSettings, ComeBackAndSurviveADamagedFile) {
     EXPECT_TRUE(load_editor_settings(path).shows_keyboard);
 }
 
+TEST(EditorSettings, ASizeThatNobodyChoseIsNotKept) {
+    const TempDirectory directory;
+    const std::string path = directory.path("editor.conf");
+    ASSERT_TRUE(save_editor_settings(path, {2.0, false, "", true, "light"}));
+    const EditorSettings loaded = load_editor_settings(path);
+    EXPECT_FALSE(loaded.is_scale_chosen);
+    EXPECT_EQ(loaded.scale, 1.0);
+    EXPECT_EQ(loaded.theme, "light");
+}
+
 TEST(EditorSettings, AFolderThatTheFileCannotHoldIsForgotten) {
     const TempDirectory directory;
     const std::string path = directory.path("editor.conf");

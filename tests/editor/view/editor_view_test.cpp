@@ -83,6 +83,17 @@ TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
         EXPECT_TRUE(shown.contains(info.number)) << info.key;
 }
 
+TEST_F(EditorViewTest, EveryTargetIsLargeEnoughToHit) {
+    constexpr double LEAST = 24.0;
+    for (const Page& page : view.get_pages()) {
+        for (const auto& widget : page.widgets) {
+            const Rect& area = widget->get_area();
+            EXPECT_TRUE(!widget->takes_focus() || (area.w >= LEAST && area.h >= LEAST))
+                << page.title << " " << area.x << "," << area.y << " " << area.w << "x" << area.h;
+        }
+    }
+}
+
 TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
     const Point knob = find(CTRL_FILTER1_CUTOFF);
     const int start = value(CTRL_FILTER1_CUTOFF);
@@ -330,6 +341,128 @@ TEST_F(EditorViewTest, APanelIsPutBackFromItsTitle) {
         EXPECT_EQ(value(CTRL_OSC1_FINE_TUNE), 3);
         model.undo();
     }
+}
+
+// A file of which only the name is there.
+class FakeDocument : public EditorDocument {
+  public:
+    [[nodiscard]] const std::string& path() const override { return file; }
+    [[nodiscard]] bool is_changed() const override { return changed; }
+    std::string save(const std::string& new_path) override {
+        if (!problem.empty())
+            return problem;
+        file = new_path;
+        changed = false;
+        return "";
+    }
+    std::string open(const std::string& new_path) override { return save(new_path); }
+
+    std::string file;
+    std::string problem;
+    bool changed = true;
+};
+
+class KeptViewTest : public EditorViewTest {
+  protected:
+    static KeyEvent control(const char* key, bool shift = false) {
+        return {Key::CHARACTER, key, shift, true};
+    }
+    void press_in(Key key) { kept.key({key, "", false, false}); }
+    void type_in(const std::string& text) {
+        for (const char c : text)
+            kept.key({Key::CHARACTER, std::string(1, c), false, false});
+        press_in(Key::ENTER);
+    }
+
+    FakeDocument document;
+    EditorView kept{model, settings, true, &document};
+};
+
+TEST_F(KeptViewTest, SaveAsksForANameOnceAndAFailureKeepsTheQuestionOpen) {
+    EXPECT_TRUE(kept.key(control("s")));
+    ASSERT_TRUE(kept.wants_keys()) << "it has no name yet";
+    document.problem = directory.path("a.tqb") + ": cannot be written: no space left";
+    type_in(directory.path("a"));
+    EXPECT_TRUE(kept.wants_keys());
+    document.problem.clear();
+    press_in(Key::ENTER);
+    EXPECT_FALSE(kept.wants_keys());
+    EXPECT_EQ(document.file, directory.path("a.tqb"));
+    document.changed = true;
+    kept.key(control("s"));
+    EXPECT_FALSE(document.changed);
+    EXPECT_FALSE(kept.wants_keys());
+    kept.key(control("s", true));
+    EXPECT_TRUE(kept.wants_keys());
+    draw();
+}
+
+TEST_F(KeptViewTest, ClosingAsksOnlyWhenSomethingWouldBeLost) {
+    document.file = directory.path("a.tqb");
+    document.changed = false;
+    EXPECT_TRUE(kept.may_close());
+    document.changed = true;
+    EXPECT_FALSE(kept.may_close());
+    EXPECT_FALSE(kept.may_close()) << "the question is there already";
+    press_in(Key::ESCAPE);
+    EXPECT_FALSE(kept.is_close_chosen());
+    EXPECT_TRUE(document.changed);
+    document.problem = "full";
+    EXPECT_FALSE(kept.may_close());
+    press_in(Key::ENTER);
+    EXPECT_FALSE(kept.is_close_chosen()) << "what cannot be saved is not given up";
+    document.problem.clear();
+    EXPECT_FALSE(kept.may_close());
+    press_in(Key::ENTER);
+    EXPECT_TRUE(kept.is_close_chosen());
+    EXPECT_FALSE(document.changed);
+}
+
+TEST_F(KeptViewTest, DiscardedEditsAreGoneAndOpeningAsksFirst) {
+    document.file = directory.path("a.tqb");
+    kept.key(control("o"));
+    EXPECT_FALSE(kept.wants_keys()) << "a question";
+    for (const Key key : {Key::RIGHT, Key::ENTER})
+        press_in(key);
+    ASSERT_TRUE(kept.wants_keys()) << "the file";
+    type_in(directory.path("b.tqb"));
+    EXPECT_EQ(document.file, directory.path("b.tqb"));
+    document.changed = true;
+    EXPECT_FALSE(kept.may_close());
+    for (const Key key : {Key::RIGHT, Key::ENTER})
+        press_in(key);
+    EXPECT_TRUE(kept.is_close_chosen());
+    EXPECT_TRUE(document.changed);
+}
+
+TEST_F(KeptViewTest, ControlPlusMinusAndZeroChangeTheSizeWithinTheScreen) {
+    kept.set_scale_range({1.25, 1.6});
+    for (const double scale : {1.25, 1.5, 1.6, 1.6}) {
+        kept.key(control("+"));
+        EXPECT_EQ(kept.scale(), scale);
+    }
+    EXPECT_TRUE(settings.is_scale_chosen);
+    for (const double scale : {1.5, 1.25, 1.0, 0.75, 0.75}) {
+        kept.key(control("-"));
+        EXPECT_EQ(kept.scale(), scale);
+    }
+    kept.key(control("0"));
+    EXPECT_EQ(kept.scale(), 1.25);
+}
+
+TEST_F(EditorViewTest, AWarningStaysAndAThemeChangesEverything) {
+    draw();
+    const Picture light{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    view.set_theme(ThemeKind::LIGHT);
+    EXPECT_EQ(settings.theme, "light");
+    view.draw(light.context());
+    EXPECT_NE(picture.compare(light, 100), "");
+    synth.notice = {EditorNotice::Kind::WARNING, "Nothing is in tune"};
+    EXPECT_TRUE(view.tick(1.0));
+    const Picture warned{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    view.draw(warned.context());
+    EXPECT_NE(warned.compare(light, 20), "");
+    EXPECT_FALSE(view.tick(1.0)) << "nothing new";
 }
 
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {

@@ -154,9 +154,9 @@ TEST_F(FileBrowserTest, WhatFailsKeepsTheDialogItsFolderAndItsName) {
     EXPECT_EQ(remembered, directory.path("b"));
 }
 
-// Rows of 21 units begin 134 below the window's top.
+// Rows of 24 units begin 134 below the window's top.
 TEST_F(FileBrowserTest, ThePointerPicksRowsAndButtons) {
-    const auto row = [](int number) { return Point{WINDOW_WIDTH / 2, 134 + 21 * number + 20.0}; };
+    const auto row = [](int number) { return Point{WINDOW_WIDTH / 2, 134 + 24 * number + 20.0}; };
     const Point accept{WINDOW_WIDTH / 2 + 120, 590};
     const Point cancel{WINDOW_WIDTH / 2 + 220, 590};
     open().press(left_press(row(3)));
@@ -186,14 +186,14 @@ TEST_F(FileBrowserTest, ALongListScrolls) {
     open(false, directory.path("many")).wheel({}, -1.0);
     EXPECT_EQ(top(), "103.tqi");
     open(false, directory.path("many")).wheel({}, -100.0);
-    EXPECT_EQ(top(), "132.tqi") << "18 fit";
+    EXPECT_EQ(top(), "134.tqi") << "16 fit";
     open(false, directory.path("many")).wheel({}, -100.0);
     browser->wheel({}, 100.0);
     EXPECT_EQ(top(), "100.tqi");
     open(false, directory.path("many"));
     for (int i = 0; i < 20; i++)
         press_keys(*browser, {Key::DOWN});
-    EXPECT_EQ(top(), "102.tqi") << "the marked one stays in sight";
+    EXPECT_EQ(top(), "104.tqi") << "the marked one stays in sight";
     open(false, directory.path("many")).wheel({}, -100.0);
     press_keys(*browser, {Key::DOWN, Key::DOWN, Key::UP});
     EXPECT_EQ(top(), "100.tqi");

@@ -65,11 +65,11 @@ TEST_F(MenuTest, NothingIsChosenByEscapeNorByWhatCannotBe) {
     EXPECT_EQ(after(*menu, {Key::ENTER}), NOTHING);
 }
 
-// Rows of 19 units begin 7 below the anchor; the pointer marks what Enter would take.
+// Rows of 24 units begin 7 below the anchor; the pointer marks what Enter would take.
 TEST_F(MenuTest, ThePointerChoosesTheRowUnderIt) {
     for (const int row : {0, 1, 4}) {
-        for (const double within : {0.5, 18.5}) {
-            const Point at{120, 127 + 19 * row + within};
+        for (const double within : {0.5, 23.5}) {
+            const Point at{120, 127 + 24 * row + within};
             open(5).press(left_press(at));
             EXPECT_EQ(chosen, row);
             open(5).move(left_press(at));
@@ -79,9 +79,9 @@ TEST_F(MenuTest, ThePointerChoosesTheRowUnderIt) {
     open(5).press(left_press({120, 124}));
     EXPECT_EQ(chosen, NOTHING);
     EXPECT_FALSE(menu->is_done()) << "its margin is part of it";
-    open(30).press(left_press({105 + 16 + 12 + 6.6 * 8 + 3, 127 + 19.5}));
+    open(30).press(left_press({105 + 16 + 12 + 6.6 * 8 + 3, 9 + 24.5}));
     EXPECT_EQ(chosen, 27) << "the second column";
-    open(5, NOTHING, NOTHING, true).press(left_press({120, 127 + 28 + 20}));
+    open(5, NOTHING, NOTHING, true).press(left_press({120, 127 + 30 + 25}));
     EXPECT_EQ(chosen, 1) << "below the search";
 }
 
