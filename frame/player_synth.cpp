@@ -3,6 +3,7 @@
 #include "frame/player_synth.h"
 
 #include "player/shared_waveforms.h"
+#include "sounds/shipped_sounds.h"
 
 namespace tarquil {
 
@@ -67,6 +68,12 @@ void PlayerSynth::set_song(const std::string& title, const std::string& author) 
 
 const WaveformStore& PlayerSynth::get_waves() {
     return shared_waveforms();
+}
+
+std::vector<ShippedBank> PlayerSynth::shipped_banks() {
+    return {{"General MIDI", &shipped_gm_bank()},
+            {"Originals", &shipped_originals()},
+            {"Drums", &shipped_gm_drums()}};
 }
 
 bool PlayerSynth::is_band_muted(unsigned band) const {

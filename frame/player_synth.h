@@ -35,6 +35,7 @@ class PlayerSynth : public EditorSynth {
     void set_song(const std::string& title, const std::string& author) override;
 
     const WaveformStore& get_waves() override;
+    std::vector<ShippedBank> shipped_banks() override;
 
     [[nodiscard]] bool is_band_muted(unsigned band) const override;
     void set_band_muted(unsigned band, bool muted) override;

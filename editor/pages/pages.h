@@ -19,6 +19,7 @@ Page make_equaliser_page();
 Page make_output_page();
 Page make_global_page();
 Page make_compressor_page();
+Page make_sounds_page();
 Page make_bank_page();
 
 // All, in the order of their tabs.

@@ -1,0 +1,118 @@
+// What the browser of sounds shows.
+
+#include "editor/model/sound_browser.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace tarquil {
+
+namespace {
+
+// A name of a file that is not there yet.
+std::filesystem::path free_path(const std::filesystem::path& folder, std::string name) {
+    std::replace(name.begin(), name.end(), '/', '_');
+    std::filesystem::path path = folder / (name + ".tqi");
+    std::error_code error;
+    for (int number = 2; std::filesystem::exists(path, error); number++)
+        path = folder / (name + "_" + std::to_string(number) + ".tqi");
+    return path;
+}
+
+} // namespace
+
+void SoundBrowser::follow(EditorModel& model) {
+    const bool is_new = !is_read;
+    if (is_new) {
+        library.add_shipped(model.get_synth().shipped_banks());
+        library.read_folder(folder);
+        is_read = true;
+    }
+    if (!is_new && bank_names == model.get_state().names)
+        return;
+    library.read_bank(model.get_synth());
+    bank_names = model.get_state().names;
+    find();
+}
+
+void SoundBrowser::read_folder_again() {
+    library.read_folder(folder);
+    find();
+}
+
+void SoundBrowser::set_search(const std::string& text) {
+    wanted = text;
+    current = 0;
+    find();
+}
+
+void SoundBrowser::set_filter(Filter new_filter) {
+    kind = new_filter;
+    current = 0;
+    find();
+}
+
+void SoundBrowser::find() {
+    rows.clear();
+    for (size_t i = 0; i < library.sounds().size(); i++) {
+        const LibrarySound& sound = library.sounds()[i];
+        using Place = LibrarySound::Place;
+        const bool is_of_kind = kind == Filter::ALL ||
+                                (kind == Filter::BANK && sound.place == Place::BANK) ||
+                                (kind == Filter::SHIPPED && sound.place == Place::SHIPPED) ||
+                                (kind == Filter::FILES && sound.place == Place::FILES) ||
+                                (kind == Filter::FAVOURITES && favourites.has(sound.id));
+        if (is_of_kind && matches(sound, wanted))
+            rows.push_back(i);
+    }
+    mark(current);
+}
+
+std::optional<size_t> SoundBrowser::marked() const {
+    return rows.empty() ? std::nullopt : std::optional(current);
+}
+
+void SoundBrowser::mark(size_t index) {
+    current = rows.empty() ? 0 : std::min(index, rows.size() - 1);
+}
+
+void SoundBrowser::step(int steps) {
+    const auto last = ptrdiff_t(rows.size()) - 1;
+    mark(
+        size_t(std::clamp<ptrdiff_t>(ptrdiff_t(current) + steps, 0, std::max<ptrdiff_t>(last, 0))));
+}
+
+std::string SoundBrowser::toggle_favourite(size_t index) {
+    std::string problem = favourites.toggle(row(index).id);
+    if (kind == Filter::FAVOURITES)
+        find();
+    return problem;
+}
+
+std::string SoundBrowser::load(size_t index, EditorModel& model) {
+    if (index >= rows.size())
+        return "";
+    const LibrarySound& sound = row(index);
+    if (sound.place == LibrarySound::Place::BANK) {
+        model.select_program(sound.program);
+        return "Program " + std::to_string(sound.program) + ": " + sound.name;
+    }
+    const unsigned program = model.get_state().program;
+    const std::string before = model.program_name();
+    const std::string name = sound.name; // the bank's rows are read anew
+    model.load_instrument(sound.instrument, program);
+    return "Program " + std::to_string(program) + " is " + name + "; undo brings " + before +
+           " back";
+}
+
+std::string SoundBrowser::keep_program(EditorModel& model, std::string& path) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    path = free_path(folder, model.program_name()).string();
+    std::string problem = model.export_instrument(path, model.get_state().program);
+    if (problem.empty())
+        read_folder_again();
+    return problem;
+}
+
+} // namespace tarquil
