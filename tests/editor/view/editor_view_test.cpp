@@ -452,14 +452,14 @@ TEST_F(KeptViewTest, ControlPlusMinusAndZeroChangeTheSizeWithinTheScreen) {
 
 TEST_F(EditorViewTest, AWarningStaysAndAThemeChangesEverything) {
     draw();
-    const Picture light{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    const Picture light{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     view.set_theme(ThemeKind::LIGHT);
     EXPECT_EQ(settings.theme, "light");
     view.draw(light.context());
     EXPECT_NE(picture.compare(light, 100), "");
     synth.notice = {EditorNotice::Kind::WARNING, "Nothing is in tune"};
     EXPECT_TRUE(view.tick(1.0));
-    const Picture warned{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    const Picture warned{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     view.draw(warned.context());
     EXPECT_NE(warned.compare(light, 20), "");
     EXPECT_FALSE(view.tick(1.0)) << "nothing new";
