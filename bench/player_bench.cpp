@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <ctime>
 #include <string>
 #include <thread>
 #include <vector>
@@ -73,6 +74,58 @@ void players_on_threads(benchmark::State& state) {
         benchmark::DoNotOptimize(stream.next(256));
 }
 BENCHMARK(players_on_threads)->Threads(1)->Threads(2)->UseRealTime()->Unit(benchmark::kMicrosecond);
+
+double thread_seconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + 1e-9 * double(time.tv_nsec);
+}
+
+// Eight players, 12 voices each, on one thread and then shared by two: how many times the work is
+// done in the same time, and what that would be on two cores that do nothing else, by the processor
+// time that it takes.
+void eight_players_on_two_threads(benchmark::State& state) {
+    constexpr int BLOCKS = 64;
+    struct Instance {
+        Instance() : stream(player.audio()) {
+            player.start();
+            for (unsigned i = 0; i < 12; i++)
+                player.play_message({uint8_t(0x90U | i), uint8_t(40 + 3 * i), 100});
+        }
+        Player player;
+        GranuleStream stream;
+    };
+    std::vector<Instance> players(8);
+    // Processor time of `count` players from `first` on.
+    const auto render = [&](size_t first, size_t count) {
+        const double start = thread_seconds();
+        for (int block = 0; block < BLOCKS; block++) {
+            for (size_t i = first; i < first + count; i++)
+                benchmark::DoNotOptimize(players[i].stream.next(256));
+        }
+        return thread_seconds() - start;
+    };
+    using Clock = std::chrono::steady_clock;
+    Clock::duration alone{};
+    Clock::duration shared{};
+    double processor_alone = 0;
+    double processor_shared = 0;
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        processor_alone += render(0, 8);
+        const Clock::time_point middle = Clock::now();
+        double other = 0;
+        std::thread second([&] { other = render(4, 4); });
+        const double own = render(0, 4);
+        second.join();
+        alone += middle - start;
+        shared += Clock::now() - middle;
+        processor_shared += std::max(own, other);
+    }
+    state.counters["times_the_work"] = double(alone.count()) / double(shared.count());
+    state.counters["times_by_processor_time"] = processor_alone / processor_shared;
+}
+BENCHMARK(eight_players_on_two_threads)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 // What the lock is held for at most: the copy of the whole bank that is handed out.
 void copy_of_the_bank(benchmark::State& state) {
