@@ -83,6 +83,54 @@ TEST_P(ShippedPrograms, SoundInTuneAndEnd) {
     }
 }
 
+// The power of a sound's loudest 150 ms, in dB.
+double loudest(const std::vector<float>& sound) {
+    constexpr size_t STEP = SAMPLE_RATE / 20;
+    std::vector<double> steps;
+    for (size_t start = 0; start + STEP <= sound.size(); start += STEP) {
+        double sum = 0.0;
+        for (size_t i = start; i < start + STEP; i++)
+            sum += double(sound[i]) * double(sound[i]);
+        steps.push_back(sum / STEP);
+    }
+    double most = 0.0;
+    for (size_t i = 2; i < steps.size(); i++)
+        most = std::max(most, (steps[i - 2] + steps[i - 1] + steps[i]) / 3.0);
+    return 10.0 * std::log10(most + 1e-20);
+}
+
+// Of copies in random phases, other ones meet at each key.
+bool has_random_copies(const Instrument& sound) {
+    return sound.get_controller(CTRL_OSC1_RANDOMIZE_PHASE) != 0 &&
+           (sound.get_controller(CTRL_OSC1_MULTI_COUNT) != 0 ||
+            sound.get_controller(CTRL_OSC2_MULTI_COUNT) != 0 ||
+            sound.get_controller(CTRL_OSC3_MULTI_COUNT) != 0);
+}
+
+TEST_P(ShippedPrograms, PlayTheirKeysAboutAlikeLoud) {
+    constexpr double MOST = 12.0; // dB, which a bird's chirps come near
+    constexpr unsigned STEP = 7;
+    const Family& family = FAMILIES[GetParam()];
+    SetPlayer player;
+    for (unsigned i = 0; i < FAMILY_SIZE; i++) {
+        const unsigned program = GetParam() * FAMILY_SIZE + i;
+        if (has_random_copies(shipped_gm_bank().get_instrument(program)))
+            continue;
+        player.choose_program(program);
+        double least = 0.0;
+        double most = -200.0;
+        for (unsigned key = family.low; key <= family.high; key += STEP) {
+            player.note_on(0, key, 100);
+            const double level = loudest(player.render(0.6));
+            player.note_off(0, key);
+            player.seconds_until_silent();
+            least = std::min(least, level);
+            most = std::max(most, level);
+        }
+        EXPECT_LT(most - least, MOST) << "program " << program;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, ShippedPrograms, testing::Range(0U, 16U),
                          [](const auto& family) { return FAMILIES[family.param].name; });
 
