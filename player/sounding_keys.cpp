@@ -57,7 +57,7 @@ void SoundingKeys::follow(const midi_event& event) {
         constexpr unsigned FINE = 0x7F;
         const unsigned bend = channel.bend.load(std::memory_order_relaxed);
         if (event.data1 == CTRL_PITCH_BEND_MSB)
-            channel.bend.store(uint16_t(event.data2 << 7U | (bend & FINE)),
+            channel.bend.store(uint16_t(unsigned(event.data2) << 7U | (bend & FINE)),
                                std::memory_order_relaxed);
         else if (event.data1 == CTRL_PITCH_BEND_LSB)
             channel.bend.store(uint16_t((bend & ~FINE) | event.data2), std::memory_order_relaxed);
