@@ -17,12 +17,7 @@ Hands::~Hands() {
 }
 
 unsigned Hands::channel() const {
-    const EditorState& state = model.get_state();
-    for (unsigned channel = 0; channel < state.channel_programs.size(); channel++) {
-        if (state.channel_programs[channel] == state.program)
-            return channel;
-    }
-    return 0;
+    return model.channel();
 }
 
 bool Hands::has_modulation_and_sustain() const {

@@ -19,8 +19,7 @@ class Hands {
     Hands(const Hands&) = delete;
     Hands& operator=(const Hands&) = delete;
 
-    // That keys and wheels are played on now: the one that plays the current program, channel 1
-    // when none does.
+    // That keys and wheels are played on now: the selected one.
     [[nodiscard]] unsigned channel() const;
     // General MIDI has a modulation wheel and a sustain pedal, the native dialect has neither.
     [[nodiscard]] bool has_modulation_and_sustain() const;
