@@ -94,7 +94,7 @@ std::string SoundBrowser::load(size_t index, EditorModel& model) {
         return "";
     const LibrarySound& sound = row(index);
     if (sound.place == LibrarySound::Place::BANK) {
-        model.select_program(sound.program);
+        model.choose_program(sound.program);
         return "Program " + std::to_string(sound.program) + ": " + sound.name;
     }
     const unsigned program = model.get_state().program;

@@ -47,7 +47,7 @@ class SoundBrowser {
     std::string toggle_favourite(size_t index);
 
     // Gives the sound to the edited program, in one step of undo; of this bank's, that program is
-    // edited instead.  What was done, for people; empty without a row.
+    // chosen instead.  What was done, for people; empty without a row.
     std::string load(size_t index, EditorModel& model);
     // Writes the edited program into the user's folder, beside what is there.  Empty, or why not.
     std::string keep_program(EditorModel& model, std::string& path);
