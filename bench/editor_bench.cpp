@@ -48,7 +48,7 @@ void redraw(benchmark::State& state) {
     state.SetLabel(drawn.view.get_pages()[size_t(state.range(0))].title);
 }
 BENCHMARK(redraw)
-    ->ArgsProduct({benchmark::CreateDenseRange(0, 10, 1), {100, 200}})
+    ->ArgsProduct({benchmark::CreateDenseRange(0, 12, 1), {100, 200}})
     ->Unit(benchmark::kMillisecond);
 
 // What a window does 30 times a second while music plays.
@@ -61,7 +61,7 @@ void redraw_meters(benchmark::State& state) {
     }
     state.SetLabel(drawn.view.get_pages()[size_t(state.range(0))].title);
 }
-BENCHMARK(redraw_meters)->Arg(0)->Arg(9)->Unit(benchmark::kMillisecond);
+BENCHMARK(redraw_meters)->Arg(0)->Arg(10)->Arg(11)->Unit(benchmark::kMillisecond);
 
 // What a window does 60 times a second while nothing happens.
 void idle_tick(benchmark::State& state) {

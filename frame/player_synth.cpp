@@ -22,8 +22,24 @@ EditorMeters PlayerSynth::read_meters() {
         shown.band_gains[band] = meters.band_gains[band].load(std::memory_order_relaxed);
     }
     shown.voices = unsigned(meters.voices.load(std::memory_order_relaxed));
+    meters.note.read(note);
+    shown.note = note;
     shown.active_channels = meters.played_channels.exchange(0);
     return shown;
+}
+
+void PlayerSynth::watch_output(ScopeSource source) {
+    player.watch_output(source == ScopeSource::WHOLE     ? OutputWatch::WHOLE
+                        : source == ScopeSource::PROGRAM ? OutputWatch::PROGRAM
+                                                         : OutputWatch::NOTHING);
+}
+
+bool PlayerSynth::read_output(std::span<float> left, std::span<float> right) {
+    const uint32_t now = player.meters().output.count();
+    if (now == read_frames)
+        return false;
+    read_frames = now;
+    return player.meters().output.read(left, right);
 }
 
 void PlayerSynth::set_controller(unsigned number, int value) {

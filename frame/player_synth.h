@@ -15,6 +15,8 @@ class PlayerSynth : public EditorSynth {
 
     void read_state(EditorState& state) override;
     EditorMeters read_meters() override;
+    void watch_output(ScopeSource source) override;
+    bool read_output(std::span<float> left, std::span<float> right) override;
 
     void begin_edit(unsigned /*number*/) override {}
     void set_controller(unsigned number, int value) override;
@@ -49,6 +51,8 @@ class PlayerSynth : public EditorSynth {
 
   private:
     Player& player;
+    NoteView note; // the last that was whole
+    uint32_t read_frames = 0;
 };
 
 } // namespace tarquil

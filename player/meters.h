@@ -5,9 +5,17 @@
 #include <atomic>
 #include <cstdint>
 
+#include "common/sample_ring.h"
+#include "common/shared_record.h"
 #include "softsynth/effects/multi_compressor.h"
+#include "softsynth/parameters/note_view.h"
+#include "softsynth/signal/buffer.h"
 
 namespace tarquil {
+
+// What is kept for a scope: nothing, the whole output, or what the channels that play the edited
+// program add to the main bus before the master section.
+enum class OutputWatch : uint8_t { NOTHING, WHOLE, PROGRAM };
 
 // Written once a block; who shows a value takes it and starts it anew.
 struct Meters {
@@ -24,6 +32,16 @@ struct Meters {
     // gain without makeup.
     std::atomic<float> band_levels[MC_N_BANDS]{};
     std::atomic<float> band_gains[MC_N_BANDS]{};
+
+    // The last note of the edited program, every VIEW_PERIOD frames.
+    SharedRecord<NoteView> note;
+    static constexpr uint32_t VIEW_PERIOD = 256;
+
+    // At the engine's rate.  Half of it can be read at once.
+    std::atomic<OutputWatch> output_watch{OutputWatch::NOTHING};
+    SampleRing<1U << 15U> output;
+    // NUM_CHANNELS buffers, for a program by itself.
+    std::atomic<StereoBuffer*> taps{nullptr};
 };
 
 } // namespace tarquil

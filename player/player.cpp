@@ -59,6 +59,15 @@ std::unique_ptr<Tarquil> Player::make_engine(uint32_t seed) {
     return made;
 }
 
+void Player::watch_output(OutputWatch watch) {
+    const LockHolder holder(lock);
+    if (watch == OutputWatch::PROGRAM && output_taps == nullptr) {
+        output_taps = std::make_unique<StereoBuffer[]>(NUM_CHANNELS);
+        link.meters.taps.store(output_taps.get(), std::memory_order_release);
+    }
+    link.meters.output_watch.store(watch, std::memory_order_release);
+}
+
 void Player::set_band_muted(unsigned band, bool muted) {
     const LockHolder holder(lock);
     muted_bands[band].store(muted, std::memory_order_relaxed);

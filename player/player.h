@@ -126,6 +126,8 @@ class Player {
     // Read and taken by whoever shows them.
     Meters& meters() { return link.meters; }
     SoundingKeys& sounding_keys() { return link.keys; }
+    // What the meters keep of the output from the next block on.
+    void watch_output(OutputWatch watch);
     // Changes whenever a value, a name or a channel's program has.
     [[nodiscard]] uint32_t num_changes() const {
         return link.changes.load(std::memory_order_relaxed);
@@ -153,6 +155,7 @@ class Player {
     // From the first time on that they are wanted.
     std::unique_ptr<Tarquil> drum_engine;
     std::unique_ptr<GmEnsemble> ensemble;
+    std::unique_ptr<StereoBuffer[]> output_taps;    // from the first time on that they are watched
     std::atomic<bool> muted_bands[MC_N_BANDS] = {}; // as the engine has it, or will
 
     PlayerAudio audio_side;

@@ -3,7 +3,6 @@
 #include "player/player_audio.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/log/log.h"
 #include "midi/gm/gm_message.h"
@@ -262,6 +261,7 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         std::fill_n(pcm, size_t(2) * frames, 0.0F);
         return;
     }
+    follow_watch(*engine);
     if (plays_gm())
         run_gm(*engine, pcm, frames);
     else
@@ -292,6 +292,7 @@ void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
     for (const midi_event& event : due)
         link.keys.follow(event);
     engine.run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
+    show_run(engine, frames);
     if (gm != nullptr && gm->has_rest())
         gm->run_rest(link.drum_engine.load(std::memory_order_acquire), pcm, frames, curr_time);
     curr_time += frames;
@@ -309,28 +310,6 @@ void PlayerAudio::keep_clock_low(Tarquil& engine) {
     events.move_clock_back(frames);
     tempo_clock.move_clock_back(frames);
     curr_time -= frames;
-}
-
-void PlayerAudio::measure(Tarquil& engine, const float* frames, uint32_t num_frames) {
-    float left = 0;
-    float right = 0;
-    for (uint32_t i = 0; i < num_frames; i++) {
-        left = std::max(left, std::fabs(frames[2 * i]));
-        right = std::max(right, std::fabs(frames[2 * i + 1]));
-    }
-    Meters& meters = link.meters;
-    // A peak that is taken meanwhile may be shown twice, which nobody sees.
-    if (left > meters.peak_left.load(std::memory_order_relaxed))
-        meters.peak_left.store(left, std::memory_order_relaxed);
-    if (right > meters.peak_right.load(std::memory_order_relaxed))
-        meters.peak_right.store(right, std::memory_order_relaxed);
-    const MultiCompressor& compressor = engine.get_compressor();
-    for (unsigned band = 0; band < MC_N_BANDS; band++) {
-        meters.band_levels[band].store(compressor.get_level(band), std::memory_order_relaxed);
-        meters.band_gains[band].store(compressor.get_attenuation(band), std::memory_order_relaxed);
-    }
-    meters.voices.store(plays_gm() ? int(gm->voices()) : engine.get_voice_pool().voices_used(),
-                        std::memory_order_relaxed);
 }
 
 } // namespace tarquil

@@ -93,7 +93,15 @@ class PlayerAudio {
     void silence();
     void send_what_found_no_room();
     void keep_clock_low(Tarquil& engine);
+
+    // For windows, each does nothing while none looks.  Before anything is run:
+    void follow_watch(Tarquil& engine);
+    // After each run of the engine, at whose end the clock is not yet:
+    void show_run(Tarquil& engine, uint32_t frames);
+    // After all of them:
     void measure(Tarquil& engine, const float* frames, uint32_t num_frames);
+    [[nodiscard]] uint32_t channels_of_edited_program() const;
+
     [[nodiscard]] bool plays_gm() const { return dialect == MidiDialect::GENERAL_MIDI; }
     [[nodiscard]] ChannelPrograms wanted_programs() const;
 
@@ -113,6 +121,9 @@ class PlayerAudio {
     uint32_t waiting_channels = 0;
     bool globals_wait = false;
     bool silence_waits = false;
+
+    OutputWatch followed_watch = OutputWatch::NOTHING;
+    uint32_t since_view = 0; // frames
 };
 
 } // namespace tarquil

@@ -107,6 +107,7 @@ void PlayerAudio::run_gm(Tarquil& engine, float* pcm, uint32_t frames) {
         }
         pass_tempo(engine, piece);
         gm->run(engines, pcm + size_t(2) * done, piece, curr_time);
+        show_run(engine, piece);
         curr_time += piece;
         done += piece;
     }

@@ -71,6 +71,14 @@ void Canvas::fill(const Rect& area, Color color, double radius, double alpha) {
     cairo_fill(cr);
 }
 
+void Canvas::fill_all(const std::vector<Rect>& areas, Color color, double alpha) {
+    cairo_new_path(cr);
+    for (const Rect& area : areas)
+        cairo_rectangle(cr, area.x, area.y, area.w, area.h);
+    set_color(color, alpha);
+    cairo_fill(cr);
+}
+
 void Canvas::frame(const Rect& area, Color color, double radius, double width) {
     rounded(area.inset(width / 2), radius);
     set_color(color);

@@ -33,6 +33,8 @@ class Canvas {
     ~Canvas();
 
     void fill(const Rect& area, Color color, double radius = 0.0, double alpha = 1.0);
+    // Areas that do not overlap.
+    void fill_all(const std::vector<Rect>& areas, Color color, double alpha);
     void frame(const Rect& area, Color color, double radius = 0.0, double width = 1.0);
     void disc(Point center, double radius, Color color);
     void ring(Point center, double radius, Color color, double width);

@@ -10,6 +10,7 @@
 #include "editor/kit/overlay.h"
 #include "editor/model/editor_document.h"
 #include "editor/model/editor_model.h"
+#include "editor/model/output_scope.h"
 
 namespace tarquil {
 
@@ -19,6 +20,8 @@ class ResponseWorker;
 struct ViewState {
     int plot_note = 60;         // of waves and of filters that follow the key
     unsigned selected_slot = 0; // of the bank page
+    OutputScope scope{};
+    bool is_time_logarithmic = true; // on the envelopes' plots
 };
 
 // A file to be chosen.

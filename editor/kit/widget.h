@@ -43,6 +43,8 @@ class Widget {
     [[nodiscard]] virtual bool shows_meters() const { return false; }
     // Where it does, or more, since it last drew.
     virtual std::vector<Rect> moved_areas(UiHost& /*host*/) { return {area}; }
+    // What is played is read while it is on the page.
+    [[nodiscard]] virtual bool shows_output() const { return false; }
     // The controllers that can be set here.
     [[nodiscard]] virtual std::vector<unsigned> controllers() const { return {}; }
 

@@ -2,6 +2,8 @@
 
 #include "editor/model/bank_synth.h"
 
+#include <algorithm>
+
 #include "curves/wave_shape.h"
 #include "instrument/names.h"
 #include "softsynth/parameters/controller_table.h"
@@ -25,6 +27,14 @@ const WaveformStore& BankSynth::get_waves() {
 void BankSynth::read_state(EditorState& state) {
     read_bank(bank, program, state);
     state.channel_programs = channel_programs;
+}
+
+bool BankSynth::read_output(std::span<float> left, std::span<float> right) {
+    if (watched == ScopeSource::NOTHING || output.size() < left.size())
+        return false;
+    std::copy_n(output.end() - std::ptrdiff_t(left.size()), left.size(), left.begin());
+    std::copy(left.begin(), left.end(), right.begin());
+    return true;
 }
 
 void BankSynth::set_controller(unsigned number, int value) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "editor/model/editor_synth.h"
 
@@ -16,6 +17,8 @@ class BankSynth : public EditorSynth {
 
     void read_state(EditorState& state) override;
     EditorMeters read_meters() override { return meters; }
+    void watch_output(ScopeSource source) override { watched = source; }
+    bool read_output(std::span<float> left, std::span<float> right) override;
 
     void begin_edit(unsigned /*number*/) override {}
     void set_controller(unsigned number, int value) override;
@@ -56,6 +59,8 @@ class BankSynth : public EditorSynth {
     EditorMeters meters;
     EditorKeys keys;
     EditorNotice notice;
+    ScopeSource watched = ScopeSource::NOTHING;
+    std::vector<float> output; // what left and right are, from their ends on
     unsigned program = 0;
     std::array<uint8_t, NUM_CHANNELS> channel_programs{};
     int panics = 0;

@@ -1,12 +1,13 @@
 // What the editor needs of the synthesizer that it edits.
 //
 // Every call comes from the window's thread.  An implementation takes its lock for the call only;
-// `read_meters` takes none and allocates nothing.
+// `read_meters` and `read_output` take none and allocate nothing.
 
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/midi_dialect.h"
+#include "softsynth/parameters/note_view.h"
 
 namespace tarquil {
 
@@ -44,6 +46,7 @@ struct EditorMeters {
     std::array<float, NUM_COMPRESSOR_BANDS> band_levels{}; // of the compressor's followers
     std::array<float, NUM_COMPRESSOR_BANDS> band_gains = {1.0F, 1.0F, 1.0F, 1.0F}; // without makeup
     unsigned voices = 0;
+    NoteView note;                // the last one on a channel that plays the edited program
     unsigned active_channels = 0; // bit c: a note started on channel c since the last call
 
     bool operator==(const EditorMeters& other) const = default;
@@ -55,6 +58,10 @@ struct ShippedBank {
     const TarqSettings* bank = nullptr; // for as long as the process runs
 };
 
+// Whose output a scope shows: nobody's, which costs nothing; all that is played; or what the
+// channels with the edited program add to it before the master section.
+enum class ScopeSource { NOTHING, WHOLE, PROGRAM };
+
 class EditorSynth {
   public:
     EditorSynth() = default;
@@ -64,6 +71,11 @@ class EditorSynth {
 
     virtual void read_state(EditorState& state) = 0;
     virtual EditorMeters read_meters() = 0;
+    // What read_output gives from now on: the last left.size() frames (at most MAX_SCOPE_FRAMES) at
+    // 44100 Hz.  False when there is nothing new.
+    virtual void watch_output(ScopeSource source) = 0;
+    virtual bool read_output(std::span<float> left, std::span<float> right) = 0;
+    static constexpr size_t MAX_SCOPE_FRAMES = 16384;
 
     // Changes a controller (with a key, `value` 0..127 within its choices) of the current program,
     // or a global one, and tells the host; every change lies between begin_edit and end_edit.

@@ -3,7 +3,6 @@
 #include "editor/pages/layout.h"
 #include "editor/pages/pages.h"
 #include "editor/plots/filter_plot.h"
-#include "editor/plots/routing_plot.h"
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
 #include "editor/widgets/slider.h"

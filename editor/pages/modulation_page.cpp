@@ -2,9 +2,9 @@
 
 #include "editor/pages/layout.h"
 #include "editor/pages/pages.h"
-#include "editor/plots/routing_plot.h"
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
+#include "editor/widgets/routing_plot.h"
 #include "editor/widgets/slider.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
@@ -14,10 +14,9 @@ namespace tarquil {
 Page make_modulation_page() {
     Page page{"Modulation", {}, {}};
     Rect rest = PAGE_AREA;
-    Rect table = add_panel(page, rest.cut_left(740), "Modulation");
-    rest.cut_left(GAP);
-    Rect routing = add_panel(page, rest, "Routing");
-    page.add<RoutingPlot>(routing);
+    page.add<RoutingPlot>(add_panel(page, rest.cut_top(232), "Routing"));
+    rest.cut_top(GAP);
+    Rect table = add_panel(page, rest, "Modulation");
 
     constexpr double NAME_WIDTH = 118;
     constexpr double SOURCE_WIDTH = 104;

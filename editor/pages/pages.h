@@ -18,7 +18,9 @@ Page make_mono_effects_page();
 Page make_equaliser_page();
 Page make_output_page();
 Page make_global_page();
+Page make_reverb_page();
 Page make_compressor_page();
+Page make_scope_page();
 Page make_sounds_page();
 Page make_bank_page();
 

@@ -8,6 +8,7 @@
 // Stored pictures have half the size of a window at 100 %; the same page at 200 %, made as small,
 // must look like them, too.
 
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -46,6 +47,22 @@ void set_meters(BankSynth& synth) {
     for (const size_t key : {60U, 63U, 67U, 70U})
         synth.keys.channels[synth.program % NUM_CHANNELS].keys.set(key);
     synth.keys.channels[NUM_CHANNELS - 1].keys.set(36).set(43);
+    NoteView& note = synth.meters.note;
+    note.is_sounding = 1;
+    note.note = 43;
+    note.envelopes[0] = {EnvelopeStage::DECAY, 0.2F, 0.9F};
+    note.envelopes[1] = {EnvelopeStage::DECAY, 0.04F, 0.75F};
+    note.envelopes[2] = {EnvelopeStage::ATTACK, 0.0F, 0.0F};
+    note.lfo_phases[0] = 0.15F;
+    note.cutoff = 5.5F;
+    note.lowest_cutoff = 4.0F;
+    note.highest_cutoff = 6.3F;
+    note.resonance = 2.0F;
+    synth.output.resize(OutputScope::NUM_FRAMES);
+    for (size_t i = 0; i < synth.output.size(); i++) {
+        for (const double hertz : {110.0, 220.0, 331.0, 1470.0, 5900.0})
+            synth.output[i] += float(33.0 / hertz * std::sin(0.0001424759 * hertz * double(i)));
+    }
 }
 
 std::string file_name(const std::string& title) {
@@ -166,7 +183,7 @@ Picture draw_scene(const Scene& scene, int scale, const TarqSettings& demo) {
     settings.theme = theme_key(scene.theme);
     EditorView view(model, settings, false);
     view.show_page(scene.page);
-    view.tick(0.0);
+    view.tick(1.0);
     if (scene.prepare != nullptr)
         scene.prepare(view);
     Picture picture(int(WINDOW_WIDTH) * scale, view.height() * scale);

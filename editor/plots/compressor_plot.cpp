@@ -89,12 +89,7 @@ void CompressorPlot::draw_attenuation(Canvas& canvas, double decibels) const {
 }
 
 std::vector<Rect> CompressorPlot::moved_areas(UiHost& host) {
-    std::vector<Rect> moved;
-    const Point now = dot(host);
-    if (now.x != drawn_dot.x || now.y != drawn_dot.y) {
-        for (const Point& place : {drawn_dot, now})
-            moved.push_back(square_around(place, DOT_RADIUS + 1));
-    }
+    std::vector<Rect> moved = moved_dot(drawn_dot, dot(host), DOT_RADIUS);
     if (gain(host) != drawn_gain) {
         Rect meter = meter_area();
         moved.push_back(meter.cut_bottom(NUMBER_HEIGHT));

@@ -1,9 +1,11 @@
-// An envelope with points to drag: attack; decay and sustain; release.
+// An envelope over time with points to drag, and where the last note is on it.
+//
+// Left of the line "key up" time counts from the key's press, right of it from its release.
 
 #pragma once
 
-#include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
+#include "editor/plots/envelope_axis.h"
 #include "softsynth/parameters/families.h"
 
 namespace tarquil {
@@ -21,22 +23,39 @@ class EnvelopePlot : public Widget {
     void hover(UiHost& host, Point at) override;
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
     [[nodiscard]] std::vector<unsigned> controllers() const override;
 
   private:
     enum Node : int { NO_NODE = -1, ATTACK, DECAY, RELEASE };
 
-    [[nodiscard]] Node node_at(const ControllerBytes& bytes, Point at) const;
-    [[nodiscard]] Point node_point(const ControllerBytes& bytes, Node node) const;
+    struct Axes {
+        EnvelopeAxis held;
+        EnvelopeAxis released;
+    };
+
+    [[nodiscard]] Axes axes(UiHost& host) const;
+    [[nodiscard]] Rect curve_area() const;
+    [[nodiscard]] double seconds(const ControllerBytes& bytes, unsigned number) const;
+    [[nodiscard]] double height(double level) const;
+    [[nodiscard]] Node node_at(UiHost& host, Point at) const;
+    [[nodiscard]] Point node_point(UiHost& host, Node node) const;
+    [[nodiscard]] Point playhead(UiHost& host) const;
+    void draw_grid(Canvas& canvas, const Axes& shown) const;
+    void draw_texts(Canvas& canvas, UiHost& host) const;
+    [[nodiscard]] std::vector<Point> curve(UiHost& host) const;
 
     const unsigned envelope;
     const EnvelopeRows rows;
     Node hovered = NO_NODE;
     Node dragged = NO_NODE;
     // of the drag
-    DraggedValue time_value;
+    double longest = 0.0; // seconds of the linear axis when it began, which stays meanwhile
+    double place = 0.0;
     double level_value = 0.0;
     Point last;
+    Point drawn_playhead{};
 };
 
 } // namespace tarquil

@@ -15,6 +15,9 @@ namespace {
 constexpr double GAIN_RANGE = 27.0; // dB either way
 constexpr double NODE_RADIUS = 8.0;
 constexpr double REACH = 13.0;
+// Beside the curve, so that no node covers them.
+constexpr double NUMBERS_WIDTH = 36.0;
+constexpr double NUMBERS_HEIGHT = 15.0;
 
 bool has_gain(const ControllerBytes& bytes, const FilterRows& rows) {
     return has_filter_gain(FilterType(bytes[rows.type]));
@@ -25,7 +28,9 @@ bool has_gain(const ControllerBytes& bytes, const FilterRows& rows) {
 EqualiserPlot::EqualiserPlot(const Rect& widget_area, unsigned first_type, unsigned count,
                              unsigned first_response)
     : Widget(widget_area), first(first_type), num_filters(int(count)), responses(first_response),
-      frame(frequency_frame(widget_area, -GAIN_RANGE, GAIN_RANGE)) {}
+      frame(frequency_frame({widget_area.x + NUMBERS_WIDTH, widget_area.y,
+                             widget_area.w - NUMBERS_WIDTH, widget_area.h - NUMBERS_HEIGHT},
+                            -GAIN_RANGE, GAIN_RANGE)) {}
 
 Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const {
     const FilterRows rows = rows_of(filter);
@@ -33,7 +38,7 @@ Point EqualiserPlot::node_point(const ControllerBytes& bytes, int filter) const 
     const double gain = has_gain(bytes, rows)
                             ? 20.0 * std::log10(controller_quantity(rows.gain, bytes[rows.gain]))
                             : 0.0;
-    const Rect inside = area.inset(NODE_RADIUS);
+    const Rect inside = frame.get_area().inset(NODE_RADIUS);
     Point place = frame.point(hertz, gain);
     // Filters set alike stand side by side.
     for (int other = 0; other < filter; other++) {
@@ -55,10 +60,11 @@ int EqualiserPlot::node_at(const ControllerBytes& bytes, Point at) const {
 
 void EqualiserPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    frame.draw(canvas, frequency_lines(), decibel_lines(-24, 24, area.h > 200 ? 6 : 12));
+    frame.draw(canvas, frequency_lines(), decibel_lines(-24, 24, area.h > 200 ? 6 : 12),
+               PlotFrame::Numbers::OUTSIDE);
     Response sum(response_frequencies().size());
     const int lit = state.is_pressed ? dragged : (state.is_hovered ? hovered : NO_NODE);
-    canvas.clip(area);
+    canvas.clip(frame.get_area());
     bool is_any_on = false;
     for (int i = 0; i < num_filters; i++) {
         const FilterSettings filter = equaliser_filter_settings(bytes, rows_of(i));
@@ -113,7 +119,7 @@ void EqualiserPlot::drag(UiHost& host, const Pointer& pointer) {
     const bool is_gain = has_gain(model.get_state().bytes, rows);
     const double speed = drag_speed(pointer);
     // 40 dB are 127 steps, and so is the height for a resonance.
-    const double steps = (is_gain ? 2.0 * GAIN_RANGE / 40.0 : 1.0) * 127.0 / area.h;
+    const double steps = (is_gain ? 2.0 * GAIN_RANGE / 40.0 : 1.0) * 127.0 / frame.get_area().h;
     model.set_value(rows.cutoff,
                     cutoff.move((pointer.at.x - last.x) * speed * cutoff_steps(frame)));
     model.set_value(is_gain ? rows.gain : rows.resonance,

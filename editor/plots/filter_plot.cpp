@@ -7,6 +7,7 @@
 
 #include "editor/plots/plot_frame.h"
 #include "editor/plots/response_worker.h"
+#include "softsynth/parameters/note_frequency.h"
 
 namespace tarquil {
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr double LOWEST_GAIN = -66.0;
 constexpr double HIGHEST_GAIN = 30.0;
+constexpr double LINE_WIDTH = 1.5;
+constexpr double HARMONICS_HEIGHT = 16.0;
+constexpr int MOST_HARMONICS = 48;
 
 } // namespace
 
@@ -32,6 +36,10 @@ void FilterPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
         canvas.fill_below(points, area.bottom(), color, 0.12);
     }
     canvas.polyline(points, color, 2);
+    drawn = motion(host);
+    if (is_filter_on(filter))
+        draw_motion(canvas);
+    draw_harmonics(canvas, drawn.key < 0 ? host.get_view_state().plot_note : drawn.key);
     canvas.unclip();
     if (!is_filter_on(filter))
         canvas.text({area.x, area.y, area.w, area.h / 2},
@@ -40,6 +48,76 @@ void FilterPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
                     {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
     if (state.is_pressed)
         canvas.frame(area, theme::ACCENT_DIM, 4);
+}
+
+FilterPlot::Motion FilterPlot::motion(UiHost& host) const {
+    const NoteView& note = host.get_meters().note;
+    if (note.is_sounding == 0)
+        return {};
+    FilterSettings filter =
+        voice_filter_settings(host.get_model().get_state().bytes, int(note.note));
+    const PlotFrame frame = frequency_frame(area, LOWEST_GAIN, HIGHEST_GAIN);
+    const auto place = [&](float octaves) {
+        filter.cutoff_octaves = std::clamp(octaves, -10.0F, 20.0F);
+        return std::clamp(frame.x(cutoff_hertz(filter)), area.x, area.right());
+    };
+    Motion shown{note.start_time, int(note.note), place(note.cutoff), place(note.lowest_cutoff),
+                 place(note.highest_cutoff)};
+    if (drawn.key == shown.key && drawn.note == shown.note) {
+        shown.left = std::min(shown.left, drawn.left);
+        shown.right = std::max(shown.right, drawn.right);
+    }
+    return shown;
+}
+
+void FilterPlot::draw_motion(Canvas& canvas) const {
+    if (drawn.key < 0)
+        return;
+    canvas.fill({drawn.left, area.y, drawn.right - drawn.left, area.h}, theme::WARM, 0, 0.10);
+    canvas.line({drawn.now, area.y}, {drawn.now, area.bottom()}, theme::WARM, LINE_WIDTH);
+}
+
+Rect FilterPlot::harmonics_area() const {
+    return {area.x, area.bottom() - HARMONICS_HEIGHT, area.w, HARMONICS_HEIGHT};
+}
+
+void FilterPlot::draw_harmonics(Canvas& canvas, int key) const {
+    const Rect strip = harmonics_area();
+    const PlotFrame frame = frequency_frame(area, LOWEST_GAIN, HIGHEST_GAIN);
+    const double fundamental = double(note_frequency(float(key)));
+    std::vector<Rect> lines;
+    for (int i = 1; i <= MOST_HARMONICS; i++) {
+        const double x = frame.x(fundamental * i);
+        if (x >= area.x && x < area.right())
+            lines.push_back({x, strip.bottom() - strip.h / std::sqrt(double(i)), 1.0,
+                             strip.h / std::sqrt(double(i))});
+    }
+    canvas.fill_all(lines, theme::TEXT_MUTED, 0.9);
+}
+
+std::vector<Rect> FilterPlot::moved_areas(UiHost& host) {
+    const Motion now = motion(host);
+    std::vector<Rect> moved;
+    const auto add = [&](double from, double to) {
+        if (from != to)
+            moved.push_back({std::min(from, to) - LINE_WIDTH, area.y,
+                             std::abs(to - from) + 2 * LINE_WIDTH, area.h});
+    };
+    if (now.key != drawn.key || now.note != drawn.note) {
+        moved.push_back(harmonics_area());
+        if (drawn.key >= 0)
+            add(drawn.left, drawn.right + LINE_WIDTH);
+        if (now.key >= 0)
+            add(now.left, now.right + LINE_WIDTH);
+    } else if (now.key >= 0) {
+        add(drawn.left, now.left);
+        add(drawn.right, now.right);
+        if (drawn.now != now.now) {
+            add(drawn.now, drawn.now + LINE_WIDTH);
+            add(now.now, now.now + LINE_WIDTH);
+        }
+    }
+    return moved;
 }
 
 bool FilterPlot::press(UiHost& host, const Pointer& pointer) {
@@ -71,7 +149,8 @@ void FilterPlot::release(UiHost& host) {
 
 std::string FilterPlot::tooltip(UiHost& /*host*/) {
     return "Response to quiet sound at the chosen note\nDrag: cutoff sideways, resonance up and "
-           "down";
+           "down\nOrange: where the last note of this program moves the cutoff; below: its "
+           "harmonics";
 }
 
 std::vector<unsigned> FilterPlot::controllers() const {

@@ -1,6 +1,8 @@
-// The response of the voice filter.
+// The response of the voice filter, and how the last note moves its cutoff.
 
 #pragma once
+
+#include <cstdint>
 
 #include "editor/kit/dragged_value.h"
 #include "editor/kit/widget.h"
@@ -19,8 +21,25 @@ class FilterPlot : public Widget {
     std::string tooltip(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] std::vector<unsigned> controllers() const override;
+    [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    // Where the cutoff of the last note is, has been at its lowest, and at its highest.
+    struct Motion {
+        uint32_t note = 0; // its start
+        int key = -1;      // negative: there is none
+        double now = 0.0;  // places
+        double left = 0.0;
+        double right = 0.0;
+    };
+
+    [[nodiscard]] Motion motion(UiHost& host) const;
+    void draw_motion(Canvas& canvas) const;
+    void draw_harmonics(Canvas& canvas, int key) const;
+    [[nodiscard]] Rect harmonics_area() const;
+
+    Motion drawn;
     // of the drag
     DraggedValue cutoff;
     DraggedValue resonance;

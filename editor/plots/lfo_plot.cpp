@@ -2,11 +2,15 @@
 
 #include "editor/plots/lfo_plot.h"
 
-#include "common/number_text.h"
+#include <algorithm>
+#include <cmath>
+
 #include "curves/effect_curves.h"
+#include "editor/plots/envelope_axis.h"
 #include "editor/plots/plot_frame.h"
 #include "softsynth/parameters/control_use.h"
 #include "softsynth/parameters/controller_display.h"
+#include "softsynth/parameters/influence.h"
 
 namespace tarquil {
 
@@ -14,7 +18,11 @@ namespace {
 
 constexpr unsigned NUM_SAMPLES = 512;
 constexpr double FEWEST_PERIODS = 2.0; // shown
-constexpr double SHORTEST_SECONDS = 2.0;
+constexpr double DOT_RADIUS = 5.0;
+
+PlotFrame frame_of(const Rect& area, double seconds) {
+    return {area, 0.0, seconds, -1.25, 1.25};
+}
 
 } // namespace
 
@@ -28,26 +36,44 @@ void LfoPlot::compute(EditorSynth& synth, const ControllerBytes& bytes, double s
                        map_char_to_float(rows.phase, bytes[rows.phase]), NUM_SAMPLES);
 }
 
+double LfoPlot::shown_seconds(const ControllerBytes& bytes) const {
+    return round_time_above(FEWEST_PERIODS / controller_quantity(rows.speed, bytes[rows.speed]));
+}
+
+Point LfoPlot::dot(UiHost& host) const {
+    const ControllerBytes& bytes = host.get_model().get_state().bytes;
+    const NoteView& note = host.get_meters().note;
+    if (note.is_sounding == 0 || samples.empty() || !is_modulation_source(INFL_LFO1 + lfo, bytes))
+        return NOWHERE;
+    // Within the first cycle: the phase alone does not tell which one it is.
+    const double start = double(map_char_to_float(rows.phase, bytes[rows.phase]));
+    const double cycles = double(note.lfo_phases[lfo]) - start;
+    const double part = (cycles - std::floor(cycles)) /
+                        (controller_quantity(rows.speed, bytes[rows.speed]) * shown_seconds(bytes));
+    const auto index = std::min(size_t(part * NUM_SAMPLES), samples.size() - 1);
+    return frame_of(area, shown_seconds(bytes))
+        .point(part * shown_seconds(bytes), double(samples[index]));
+}
+
 void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const double hertz = controller_quantity(rows.speed, bytes[rows.speed]);
-    double seconds = SHORTEST_SECONDS;
-    while (seconds * hertz < FEWEST_PERIODS)
-        seconds *= 2.0;
+    const double seconds = shown_seconds(bytes);
     compute(host.get_model().get_synth(), bytes, seconds);
-    const PlotFrame frame(area, 0.0, seconds, -1.25, 1.25);
-    std::vector<GridLine> columns;
-    const double step = seconds / 8;
-    for (int i = 1; i < 8; i++)
-        columns.push_back({step * i, i % 2 == 0 ? trimmed_number(step * i, 2) + " s" : ""});
-    frame.draw(canvas, columns, {{-1.0, "-1"}, {0.0, "0"}, {1.0, "1"}});
+    const PlotFrame frame = frame_of(area, seconds);
+    frame.draw(canvas, time_lines(seconds), {{-1.0, "-1"}, {0.0, "0"}, {1.0, "1"}});
     std::vector<Point> points;
     for (size_t i = 0; i < samples.size(); i++)
         points.push_back(frame.point(seconds * double(i) / NUM_SAMPLES, double(samples[i])));
     const bool is_used = is_controller_used(rows.speed, bytes);
     canvas.clip(area);
     canvas.wave(points, is_used ? theme::PARTS[lfo] : theme::TEXT_DIM, 1.6);
+    drawn_dot = dot(host);
+    canvas.disc(drawn_dot, DOT_RADIUS, theme::TEXT);
     canvas.unclip();
+}
+
+std::vector<Rect> LfoPlot::moved_areas(UiHost& host) {
+    return moved_dot(drawn_dot, dot(host), DOT_RADIUS);
 }
 
 } // namespace tarquil

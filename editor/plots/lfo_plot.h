@@ -14,15 +14,26 @@ class LfoPlot : public Widget {
         : Widget(widget_area), lfo(shown), rows(lfo_rows(shown)) {}
 
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
+    std::string tooltip(UiHost& /*host*/) override {
+        return "The wave from the note's start on; the dot: where the last note of this program is";
+    }
     [[nodiscard]] bool takes_focus() const override { return false; }
+    [[nodiscard]] bool shows_meters() const override { return true; }
+    std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    // Seconds that are shown.
+    [[nodiscard]] double shown_seconds(const ControllerBytes& bytes) const;
+    // NOWHERE while no note sounds or the LFO moves nothing.
+    [[nodiscard]] Point dot(UiHost& host) const;
+
     void compute(EditorSynth& synth, const ControllerBytes& bytes, double seconds);
 
     const unsigned lfo;
     const LfoRows rows;
     std::vector<int> computed_from;
     std::vector<float> samples;
+    Point drawn_dot{};
 };
 
 } // namespace tarquil

@@ -43,8 +43,9 @@ double PlotFrame::y_value(double y_place) const {
 }
 
 void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
-                     const std::vector<GridLine>& rows) const {
+                     const std::vector<GridLine>& rows, Numbers numbers) const {
     constexpr double TEXT_SIZE = theme::SMALL;
+    const TextStyle style{TEXT_SIZE, theme::TEXT_MUTED};
     canvas.fill(area, theme::WELL, 4);
     for (const GridLine& line : columns) {
         const double place = std::round(x(line.value)) + 0.5;
@@ -52,8 +53,11 @@ void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
             continue;
         canvas.line({place, area.y}, {place, area.bottom()},
                     line.text.empty() ? theme::GRID : theme::GRID_STRONG, 1);
-        canvas.text({place + 3, area.bottom() - 13, 60, 12}, line.text,
-                    {TEXT_SIZE, theme::TEXT_MUTED});
+        if (numbers == Numbers::OUTSIDE)
+            canvas.text({place - 20, area.bottom() + 1, 40, 12}, line.text,
+                        {TEXT_SIZE, theme::TEXT_MUTED, Align::CENTER});
+        else
+            canvas.text({place + 3, area.bottom() - 13, 60, 12}, line.text, style);
     }
     for (const GridLine& line : rows) {
         const double place = std::round(y(line.value)) + 0.5;
@@ -61,10 +65,18 @@ void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
             continue;
         canvas.line({area.x, place}, {area.right(), place},
                     line.value == 0.0 ? theme::GRID_STRONG : theme::GRID, 1);
-        if (place > area.y + 12 && place < area.bottom() - 14)
-            canvas.text({area.x + 4, place - 12, 60, 12}, line.text,
-                        {TEXT_SIZE, theme::TEXT_MUTED});
+        if (numbers == Numbers::OUTSIDE)
+            canvas.text({area.x - 40, place - 7, 36, 12}, line.text,
+                        {TEXT_SIZE, theme::TEXT_MUTED, Align::RIGHT});
+        else if (place > area.y + 12 && place < area.bottom() - 14)
+            canvas.text({area.x + 4, place - 12, 60, 12}, line.text, style);
     }
+}
+
+std::vector<Rect> moved_dot(Point before, Point now, double radius) {
+    if (before.x == now.x && before.y == now.y)
+        return {};
+    return {square_around(before, radius + 1), square_around(now, radius + 1)};
 }
 
 PlotFrame frequency_frame(const Rect& plot_area, double bottom, double top) {

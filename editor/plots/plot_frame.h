@@ -28,9 +28,10 @@ class PlotFrame {
     [[nodiscard]] double x_value(double x_place) const;
     [[nodiscard]] double y_value(double y_place) const;
 
-    // Well, grid and numbers.
+    // Well, grid and numbers; the numbers on the well, or left of it and below.
+    enum class Numbers { INSIDE, OUTSIDE };
     void draw(Canvas& canvas, const std::vector<GridLine>& columns,
-              const std::vector<GridLine>& rows) const;
+              const std::vector<GridLine>& rows, Numbers numbers = Numbers::INSIDE) const;
 
     [[nodiscard]] const Rect& get_area() const { return area; }
 
@@ -54,6 +55,9 @@ int nearest_place(const std::vector<Point>& places, Point at, double reach);
 
 // Off every plot: where a thing that is not there stands.
 inline constexpr Point NOWHERE{-1e6, -1e6};
+
+// Where a dot of that radius was, and where it is; empty when it has not moved.
+std::vector<Rect> moved_dot(Point before, Point now, double radius);
 
 // The lines of a frequency axis from 20 Hz to 20 kHz, and of gains in dB every `step`.
 const std::vector<GridLine>& frequency_lines();

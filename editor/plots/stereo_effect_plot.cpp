@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "common/number_text.h"
 #include "curves/effect_curves.h"
+#include "editor/plots/envelope_axis.h"
 #include "editor/plots/plot_frame.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
@@ -51,20 +53,23 @@ void draw_echoes(Canvas& canvas, const Rect& area, const double* seconds, double
 void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, double delay_ms,
                 double amount_ms, double hertz, OscType wave) {
     constexpr uint32_t NUM_SAMPLES = 512;
-    constexpr double SHOWN_SECONDS = 2.0;
-    const double highest = std::max(2.0, (delay_ms + amount_ms) * 1.15);
-    const PlotFrame frame(area, 0.0, SHOWN_SECONDS, 0.0, highest);
-    const int step = highest > 20.0 ? 10 : (highest > 6.0 ? 2 : 1);
+    const double shown_seconds = std::clamp(round_time_above(2.0 / hertz), 0.5, 20.0);
+    // From a little below the shortest delay to a little above the longest.
+    const double margin = std::max(0.05, amount_ms * 0.15);
+    const double lowest = std::max(0.0, delay_ms - margin);
+    const double highest = delay_ms + amount_ms + margin;
+    const PlotFrame frame(area, 0.0, shown_seconds, lowest, highest);
+    const double step = round_time_above((highest - lowest) / 6.0);
     std::vector<GridLine> rows;
-    for (int ms = step; ms < highest; ms += step)
-        rows.push_back({double(ms), std::to_string(ms) + " ms"});
-    frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}}, rows);
+    for (double ms = std::ceil(lowest / step) * step; ms < highest; ms += step)
+        rows.push_back({ms, trimmed_number(ms, 2) + " ms"});
+    frame.draw(canvas, time_lines(shown_seconds), rows);
     for (int side = 1; side >= 0; side--) {
-        const std::vector<float> sweep = lfo_wave(waves, wave, hertz * SHOWN_SECONDS,
+        const std::vector<float> sweep = lfo_wave(waves, wave, hertz * shown_seconds,
                                                   side == 0 ? 0.0F : RIGHT_LFO_LEAD, NUM_SAMPLES);
         std::vector<Point> points;
         for (uint32_t i = 0; i < NUM_SAMPLES; i++)
-            points.push_back(frame.point(SHOWN_SECONDS * i / NUM_SAMPLES,
+            points.push_back(frame.point(shown_seconds * i / NUM_SAMPLES,
                                          delay_ms + amount_ms * (1.0 + double(sweep[i])) / 2));
         canvas.polyline(points, SIDES[side], 1.8);
     }

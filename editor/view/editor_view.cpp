@@ -79,6 +79,7 @@ EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings,
 }
 
 EditorView::~EditorView() {
+    view_state.scope.follow(model.get_synth(), false);
     model.end_gesture();
 }
 
@@ -277,7 +278,7 @@ std::vector<Rect> EditorView::draw_changes(cairo_t* context) {
 bool EditorView::update_meters(double seconds) {
     const EditorMeters now = model.get_synth().read_meters();
     bool is_new = now.voices != meters.voices || now.band_levels != meters.band_levels ||
-                  now.band_gains != meters.band_gains;
+                  now.band_gains != meters.band_gains || now.note != meters.note;
     meters = now;
     const LevelMeter before = level_meter;
     level_meter.update(now.peaks, seconds);
@@ -292,7 +293,8 @@ bool EditorView::update_meters(double seconds) {
         light = has_note ? 1.0 : std::max(0.0, light - seconds / LIGHT_SECONDS);
         is_new = is_new || light != last;
     }
-    return hands.update() || is_new;
+    is_new = hands.update() || is_new;
+    return update_scope(seconds) || is_new;
 }
 
 bool EditorView::update_notice(double seconds) {
@@ -304,6 +306,14 @@ bool EditorView::update_notice(double seconds) {
     const bool is_new = now != status.notice;
     status.notice = std::move(now);
     return is_new;
+}
+
+bool EditorView::update_scope(double seconds) {
+    const auto& widgets = pages[current_page].widgets;
+    const bool is_shown = std::any_of(widgets.begin(), widgets.end(),
+                                      [](const auto& widget) { return widget->shows_output(); });
+    view_state.scope.follow(model.get_synth(), is_shown);
+    return is_shown && view_state.scope.update(model.get_synth(), seconds);
 }
 
 bool EditorView::tick(double seconds) {

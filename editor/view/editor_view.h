@@ -125,6 +125,7 @@ class EditorView : public UiHost {
     std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
     bool update_notice(double seconds);
+    bool update_scope(double seconds);
     void drop_finished_overlays();
     void press_panel(const Pointer& pointer);
     void move_focus(int steps);

@@ -91,6 +91,10 @@ class Tarquil {
         parallel = std::make_unique<ParallelChannels>(runner, scratch.waves);
     }
 
+    // The last note of the channels in `mask` (bit c: channel c) that is not being silenced, at
+    // the end of the last block, [start, start + num_samples).
+    [[nodiscard]] NoteView newest_note(uint32_t mask, uint32_t start, uint32_t num_samples) const;
+
     // Null, or NUM_CHANNELS buffers: each run sizes them and stores what each channel adds to the
     // main bus.  Their sum in channel order is the main bus before the master section.
     void set_channel_taps(StereoBuffer* taps) { channel_taps = taps; }

@@ -3,6 +3,7 @@
 #include "softsynth/reverb/revmodel.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "common/assertion.h"
 #include "softsynth/kernels/kernels.h"
@@ -13,14 +14,13 @@ namespace tarquil {
 namespace {
 
 constexpr float SCALE_WET = 3.0F;
-constexpr float SCALE_DAMP = 0.4F;
-constexpr float SCALE_ROOM = 0.28F;
-constexpr float OFFSET_ROOM = 0.7F;
 
 // Delays of the left side in samples; the right side's are longer by the spread.
 constexpr int COMB_TUNING[] = {1116, 1188, 1277, 1356, 1422, 1491, 1557, 1617};
 constexpr int ALLPASS_TUNING[] = {556, 441, 341, 225};
 constexpr int STEREO_SPREAD = 23;
+static_assert(std::size(COMB_TUNING) == ReverbTank::NUM_COMBS &&
+              COMB_TUNING[ReverbTank::NUM_COMBS - 1] + STEREO_SPREAD == revmodel::LONGEST_COMB);
 
 } // namespace
 
@@ -45,11 +45,11 @@ revmodel::revmodel() {
 }
 
 void revmodel::setroomsize(float value) {
-    roomsize = value * SCALE_ROOM + OFFSET_ROOM;
+    roomsize = comb_feedback(value);
 }
 
 void revmodel::setdamp(float value) {
-    damp = value * SCALE_DAMP;
+    damp = comb_damping(value);
 }
 
 void revmodel::setwet(float value) {

@@ -31,6 +31,15 @@ class revmodel {
     // The same, but assigns.
     void processreplace(const float* in, float* out, long frames);
 
+    // What the combs make of the settings of 0..1.
+    static float comb_feedback(float roomsize_setting) {
+        constexpr float SCALE = 0.28F;
+        constexpr float OFFSET = 0.7F;
+        return roomsize_setting * SCALE + OFFSET;
+    }
+    static float comb_damping(float damp_setting) { return damp_setting * 0.4F; }
+    static constexpr int LONGEST_COMB = 1640; // samples, the last one of the right side
+
     // Clears all delay memory.
     void mute();
 

@@ -72,6 +72,20 @@ void apply_cut(const Envelope* env, float* buf, uint32_t start, uint32_t end) {
         buf[t - start] = 0.0F;
 }
 
+// Of the attack's peak, `elapsed` after its start.
+EnvelopePosition held_position(const Envelope& env, uint32_t elapsed) {
+    const float sustain = env.master_level > 0.0F ? env.sustain_level / env.master_level : 0.0F;
+    if (elapsed < env.attack_time)
+        return {EnvelopeStage::ATTACK, float(elapsed) / SAMPLE_RATE,
+                float(elapsed) / float(env.attack_time)};
+    elapsed -= env.attack_time;
+    if (elapsed < env.decay_time)
+        return {EnvelopeStage::DECAY, float(elapsed) / SAMPLE_RATE,
+                1.0F + (sustain - 1.0F) * float(elapsed) / float(env.decay_time)};
+    elapsed -= env.decay_time;
+    return {EnvelopeStage::SUSTAIN, float(elapsed) / SAMPLE_RATE, sustain};
+}
+
 } // namespace
 
 void env_init(Envelope* env, uint32_t start, uint32_t attack, uint32_t decay, float sustain,
@@ -108,6 +122,20 @@ void env_render(Envelope* env, float* buf, uint32_t start_time, uint32_t end_tim
     render_held(env, buf, start_time, end_time);
     apply_release(env, buf, start_time, end_time);
     apply_cut(env, buf, start_time, end_time);
+}
+
+EnvelopePosition env_position(const Envelope& env, uint32_t time) {
+    if (time >= env_get_done_time(&env))
+        return {};
+    if (time < env.release_start_time)
+        return held_position(env, time - env.attack_start_time);
+    const uint32_t elapsed = time - env.release_start_time;
+    if (elapsed >= env.release_time)
+        return {};
+    const EnvelopePosition released =
+        held_position(env, env.release_start_time - env.attack_start_time);
+    return {EnvelopeStage::RELEASE, float(elapsed) / SAMPLE_RATE,
+            released.level * (1.0F - float(elapsed) / float(env.release_time))};
 }
 
 uint32_t env_get_done_time(const Envelope* env) {

@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+#include "softsynth/parameters/note_view.h"
+
 namespace tarquil {
 
 struct Envelope {
@@ -39,6 +41,9 @@ void env_move_clock_back(Envelope* env, uint32_t frames);
 // Writes samples [start_time, end_time) into buf[0 .. end_time - start_time).  The range must end
 // after the note-on.
 void env_render(Envelope* env, float* buf, uint32_t start_time, uint32_t end_time);
+
+// Where it is at `time`, not before its start, whether or not it is rendered.
+EnvelopePosition env_position(const Envelope& env, uint32_t time);
 
 // The first sample time after which the envelope is silent for good.
 uint32_t env_get_done_time(const Envelope* env);

@@ -15,6 +15,7 @@
 #include "softsynth/parameters/controller_number.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
+#include "softsynth/parameters/note_view.h"
 #include "softsynth/voices/envelope.h"
 #include "softsynth/voices/voice_scratch.h"
 #include "softsynth/voices/voice_signals.h"
@@ -65,6 +66,9 @@ class Voice {
     [[nodiscard]] int get_note() const { return note; }
     // About how many core cycles a sample takes.
     [[nodiscard]] uint32_t get_cost() const;
+
+    // How it stands at the end of the last block, [start, start + size).  All but the channel.
+    [[nodiscard]] NoteView view(uint32_t start, uint32_t size) const;
 
   private:
     static constexpr unsigned NUM_GROUPS = NUM_OSCILLATORS;

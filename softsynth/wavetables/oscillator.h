@@ -44,6 +44,9 @@ class Oscillator {
     // As render_interpolated, but writes only the samples at which `pitch` is read.
     void render_controls(MonoBuffer& out, const MonoBuffer& pitch, uint32_t offset);
 
+    // In cycles, 0..1.
+    [[nodiscard]] float get_phase() const { return float(double(phase) / 4294967296.0); }
+
   private:
     // Writes the first `length` of every CONTROL_PERIOD samples.
     template <typename Read>

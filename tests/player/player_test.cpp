@@ -254,6 +254,50 @@ TEST(Player, BytesDoNotDependOnTheHostsBlocks) {
     }
 }
 
+// What a scope shows is what is played; looking changes no sample and costs nothing afterwards.
+TEST_F(PlayerTest, TheOutputIsKeptForAScope) {
+    Player other; // nobody looks
+    other.start();
+    Meters& meters = player.meters();
+    meters.watched = true;
+    std::vector<float> left(512);
+    std::vector<float> right(512);
+    for (const OutputWatch watch : {OutputWatch::WHOLE, OutputWatch::PROGRAM}) {
+        player.watch_output(watch);
+        for (const unsigned status : {0x90U, 0x93U}) {
+            midi(status, 60 + unsigned(watch), 100);
+            other.audio().follow_edits();
+            const uint8_t message[] = {uint8_t(status), uint8_t(60 + unsigned(watch)), 100};
+            other.audio().add_message(message, other.audio().time());
+        }
+        const std::vector<float> sound = render(512);
+        std::vector<float> unwatched(1024);
+        other.audio().run(unwatched.data(), 512);
+        EXPECT_TRUE(sound == unwatched);
+        ASSERT_TRUE(meters.output.read(left, right));
+        float difference = 0.0F;
+        for (size_t i = 0; i < 512; i++)
+            difference = std::max(difference, std::fabs(sound[2 * i] - left[i]));
+        if (watch == OutputWatch::WHOLE)
+            EXPECT_EQ(difference, 0.0F);
+        else
+            EXPECT_GT(difference, 0.01F) << "channel 4 plays another program";
+        EXPECT_GT(peak(left), 0.01F);
+        NoteView note;
+        ASSERT_TRUE(meters.note.read(note));
+        EXPECT_EQ(note.channel, 0U);
+        EXPECT_EQ(note.note, 60 + unsigned(watch));
+    }
+    player.set_edited_program(100);
+    render(512);
+    ASSERT_TRUE(meters.output.read(left, right));
+    EXPECT_EQ(peak(left), 0.0F) << "no channel plays it";
+    player.watch_output(OutputWatch::NOTHING);
+    const uint32_t count = meters.output.count();
+    render(512);
+    EXPECT_EQ(meters.output.count(), count);
+}
+
 } // namespace
 
 } // namespace tarquil

@@ -4,11 +4,14 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <set>
 
 #include "common/load_string.h"
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
+#include "softsynth/parameters/filter_type.h"
+#include "softsynth/parameters/influence.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -273,9 +276,29 @@ TEST_F(EditorViewTest, AnyButtonAndAnyNameLeaveItUsable) {
     EXPECT_EQ(cairo_status(picture.context()), CAIRO_STATUS_SUCCESS);
 }
 
+// Of a note of its own on each page.
+NoteView moving_note(float part, unsigned page) {
+    NoteView note;
+    note.is_sounding = 1;
+    note.start_time = page;
+    note.note = 40 + page;
+    for (EnvelopePosition& position : note.envelopes)
+        position = {EnvelopeStage::RELEASE, part / 10, 1.0F - part / 2};
+    note.lfo_phases[0] = note.lfo_phases[1] = part - std::floor(part);
+    note.cutoff = note.lowest_cutoff = note.highest_cutoff = 5.0F + part;
+    note.resonance = 1.0F + part;
+    return note;
+}
+
 // Pointers: over nothing, over the meter itself, over a channel whose tooltip hides others.
 TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
     float level = 0.01F;
+    for (const unsigned slot : {3U, 4U}) // LFO 1 moves resonance and cutoff
+        synth.set_controller(modulation_rows(slot).source, INFL_LFO1);
+    synth.set_controller(modulation_rows(3).amount, 90);
+    synth.set_controller(modulation_rows(4).amount, 90);
+    synth.set_controller(CTRL_FILTER1_TYPE, FILTER_LADDER_START_MARKER);
+    view.host_changed();
     for (unsigned page = 0; page < view.get_pages().size(); page++) {
         for (const Point pointer : {Point{2, 2}, Point{800, 20}, Point{200, 60}}) {
             view.show_page(page);
@@ -292,6 +315,8 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
             synth.keys.channels[5].keys.flip(61);
             synth.meters.band_levels = {level, level, level, level};
             synth.meters.band_gains = {0.5F, level, 0.1F, 1.0F};
+            synth.meters.note = moving_note(level, page);
+            synth.output.assign(OutputScope::NUM_FRAMES, level / 10);
             ASSERT_TRUE(view.tick(1.0));
             const Picture anew{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
             view.draw_changes(picture.context());
