@@ -90,7 +90,7 @@ void eight_players_on_two_threads(benchmark::State& state) {
         Instance() : stream(player.audio()) {
             player.start();
             for (unsigned i = 0; i < 12; i++)
-                player.play_message({uint8_t(0x90U | i), uint8_t(40 + 3 * i), 100});
+                player.play_key(i, 40 + 3 * i, 100);
         }
         Player player;
         GranuleStream stream;

@@ -35,7 +35,7 @@ Page make_envelopes_page() {
         page.add<EnvelopePlot>(inside.cut_left(620), i);
         inside.cut_left(12);
         if (i == 0)
-            add_time_button(page, {inside.right() - 130, inside.y - 16, 130, 24});
+            add_time_button(page, {inside.right() - 160, inside.y - 16, 130, 24});
         const EnvelopeRows rows = envelope_rows(i);
         add_row(page, inside,
                 {{rows.attack, "Attack"},

@@ -143,7 +143,7 @@ void EnvelopePlot::draw_grid(Canvas& canvas, const Axes& shown) const {
         canvas.line({inside.x, y}, {inside.right(), y}, theme::GRID);
         canvas.text({area.x, y - 7, LABELS_WIDTH - 9, 13},
                     decibels == 0 ? "0 dB" : std::to_string(decibels),
-                    {9.0, theme::TEXT_MUTED, Align::RIGHT});
+                    {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
     }
     for (const EnvelopeAxis* axis : {&shown.held, &shown.released}) {
         double free_from = axis->get_area().x + 4;
@@ -152,18 +152,18 @@ void EnvelopePlot::draw_grid(Canvas& canvas, const Axes& shown) const {
             const bool is_strong = !line.text.empty();
             canvas.line({x, inside.y}, {x, inside.bottom()},
                         is_strong ? theme::GRID_STRONG : theme::GRID);
-            const double width = canvas.text_width(line.text, 9.0) + 6;
+            const double width = canvas.text_width(line.text, theme::SMALL) + 6;
             if (!is_strong || x - width / 2 < free_from ||
                 x + width / 2 > axis->get_area().right() + 6)
                 continue;
             canvas.text({x - 30, inside.bottom() + 5, 60, 14}, line.text,
-                        {9.0, theme::TEXT_MUTED, Align::CENTER});
+                        {theme::SMALL, theme::TEXT_MUTED, Align::CENTER});
             free_from = x + width / 2;
         }
     }
     const double key_up = std::round(shown.released.get_area().x) + 0.5;
     canvas.line({key_up, area.y}, {key_up, inside.bottom()}, theme::OUTLINE, 1.5);
-    canvas.text({key_up + 5, area.y, 60, 13}, "key up", {9.0, theme::TEXT_MUTED});
+    canvas.text({key_up + 5, area.y, 60, 13}, "key up", {theme::SMALL, theme::TEXT_MUTED});
 }
 
 void EnvelopePlot::draw_texts(Canvas& canvas, UiHost& host) const {

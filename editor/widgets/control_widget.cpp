@@ -48,8 +48,8 @@ std::string shown_text(const EditorModel& model, unsigned number, int byte) {
 std::string control_tooltip(EditorModel& model, unsigned number) {
     const ControllerInfo& info = *find_controller(number);
     const ControllerBytes& bytes = model.get_state().bytes;
-    std::string text = full_name(number, bytes) + ": " +
-                       shown_text(model, number, model.value(number));
+    std::string text =
+        full_name(number, bytes) + ": " + shown_text(model, number, model.value(number));
     const std::string help = control_help(number, bytes);
     if (!help.empty())
         text += "\n" + help;

@@ -153,8 +153,7 @@ void SoundList::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
         draw_row(canvas, i, {rows.x, rows.y + ROW_HEIGHT * double(i - first), rows.w, ROW_HEIGHT},
                  state.is_hovered && row_at(pointer_at) == i);
     if (count == 0)
-        canvas.text(rows, why_empty(*browser),
-                    {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
+        canvas.text(rows, why_empty(*browser), {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
     if (count > rows_shown()) {
         const Rect bar = bar_area().inset(9, 2);
         const double unit = bar.h / double(count);

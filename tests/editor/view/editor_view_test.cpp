@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -488,6 +489,38 @@ TEST_F(EditorViewTest, AWarningStaysAndAThemeChangesEverything) {
     view.draw(warned.context());
     EXPECT_NE(warned.compare(light, 20), "");
     EXPECT_FALSE(view.tick(1.0)) << "nothing new";
+}
+
+TEST_F(EditorViewTest, ASourceIsDraggedOntoWhatItIsToMove) {
+    constexpr unsigned MODULATION_PAGE = 3;
+    view.show_page(MODULATION_PAGE);
+    const auto& widgets = view.get_pages()[MODULATION_PAGE].widgets;
+    const auto routing = std::find_if(widgets.begin(), widgets.end(), [](const auto& widget) {
+        return widget->get_area().w > 900;
+    });
+    ASSERT_NE(routing, widgets.end());
+    const Rect inside = (*routing)->get_area().inset(8);
+    const auto source = [&](unsigned influence) {
+        return Point{inside.x + 60, inside.y + inside.h * (influence - 0.5) / 9};
+    };
+    const auto target = [&](unsigned slot) {
+        return Point{inside.right() - 60, inside.y + inside.h * (slot + 0.5) / 8};
+    };
+    const auto drag = [&](unsigned influence, unsigned slot) {
+        press(source(influence));
+        view.move(at(target(slot)));
+        draw();
+        view.release(at(target(slot)));
+    };
+    drag(INFL_LFO1, FIRST_CUTOFF_SLOT);
+    const ModulationRows cutoff = modulation_rows(FIRST_CUTOFF_SLOT);
+    EXPECT_EQ(value(cutoff.source), int(INFL_LFO1));
+    EXPECT_GT(value(cutoff.amount), 64) << "so that it is heard";
+    view.get_model().undo();
+    EXPECT_EQ(value(cutoff.source), int(INFL_NONE));
+    EXPECT_EQ(value(cutoff.amount), 64);
+    drag(INFL_OSC3, FIRST_PITCH_SLOT);
+    EXPECT_EQ(value(modulation_rows(FIRST_PITCH_SLOT).source), int(INFL_NONE)) << "impossible";
 }
 
 TEST_F(EditorViewTest, TheScaleIsChosenInTheHeader) {
