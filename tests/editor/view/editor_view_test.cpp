@@ -176,7 +176,7 @@ TEST_F(EditorViewTest, ATypeBringsItsStartingValuesInOneStep) {
 
 TEST_F(EditorViewTest, HoverEndsWhenThePointerLeaves) {
     const Point knob = find(CTRL_FILTER1_CUTOFF);
-    const Picture still{int(WINDOW_WIDTH), int(WINDOW_HEIGHT)};
+    const Picture still{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     view.tick(0.0);
     view.wait_for_responses();
     view.draw(still.context());

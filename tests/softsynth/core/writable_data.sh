@@ -22,6 +22,8 @@ allowed=(
     'tarquil::AtomicFile::open_temporary\(unsigned int\)::last_number'
     # Under its own lock, when a rate is chosen: tables that are only read once they are there.
     'tarquil::shared_polyphase_table\(tarquil::RateRatio const&\)::(mutex|tables)'
+    # The standard library's own, atomic: threads that wait for an atomic value, as a renderer's do.
+    'std::__detail::__waiter_pool_base::_S_for\(void const\*\)::__w'
     # Set before main begins, or by the first call, and only read from then on.
     'tarquil::\(anonymous namespace\)::NO_MAP'
     'tarquil::power_spectrum\(.*\)::window'
