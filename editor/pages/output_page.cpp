@@ -10,7 +10,7 @@
 namespace tarquil {
 
 Page make_output_page() {
-    Page page{"Stereo & output", {}, {}};
+    Page page{"Output", {}, {}};
     Rect rest = PAGE_AREA;
     Rect right = rest.cut_right(392);
     rest.cut_right(GAP);

@@ -10,7 +10,7 @@ namespace tarquil {
 
 Page make_reverb_page() {
     constexpr double KNOBS_HEIGHT = 80.0;
-    Page page{"Reverb & delay", {}, {}};
+    Page page{"Reverb", {}, {}};
     Rect rest = PAGE_AREA;
     const Rect upper = rest.cut_top((rest.h - GAP) * 0.55);
     rest.cut_top(GAP);

@@ -59,9 +59,11 @@ TEST_F(AutosaveTest, AFileBringsBackSoundsAndChannels) {
     const std::string path = directory.path("mine.tqb");
     model.set_value(CTRL_FILTER1_CUTOFF, 40);
     model.assign_channel(2, 77);
+    model.select_channel(0);
     ASSERT_EQ(document.save(path), "");
     model.set_value(CTRL_FILTER1_CUTOFF, 90);
     model.assign_channel(2, 5);
+    model.select_channel(0);
     ASSERT_EQ(document.open(path), "");
     EXPECT_EQ(cutoff(), 40);
     EXPECT_EQ(player.channel_program(2), 77U);

@@ -75,6 +75,7 @@ expect "a host keeps its keys" ""
 point 50 696 click 1
 sleep 0.2
 xdotool key a windowfocus "$other" key a
+sleep 0.2 # a key comes up an idle or two late
 point 500 740 click 1
 sleep 0.2
 xdotool key a
