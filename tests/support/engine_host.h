@@ -49,13 +49,13 @@ class EngineHost {
         std::vector<float> sound(size_t(2) * frames);
         for (uint32_t done = 0; done < frames;) {
             const uint32_t size = std::min(block, frames - done);
+            events.reserve(1); // data() is not null then
             std::stable_sort(
                 events.begin(), events.end(),
                 [](const midi_event& a, const midi_event& b) { return a.time < b.time; });
             const auto later =
                 std::find_if(events.begin(), events.end(),
                              [&](const midi_event& event) { return event.time >= now + size; });
-            events.reserve(1);
             engine->run(sound.data() + size_t(2) * done, size, events.data(),
                         uint32_t(later - events.begin()), now);
             events.erase(events.begin(), later);
