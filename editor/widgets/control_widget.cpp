@@ -24,7 +24,7 @@ double range_part(const ControllerInfo& info, int value) {
 
 // With the effect's own name of a parameter: "Mono effect 1 drive".
 std::string full_name(unsigned number, const ControllerBytes& bytes) {
-    const std::string name = find_controller(number)->name;
+    std::string name = find_controller(number)->name;
     std::string label = control_label(number, bytes, "");
     const size_t place = name.find("parameter ");
     if (label.empty() || place == std::string::npos)

@@ -30,7 +30,7 @@ std::vector<std::string> lines_of(const std::string& text) {
 
 } // namespace
 
-Question::Question(std::string question_text, std::vector<Answer> given)
+Question::Question(const std::string& question_text, std::vector<Answer> given)
     : lines(lines_of(question_text)), answers(std::move(given)) {}
 
 Rect Question::area_of(size_t answer) const {

@@ -19,7 +19,7 @@ class Question : public Overlay {
 
     // `given` are two or three answers: Enter is the first, Escape and a click beside it the last,
     // arrows and Tab choose among them.  An answer may open what comes next.
-    Question(std::string question_text, std::vector<Answer> given);
+    Question(const std::string& question_text, std::vector<Answer> given);
 
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;

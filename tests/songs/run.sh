@@ -92,7 +92,7 @@ for dialect in native gm; do
                   if ($8 > voices) voices = $8 }
                 END { printf "%-24s%-8s%6d%8d%10.1f (%.1f ... %.1f)%12.1f%17.1f%8d\n", package,
                       dialect, n, refused, lufs[int((n + 1) / 2)], lufs[1], lufs[n], peak,
-                      time > 0 ? speed / time : 0, voices }'
+                      (time > 0 ? speed / time : 0), voices }'
     done
 done
 printf '%d failed\n' "$failed"

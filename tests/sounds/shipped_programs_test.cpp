@@ -131,6 +131,23 @@ TEST_P(ShippedPrograms, PlayTheirKeysAboutAlikeLoud) {
     }
 }
 
+// A resonance that feeds itself fills the limiter; songs play keys beyond an instrument's own.
+TEST_P(ShippedPrograms, RunAwayOnNoKey) {
+    constexpr double MOST = -9.0; // dB
+    SetPlayer player;
+    for (unsigned i = 0; i < FAMILY_SIZE; i++) {
+        const unsigned program = GetParam() * FAMILY_SIZE + i;
+        player.choose_program(program);
+        for (unsigned key = 16; key <= 108; key += 4) {
+            player.note_on(0, key, 127);
+            EXPECT_LT(loudest(player.render(0.4)), MOST)
+                << "program " << program << ", key " << key;
+            player.note_off(0, key);
+        }
+        player.seconds_until_silent();
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Families, ShippedPrograms, testing::Range(0U, 16U),
                          [](const auto& family) { return FAMILIES[family.param].name; });
 
