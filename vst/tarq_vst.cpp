@@ -158,7 +158,7 @@ void TarqVST::ask_tempo() {
     if (has(kVstTempoValid))
         said.quarters_per_minute = now->tempo;
     if (has(kVstTransportPlaying) && has(kVstPpqPosValid)) {
-        said.place.emplace();
+        said.place = HostTempo::Place{};
         said.place->position = now->ppqPos;
         if (has(kVstBarsValid))
             said.place->bar_start = now->barStartPos;

@@ -39,7 +39,7 @@ HostTempo read_transport(const clap_event_transport& transport) {
     if (has(CLAP_TRANSPORT_HAS_TEMPO))
         said.quarters_per_minute = transport.tempo;
     if (has(CLAP_TRANSPORT_IS_PLAYING) && has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE)) {
-        said.place.emplace();
+        said.place = HostTempo::Place{};
         said.place->position = beats(transport.song_pos_beats);
         said.place->bar_start = beats(transport.bar_start);
         if (has(CLAP_TRANSPORT_HAS_TIME_SIGNATURE))

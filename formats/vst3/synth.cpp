@@ -37,7 +37,7 @@ HostTempo read_tempo(const ProcessContext& context) {
     if (has(HAS_TEMPO))
         said.quarters_per_minute = context.quarters_per_minute;
     if (has(IS_PLAYING) && has(HAS_POSITION)) {
-        said.place.emplace();
+        said.place = HostTempo::Place{};
         said.place->position = context.position_quarters;
         if (has(HAS_BAR))
             said.place->bar_start = context.bar_quarters;
