@@ -22,7 +22,7 @@ namespace tarquil {
 
 // Where a block lies among a song's beats.
 struct BeatGrid {
-    Tempo tempo; // of the block's first sample
+    Tempo tempo;       // of the block's first sample
     double beat = 0.0; // quarter notes
 
     // Where the beat began that sample `index` of the block lies in: a number that only that beat
