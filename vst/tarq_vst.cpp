@@ -150,6 +150,7 @@ void TarqVST::ask_tempo() {
         return;
     constexpr int32_t WANTED = kVstTempoValid | kVstPpqPosValid | kVstBarsValid | kVstTimeSigValid;
     const auto* now =
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): hosts answer with a number that is an address
         reinterpret_cast<const VstTimeInfo*>(call_host(audioMasterGetTime, 0, WANTED));
     if (now == nullptr)
         return;
