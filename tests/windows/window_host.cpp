@@ -86,8 +86,7 @@ class EditedPlugin {
 int run_cycles(int cycles) {
     Screen screen;
     EditedPlugin plugin(screen, 0);
-    long descriptors = 0;
-    long threads = 0;
+    GrowthCheck growth;
     for (int i = 0; i < cycles; i++) {
         if (!plugin.open())
             return fail("the editor does not open");
@@ -97,16 +96,11 @@ int run_cycles(int cycles) {
         plugin.close();
         if (screen.children(plugin.parent).size() != 0)
             return fail("a window is left");
-        // The first opening loads fonts, which stay.
-        if (i == 0) {
-            descriptors = count_process_entries("fd");
-            threads = count_process_entries("task");
-        }
+        if (i == 0)
+            growth.note_first();
     }
-    if (count_process_entries("fd") != descriptors)
-        return fail("file descriptors are left open");
-    if (count_process_entries("task") != threads)
-        return fail("a thread is left");
+    if (const char* const left = growth.find_growth())
+        return fail(left);
     std::printf("ok %d openings and closings, no window, thread or descriptor left\n", cycles);
     return 0;
 }

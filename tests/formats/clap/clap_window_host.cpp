@@ -156,8 +156,7 @@ class EditedPlugin {
 int run_cycles(int cycles) {
     Screen screen;
     EditedPlugin plugin(screen, with_timers);
-    long descriptors = 0;
-    long threads = 0;
+    GrowthCheck growth;
     for (int i = 0; i < cycles; i++) {
         if (!plugin.open())
             return fail("the editor does not open");
@@ -177,15 +176,11 @@ int run_cycles(int cycles) {
         plugin.close();
         if (!loop.timers.empty())
             return fail("a timer is left");
-        if (i == 0) { // fonts stay
-            descriptors = count_process_entries("fd");
-            threads = count_process_entries("task");
-        }
+        if (i == 0)
+            growth.note_first();
     }
-    if (count_process_entries("fd") != descriptors)
-        return fail("file descriptors are left open");
-    if (count_process_entries("task") != threads)
-        return fail("a thread is left");
+    if (const char* const left = growth.find_growth())
+        return fail(left);
     std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
     return 0;
 }

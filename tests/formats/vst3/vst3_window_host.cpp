@@ -205,8 +205,7 @@ int run_cycles(int cycles) {
     EditedPlugin plugin(screen);
     if (const char* wrong = try_odd_views(plugin))
         return fail(wrong);
-    long descriptors = 0;
-    long threads = 0;
+    GrowthCheck growth;
     for (int i = 0; i < cycles; i++) {
         if (!plugin.open())
             return fail("the editor does not open");
@@ -225,15 +224,11 @@ int run_cycles(int cycles) {
         const char* left = plugin.close(i % 3 != 2);
         if (wrong != nullptr || left != nullptr)
             return fail(wrong != nullptr ? wrong : left);
-        if (i == 0) { // fonts stay
-            descriptors = count_process_entries("fd");
-            threads = count_process_entries("task");
-        }
+        if (i == 0)
+            growth.note_first();
     }
-    if (count_process_entries("fd") != descriptors)
-        return fail("file descriptors are left open");
-    if (count_process_entries("task") != threads)
-        return fail("a thread is left");
+    if (const char* const left = growth.find_growth())
+        return fail(left);
     std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
     return 0;
 }
