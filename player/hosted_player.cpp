@@ -5,37 +5,22 @@
 #include <algorithm>
 #include <array>
 
-#include "instrument/checked_load.h"
 #include "instrument/state_text.h"
 #include "midi/midi_message.h"
+#include "player/checked_replace.h"
 
 namespace tarquil {
 
 int HostedPlayer::load_state(std::string_view state) {
     const int error = sound.load_state(state);
-    if (error == 0)
-        return 0;
-    const unsigned program = sound.edited_program();
-    Instrument instrument = sound.get_instrument(program);
-    if (is_image_state(state) || load_instrument_checked_from_string(instrument, state) != 0)
-        return error;
-    sound.load_instrument(program, instrument);
-    return 0;
+    const bool is_program =
+        error != 0 && !is_image_state(state) && replace_program(sound, state) == 0;
+    return is_program ? 0 : error;
 }
 
 int HostedPlayer::load_file(const std::string& path) {
-    TarqSettings bank = sound.get_bank();
-    const int error = load_bank_checked(bank, path);
-    if (error == 0) {
-        sound.set_bank(bank);
-        return 0;
-    }
-    const unsigned program = sound.edited_program();
-    Instrument instrument = sound.get_instrument(program);
-    if (load_instrument_checked(instrument, path) != 0)
-        return error;
-    sound.load_instrument(program, instrument);
-    return 0;
+    const int error = replace_bank_by_file(sound, path);
+    return error != 0 && replace_program_by_file(sound, path) == 0 ? 0 : error;
 }
 
 bool HostedPlayer::activate(double rate) {

@@ -6,9 +6,9 @@
 
 #include "common/assertion.h"
 #include "common/log/log.h"
-#include "instrument/checked_load.h"
 #include "instrument/state_text.h"
 #include "instrument/text_error.h"
+#include "player/checked_replace.h"
 #include "softsynth/parameters/controller_display.h"
 #include "vst/abi/host_text.h"
 #include "vst/tarq_vst.h"
@@ -25,16 +25,6 @@ std::string shown_value(int controller, int byte) {
 
 void copy_program_name(const std::string& name, char* text) {
     copy_host_text(text, name.empty() ? "(none)" : name, kVstMaxProgNameLen);
-}
-
-// Changes the current program as `load` changes a copy of it, if it succeeds.
-template <typename Load> int load_program(Player& player, const Load& load) {
-    const unsigned program = player.edited_program();
-    Instrument fresh = player.get_instrument(program);
-    const int error = load(fresh);
-    if (error == 0)
-        player.load_instrument(program, fresh);
-    return error;
 }
 
 } // namespace
@@ -163,13 +153,11 @@ int32_t TarqVST::setChunk(const void* data, int32_t byteSize, bool isPreset) {
 }
 
 int TarqVST::load_curr_instrument(const std::string& path) {
-    return load_program(synth,
-                        [&](Instrument& fresh) { return load_instrument_checked(fresh, path); });
+    return replace_program_by_file(synth, path);
 }
 
 int TarqVST::load_curr_instrument_from_string(std::string_view text) {
-    return load_program(
-        synth, [&](Instrument& fresh) { return load_instrument_checked_from_string(fresh, text); });
+    return replace_program(synth, text);
 }
 
 int TarqVST::save_curr_instrument(std::string& text) {
@@ -178,19 +166,11 @@ int TarqVST::save_curr_instrument(std::string& text) {
 }
 
 int TarqVST::load_bank(const std::string& path) {
-    TarqSettings fresh = synth.get_bank();
-    const int error = load_bank_checked(fresh, path);
-    if (error == 0)
-        synth.set_bank(fresh);
-    return error;
+    return replace_bank_by_file(synth, path);
 }
 
 int TarqVST::load_bank_from_string(std::string_view text) {
-    TarqSettings fresh = synth.get_bank();
-    const int error = load_bank_checked_from_string(fresh, text);
-    if (error == 0)
-        synth.set_bank(fresh);
-    return error;
+    return replace_bank(synth, text);
 }
 
 int TarqVST::save_bank(std::string& text) {
