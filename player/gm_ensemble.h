@@ -77,6 +77,10 @@ class GmEnsemble {
         return dialect.channel(channel).program;
     }
     [[nodiscard]] const GmChannel& channel(unsigned index) const { return dialect.channel(index); }
+    // The melodic engine's channels, by bit, that play a program.
+    [[nodiscard]] uint32_t channels_of(unsigned program) const {
+        return dialect.channels_of(program);
+    }
     [[nodiscard]] ChannelKeys held_keys() const { return dialect.held_keys(); }
 
     // Ends everything, echoes included, within a few milliseconds.  False, and nothing happens,

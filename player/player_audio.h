@@ -100,6 +100,7 @@ class PlayerAudio {
     void show_run(Tarquil& engine, uint32_t frames);
     // After all of them:
     void measure(Tarquil& engine, const float* frames, uint32_t num_frames);
+    // Channels of the engine, by bit.
     [[nodiscard]] uint32_t channels_of_edited_program() const;
 
     [[nodiscard]] bool plays_gm() const { return dialect == MidiDialect::GENERAL_MIDI; }

@@ -9,6 +9,8 @@ namespace tarquil {
 
 uint32_t PlayerAudio::channels_of_edited_program() const {
     const unsigned program = link.edited_program.load(std::memory_order_relaxed);
+    if (plays_gm())
+        return gm->channels_of(program);
     uint32_t channels = 0;
     for (unsigned channel = 0; channel < playing.size(); channel++) {
         if (playing[channel] == program)

@@ -72,6 +72,11 @@ class GmDialect {
     [[nodiscard]] const GmReport& report() const { return state.report; }
     [[nodiscard]] const GmChannel& channel(unsigned index) const { return state.channels[index]; }
 
+    // The first engine's channels, by bit, that play a program.
+    [[nodiscard]] uint32_t channels_of(unsigned program) const {
+        return melodic.channels_of(program);
+    }
+
     // Notes whose end is still to come, and the keys that struck them.
     [[nodiscard]] unsigned num_held_notes() const {
         return melodic.num_held_notes() + rhythm.num_hits();

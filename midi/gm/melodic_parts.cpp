@@ -203,6 +203,14 @@ void MelodicParts::start_vibrato(uint32_t time, Part& part) {
         next_tick = time + Vibrato::PERIOD - (time - tick_origin) % Vibrato::PERIOD;
 }
 
+uint32_t MelodicParts::channels_of(unsigned program) const {
+    uint32_t channels = 0;
+    for (unsigned i = 0; i < NUM_PARTS; i++)
+        if (parts[i].is_assigned && parts[i].program == program)
+            channels |= 1U << i;
+    return channels;
+}
+
 DueTime MelodicParts::due() const {
     DueTime first = next_tick;
     for (const Part& part : parts)

@@ -54,6 +54,9 @@ class MelodicParts {
 
     void move_clock_back(uint32_t frames);
 
+    // The engine channels, by bit, on which the program sounds or has sounded last.
+    [[nodiscard]] uint32_t channels_of(unsigned program) const;
+
     // Notes that sound because a key or a pedal holds them; and the keys that struck them.
     [[nodiscard]] unsigned num_held_notes() const;
     void add_held_keys(ChannelKeys& held) const;

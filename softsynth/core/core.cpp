@@ -70,23 +70,18 @@ void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events
 
 NoteView Tarquil::newest_note(uint32_t mask, uint32_t start, uint32_t num_samples) const {
     const Voice* newest = nullptr;
-    uint32_t newest_channel = 0;
-    for (const Voice& voice : voice_pool) {
-        if (!voice.is_active() || voice.is_fading() || voice.is_cut() ||
-            (newest != nullptr && int32_t(voice.get_start_time() - newest->get_start_time()) < 0))
+    for (uint32_t c = 0; mask >> c != 0; c++) {
+        if ((mask >> c & 1U) == 0)
             continue;
-        for (uint32_t c = 0; mask >> c != 0; c++) {
-            if ((mask >> c & 1U) != 0 && voice.belongs_to_channel(channels[c])) {
+        channels[c].get_voices().for_each([&](uint32_t place) {
+            const Voice& voice = voice_pool.begin()[place];
+            if (!voice.is_fading() && !voice.is_cut() &&
+                (newest == nullptr ||
+                 int32_t(voice.get_start_time() - newest->get_start_time()) >= 0))
                 newest = &voice;
-                newest_channel = c;
-            }
-        }
+        });
     }
-    if (newest == nullptr)
-        return {};
-    NoteView shown = newest->view(start, num_samples);
-    shown.channel = newest_channel;
-    return shown;
+    return newest != nullptr ? newest->view(start, num_samples) : NoteView();
 }
 
 void Tarquil::set_band_muted(unsigned band, bool muted) {

@@ -23,7 +23,6 @@ struct EnvelopePosition {
 struct NoteView {
     uint32_t is_sounding = 0; // 0: there is no note, and nothing else means anything
     uint32_t start_time = 0;  // tells notes apart
-    uint32_t channel = 0;
     uint32_t note = 0;
     EnvelopePosition envelopes[NUM_ENVELOPES];
     // In cycles, 0..1; of LFOs that move nothing they stand still.

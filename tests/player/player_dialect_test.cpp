@@ -54,6 +54,27 @@ class PlayerDialect : public testing::Test {
 constexpr MidiDialect GM = MidiDialect::GENERAL_MIDI;
 constexpr MidiDialect NATIVE = MidiDialect::NATIVE;
 
+// While a program rings its channel may have gone on to another, which another part plays.
+TEST_F(PlayerDialect, AWindowSeesTheNoteOfTheEditedProgram) {
+    start(GM);
+    Meters& meters = player->meters();
+    meters.watched = true;
+    const auto seen = [&](unsigned program) {
+        player->set_edited_program(program);
+        render(1024);
+        NoteView note;
+        EXPECT_TRUE(meters.note.read(note));
+        return note.is_sounding != 0 ? int(note.note) : -1;
+    };
+    midi(0x90, 60, 100);
+    midi(0xC0, 5);
+    midi(0x90, 67, 100);
+    midi(0x99, 36, 100);
+    EXPECT_EQ(seen(5), 67);
+    EXPECT_EQ(seen(0), 60) << "it rings on";
+    EXPECT_EQ(seen(1), -1);
+}
+
 TEST_F(PlayerDialect, TheDrumsKeysHaveTheNamesOfWhatTheyPlay) {
     set->drums->get_instrument(1).set_name("snare");
     start(NATIVE);

@@ -285,7 +285,6 @@ TEST_F(PlayerTest, TheOutputIsKeptForAScope) {
         EXPECT_GT(peak(left), 0.01F);
         NoteView note;
         ASSERT_TRUE(meters.note.read(note));
-        EXPECT_EQ(note.channel, 0U);
         EXPECT_EQ(note.note, 60 + unsigned(watch));
     }
     player.set_edited_program(100);
