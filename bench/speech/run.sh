@@ -17,6 +17,16 @@ readonly SENTENCES=(
     "we should leave before sunrise if we want to see the mountains"
     "my brother keeps three brown dogs and a very lazy cat"
     "please put the heavy boxes on the table near the window"
+    "the teacher asked the children to open their books and read the first page"
+    "there is a small shop on the corner that sells fresh bread every morning"
+    "in the winter the lake is frozen and people come from far away to skate"
+    "he could not remember where he had left the keys to his car"
+    "the train to the city leaves at nine and arrives before noon"
+    "we sat around the fire and told stories until it was very late"
+    "the government said that the price of oil would rise again next year"
+    "her sister works in a large hospital and often has to work at night"
+    "after the storm the streets were covered with leaves and broken branches"
+    "you have to turn left at the church and then go straight for two miles"
 )
 for number in "${!SENTENCES[@]}"; do
     for voice in rms slt; do
@@ -59,7 +69,7 @@ cat ./*.tlp | wc -c | awk -v encoding="$encoding" '{
     printf "%.0f s of speech, encoded %.0f times faster than they last\n", seconds, seconds / encoding
 }'
 # A long file, so that starting the program does not count.
-sox original/*.wav -r 16000 long.wav repeat 4
+sox original/*.wav -r 16000 long.wav repeat 2
 "$tarquil" speech encode long.wav long.tlp
 decoding=$( { time "$tarquil" speech decode long.tlp long-decoded.wav; } 2>&1)
 soxi -D long.wav | awk -v decoding="$decoding" '{

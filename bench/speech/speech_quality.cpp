@@ -180,10 +180,10 @@ void print_axes(const std::vector<Recording>& recordings) {
           Axis{"warped by 0.59", 44100.0, 0.586}, Axis{"warped by 0.65", 44100.0, 0.65},
           Axis{"warped by 0.76", 44100.0, 0.756}})
         std::printf("%30s%8.2f\n", axis.name.c_str(), outline_distance(recordings, axis, 10));
-    std::printf("\nwarped by 0.59, other orders\n");
+    std::printf("\nwarped by 0.76, other orders\n");
     for (const size_t order : {10U, 16U, 24U, 32U, 48U})
         std::printf("%30zu%8.2f\n", order,
-                    outline_distance(recordings, {"", 44100.0, 0.586}, order));
+                    outline_distance(recordings, {"", 44100.0, 0.756}, order));
 }
 
 // What rounding the lines to bytes does to the filter's spectrum.

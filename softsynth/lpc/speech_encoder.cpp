@@ -116,6 +116,45 @@ void correct_levels(Speech& speech, const EnvelopeFinder& finder,
     }
 }
 
+// The emphasised sound's power around a place, in dB, under a triangle of 9 ms.
+class ShortPower {
+  public:
+    explicit ShortPower(std::span<const float> samples) {
+        float before = 0.0F;
+        for (const float sample : samples) {
+            emphasised.push_back(sample - EMPHASIS * before);
+            before = sample;
+        }
+    }
+    [[nodiscard]] double around(size_t centre) const {
+        constexpr size_t REACH = 200; // samples
+        const size_t first = centre - std::min(centre, REACH);
+        const size_t last = std::min(centre + REACH, emphasised.size());
+        double power = 1e-11;
+        for (size_t i = first; i < last; i++) {
+            const double distance = std::fabs(double(i) - double(centre)) / double(REACH);
+            power += (1.0 - distance) * double(emphasised[i]) * double(emphasised[i]) / REACH;
+        }
+        return 10.0 * std::log10(power);
+    }
+
+  private:
+    std::vector<float> emphasised;
+};
+
+// Bends the way from each level to the next as far as the recording is louder there than the frames
+// are when they go straight.
+void bend_levels(Speech& speech, std::span<const float> samples) {
+    const ShortPower recorded(samples);
+    const ShortPower spoken(speak(speech));
+    for (size_t i = 0; i + 1 < speech.frames.size(); i++) {
+        const size_t place = (i + 1) * SPEECH_FRAME_SAMPLES;
+        const double error_db = recorded.around(place) - spoken.around(place);
+        const double bend = std::round(error_db / (LEVELS_A_BEND * LEVEL_STEP_DB));
+        speech.frames[i].bend = int8_t(std::clamp(bend, double(MIN_BEND), double(MAX_BEND)));
+    }
+}
+
 } // namespace
 
 Speech encode_speech(std::span<const float> samples, uint8_t warping_256ths) {
@@ -135,8 +174,10 @@ Speech encode_speech(std::span<const float> samples, uint8_t warping_256ths) {
         const Fit fit = refine_lines(lines, envelopes.back(), finder.get_num_points());
         lines = fit.lines;
         speech.frames[i] = {lines, nearest_level(fit.amplitude), nearest_pitch(pitches[i]),
-                            voicing[i]};
+                            voicing[i], 0};
     }
+    correct_levels(speech, finder, envelopes);
+    bend_levels(speech, cleaned);
     correct_levels(speech, finder, envelopes);
     return speech;
 }

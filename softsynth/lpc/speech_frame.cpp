@@ -16,6 +16,9 @@ namespace {
 static_assert(LPC_ORDER == NUM_ORDERED_BYTES);
 
 constexpr unsigned NUM_BYTES = 256;
+constexpr unsigned NUM_VOICINGS = MAX_VOICING + 1;
+constexpr unsigned NUM_BENDS = MAX_BEND - MIN_BEND + 1;
+static_assert(NUM_BYTES * NUM_VOICINGS * NUM_BENDS <= NUM_BYTE_ORDERS);
 constexpr int TOP_LINE = 255;
 
 constexpr double HALF_DECIBEL = 1.0592537251772889;      // 10^(1/40)
@@ -70,9 +73,11 @@ void separate_lines(std::array<uint8_t, LPC_ORDER>& lines) {
 }
 
 SpeechFrameBytes pack_frame(const SpeechFrame& frame) {
-    TARQ_ASSERT(frame.voicing <= MAX_VOICING);
-    const OrderedBytes ordered =
-        bytes_in_order(frame.lines, frame.pitch + NUM_BYTES * uint32_t(frame.voicing));
+    TARQ_ASSERT(frame.voicing < NUM_VOICINGS && frame.bend >= MIN_BEND && frame.bend <= MAX_BEND);
+    // No bend is 0, as in files that are older than bends.
+    const unsigned bend = unsigned(frame.bend) % NUM_BENDS;
+    const uint32_t number = (bend * NUM_VOICINGS + frame.voicing) * NUM_BYTES + frame.pitch;
+    const OrderedBytes ordered = bytes_in_order(frame.lines, number);
     SpeechFrameBytes bytes{};
     std::copy(ordered.begin(), ordered.end(), bytes.begin());
     bytes.back() = frame.level;
@@ -84,7 +89,9 @@ SpeechFrame unpack_frame(const SpeechFrameBytes& bytes) {
     std::copy_n(bytes.begin(), LPC_ORDER, frame.lines.begin());
     const uint32_t number = byte_order_number(frame.lines);
     frame.pitch = uint8_t(number % NUM_BYTES);
-    frame.voicing = uint8_t(number / NUM_BYTES % (MAX_VOICING + 1));
+    frame.voicing = uint8_t(number / NUM_BYTES % NUM_VOICINGS);
+    const int bend = int(number / NUM_BYTES / NUM_VOICINGS % NUM_BENDS);
+    frame.bend = int8_t(bend > MAX_BEND ? bend - int(NUM_BENDS) : bend);
     frame.level = bytes.back();
     separate_lines(frame.lines);
     return frame;

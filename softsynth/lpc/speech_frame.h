@@ -2,8 +2,9 @@
 //
 // Bytes 0..9 are the line spectral pairs, ten positions between 0 and pi on the frequency axis of
 // the synthesis filter; byte 10 is the level.  Lines have an order of their own, so the order of
-// their bytes is free: it is one of 10! = 3,628,800, and its number carries the pitch and how far
-// up the frame is voiced.  Any eleven bytes are a frame, and its filter is stable.
+// their bytes is free: it is one of 10! = 3,628,800, and its number carries the pitch, how far up
+// the frame is voiced, and the level half way to the next frame.  Any eleven bytes are a frame, and
+// its filter is stable.
 
 #pragma once
 
@@ -24,6 +25,11 @@ inline constexpr unsigned MAX_VOICING = 7;
 
 inline constexpr double LEVEL_STEP_DB = 0.5;
 
+// Bends go from MIN_BEND to MAX_BEND.
+inline constexpr int MIN_BEND = -16;
+inline constexpr int MAX_BEND = 15;
+inline constexpr int LEVELS_A_BEND = 3;
+
 struct SpeechFrame {
     // Ascending; line b stands for (b + 1/2) pi / 256.
     std::array<uint8_t, LPC_ORDER> lines{};
@@ -33,6 +39,9 @@ struct SpeechFrame {
     uint8_t pitch = 0;
     // 0: noise only.  Else pulses up to voicing_limit_hz and noise above.
     uint8_t voicing = 0;
+    // The level half way to the next frame lies LEVELS_A_BEND * bend above the middle of both.  So
+    // the burst of a "t" may be shorter than a frame.
+    int8_t bend = 0;
 
     bool operator==(const SpeechFrame&) const = default;
 };
@@ -46,7 +55,8 @@ std::array<uint8_t, LPC_ORDER> flat_lines();
 // MIN_LINE_DISTANCE apart.
 void separate_lines(std::array<uint8_t, LPC_ORDER>& lines);
 
-// `frame.lines` are as separate_lines leaves them, `frame.voicing` is at most MAX_VOICING.
+// `frame.lines` are as separate_lines leaves them, `frame.voicing` is at most MAX_VOICING,
+// `frame.bend` one of the bends.
 SpeechFrameBytes pack_frame(const SpeechFrame& frame);
 SpeechFrame unpack_frame(const SpeechFrameBytes& bytes);
 

@@ -33,6 +33,15 @@ struct Neighbours {
     [[nodiscard]] uint32_t between(uint8_t first, uint8_t second) const {
         return uint32_t((first * (WEIGHT_SCALE - weight) + second * weight) * 256 / WEIGHT_SCALE);
     }
+    // In 1/256; 0 only between silent frames.
+    [[nodiscard]] uint32_t level() const {
+        if (before.level == 0 && after.level == 0)
+            return 0;
+        const int64_t to_middle = 2 * std::min(weight, WEIGHT_SCALE - weight);
+        const int64_t bend = before.bend * LEVELS_A_BEND * 256 * to_middle / WEIGHT_SCALE;
+        return uint32_t(
+            std::clamp(between(before.level, after.level) + bend, int64_t(0), int64_t(65535)));
+    }
     [[nodiscard]] const SpeechFrame& nearest() const {
         return weight < WEIGHT_SCALE / 2 ? before : after;
     }
@@ -114,7 +123,7 @@ void SpeechPlayer::begin_step() {
     position += step;
     left_in_step = STEP_SAMPLES;
     const Neighbours frames = neighbours_at(speech.frames, position);
-    level_at_end = float(level_amplitude(frames.between(frames.before.level, frames.after.level)));
+    level_at_end = float(level_amplitude(frames.level()));
     level_slope = (level_at_end - level) / float(STEP_SAMPLES);
     const unsigned voicing = frames.nearest().voicing;
     is_voiced = voicing > 0 && voice != SpeechVoice::WHISPER;

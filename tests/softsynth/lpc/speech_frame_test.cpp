@@ -13,7 +13,11 @@ namespace tarquil {
 TEST(SpeechFrame, PitchAndVoicingTravelInTheOrderOfTheLines) {
     std::mt19937 random(3);
     for (int round = 0; round < 2000; round++) {
-        SpeechFrame frame{{}, uint8_t(random()), uint8_t(random()), uint8_t(random() % 8)};
+        SpeechFrame frame{{},
+                          uint8_t(random()),
+                          uint8_t(random()),
+                          uint8_t(random() % 8),
+                          int8_t(int(random() % 32) + MIN_BEND)};
         for (uint8_t& line : frame.lines)
             line = uint8_t(random());
         separate_lines(frame.lines);

@@ -49,8 +49,8 @@ std::vector<float> speak_with(const Speech& speech, const SpeechSettings& settin
 TEST(SpeechPlayer, SoundIsWhatItWas) {
     const Speech speech = random_speech(40, 21);
     const std::vector<float> carrier = saw(speech_length(speech, 1.0), 100.0);
-    const uint64_t expected[] = {6949719364715911109U, 4159926636865376804U, 9145810865296864371U,
-                                 2085457523529023926U};
+    const uint64_t expected[] = {297265181838696979U, 16234037404518029402U, 14163764776978072058U,
+                                 8477832687147217629U};
     for (size_t i = 0; i < std::size(VOICES); i++)
         EXPECT_EQ(hash_of(speak_with(speech, {VOICES[i], 110.0, 1.0}, carrier, 4096)), expected[i])
             << "voice " << i;
@@ -113,7 +113,9 @@ TEST(SpeechPlayer, BackwardsIsTheMirroredSpeech) {
     Speech speech = vowels(9, 150.0);
     speech.frames[2].level = 100;
     Speech mirrored = speech;
+    speech.frames[4].bend = 4;
     std::reverse(mirrored.frames.begin(), mirrored.frames.end());
+    mirrored.frames[3].bend = 4; // the bend belongs to the earlier of two frames
     const std::vector<float> backwards = speak(speech, {SpeechVoice::OWN, 0.0, -1.0});
     const std::vector<float> forwards = speak(mirrored);
     ASSERT_EQ(backwards.size(), forwards.size());
@@ -131,6 +133,22 @@ TEST(SpeechPlayer, LevelZeroIsSilenceAndHalfADecibelIsHeard) {
     for (SpeechFrame& frame : speech.frames)
         frame.level = 0;
     EXPECT_EQ(power_of(speak(speech)), 0.0);
+}
+
+TEST(SpeechPlayer, BendRaisesTheLevelBetweenTwoFramesAlone) {
+    const Speech straight = vowels(20, 100.0);
+    Speech bent = straight;
+    bent.frames[9].bend = 4; // 6 dB
+    const std::vector<float> before = speak(straight);
+    const std::vector<float> after = speak(bent);
+    const auto gain_db = [&](size_t start) {
+        return 10.0 * std::log10(power_of(std::span(after).subspan(start, 441)) /
+                                 power_of(std::span(before).subspan(start, 441)));
+    };
+    EXPECT_EQ(gain_db(9 * 882), 0.0);
+    EXPECT_GT(gain_db(10 * 882 - 220), 3.5);
+    EXPECT_LT(gain_db(10 * 882 - 220), 6.1);
+    EXPECT_NEAR(gain_db(11 * 882), 0.0, 0.3); // what the de-emphasis remembers
 }
 
 // Voiced frames take on the pitch of the settings or the carrier, a whisper has none.
