@@ -27,7 +27,7 @@ void run(Tarquil& engine, uint32_t size, const std::vector<midi_event>& events, 
 std::vector<midi_event> chord(int voices, uint32_t time) {
     std::vector<midi_event> events;
     for (int i = 0; i < voices; i++)
-        events.push_back({time, uint8_t(MIDI_NOTE_ON | (i % NUM_CHANNELS)),
+        events.push_back({time, midi_status(MIDI_NOTE_ON, unsigned(i % NUM_CHANNELS)),
                           uint8_t(36 + i / NUM_CHANNELS * 7), 100});
     return events;
 }
@@ -35,7 +35,8 @@ std::vector<midi_event> chord(int voices, uint32_t time) {
 void set_all_channels(Tarquil& engine, unsigned controller, uint8_t value) {
     std::vector<midi_event> events;
     for (int c = 0; c < NUM_CHANNELS; c++)
-        events.push_back({0, uint8_t(MIDI_CONTROL_CHANGE | c), uint8_t(controller), value});
+        events.push_back(
+            {0, midi_status(MIDI_CONTROL_CHANGE, unsigned(c)), uint8_t(controller), value});
     run(engine, GRANULARITY, events, 0);
 }
 

@@ -32,13 +32,13 @@ constexpr std::string_view FILE_KIND = "MFIL";
 constexpr int KIND_LENGTH = 4;
 constexpr int NAME_LENGTH = 256;
 constexpr int SIZE_LENGTH = 4;
-constexpr int HEADER_LENGTH = KIND_LENGTH + NAME_LENGTH + SIZE_LENGTH;
+constexpr int RECORD_HEADER_LENGTH = KIND_LENGTH + NAME_LENGTH + SIZE_LENGTH;
 
 // One record's header, with zeros for what lies beyond the image's end.
 class RecordHeader {
   public:
     RecordHeader(const char* image, int arrsize) {
-        std::memcpy(bytes, image, size_t(std::min(arrsize, HEADER_LENGTH)));
+        std::memcpy(bytes, image, size_t(std::min(arrsize, RECORD_HEADER_LENGTH)));
     }
 
     [[nodiscard]] std::string_view kind() const { return {bytes, KIND_LENGTH}; }
@@ -51,13 +51,13 @@ class RecordHeader {
 
     [[nodiscard]] uint32_t size() const {
         uint32_t value = 0;
-        for (int i = KIND_LENGTH + NAME_LENGTH; i < HEADER_LENGTH; i++)
+        for (int i = KIND_LENGTH + NAME_LENGTH; i < RECORD_HEADER_LENGTH; i++)
             value = value << 8 | uint8_t(bytes[i]);
         return value;
     }
 
   private:
-    char bytes[HEADER_LENGTH] = {};
+    char bytes[RECORD_HEADER_LENGTH] = {};
 };
 
 bool stays_below_target(std::string_view name) {
@@ -146,9 +146,9 @@ std::optional<std::string_view> find_in_directory_image(std::string_view image,
     image.remove_prefix(IMAGE_MAGIC.size());
     std::optional<std::string_view> found;
     UnpackedTree tree;
-    while (image.size() >= HEADER_LENGTH) {
-        const RecordHeader header(image.data(), HEADER_LENGTH);
-        image.remove_prefix(HEADER_LENGTH);
+    while (image.size() >= RECORD_HEADER_LENGTH) {
+        const RecordHeader header(image.data(), RECORD_HEADER_LENGTH);
+        image.remove_prefix(RECORD_HEADER_LENGTH);
         if (!stays_below_target(header.name()))
             break;
         if (header.kind() == DIRECTORY_KIND) {
@@ -177,8 +177,8 @@ int memory_to_directory(const std::string& target, const char* image, int length
         const RecordHeader header(image, arrsize);
         const bool may_create = stays_below_target(header.name());
         const std::string path = concat_paths(target, std::string(header.name()));
-        image += std::min(arrsize, HEADER_LENGTH);
-        arrsize -= HEADER_LENGTH;
+        image += std::min(arrsize, RECORD_HEADER_LENGTH);
+        arrsize -= RECORD_HEADER_LENGTH;
         if (header.kind() == DIRECTORY_KIND) {
             if (may_create)
                 mkdir(path.c_str(), 0700); // one that exists already is fine

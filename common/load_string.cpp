@@ -16,7 +16,7 @@ namespace tarquil {
 
 namespace {
 
-constexpr int CANNOT_OPEN = 1;
+constexpr int CANNOT_LOAD = 1;
 constexpr int READ_OR_WRITE_ERROR = 2;
 constexpr int ODD_HEX_LENGTH = 2;
 constexpr int BAD_HEX_DIGIT = 3;
@@ -70,7 +70,7 @@ int load_file_to_string(const std::string& path, std::string& out) {
     out.clear();
     const FileHandle file(std::fopen(path.c_str(), "rb"));
     if (!file)
-        return CANNOT_OPEN;
+        return CANNOT_LOAD;
     char chunk[CHUNK_LENGTH];
     size_t count = 0;
     do {
@@ -81,7 +81,7 @@ int load_file_to_string(const std::string& path, std::string& out) {
 }
 
 int load_regular_file_to_string(const std::string& path, std::string& out) {
-    return is_regular_file(path) ? load_file_to_string(path, out) : CANNOT_OPEN;
+    return is_regular_file(path) ? load_file_to_string(path, out) : CANNOT_LOAD;
 }
 
 std::string explain_file_error(int code) {
@@ -91,7 +91,7 @@ std::string explain_file_error(int code) {
 int save_file_to_string(const std::string& path, std::string_view text) {
     AtomicFile file;
     if (!file.open(path))
-        return CANNOT_OPEN;
+        return CANNOT_LOAD;
     return file.commit(text) ? 0 : READ_OR_WRITE_ERROR;
 }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view NATIVE_VALUE = "native";
 constexpr std::string_view OFF_VALUE = "off";
 
-std::string_view trimmed(std::string_view value) {
+std::string_view without_blanks_at_end(std::string_view value) {
     const size_t last = value.find_last_not_of(" \t");
     return value.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
@@ -50,7 +50,7 @@ std::string_view* BankPairs::field_of(std::string_view key) {
 // A line that is not there when it says what is usual.
 void BankPairs::take_switch(const TextPair& line, std::string_view usual, std::string_view other,
                             LoadReport* report) {
-    const std::string_view value = trimmed(line.value);
+    const std::string_view value = without_blanks_at_end(line.value);
     if (value == usual)
         return;
     if (value != other)

@@ -23,7 +23,7 @@ namespace tarquil {
 namespace {
 
 constexpr unsigned USUAL_RATE = 48000;
-constexpr snd_pcm_uframes_t USUAL_PERIOD = 256;
+constexpr snd_pcm_uframes_t ALSA_PERIOD = 256;
 constexpr unsigned NUM_PERIODS = 4; // of the device's buffer
 
 // What the device and the program agree on.
@@ -31,7 +31,7 @@ struct AlsaSettings {
     SampleFormat format = SampleFormat::FLOAT;
     unsigned channels = 2;
     unsigned rate = USUAL_RATE;
-    snd_pcm_uframes_t period = USUAL_PERIOD;
+    snd_pcm_uframes_t period = ALSA_PERIOD;
 };
 
 // The best first.
@@ -74,7 +74,7 @@ int set_hardware(snd_pcm_t* pcm, const DeviceChoice& choice, AlsaSettings& setti
             error = set(pcm, hardware, arguments...);
     };
     settings.rate = choice.rate.value_or(USUAL_RATE);
-    settings.period = choice.period.value_or(uint32_t(USUAL_PERIOD));
+    settings.period = choice.period.value_or(uint32_t(ALSA_PERIOD));
     unsigned periods = NUM_PERIODS;
     then([](auto* device, auto* all) { return snd_pcm_hw_params_any(device, all); });
     then(snd_pcm_hw_params_set_rate_resample, 0U);

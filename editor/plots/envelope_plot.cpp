@@ -14,8 +14,8 @@ namespace tarquil {
 
 namespace {
 
-constexpr double NODE_RADIUS = 5.0;
-constexpr double REACH = 12.0;
+constexpr double CORNER_RADIUS = 5.0;
+constexpr double NODE_REACH = 12.0;
 constexpr double LABELS_WIDTH = 36.0;
 constexpr double RELEASED_PART = 0.34; // of the width
 constexpr double NARROWEST_TEXT = 48.0;
@@ -80,7 +80,8 @@ Point EnvelopePlot::node_point(UiHost& host, Node node) const {
 
 EnvelopePlot::Node EnvelopePlot::node_at(UiHost& host, Point at) const {
     return Node(nearest_place(
-        {node_point(host, ATTACK), node_point(host, DECAY), node_point(host, RELEASE)}, at, REACH));
+        {node_point(host, ATTACK), node_point(host, DECAY), node_point(host, RELEASE)}, at,
+        NODE_REACH));
 }
 
 // Straight in time, so bent where the axis is logarithmic.
@@ -189,15 +190,15 @@ void EnvelopePlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) 
     const Node lit = state.is_pressed ? dragged : (state.is_hovered ? hovered : NO_NODE);
     for (const Node node : {ATTACK, DECAY, RELEASE}) {
         const Point at = node_point(host, node);
-        canvas.disc(at, node == lit ? NODE_RADIUS + 1.5 : NODE_RADIUS, color);
-        canvas.disc(at, NODE_RADIUS - 2, node == lit ? theme::TEXT : theme::WELL);
+        canvas.disc(at, node == lit ? CORNER_RADIUS + 1.5 : CORNER_RADIUS, color);
+        canvas.disc(at, CORNER_RADIUS - 2, node == lit ? theme::TEXT : theme::WELL);
     }
     drawn_playhead = playhead(host);
-    canvas.disc(drawn_playhead, NODE_RADIUS, theme::TEXT);
+    canvas.disc(drawn_playhead, CORNER_RADIUS, theme::TEXT);
 }
 
 std::vector<Rect> EnvelopePlot::moved_areas(UiHost& host) {
-    return moved_dot(drawn_playhead, playhead(host), NODE_RADIUS);
+    return moved_dot(drawn_playhead, playhead(host), CORNER_RADIUS);
 }
 
 bool EnvelopePlot::press(UiHost& host, const Pointer& pointer) {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double GAIN_RANGE = 27.0; // dB either way
 constexpr double NODE_RADIUS = 8.0;
-constexpr double REACH = 13.0;
+constexpr double BAND_REACH = 13.0;
 // Beside the curve, so that no node covers them.
 constexpr double NUMBERS_WIDTH = 36.0;
 constexpr double NUMBERS_HEIGHT = 15.0;
@@ -55,7 +55,7 @@ int EqualiserPlot::node_at(const ControllerBytes& bytes, Point at) const {
     places.reserve(size_t(num_filters));
     for (int i = 0; i < num_filters; i++)
         places.push_back(bytes[rows_of(i).type] == FILTER_NONE ? NOWHERE : node_point(bytes, i));
-    return nearest_place(places, at, REACH);
+    return nearest_place(places, at, BAND_REACH);
 }
 
 void EqualiserPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {

@@ -18,7 +18,7 @@ namespace {
 
 constexpr unsigned NUM_SAMPLES = 512;
 constexpr double FEWEST_PERIODS = 2.0; // shown
-constexpr double DOT_RADIUS = 5.0;
+constexpr double PHASE_RADIUS = 5.0;
 
 PlotFrame frame_of(const Rect& area, double seconds) {
     return {area, 0.0, seconds, -1.25, 1.25};
@@ -68,12 +68,12 @@ void LfoPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     canvas.clip(area);
     canvas.wave(points, is_used ? theme::PARTS[lfo] : theme::TEXT_DIM, 1.6);
     drawn_dot = dot(host);
-    canvas.disc(drawn_dot, DOT_RADIUS, theme::TEXT);
+    canvas.disc(drawn_dot, PHASE_RADIUS, theme::TEXT);
     canvas.unclip();
 }
 
 std::vector<Rect> LfoPlot::moved_areas(UiHost& host) {
-    return moved_dot(drawn_dot, dot(host), DOT_RADIUS);
+    return moved_dot(drawn_dot, dot(host), PHASE_RADIUS);
 }
 
 } // namespace tarquil

@@ -18,7 +18,7 @@ namespace tarquil {
 namespace {
 
 constexpr int NUM_POINTS = 200;
-constexpr double QUIETEST = -60.0; // dB
+constexpr double QUIETEST_ECHO = -60.0; // dB
 
 } // namespace
 
@@ -45,16 +45,17 @@ void MonoEffectPlot::draw_transfer(Canvas& canvas, const ControllerBytes& bytes,
 }
 
 void MonoEffectPlot::draw_compressor(Canvas& canvas, const ControllerBytes& bytes) const {
-    const PlotFrame frame(area, QUIETEST, 6.0, QUIETEST, 12.0);
+    const PlotFrame frame(area, QUIETEST_ECHO, 6.0, QUIETEST_ECHO, 12.0);
     frame.draw(canvas, decibel_lines(-48, 0, 12), decibel_lines(-48, 0, 12));
     const CompressorCurve curve = mono_compressor_curve(bytes, effect);
     std::vector<Point> points;
     for (int i = 0; i <= NUM_POINTS; i++) {
-        const double in = QUIETEST + i * 66.0 / NUM_POINTS;
+        const double in = QUIETEST_ECHO + i * 66.0 / NUM_POINTS;
         points.push_back(frame.point(in, compressed_decibels(curve, in)));
     }
     canvas.clip(area);
-    canvas.line(frame.point(QUIETEST, QUIETEST), frame.point(6.0, 6.0), theme::GRID_STRONG, 1);
+    canvas.line(frame.point(QUIETEST_ECHO, QUIETEST_ECHO), frame.point(6.0, 6.0),
+                theme::GRID_STRONG, 1);
     canvas.polyline(points, theme::PARTS[effect], 2);
     canvas.unclip();
 }

@@ -39,7 +39,7 @@ class LiveButton : public Button {
     bool was_lit = false;
 };
 
-std::string percent(double part) {
+std::string percent_text(double part) {
     return std::to_string(std::lround(part * 100)) + " %";
 }
 
@@ -86,7 +86,8 @@ void add_wheels(Page& page, Rect area, Hands& hands) {
     bend.let_go = [&hands] { hands.let_bend_go(); };
     bend.tooltip = [&hands] {
         const double part = hands.shown_channel().bend / double(EditorKeys::BEND_CENTRE) - 1.0;
-        return "Pitch bend: " + percent(part) + " of its range\nSprings back when it is let go";
+        return "Pitch bend: " + percent_text(part) +
+               " of its range\nSprings back when it is let go";
     };
     page.add<HandWheel>(area.cut_left(38), bend);
     area.cut_left(2);
@@ -99,7 +100,7 @@ void add_wheels(Page& page, Rect area, Hands& hands) {
     };
     modulation.tooltip = [&hands] {
         return hands.has_modulation_and_sustain()
-                   ? "Modulation wheel: " + percent(hands.shown_channel().modulation / 127.0)
+                   ? "Modulation wheel: " + percent_text(hands.shown_channel().modulation / 127.0)
                    : std::string("Modulation wheel") + NO_PEDALS;
     };
     page.add<HandWheel>(area.cut_left(38), modulation);

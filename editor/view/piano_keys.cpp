@@ -11,7 +11,7 @@ namespace {
 constexpr Color WHITE = theme::WHITE_KEY;
 constexpr Color BLACK = theme::BLACK_KEY;
 constexpr Color LABEL = theme::KEY_LABEL;
-constexpr double LABEL_HEIGHT = 15.0;
+constexpr double KEY_LABEL_HEIGHT = 15.0;
 
 // A sound on another channel than the one that is played here.
 constexpr double ELSEWHERE = 0.55;
@@ -69,7 +69,7 @@ void PianoKeys::draw_key(Canvas& canvas, int key, Light light) const {
         canvas.fill(shape, theme::CONTROL);
     if (is_black)
         return;
-    const Rect label = shape.cut_bottom(LABEL_HEIGHT);
+    const Rect label = shape.cut_bottom(KEY_LABEL_HEIGHT);
     const char character = hands.computer_character(key);
     if (character != 0)
         canvas.text(label, std::string(1, character),

@@ -10,8 +10,8 @@ namespace tarquil {
 
 namespace {
 
-constexpr double MARGIN = 14.0;
-constexpr double SPACE = 20.0;
+constexpr double STATUS_MARGIN = 14.0;
+constexpr double STATUS_SPACE = 20.0;
 
 constexpr const char* HELP =
     "Drag or wheel to change, Shift for fine steps, double click for the default, "
@@ -20,7 +20,7 @@ constexpr const char* HELP =
 // A banner over the whole width, with a sign.
 void draw_warning(Canvas& canvas, const Rect& area, const std::string& text) {
     canvas.fill(area, theme::WARM);
-    Rect rest = area.inset(MARGIN, 0);
+    Rect rest = area.inset(STATUS_MARGIN, 0);
     const Point at = rest.cut_left(22).center();
     const double x = at.x - 3;
     canvas.polygon({{x, at.y - 7.5}, {x + 8, at.y + 6.5}, {x - 8, at.y + 6.5}}, theme::BACKGROUND);
@@ -32,7 +32,7 @@ void draw_warning(Canvas& canvas, const Rect& area, const std::string& text) {
 } // namespace
 
 void draw_status(Canvas& canvas, const Rect& area, const StatusLine& status) {
-    Rect rest = area.inset(MARGIN, 0);
+    Rect rest = area.inset(STATUS_MARGIN, 0);
     if (!status.message.empty()) {
         draw_message(canvas, rest, status.message, status.kind);
         return;
@@ -45,7 +45,7 @@ void draw_status(Canvas& canvas, const Rect& area, const StatusLine& status) {
         const double width = canvas.text_width(status.notice.text, theme::SMALL);
         canvas.text(rest.cut_right(std::min(width, rest.w / 2)), status.notice.text,
                     {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
-        rest.cut_right(SPACE);
+        rest.cut_right(STATUS_SPACE);
     }
     canvas.text(rest, HELP, {theme::SMALL, theme::TEXT_DIM});
 }

@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 
 constexpr Rect AREA{(WINDOW_WIDTH - 620) / 2, 60, 620, 560};
 constexpr Rect LIST{AREA.x + 16, AREA.y + 74, AREA.w - 32, AREA.h - 168};
-constexpr double ROW_HEIGHT = 24.0;
-constexpr auto NUM_ROWS = size_t(LIST.h / ROW_HEIGHT);
+constexpr double FILE_ROW_HEIGHT = 24.0;
+constexpr auto SHOWN_ROWS = size_t(LIST.h / FILE_ROW_HEIGHT);
 constexpr Rect UP{AREA.x + 16, AREA.y + 40, 44, 26};
 constexpr Rect NAME{AREA.x + 16, AREA.y + AREA.h - 82, AREA.w - 32, 26};
 constexpr Rect PROBLEM{AREA.x + 16, AREA.y + AREA.h - 42, AREA.w - 260, 28};
@@ -73,7 +73,7 @@ bool FileBrowser::is_shown(const std::string& file) const {
 }
 
 Rect FileBrowser::entry_area(size_t index) const {
-    return {LIST.x, LIST.y + ROW_HEIGHT * double(index - first), LIST.w, ROW_HEIGHT};
+    return {LIST.x, LIST.y + FILE_ROW_HEIGHT * double(index - first), LIST.w, FILE_ROW_HEIGHT};
 }
 
 void FileBrowser::draw(Canvas& canvas) {
@@ -99,7 +99,7 @@ void FileBrowser::draw(Canvas& canvas) {
 void FileBrowser::draw_list(Canvas& canvas) const {
     canvas.fill(LIST.inset(0, -2), theme::WELL, 4);
     canvas.clip(LIST);
-    for (size_t i = first; i < std::min(entries.size(), first + NUM_ROWS); i++) {
+    for (size_t i = first; i < std::min(entries.size(), first + SHOWN_ROWS); i++) {
         const Rect row = entry_area(i);
         if (i == current)
             canvas.fill(row, theme::ACCENT_DIM, 3);
@@ -110,9 +110,9 @@ void FileBrowser::draw_list(Canvas& canvas) const {
     if (entries.empty())
         canvas.text(LIST, "No folders and no " + request.ending + " files here",
                     {theme::NORMAL, theme::TEXT_DIM, Align::CENTER});
-    if (entries.size() > NUM_ROWS) {
+    if (entries.size() > SHOWN_ROWS) {
         const double part = LIST.h / double(entries.size());
-        canvas.fill({LIST.right() - 6, LIST.y + part * double(first), 4, part * double(NUM_ROWS)},
+        canvas.fill({LIST.right() - 6, LIST.y + part * double(first), 4, part * double(SHOWN_ROWS)},
                     theme::OUTLINE, 2);
     }
 }
@@ -173,7 +173,7 @@ void FileBrowser::press(const Pointer& pointer) {
     } else if (UP.contains(pointer.at)) {
         enter(fs::path(folder).parent_path().string());
     } else if (LIST.contains(pointer.at)) {
-        const size_t index = first + size_t((pointer.at.y - LIST.y) / ROW_HEIGHT);
+        const size_t index = first + size_t((pointer.at.y - LIST.y) / FILE_ROW_HEIGHT);
         if (index >= entries.size())
             return;
         current = index;
@@ -188,7 +188,7 @@ void FileBrowser::press(const Pointer& pointer) {
 
 void FileBrowser::wheel(const Pointer& /*pointer*/, double steps) {
     constexpr double ROWS_PER_STEP = 3.0;
-    const size_t last = entries.size() > NUM_ROWS ? entries.size() - NUM_ROWS : 0;
+    const size_t last = entries.size() > SHOWN_ROWS ? entries.size() - SHOWN_ROWS : 0;
     first = size_t(std::clamp(double(first) - steps * ROWS_PER_STEP, 0.0, double(last)));
 }
 
@@ -211,8 +211,8 @@ void FileBrowser::press_key(const KeyEvent& key) {
         else
             current = std::min(current + 1, entries.size() - 1);
         first = std::min(first, current);
-        if (current >= first + NUM_ROWS)
-            first = current + 1 - NUM_ROWS;
+        if (current >= first + SHOWN_ROWS)
+            first = current + 1 - SHOWN_ROWS;
         name = TextEdit(entries[current].is_folder ? "" : entries[current].name);
         return;
     default:

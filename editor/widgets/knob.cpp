@@ -14,7 +14,7 @@ namespace tarquil {
 
 namespace {
 
-constexpr double LABEL_HEIGHT = 15.0;
+constexpr double KNOB_LABEL_HEIGHT = 15.0;
 constexpr double VALUE_HEIGHT = 15.0;
 constexpr double MAX_RADIUS = 19.0;
 
@@ -59,12 +59,12 @@ void Knob::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const ControlMeaning meaning = meaning_of(number, bytes);
     const bool is_bright = state.is_hovered || state.is_pressed;
     Rect rest = area;
-    const Rect top = rest.cut_top(LABEL_HEIGHT);
+    const Rect top = rest.cut_top(KNOB_LABEL_HEIGHT);
     const Rect bottom = rest.cut_bottom(VALUE_HEIGHT);
     const Color name_color = meaning.is_used ? theme::TEXT_MUTED : theme::TEXT_DIM;
     canvas.text(top, meaning.label[0] != '\0' ? meaning.label : label,
                 {theme::SMALL, is_bright ? theme::TEXT : name_color, Align::CENTER});
-    draw_note_mark(canvas, {area.x + 4, area.y + LABEL_HEIGHT + 9});
+    draw_note_mark(canvas, {area.x + 4, area.y + KNOB_LABEL_HEIGHT + 9});
     draw_dial(canvas, model.value(number), meaning.is_used ? theme::ACCENT : theme::TEXT_DIM,
               is_bright);
     draw_modulation(canvas, host);
@@ -94,13 +94,13 @@ void Knob::draw_dial(Canvas& canvas, int value, Color color, bool is_hovered) co
 
 Point Knob::dial_center() const {
     Rect dial = area;
-    dial.cut_top(LABEL_HEIGHT);
+    dial.cut_top(KNOB_LABEL_HEIGHT);
     dial.cut_bottom(VALUE_HEIGHT);
     return {dial.center().x, dial.center().y + 1.5};
 }
 
 double Knob::dial_radius() const {
-    return std::min(MAX_RADIUS, (area.h - LABEL_HEIGHT - VALUE_HEIGHT) / 2 - 1);
+    return std::min(MAX_RADIUS, (area.h - KNOB_LABEL_HEIGHT - VALUE_HEIGHT) / 2 - 1);
 }
 
 void Knob::draw_modulation(Canvas& canvas, UiHost& host) {

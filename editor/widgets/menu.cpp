@@ -11,10 +11,10 @@ namespace tarquil {
 
 namespace {
 
-constexpr double ROW_HEIGHT = 24.0;
+constexpr double MENU_ROW_HEIGHT = 24.0;
 constexpr double SEARCH_HEIGHT = 26.0;
 constexpr double SEARCH_WIDTH = 260.0;
-constexpr double MARGIN = 5.0;
+constexpr double MENU_MARGIN = 5.0;
 constexpr double CHARACTER_WIDTH = 6.6; // about, at the normal size
 constexpr double MARK_WIDTH = 16.0;
 constexpr size_t MAX_ROWS = 26; // in one column
@@ -28,7 +28,7 @@ Menu::Menu(const Rect& anchor, std::vector<MenuItem> menu_items, bool has_search
         longest = std::max(longest, item.text.size());
     column_width = MARK_WIDTH + 12 + CHARACTER_WIDTH * double(std::min<size_t>(longest, 24));
     if (items.size() <= MAX_ROWS)
-        column_width = std::max(column_width, below.w - 2 * MARGIN);
+        column_width = std::max(column_width, below.w - 2 * MENU_MARGIN);
     filter();
     for (size_t i = 0; i < rows.size(); i++) {
         if (items[rows[i]].is_checked)
@@ -40,8 +40,9 @@ void Menu::place() {
     const double rows_high = double(std::min(rows.size(), MAX_ROWS));
     const size_t num_columns = (rows.size() + MAX_ROWS - 1) / MAX_ROWS;
     const double least = has_search_field ? SEARCH_WIDTH + 4 : 0.0;
-    area.w = std::max(double(num_columns) * column_width, least) + 2 * MARGIN;
-    area.h = rows_high * ROW_HEIGHT + 2 * MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
+    area.w = std::max(double(num_columns) * column_width, least) + 2 * MENU_MARGIN;
+    area.h =
+        rows_high * MENU_ROW_HEIGHT + 2 * MENU_MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
     area.x = std::clamp(below.x, 4.0, std::max(4.0, WINDOW_WIDTH - 4 - area.w));
     area.y = below.bottom() + 2;
     if (area.bottom() > WINDOW_HEIGHT - 4)
@@ -60,10 +61,10 @@ void Menu::filter() {
 }
 
 Rect Menu::row_area(size_t row) const {
-    const double top = area.y + MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
+    const double top = area.y + MENU_MARGIN + (has_search_field ? SEARCH_HEIGHT + 4 : 0);
     const size_t column = row / MAX_ROWS;
-    return {area.x + MARGIN + double(column) * column_width,
-            top + double(row % MAX_ROWS) * ROW_HEIGHT, column_width, ROW_HEIGHT};
+    return {area.x + MENU_MARGIN + double(column) * column_width,
+            top + double(row % MAX_ROWS) * MENU_ROW_HEIGHT, column_width, MENU_ROW_HEIGHT};
 }
 
 size_t Menu::row_at(Point point) const {
@@ -79,7 +80,8 @@ void Menu::draw(Canvas& canvas) {
     canvas.fill(area, theme::CONTROL, 5);
     canvas.frame(area, theme::OUTLINE, 5);
     if (has_search_field) {
-        const Rect field{area.x + MARGIN + 2, area.y + MARGIN, SEARCH_WIDTH, SEARCH_HEIGHT - 2};
+        const Rect field{area.x + MENU_MARGIN + 2, area.y + MENU_MARGIN, SEARCH_WIDTH,
+                         SEARCH_HEIGHT - 2};
         search.draw(canvas, field, true);
         if (search.get_text().empty())
             canvas.text(field.inset(10, 0), "type to search",

@@ -6,7 +6,7 @@ namespace tarquil {
 
 namespace {
 
-constexpr double MARK_WIDTH = 20.0;
+constexpr double MESSAGE_MARK_WIDTH = 20.0;
 constexpr double RADIUS = 6.5;
 constexpr double REACH = 3.0; // of the strokes from the middle
 constexpr double STROKE = 1.8;
@@ -31,7 +31,7 @@ void draw_message(Canvas& canvas, const Rect& area, const std::string& text, Mes
         return;
     }
     Rect rest = area;
-    const Point mark = rest.cut_left(MARK_WIDTH).center();
+    const Point mark = rest.cut_left(MESSAGE_MARK_WIDTH).center();
     const Point at{area.x + RADIUS, mark.y};
     const bool has_failed = kind == MessageKind::FAILED;
     if (has_failed)

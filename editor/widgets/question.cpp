@@ -10,8 +10,9 @@ namespace {
 
 constexpr double WIDTH = 520.0;
 constexpr double HEIGHT = 132.0;
-constexpr Rect AREA{(WINDOW_WIDTH - WIDTH) / 2, (WINDOW_HEIGHT - HEIGHT) / 2, WIDTH, HEIGHT};
-constexpr double MARGIN = 16.0;
+constexpr Rect QUESTION_AREA{(WINDOW_WIDTH - WIDTH) / 2, (WINDOW_HEIGHT - HEIGHT) / 2, WIDTH,
+                             HEIGHT};
+constexpr double QUESTION_MARGIN = 16.0;
 constexpr double LINE_HEIGHT = 20.0;
 constexpr double BUTTON_WIDTH = 132.0;
 constexpr double BUTTON_HEIGHT = 28.0;
@@ -35,8 +36,8 @@ Question::Question(const std::string& question_text, std::vector<Answer> given)
 
 Rect Question::area_of(size_t answer) const {
     const double from_right = double(answers.size() - answer);
-    return {AREA.right() - MARGIN + SPACE - from_right * (BUTTON_WIDTH + SPACE),
-            AREA.bottom() - MARGIN - BUTTON_HEIGHT, BUTTON_WIDTH, BUTTON_HEIGHT};
+    return {QUESTION_AREA.right() - QUESTION_MARGIN + SPACE - from_right * (BUTTON_WIDTH + SPACE),
+            QUESTION_AREA.bottom() - QUESTION_MARGIN - BUTTON_HEIGHT, BUTTON_WIDTH, BUTTON_HEIGHT};
 }
 
 size_t Question::answer_at(Point point) const {
@@ -48,9 +49,9 @@ size_t Question::answer_at(Point point) const {
 
 void Question::draw(Canvas& canvas) {
     canvas.fill({0, 0, WINDOW_WIDTH, FULL_HEIGHT}, theme::BACKGROUND, 0, 0.6);
-    canvas.fill(AREA, theme::PANEL, 6);
-    canvas.frame(AREA, theme::OUTLINE, 6);
-    Rect rest = AREA.inset(MARGIN);
+    canvas.fill(QUESTION_AREA, theme::PANEL, 6);
+    canvas.frame(QUESTION_AREA, theme::OUTLINE, 6);
+    Rect rest = QUESTION_AREA.inset(QUESTION_MARGIN);
     for (const std::string& line : lines)
         canvas.text(rest.cut_top(LINE_HEIGHT), line, {12.5});
     for (size_t i = 0; i < answers.size(); i++) {
@@ -71,7 +72,7 @@ void Question::press(const Pointer& pointer) {
     const size_t answer = answer_at(pointer.at);
     if (answer < answers.size())
         choose(answer);
-    else if (!AREA.contains(pointer.at))
+    else if (!QUESTION_AREA.contains(pointer.at))
         choose(answers.size() - 1);
 }
 

@@ -113,7 +113,7 @@ LV2UI_Handle instantiate(const LV2UI_Descriptor* /*descriptor*/, const char* plu
     return window.release();
 }
 
-void cleanup(LV2UI_Handle handle) {
+void close_ui(LV2UI_Handle handle) {
     delete static_cast<Lv2Window*>(handle);
 }
 
@@ -121,7 +121,7 @@ int idle(LV2UI_Handle handle) {
     return static_cast<Lv2Window*>(handle)->idle() ? 1 : 0;
 }
 
-const void* extension_data(const char* name) {
+const void* ui_extension_data(const char* name) {
     static const LV2UI_Idle_Interface IDLE = {idle};
     return std::strcmp(name, LV2_UI__idleInterface) == 0 ? &IDLE : nullptr;
 }
@@ -133,6 +133,7 @@ const void* extension_data(const char* name) {
 LV2_SYMBOL_EXPORT const LV2UI_Descriptor* lv2ui_descriptor(uint32_t index) {
     // The ports' values come from the player itself.
     static const LV2UI_Descriptor DESCRIPTOR = {TARQUIL_LV2_UI_URI, tarquil::instantiate,
-                                                tarquil::cleanup, nullptr, tarquil::extension_data};
+                                                tarquil::close_ui, nullptr,
+                                                tarquil::ui_extension_data};
     return index == 0 ? &DESCRIPTOR : nullptr;
 }

@@ -2,17 +2,11 @@
 
 #include "midi/gm/engine_channel.h"
 
+#include "midi/gm/gm_channel.h"
+
 namespace tarquil {
 
-namespace {
-
-constexpr unsigned BEND_CENTRE = 8192;
-
-bool is_bend(unsigned controller) {
-    return controller == CTRL_PITCH_BEND_MSB || controller == CTRL_PITCH_BEND_LSB;
-}
-
-} // namespace
+namespace {} // namespace
 
 void EngineChannel::place(unsigned engine_index, unsigned channel_index) {
     engine = engine_index;
@@ -33,7 +27,7 @@ void EngineChannel::set_sound(uint32_t time, const ControllerBytes& bytes, Engin
         bend(time, BEND_CENTRE, out);
     }
     for (const ControllerInfo& info : channel_controller_rows()) {
-        if (is_bend(info.number))
+        if (is_bend_controller(info.number))
             continue;
         if (everything)
             sent[info.number] = UINT8_MAX;

@@ -10,6 +10,10 @@
 
 namespace tarquil {
 
+constexpr bool is_bend_controller(unsigned number) {
+    return number == CTRL_PITCH_BEND_MSB || number == CTRL_PITCH_BEND_LSB;
+}
+
 class EngineChannel {
   public:
     void place(unsigned engine_index, unsigned channel_index);

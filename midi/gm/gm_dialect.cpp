@@ -268,8 +268,7 @@ void GmDialect::set_engine_controller(uint32_t time, unsigned channel, unsigned 
     GmChannel& settings = state.channels[channel];
     const unsigned number = settings.data_number;
     const ControllerInfo* info = find_controller(number);
-    const bool is_bend = number == CTRL_PITCH_BEND_MSB || number == CTRL_PITCH_BEND_LSB;
-    if (info == nullptr || is_bend) {
+    if (info == nullptr || is_bend_controller(number)) {
         state.report.count(GmShortfall::DATA_WITHOUT_TARGET);
         return;
     }

@@ -15,10 +15,6 @@ namespace {
 // The engine's bend reaches this far.
 constexpr double MAX_BEND_SEMITONES = 12.0;
 
-bool is_bend(unsigned controller) {
-    return controller == CTRL_PITCH_BEND_MSB || controller == CTRL_PITCH_BEND_LSB;
-}
-
 } // namespace
 
 MelodicParts::MelodicParts(GmState& shared) : state(shared) {
@@ -163,7 +159,7 @@ void MelodicParts::update_all(uint32_t time, EngineEvents& out) {
         if (!part.is_assigned)
             continue;
         for (const ControllerInfo& info : channel_controller_rows())
-            if (!is_bend(info.number))
+            if (!is_bend_controller(info.number))
                 send(time, part, info.number, out);
         send_bend(time, part, out);
     }
@@ -171,7 +167,7 @@ void MelodicParts::update_all(uint32_t time, EngineEvents& out) {
 
 void MelodicParts::update_program(uint32_t time, unsigned program, unsigned controller,
                                   EngineEvents& out) {
-    if (is_bend(controller))
+    if (is_bend_controller(controller))
         return;
     for (Part& part : parts)
         if (part.is_assigned && part.program == program)

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <numbers>
 #include <string>
 
 #include "common/number_text.h"
+#include "softsynth/filters/cutoff_angle.h"
 #include "softsynth/kernels/kernels.h"
 #include "softsynth/parameters/filter_quantities.h"
 #include "softsynth/signal/control_segments.h"
@@ -17,8 +19,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr float PI = 3.1415927F;
-constexpr float MIN_OMEGA = 0.001F;
 constexpr float MIN_RESONANCE = 0.001F;
 
 float shape_before(float x) {
@@ -46,7 +46,7 @@ void Filter::init(FilterType new_type, int new_waveshape, int new_depth, float k
         depth = 0;
     if (depth == 0)
         type = FILTER_NONE;
-    key_follow = 2.0F * key_frequency * PI / float(SAMPLE_RATE);
+    key_follow = 2.0F * key_frequency * std::numbers::pi_v<float> / float(SAMPLE_RATE);
     is_stale = true;
     std::fill_n(state, depth, State());
 }
@@ -95,8 +95,8 @@ void Filter::update() {
     is_stale = false;
     // As in set_resonance.
     float omega = cutoff + key_follow;
-    omega = omega < PI ? omega : PI;
-    omega = omega > MIN_OMEGA ? omega : MIN_OMEGA;
+    omega = omega < MAX_CUTOFF_ANGLE ? omega : MAX_CUTOFF_ANGLE;
+    omega = omega > MIN_CUTOFF_ANGLE ? omega : MIN_CUTOFF_ANGLE;
     const float s = std::sin(omega);
     const float c = std::cos(omega);
     const float alpha = s / (2.0F * section_q());

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "softsynth/filters/cutoff_angle.h"
 #include "softsynth/kernels/kernels.h"
 #include "softsynth/parameters/filter_quantities.h"
 #include "softsynth/signal/control_segments.h"
@@ -16,8 +17,6 @@ namespace {
 
 constexpr uint32_t OVERSAMPLING = LadderLanes::OVERSAMPLING;
 
-constexpr float PI = 3.1415927F;
-constexpr float MIN_OMEGA = 0.001F;
 constexpr float MAX_RESONANCE = 4.0F;
 constexpr float RESONANCE_SCALE = 0.5333333333333333F; // 7.5 becomes 4
 
@@ -80,8 +79,8 @@ void LadderFilter::update() {
     is_stale = false;
     // Written so that not a number ends at a bound, too.
     float w = (cutoff + key_follow) * 0.25F;
-    w = w < PI ? w : PI;
-    w = w > MIN_OMEGA ? w : MIN_OMEGA;
+    w = w < MAX_CUTOFF_ANGLE ? w : MAX_CUTOFF_ANGLE;
+    w = w > MIN_CUTOFF_ANGLE ? w : MIN_CUTOFF_ANGLE;
     const float w2 = w * w;
     coefficients.k = resonance * (0.9968F + 0.58597666F * w - 0.3988407F * w2);
     coefficients.gain = 1.0F + 1.25F * resonance;

@@ -15,7 +15,6 @@ using Lines = std::array<uint8_t, LPC_ORDER>;
 
 constexpr int STEPS[] = {6, 3, 1};
 constexpr int MAX_ROUNDS = 6; // at each step
-constexpr int TOP_LINE = 255;
 
 const std::array<double, 256>& line_cosines() {
     static const auto cosines = [] {

@@ -19,7 +19,6 @@ constexpr unsigned NUM_BYTES = 256;
 constexpr unsigned NUM_VOICINGS = MAX_VOICING + 1;
 constexpr unsigned NUM_BENDS = MAX_BEND - MIN_BEND + 1;
 static_assert(NUM_BYTES * NUM_VOICINGS * NUM_BENDS <= NUM_BYTE_ORDERS);
-constexpr int TOP_LINE = 255;
 
 constexpr double HALF_DECIBEL = 1.0592537251772889;      // 10^(1/40)
 constexpr double LOWEST_AMPLITUDE = 8.4139514164519e-07; // level 0: 127.5 dB below 6 dB

@@ -15,11 +15,13 @@
 namespace tarquil {
 
 inline constexpr size_t LPC_ORDER = 10;
-inline constexpr uint32_t SPEECH_FRAME_SAMPLES = 882; // 20 ms
+inline constexpr uint32_t SPEECH_FRAME_SAMPLES = 882;
+inline constexpr double SPEECH_FRAME_SECONDS = 0.02;
 inline constexpr size_t SPEECH_FRAME_BYTES = LPC_ORDER + 1;
 
 // Lines keep at least this distance: closer ones would ring for longer than a frame.
 inline constexpr int MIN_LINE_DISTANCE = 2;
+inline constexpr int TOP_LINE = 255;
 
 inline constexpr unsigned MAX_VOICING = 7;
 

@@ -15,11 +15,11 @@ namespace tarquil {
 
 namespace {
 
-constexpr long WINDOW = 882; // samples
+constexpr long BAND_WINDOW = 882; // samples
 constexpr long LAG_SEARCH =
     3; // samples around the period: the pitch moves, and is known as roughly
 
-constexpr double FLOOR_POWER = 1e-9; // sound below -90 dB does not repeat
+constexpr double BAND_FLOOR_POWER = 1e-9; // sound below -90 dB does not repeat
 
 // Below this correlation a band counts as noise.
 constexpr double VOICED_CORRELATION = 0.5;
@@ -45,7 +45,7 @@ double best_correlation(std::span<const float> band, size_t frame, double hz) {
     const long period = std::lround(SAMPLE_RATE / hz);
     double best = 0.0;
     for (long lag = period - LAG_SEARCH; lag <= period + LAG_SEARCH; lag++)
-        best = std::max(best, correlation_at_lag(band, centre, lag, WINDOW, FLOOR_POWER));
+        best = std::max(best, correlation_at_lag(band, centre, lag, BAND_WINDOW, BAND_FLOOR_POWER));
     return best;
 }
 

@@ -14,8 +14,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr double PI = std::numbers::pi;
-
 AmplitudeFunction amplitude_of(OscType type) {
     switch (type) {
     case OSC_SINE:
@@ -112,18 +110,18 @@ float Waveform::sineWaveAmplitude(unsigned h) {
 }
 
 float Waveform::sawWaveAmplitude(unsigned h) {
-    const auto a = float(2 / PI / h);
+    const auto a = float(2 / std::numbers::pi / h);
     return h % 2 == 1 ? a : -a;
 }
 
 float Waveform::squareWaveAmplitude(unsigned h) {
-    return h % 2 == 1 ? float(4 / PI / h) : 0.0F;
+    return h % 2 == 1 ? float(4 / std::numbers::pi / h) : 0.0F;
 }
 
 float Waveform::triangleWaveAmplitude(unsigned h) {
     if (h % 2 == 0)
         return 0.0F;
-    const auto a = float(8 / (PI * PI) / (double(h) * h));
+    const auto a = float(8 / (std::numbers::pi * std::numbers::pi) / (double(h) * h));
     return h % 4 == 3 ? -a : a;
 }
 

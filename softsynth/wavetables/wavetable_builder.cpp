@@ -13,8 +13,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr double PI = std::numbers::pi;
-
 // Of sin(step * (i + 0.5)) at the first samples, for `step` radians a sample.
 HarmonicPhasors first_phasors(double step) {
     HarmonicPhasors phasors = {};
@@ -40,7 +38,7 @@ void build_wavetables(float* samples, size_t stride, unsigned size,
     }
     std::vector<HarmonicPhasors> phasors(present.size());
     std::transform(present.begin(), present.end(), phasors.begin(),
-                   [&](unsigned h) { return first_phasors(2 * PI * h / size); });
+                   [&](unsigned h) { return first_phasors(2 * std::numbers::pi * h / size); });
     std::vector<uint32_t> counts;
     std::vector<float> amplitudes(num_harmonics.size() * present.size());
     for (size_t k = 0; k < num_harmonics.size(); k++) {
@@ -48,7 +46,7 @@ void build_wavetables(float* samples, size_t stride, unsigned size,
         const auto end = std::upper_bound(present.begin(), present.end(), n);
         counts.push_back(uint32_t(end - present.begin()));
         for (uint32_t j = 0; j < counts[k]; j++) {
-            const double taper = std::cos(PI / 2 / n * (present[j] - 1));
+            const double taper = std::cos(std::numbers::pi / 2 / n * (present[j] - 1));
             amplitudes[k * present.size() + j] = amplitude(present[j]) * float(taper * taper);
         }
     }

@@ -22,17 +22,18 @@ double measured_decay(const ControllerBytes& bytes, double hertz) {
     reverb->setroomsize(map_char_to_float(CTRL_REVERB_ROOMSIZE, bytes[CTRL_REVERB_ROOMSIZE]));
     reverb->setdamp(map_char_to_float(CTRL_REVERB_DAMP, bytes[CTRL_REVERB_DAMP]));
     reverb->update();
-    constexpr int FRAMES = 2 * SAMPLE_RATE;
-    constexpr int BURST = SAMPLE_RATE / 4;
+    constexpr uint32_t FRAMES = 2 * SAMPLE_RATE;
+    constexpr uint32_t BURST = SAMPLE_RATE / 4;
     std::vector<float> in(2 * FRAMES);
-    for (int i = 0; i < BURST; i++)
+    for (uint32_t i = 0; i < BURST; i++)
         in[2 * i] = in[2 * i + 1] = float(std::sin(2 * std::numbers::pi * hertz * i / SAMPLE_RATE) *
                                           std::pow(std::sin(std::numbers::pi * i / BURST), 2));
     std::vector<float> out(2 * FRAMES);
     reverb->processreplace(in.data(), out.data(), FRAMES);
     const auto energy = [&](double from, double to) {
         double sum = 0.0;
-        for (int i = BURST + int(from * SAMPLE_RATE); i < BURST + int(to * SAMPLE_RATE); i++)
+        for (uint32_t i = BURST + uint32_t(from * SAMPLE_RATE);
+             i < BURST + uint32_t(to * SAMPLE_RATE); i++)
             sum += double(out[2 * i]) * double(out[2 * i]);
         return 10.0 * std::log10(sum);
     };

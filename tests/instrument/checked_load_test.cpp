@@ -7,17 +7,12 @@
 #include "common/load_string.h"
 #include "instrument/load_error.h"
 #include "instrument/text_error.h"
+#include "tests/support/bank_text.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
 
 namespace {
-
-std::string text_of(const TarqSettings& bank) {
-    std::string text;
-    bank.text_save_to_string(text);
-    return text;
-}
 
 // A bank whose instruments all are the text `instrument`.
 std::string bank_of(const std::string& instrument, const std::string& globals) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/load_string.h"
+#include "tests/support/bank_text.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -28,12 +29,6 @@ std::unique_ptr<TarqSettings> varied() {
     bank->set_song_title("A title");
     bank->set_song_author("An author = someone");
     return bank;
-}
-
-std::string text_of(const TarqSettings& bank) {
-    std::string text;
-    EXPECT_EQ(bank.text_save_to_string(text), 0);
-    return text;
 }
 
 TEST(Settings, ABankSurvivesItsFile) {

@@ -5,15 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "instrument/names.h"
+#include "tests/support/bank_text.h"
 
 namespace tarquil {
 namespace {
-
-std::string text_of(const TarqSettings& bank) {
-    std::string text;
-    bank.text_save_to_string(text);
-    return text;
-}
 
 TEST(PackedBank, ComesBackWhole) {
     TarqSettings bank;

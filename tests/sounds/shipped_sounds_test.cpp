@@ -9,15 +9,10 @@
 #include "instrument/names.h"
 #include "midi/gm/gm_map_file.h"
 #include "sounds/shipped_data.h"
+#include "tests/support/bank_text.h"
 
 namespace tarquil {
 namespace {
-
-std::string text_of(const TarqSettings& bank) {
-    std::string text;
-    bank.text_save_to_string(text);
-    return text;
-}
 
 TEST(ShippedSounds, AreTheBanksOfTheFiles) {
     const std::pair<std::string, const TarqSettings*> banks[] = {

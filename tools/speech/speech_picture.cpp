@@ -16,8 +16,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr double FRAME_SECONDS = double(SPEECH_FRAME_SAMPLES) / double(SAMPLE_RATE);
-
 // Pixels around and between the areas.
 constexpr double MARGIN_LEFT = 76;
 constexpr double MARGIN_RIGHT = 24;
@@ -65,7 +63,7 @@ class SpeechPicture {
         : painter(plot_painter), speech(drawn_speech), width(options.width), height(options.height),
           time_axis(PlotAxis::linear("Time (s)", 0.0,
                                      std::max<double>(double(speech.frames.size()), 1.0) *
-                                         FRAME_SECONDS)) {}
+                                         SPEECH_FRAME_SECONDS)) {}
 
     void draw(const std::string& title) {
         painter.fill({0, 0, width, height}, BACKGROUND);
@@ -87,7 +85,7 @@ class SpeechPicture {
     }
 
     [[nodiscard]] double time_x(const Rectangle& area, double frames) const {
-        return area.left + time_axis.position(frames * FRAME_SECONDS) * area.width;
+        return area.left + time_axis.position(frames * SPEECH_FRAME_SECONDS) * area.width;
     }
 
     static double value_y(const Rectangle& area, const PlotAxis& axis, double value) {

@@ -13,8 +13,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr double FRAME_SECONDS = double(SPEECH_FRAME_SAMPLES) / double(SAMPLE_RATE);
-
 double frame_pitch(const SpeechFrame& frame) {
     return pitch_hz(frame.pitch * 256U);
 }
@@ -51,7 +49,7 @@ std::string band_text(const Speech& speech) {
 std::string speech_summary(const std::string& path, const Speech& speech) {
     const size_t count = speech.frames.size();
     std::string text = path + ": " + std::to_string(count) + " frames, " +
-                       fixed_number(double(count) * FRAME_SECONDS, 2) + " s, " +
+                       fixed_number(double(count) * SPEECH_FRAME_SECONDS, 2) + " s, " +
                        std::to_string(count * SPEECH_FRAME_BYTES) + " bytes of frames\n";
     text += "spectrum " + band_text(speech) + ", warping " + fixed_number(speech.warping(), 3) +
             "\n" + pitch_range(speech) + "\n";
@@ -62,7 +60,8 @@ std::string speech_table(const Speech& speech) {
     std::string text = "time\tlevel\tpitch\tvoiced up to\tformants\n";
     for (size_t i = 0; i < speech.frames.size(); i++) {
         const SpeechFrame& frame = speech.frames[i];
-        text += fixed_number((double(i) + 0.5) * FRAME_SECONDS, 2) + " s\t" + level_text(frame);
+        text +=
+            fixed_number((double(i) + 0.5) * SPEECH_FRAME_SECONDS, 2) + " s\t" + level_text(frame);
         text += frame.voicing == 0 ? "\t-\t-\t"
                                    : "\t" + fixed_number(frame_pitch(frame), 0) + " Hz\t" +
                                          fixed_number(voicing_limit_hz(frame.voicing), 0) + " Hz\t";

@@ -12,12 +12,12 @@ namespace tarquil {
 
 namespace {
 
-constexpr size_t NUM_FRAMES = 44100;
+constexpr size_t SECOND_OF_FRAMES = 44100;
 
 // One second of a sine, converted; cut into pieces of `piece` frames.
 std::vector<float> convert_sine(double frequency_hz, int rate, size_t piece) {
     std::vector<float> input;
-    for (size_t i = 0; i < NUM_FRAMES; i++) {
+    for (size_t i = 0; i < SECOND_OF_FRAMES; i++) {
         const double value = std::sin(2.0 * M_PI * frequency_hz * double(i) / 44100.0) / 2.0;
         input.insert(input.end(), {float(value), float(-value)});
     }
@@ -25,8 +25,8 @@ std::vector<float> convert_sine(double frequency_hz, int rate, size_t piece) {
     RateConverter converter(rate, [&](const float* frames, uint64_t num_frames) {
         output.insert(output.end(), frames, frames + 2 * num_frames);
     });
-    for (size_t i = 0; i < NUM_FRAMES; i += piece)
-        converter.write(&input[2 * i], std::min(piece, NUM_FRAMES - i));
+    for (size_t i = 0; i < SECOND_OF_FRAMES; i += piece)
+        converter.write(&input[2 * i], std::min(piece, SECOND_OF_FRAMES - i));
     converter.finish();
     return output;
 }
@@ -56,8 +56,8 @@ TEST(RateConverter, UpwardsItIsWhatAHostHears) {
     bridge.render(left.data(), right.data(), uint32_t(left.size()), [&](float* frames, uint32_t n) {
         for (uint64_t i = bridge.engine_frame(); n > 0; i++, n--) {
             const double value = std::sin(2.0 * M_PI * 997.0 * double(i) / 44100.0) / 2.0;
-            *frames++ = i < NUM_FRAMES ? float(value) : 0.0F;
-            *frames++ = i < NUM_FRAMES ? float(-value) : 0.0F;
+            *frames++ = i < SECOND_OF_FRAMES ? float(value) : 0.0F;
+            *frames++ = i < SECOND_OF_FRAMES ? float(-value) : 0.0F;
         }
     });
     for (size_t i = 0; i < 48000; i++) {
@@ -74,7 +74,7 @@ TEST(RateConverter, RemovesWhatTheNewRateCannotHold) {
 
 TEST(RateConverter, TheSameRatePassesUnchanged) {
     const std::vector<float> output = convert_sine(1000.0, 44100, 1000);
-    ASSERT_EQ(output.size(), 2 * NUM_FRAMES);
+    ASSERT_EQ(output.size(), 2 * SECOND_OF_FRAMES);
     EXPECT_EQ(output[200], float(std::sin(2.0 * M_PI * 1000.0 * 100.0 / 44100.0) / 2.0));
 }
 
