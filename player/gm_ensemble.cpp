@@ -21,6 +21,11 @@ bool is_silent(const float* pcm, uint32_t frames) {
                        [](float value) { return std::fabs(value) < SILENCE; });
 }
 
+void add(const float* sound, float* sum, uint32_t frames) {
+    for (uint32_t i = 0; i < 2 * frames; i++)
+        sum[i] += sound[i];
+}
+
 } // namespace
 
 void GmEnsemble::Queues::put(unsigned engine, const midi_event& event) {
@@ -134,9 +139,42 @@ bool GmEnsemble::panic(uint32_t time) {
 void GmEnsemble::run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time) {
     TARQ_ASSERT(frames <= LONGEST_RUN);
     dialect.advance(time + frames, *queues);
-    run_engine(MELODIC_ENGINE, *engines.melodic, pcm, frames, time);
+    run_engine(MELODIC_ENGINE, *engines.melodic, take_events(MELODIC_ENGINE), pcm, frames, time);
     add_drums(engines.drums, pcm, frames, time);
     limiter.render(pcm, frames);
+}
+
+void GmEnsemble::defer(DeferredRuns& later) {
+    const DeferredRuns::Run& run = later.get_runs().back();
+    TARQ_ASSERT(run.frames <= LONGEST_RUN);
+    dialect.advance(run.time + run.frames, *queues);
+    for (unsigned engine = 0; engine < NUM_GM_ENGINES; engine++)
+        later.add_events(engine, take_events(engine));
+}
+
+void GmEnsemble::perform_drums(DeferredRuns& later, Tarquil* engine) {
+    later.for_each_run(RHYTHM_ENGINE, [&](size_t place, const DeferredRuns::Run& run,
+                                          std::span<const midi_event> events, float* pcm) {
+        if (engine != nullptr)
+            engine->set_tempo(run.tempo);
+        later.set_drums_heard(place, run_drums(engine, events, pcm, run.frames, run.time));
+        if (engine != nullptr && run.moved_back > 0)
+            engine->move_clock_back(run.moved_back, run.time + run.frames);
+    });
+}
+
+void GmEnsemble::mix(DeferredRuns& later, float* pcm) {
+    const float* drums = later.sound(RHYTHM_ENGINE);
+    later.for_each_run(MELODIC_ENGINE,
+                       [&](size_t place, const DeferredRuns::Run& run,
+                           std::span<const midi_event> /*events*/, const float* melody) {
+                           std::copy_n(melody, size_t(2) * run.frames, pcm);
+                           if (later.are_drums_heard(place))
+                               add(drums, pcm, run.frames);
+                           limiter.render(pcm, run.frames);
+                           drums += size_t(2) * run.frames;
+                           pcm += size_t(2) * run.frames;
+                       });
 }
 
 void GmEnsemble::run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uint32_t time) {
@@ -151,27 +189,34 @@ void GmEnsemble::run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uin
         quiet_frames = STOP_AFTER;
 }
 
-void GmEnsemble::run_engine(unsigned index, Tarquil& engine, float* pcm, uint32_t frames,
-                            uint32_t time) {
-    engine.run(pcm, frames, queues->events[index].data(), queues->counts[index], time);
-    queues->counts[index] = 0;
-    engine_voices[index] = unsigned(engine.num_voices());
-    most_voices = std::max(most_voices, engine_voices[index]);
+std::span<const midi_event> GmEnsemble::take_events(unsigned engine) {
+    const uint32_t count = queues->counts[engine];
+    queues->counts[engine] = 0;
+    return {queues->events[engine].data(), count};
+}
+
+void GmEnsemble::run_engine(unsigned index, Tarquil& engine, std::span<const midi_event> events,
+                            float* pcm, uint32_t frames, uint32_t time) {
+    engine.run(pcm, frames, events.data(), uint32_t(events.size()), time);
+    count_voices(index, engine);
+}
+
+bool GmEnsemble::run_drums(Tarquil* engine, std::span<const midi_event> events, float* pcm,
+                           uint32_t frames, uint32_t time) {
+    if (!events.empty())
+        quiet_frames = 0;
+    if (engine == nullptr || quiet_frames >= STOP_AFTER)
+        return false;
+    run_engine(RHYTHM_ENGINE, *engine, events, pcm, frames, time);
+    const bool is_quiet = engine_voices[RHYTHM_ENGINE] == 0 && is_silent(pcm, frames);
+    quiet_frames = is_quiet ? quiet_frames + frames : 0;
+    return true;
 }
 
 void GmEnsemble::add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time) {
-    if (queues->counts[RHYTHM_ENGINE] > 0)
-        quiet_frames = 0;
-    if (engine == nullptr || quiet_frames >= STOP_AFTER) {
-        queues->counts[RHYTHM_ENGINE] = 0;
-        return;
-    }
     alignas(16) float drums[2 * LONGEST_RUN];
-    run_engine(RHYTHM_ENGINE, *engine, drums, frames, time);
-    for (uint32_t i = 0; i < 2 * frames; i++)
-        pcm[i] += drums[i];
-    const bool is_quiet = engine_voices[RHYTHM_ENGINE] == 0 && is_silent(drums, frames);
-    quiet_frames = is_quiet ? quiet_frames + frames : 0;
+    if (run_drums(engine, take_events(RHYTHM_ENGINE), drums, frames, time))
+        add(drums, pcm, frames);
 }
 
 } // namespace tarquil

@@ -6,15 +6,18 @@
 
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include "instrument/controller_bytes.h"
 #include "midi/gm/gm_dialect.h"
 #include "player/bank_bytes.h"
 #include "player/channel_programs.h"
+#include "player/deferred_runs.h"
 #include "player/event_queue.h"
 #include "player/gm_set.h"
 #include "softsynth/core/core.h"
@@ -91,6 +94,17 @@ class GmEnsemble {
     // stereo.
     void run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time);
 
+    // The same in steps: leaves the events of the run that `later` ends with, does all runs of the
+    // drums (at the same time another thread may do the melodic engine's), adds them up.
+    void defer(DeferredRuns& later);
+    void perform_drums(DeferredRuns& later, Tarquil* engine);
+    void mix(DeferredRuns& later, float* pcm);
+    // After a run of one of the engines.
+    void count_voices(unsigned index, const Tarquil& engine) {
+        engine_voices[index] = unsigned(engine.num_voices());
+        most_voices[index] = std::max(most_voices[index], engine_voices[index]);
+    }
+
     // After the end: adds what is left to `frames` of any number, until nothing is.
     [[nodiscard]] bool has_rest() const { return is_ending; }
     void run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uint32_t time);
@@ -101,7 +115,9 @@ class GmEnsemble {
     [[nodiscard]] const GmReport& report() const { return dialect.report(); }
     [[nodiscard]] unsigned voices() const { return engine_voices[0] + engine_voices[1]; }
     // The most voices that one engine has sounded at once.
-    [[nodiscard]] unsigned get_most_voices() const { return most_voices; }
+    [[nodiscard]] unsigned get_most_voices() const {
+        return std::max(most_voices[MELODIC_ENGINE], most_voices[RHYTHM_ENGINE]);
+    }
 
   private:
     // As many as an engine takes in one run without allocating.
@@ -120,7 +136,13 @@ class GmEnsemble {
     void silence(unsigned engine, uint32_t time);
     void take_set(const GmSet& new_set);
     void put_globals(uint32_t time);
-    void run_engine(unsigned index, Tarquil& engine, float* pcm, uint32_t frames, uint32_t time);
+    // Takes the events of the next run; valid until it is there.
+    std::span<const midi_event> take_events(unsigned engine);
+    void run_engine(unsigned index, Tarquil& engine, std::span<const midi_event> events, float* pcm,
+                    uint32_t frames, uint32_t time);
+    // False for silence, which is not written.
+    bool run_drums(Tarquil* engine, std::span<const midi_event> events, float* pcm, uint32_t frames,
+                   uint32_t time);
     void add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time);
 
     // The drums' engine stops after half a second of silence.
@@ -136,7 +158,7 @@ class GmEnsemble {
     uint32_t quiet_frames = STOP_AFTER; // in which the drums' engine was silent
     bool is_ending = false;
     std::array<unsigned, NUM_GM_ENGINES> engine_voices{};
-    unsigned most_voices = 0;
+    std::array<unsigned, NUM_GM_ENGINES> most_voices{};
 };
 
 } // namespace tarquil

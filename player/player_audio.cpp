@@ -269,6 +269,10 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
     if (link.meters.watched.load(std::memory_order_relaxed))
         measure(*engine, pcm, frames);
     keep_clock_low(*engine);
+    finish_run();
+}
+
+void PlayerAudio::finish_run() {
     if (plays_gm())
         gm->refresh_if_waiting(curr_time);
     else
@@ -277,12 +281,17 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         silence();
 }
 
-void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
+Tempo PlayerAudio::next_tempo(uint32_t frames) {
     const Tempo now = tempo_clock.advance(curr_time, frames);
+    return follows_tempo ? now : Tempo{};
+}
+
+void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
+    const Tempo now = next_tempo(frames);
     Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire);
     for (Tarquil* const one : {&engine, drums}) {
         if (one != nullptr)
-            one->set_tempo(follows_tempo ? now : Tempo{});
+            one->set_tempo(now);
     }
 }
 
@@ -299,12 +308,16 @@ void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
 }
 
 void PlayerAudio::keep_clock_low(Tarquil& engine) {
-    if (curr_time < CLOCK_LIMIT)
+    const uint32_t frames = clock_excess();
+    if (frames == 0)
         return;
-    const uint32_t frames = curr_time - Tarquil::MIN_MOVED_CLOCK;
     engine.move_clock_back(frames, curr_time);
     if (Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire))
         drums->move_clock_back(frames, curr_time);
+    move_clock_back(frames);
+}
+
+void PlayerAudio::move_clock_back(uint32_t frames) {
     if (gm != nullptr)
         gm->move_clock_back(frames);
     events.move_clock_back(frames);

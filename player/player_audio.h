@@ -56,6 +56,17 @@ class PlayerAudio {
     // engine: silence, and the clock stands still.
     void run(float* pcm, uint32_t frames);
 
+    // The same for a caller that may allocate and wait, while no window looks: many runs at once,
+    // in steps that several threads share.  `defer` puts the next `frames` (at most a run of
+    // General MIDI) down behind the others: events are taken and the clock moves there.  Then come
+    // the parts, each of them on any thread; when all are done, `finish`, which may go on while the
+    // parts of the next runs are done; and `mix`, which stores the sound.
+    void defer(DeferredRuns& later, uint32_t frames);
+    [[nodiscard]] unsigned num_parts() const { return plays_gm() ? NUM_GM_ENGINES : 1; }
+    void perform(DeferredRuns& later, unsigned part);
+    void finish(DeferredRuns& later);
+    void mix(DeferredRuns& later, float* pcm);
+
     // Frames rendered so far, less what the clock was moved back by.
     [[nodiscard]] uint32_t time() const { return curr_time; }
     [[nodiscard]] uint32_t num_queued_events() const { return events.size(); }
@@ -78,6 +89,8 @@ class PlayerAudio {
     bool follow_in_gm(const PlayerEdit& edit, uint32_t time);
     bool add_gm_message(const midi_event& record);
     void set_gm_controller(unsigned program, unsigned number, int value, uint32_t time);
+    void play_due_in_gm(uint32_t frames);
+    Tempo next_tempo(uint32_t frames);
     void pass_tempo(Tarquil& engine, uint32_t frames);
     void run_native(Tarquil& engine, float* pcm, uint32_t frames);
     void run_gm(Tarquil& engine, float* pcm, uint32_t frames);
@@ -92,7 +105,12 @@ class PlayerAudio {
     void refresh();
     void silence();
     void send_what_found_no_room();
+    void finish_run();
     void keep_clock_low(Tarquil& engine);
+    [[nodiscard]] uint32_t clock_excess() const {
+        return curr_time < CLOCK_LIMIT ? 0 : curr_time - Tarquil::MIN_MOVED_CLOCK;
+    }
+    void move_clock_back(uint32_t frames);
 
     // For windows, each does nothing while none looks.  Before anything is run:
     void follow_watch(Tarquil& engine);

@@ -93,18 +93,22 @@ void PlayerAudio::set_gm_controller(unsigned program, unsigned number, int value
         gm->set_byte(curr_time, program, number, uint8_t(value));
 }
 
+void PlayerAudio::play_due_in_gm(uint32_t frames) {
+    const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
+    for (size_t i = 0; i < due.size(); i++) {
+        if (!gm->play(due[i])) {
+            events.push(due.subspan(i)); // for the next run
+            break;
+        }
+        note_played(due[i]);
+    }
+}
+
 void PlayerAudio::run_gm(Tarquil& engine, float* pcm, uint32_t frames) {
     const GmEnsemble::Engines engines = {&engine, link.drum_engine.load(std::memory_order_acquire)};
     for (uint32_t done = 0; done < frames;) {
         const uint32_t piece = std::min(frames - done, GmEnsemble::LONGEST_RUN);
-        const std::span<const midi_event> due = events.take(curr_time, curr_time + piece);
-        for (size_t i = 0; i < due.size(); i++) {
-            if (!gm->play(due[i])) {
-                events.push(due.subspan(i)); // for the next run
-                break;
-            }
-            note_played(due[i]);
-        }
+        play_due_in_gm(piece);
         pass_tempo(engine, piece);
         gm->run(engines, pcm + size_t(2) * done, piece, curr_time);
         show_run(engine, piece);

@@ -68,11 +68,15 @@ void WorkerThreads::run(uint32_t count, Job new_job, const void* new_context) {
     context = new_context;
     num_done.store(0, std::memory_order_relaxed);
     const uint64_t number = (jobs.load(std::memory_order_relaxed) >> NUMBER_SHIFT) + 1;
-    jobs.store(number << NUMBER_SHIFT | uint64_t(count) << COUNT_BITS, std::memory_order_release);
+    // The first one is for this thread, whose caches may know it from the last call.
+    jobs.store(number << NUMBER_SHIFT | uint64_t(count) << COUNT_BITS | 1,
+               std::memory_order_release);
     if (count > 1) {
         calls.fetch_add(1, std::memory_order_release);
         calls.notify_all();
     }
+    job(context, 0);
+    num_done.fetch_add(1, std::memory_order_acq_rel);
     while (take_job()) {
     }
     for (int looks = 0;; looks++) {

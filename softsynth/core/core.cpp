@@ -1,17 +1,15 @@
-// The engine object: set-up, event dispatch and the block loop.
-
+// The engine object: set-up, event dispatch and the block's channels.
 #include "softsynth/core/core.h"
-
-#include <algorithm>
-#include <cstdlib>
-#include <new>
 
 #include "common/assertion.h"
 #include "common/platform/large_pages.h"
-#include "softsynth/signal/finite.h"
 #include "softsynth/signal/flush_to_zero.h"
 #include "softsynth/voices/pitch_bend.h"
 #include "softsynth/voices/program_change.h"
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+#include <span>
 
 namespace tarquil {
 
@@ -38,15 +36,12 @@ void Tarquil::operator delete(void* synth) {
 }
 
 Tarquil::Tarquil(const TarqSettings& bank, const WaveformStore& waves)
-    : settings(&bank), scratch(waves) {
+    : settings(&bank), master(waves), scratch(waves) {
     for (Channel& channel : channels)
         channel.attach(voice_pool, phase_random, waves, timelines);
     emit_global_controllers(bank, channels[0].get_controllers(), 0);
     for (int c = 0; c < NUM_CHANNELS; c++)
         emit_program_change(bank.get_instrument(unsigned(c)), channels[c].get_controllers(), 0);
-    aux_filter.init(FILTER_HIGHPASS, 1);
-    compressor.reset();
-    retrigger.reset();
     generate_pitch_bend_table();
 }
 
@@ -61,11 +56,55 @@ void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events
     TARQ_ASSERT((num_samples & (GRANULARITY-1)) == 0);
     // clang-format on
     const FlushToZero flush_to_zero;
+    run_into(master.get_buses(), num_samples, events, num_events, time);
+    master.render(master_settings, time, echo_silence, pcm_out);
+}
+
+void Tarquil::run_channels(MasterInput& to, uint32_t num_samples, const midi_event* events,
+                           uint32_t num_events, uint32_t time, const Tempo& now) {
+    TARQ_ASSERT(events && num_samples > 0 && num_samples <= MAX_NUM_SAMPLES &&
+                num_samples % GRANULARITY == 0);
+    const FlushToZero flush_to_zero;
+    follow_tempo(now);
+    run_into(scratch.buses, num_samples, events, num_events, time);
+    to.time = time;
+    to.size = num_samples;
+    to.settings = master_settings;
+    to.tempo = now;
+    to.silence = echo_silence;
+    to.buses.clear();
+    for (const StereoBuffer& bus : scratch.buses) {
+        const float* samples = bus.get_first_left_sample_ptr();
+        to.buses.insert(to.buses.end(), samples, samples + size_t(2) * num_samples);
+    }
+}
+
+void Tarquil::run_master(const MasterInput& from, float* pcm_out) {
+    const FlushToZero flush_to_zero;
+    master.follow(from.tempo);
+    const float* samples = from.buses.data();
+    for (StereoBuffer& bus : master.get_buses()) {
+        bus.init(from.size);
+        std::copy_n(samples, size_t(2) * from.size, bus.get_first_left_sample_ptr());
+        samples += size_t(2) * from.size;
+    }
+    master.render(from.settings, from.time, from.silence, pcm_out);
+}
+
+void Tarquil::run_into(Buses& buses, uint32_t num_samples, const midi_event* events,
+                       uint32_t num_events, uint32_t time) {
+    echo_silence.reset();
     process_midi_messages(events, num_events);
-    render(pcm_out, num_samples, time);
-    scrub_non_finite(pcm_out, 2 * num_samples);
-    for (uint32_t i = 0; i < 2 * num_samples; i++)
-        pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+    render_channels(buses, num_samples, time);
+    follow_globals();
+}
+
+void Tarquil::follow_globals() {
+    const ControllerArray& globals = channels[0].get_controllers();
+    if (globals_count == globals.get_change_count())
+        return;
+    master_settings = MasterSettings(globals);
+    globals_count = globals.get_change_count();
 }
 
 NoteView Tarquil::newest_note(uint32_t mask, uint32_t start, uint32_t num_samples) const {
@@ -84,18 +123,12 @@ NoteView Tarquil::newest_note(uint32_t mask, uint32_t start, uint32_t num_sample
     return newest != nullptr ? newest->view(start, num_samples) : NoteView();
 }
 
-void Tarquil::set_band_muted(unsigned band, bool muted) {
-    TARQ_ASSERT(band < MC_N_BANDS);
-    band_muted[band].store(muted, std::memory_order_relaxed);
-}
-
-bool Tarquil::is_band_muted(unsigned band) const {
-    TARQ_ASSERT(band < MC_N_BANDS);
-    return band_muted[band].load(std::memory_order_relaxed);
-}
-
 void Tarquil::set_tempo(const Tempo& now) {
-    tempo = now;
+    follow_tempo(now);
+    master.follow(now);
+}
+
+void Tarquil::follow_tempo(const Tempo& now) {
     tempo_values.follow(now.samples_per_quarter);
     const TempoValues* const followed = tempo_values.is_on() ? &tempo_values : nullptr;
     scratch.channel.stereo_effect.tempo = followed;
@@ -105,10 +138,14 @@ void Tarquil::set_tempo(const Tempo& now) {
 }
 
 void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
+    move_channels_clock_back(frames, now);
+    move_master_clock_back(frames);
+}
+
+void Tarquil::move_channels_clock_back(uint32_t frames, uint32_t now) {
     TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
     for (Channel& channel : channels)
         channel.move_clock_back(frames, now);
-    echo_fade_start -= frames;
     voice_pool.move_clock_back(frames);
 }
 
@@ -136,8 +173,8 @@ void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_event
             break;
         case MIDI_SILENCE:
             channel.silence(event.time);
-            if (event.data1 == SILENCE_MASTER)
-                silence_echoes(event.time);
+            if (event.data1 == SILENCE_MASTER && !echo_silence)
+                echo_silence = event.time;
             break;
         default:
             break;
@@ -145,11 +182,38 @@ void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_event
     }
 }
 
-void Tarquil::silence_echoes(uint32_t time) {
-    if (echoes_fade)
-        return;
-    echoes_fade = true;
-    echo_fade_start = time;
+void Tarquil::render_channels(Buses& buses, uint32_t num_samples, uint32_t time) {
+    clear(buses, num_samples);
+    Voice* active[VoicePool::NUM_VOICES];
+    uint32_t count = 0;
+    active_voices().for_each([&](uint32_t place) { active[count++] = &voice_pool.at(place); });
+    const std::span<Voice* const> voices = {active, count};
+    const bool is_shared_out = parallel != nullptr && parallel->is_worth_it(voices, num_samples);
+    if (is_shared_out) {
+        parallel->render_voices(voices, time, num_samples);
+        parallel->render_channels(channels, time, num_samples);
+    } else if (count > 0) {
+        voice_renderer.render(voices, time, num_samples);
+    }
+    for (int c = 0; c < NUM_CHANNELS; c++) {
+        if (!is_shared_out)
+            channels[c].render(num_samples, time, scratch.channel, scratch.channel_output);
+        const ChannelOutput& output =
+            is_shared_out ? parallel->get_output(c) : scratch.channel_output;
+        output.add_to(buses, channel_taps == nullptr ? nullptr : &channel_taps[c]);
+        channels[c].get_controllers().reset();
+    }
+}
+
+VoiceSet Tarquil::active_voices() const {
+    VoiceSet active;
+    for (const Channel& channel : channels)
+        active |= channel.get_voices();
+    return active;
+}
+
+int Tarquil::num_voices() const {
+    return active_voices().count();
 }
 
 } // namespace tarquil

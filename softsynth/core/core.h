@@ -7,27 +7,22 @@
 
 #pragma once
 
-#include <atomic>
-#include <cstddef>
-#include <cstdint>
-#include <memory>
-
 #include "instrument/settings.h"
 #include "softsynth/core/engine_scratch.h"
+#include "softsynth/core/master_input.h"
+#include "softsynth/core/master_section.h"
 #include "softsynth/core/parallel_channels.h"
-#include "softsynth/effects/multi_compressor.h"
-#include "softsynth/effects/retrigger.h"
-#include "softsynth/effects/stereo_effect.h"
-#include "softsynth/filters/stereo_filter.h"
-#include "softsynth/parameters/families.h"
 #include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/tempo.h"
 #include "softsynth/parameters/tempo_values.h"
-#include "softsynth/reverb/revmodel.h"
 #include "softsynth/voices/channel.h"
 #include "softsynth/voices/voice_pool.h"
 #include "softsynth/voices/voice_renderer.h"
 #include "softsynth/wavetables/phase_random.h"
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
 
 namespace tarquil {
 
@@ -54,11 +49,20 @@ class Tarquil {
     void run(float* pcm_out, uint32_t num_samples, const midi_event* events, uint32_t num_events,
              uint32_t time);
 
+    // A run in two halves.  The second may be that of an earlier run while another thread does the
+    // first of a later one; each half's go in order.  The tempo is not that of `set_tempo` then.
+    // The first allocates.
+    void run_channels(MasterInput& to, uint32_t num_samples, const midi_event* events,
+                      uint32_t num_events, uint32_t time, const Tempo& now);
+    void run_master(const MasterInput& from, float* pcm_out);
+
     // Between two runs, the next of which would start at `now`: lets the clock start `frames`
     // later, so that the next run starts at `now - frames`.  Inaudible when that is still beyond
     // the longest envelope and portamento (MIN_MOVED_CLOCK).
     void move_clock_back(uint32_t frames, uint32_t now);
-
+    // The same for each half.
+    void move_channels_clock_back(uint32_t frames, uint32_t now);
+    void move_master_clock_back(uint32_t frames) { master.move_clock_back(frames); }
     // The earliest time that a moved clock may show: 6087 s, longer than any slope that a note has.
     static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
 
@@ -71,13 +75,11 @@ class Tarquil {
     void set_settings(const TarqSettings& bank) { settings = &bank; }
     [[nodiscard]] const TarqSettings& get_settings() const { return *settings; }
 
-    [[nodiscard]] const MultiCompressor& get_compressor() const { return compressor; }
-
+    [[nodiscard]] const MultiCompressor& get_compressor() const { return master.get_compressor(); }
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor from the next run on, or lets it
     // sound again; any thread may call this.
-    void set_band_muted(unsigned band, bool muted);
-    [[nodiscard]] bool is_band_muted(unsigned band) const;
-
+    void set_band_muted(unsigned band, bool muted) { master.set_band_muted(band, muted); }
+    [[nodiscard]] bool is_band_muted(unsigned band) const { return master.is_band_muted(band); }
     // What the next run's delays, LFOs and retrigger follow, as note lengths (followed_length),
     // from its first sample on; as at first: nothing, their own times hold.
     void set_tempo(const Tempo& now);
@@ -100,44 +102,26 @@ class Tarquil {
     void set_channel_taps(StereoBuffer* taps) { channel_taps = taps; }
 
   private:
+    void follow_tempo(const Tempo& now);
+    // What a run does before the master section.
+    void run_into(Buses& buses, uint32_t num_samples, const midi_event* events, uint32_t num_events,
+                  uint32_t time);
     void process_midi_messages(const midi_event* events, uint32_t num_events);
-    void render(float* pcm_out, uint32_t num_samples, uint32_t time);
-
-    // Fades out the echoes of the master section from `time` on; what is sent to them until the
-    // block's end in which the fade ends is lost with them.
-    void silence_echoes(uint32_t time);
-    void render_channels(uint32_t num_samples, uint32_t time);
+    void render_channels(Buses& buses, uint32_t num_samples, uint32_t time);
+    void follow_globals();
     [[nodiscard]] VoiceSet active_voices() const;
-    void render_aux_returns(uint32_t time);
-    void end_echo_fade();
-    void render_global_filters();
-    void render_retrigger(uint32_t time);
-    void render_pre_gain();
-    void render_compressor();
-
-    // The global controllers live in channel 0.
-    const Controller& global(unsigned number) {
-        return channels[0].get_controllers().get_controller(number);
-    }
-
     TimelineMemory timelines; // outlives the controllers
     Channel channels[NUM_CHANNELS];
     VoicePool voice_pool;
     VoiceRenderer voice_renderer;
-    revmodel reverb;
-    StereoEffect delay;
-    RetriggerBox retrigger;
-    StereoFilter global_filters[NUM_GLOBAL_FILTERS];
-    StereoFilter aux_filter;
-    MultiCompressor compressor;
     const TarqSettings* settings;
     PhaseRandom phase_random;
-    Tempo tempo;
-    TempoValues tempo_values;
+    TempoValues tempo_values; // the channels'
     StereoBuffer* channel_taps = nullptr;
-    bool echoes_fade = false;
-    uint32_t echo_fade_start = 0;
-    std::atomic<bool> band_muted[MC_N_BANDS] = {};
+    std::optional<uint32_t> echo_silence; // the first of the block
+    MasterSettings master_settings;       // of the global controllers, which live in channel 0,
+    uint32_t globals_count = UINT32_MAX;  // after so many changes; none yet
+    MasterSection master;
     EngineScratch scratch;
     std::unique_ptr<ParallelChannels> parallel; // or none
 };

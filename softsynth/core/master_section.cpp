@@ -1,13 +1,11 @@
-// The engine's block: channels into buses, then the master chain in its fixed order.
+// What follows the channels: the master chain in its fixed order.
+
+#include "softsynth/core/master_section.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <span>
 
-#include "softsynth/core/core.h"
-#include "softsynth/parameters/filter_quantities.h"
-#include "softsynth/parameters/master_quantities.h"
+#include "common/assertion.h"
 #include "softsynth/signal/fade_out.h"
 #include "softsynth/signal/finite.h"
 
@@ -25,155 +23,145 @@ void scrub(StereoBuffer& buffer) {
     scrub_non_finite(buffer.get_first_left_sample_ptr(), 2 * buffer.get_buf_size());
 }
 
-} // namespace
-
-void Tarquil::render(float* pcm_out, uint32_t num_samples, uint32_t time) {
-    render_channels(num_samples, time);
-    render_aux_returns(time);
-    render_global_filters();
-    render_retrigger(time);
-    render_pre_gain();
-    render_compressor();
-    if (echoes_fade && int32_t(time + num_samples - echo_fade_start) >= int32_t(FadeOut::LENGTH))
-        end_echo_fade();
-    std::memcpy(pcm_out, scratch.buses[MAIN_BUS].get_first_left_sample_ptr(),
-                size_t(2) * num_samples * sizeof(float));
+void fill(MonoBuffer& buffer, uint32_t size, float value) {
+    buffer.init(size);
+    std::fill_n(buffer.get_first_sample_ptr(), size, value);
 }
 
-void Tarquil::end_echo_fade() {
+} // namespace
+
+void clear(Buses& buses, uint32_t size) {
+    for (StereoBuffer& bus : buses) {
+        bus.init(size);
+        bus.nullify();
+    }
+}
+
+MasterSection::MasterSection(const WaveformStore& waves) : delay_scratch(waves) {
+    aux_filter.init(FILTER_HIGHPASS, 1);
+    compressor.reset();
+    retrigger.reset();
+}
+
+void MasterSection::follow(const Tempo& now) {
+    tempo = now;
+    tempo_values.follow(now.samples_per_quarter);
+    delay_scratch.tempo = tempo_values.is_on() ? &tempo_values : nullptr;
+}
+
+void MasterSection::set_band_muted(unsigned band, bool muted) {
+    TARQ_ASSERT(band < MC_N_BANDS);
+    band_muted[band].store(muted, std::memory_order_relaxed);
+}
+
+bool MasterSection::is_band_muted(unsigned band) const {
+    TARQ_ASSERT(band < MC_N_BANDS);
+    return band_muted[band].load(std::memory_order_relaxed);
+}
+
+void MasterSection::render(const MasterSettings& settings, uint32_t time,
+                           std::optional<uint32_t> silence, float* pcm_out) {
+    const uint32_t num_samples = buses[MAIN_BUS].get_buf_size();
+    if (silence && !echoes_fade) {
+        echoes_fade = true;
+        echo_fade_start = *silence;
+    }
+    render_aux_returns(settings, time);
+    render_global_filters(settings);
+    render_retrigger(settings.retrigger, time);
+    render_pre_gain(settings.pre_gain);
+    render_compressor(settings.compressor);
+    if (echoes_fade && int32_t(time + num_samples - echo_fade_start) >= int32_t(FadeOut::LENGTH))
+        end_echo_fade();
+    std::memcpy(pcm_out, buses[MAIN_BUS].get_first_left_sample_ptr(),
+                size_t(2) * num_samples * sizeof(float));
+    scrub_non_finite(pcm_out, 2 * num_samples);
+    for (uint32_t i = 0; i < 2 * num_samples; i++)
+        pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+}
+
+void MasterSection::end_echo_fade() {
     echoes_fade = false;
     reverb.mute();
     delay.reset();
     retrigger.reset();
 }
 
-void Tarquil::render_channels(uint32_t num_samples, uint32_t time) {
-    scratch.init(num_samples);
-    Voice* active[VoicePool::NUM_VOICES];
-    uint32_t count = 0;
-    active_voices().for_each([&](uint32_t place) { active[count++] = &voice_pool.at(place); });
-    const std::span<Voice* const> voices = {active, count};
-    const bool is_shared_out = parallel != nullptr && parallel->is_worth_it(voices, num_samples);
-    if (is_shared_out) {
-        parallel->render_voices(voices, time, num_samples);
-        parallel->render_channels(channels, time, num_samples);
-    } else if (count > 0) {
-        voice_renderer.render(voices, time, num_samples);
-    }
-    for (int c = 0; c < NUM_CHANNELS; c++) {
-        if (!is_shared_out)
-            channels[c].render(num_samples, time, scratch.channel, scratch.channel_output);
-        const ChannelOutput& output =
-            is_shared_out ? parallel->get_output(c) : scratch.channel_output;
-        output.add_to(scratch.buses, channel_taps == nullptr ? nullptr : &channel_taps[c]);
-        channels[c].get_controllers().reset();
-    }
-}
-
-VoiceSet Tarquil::active_voices() const {
-    VoiceSet active;
-    for (const Channel& channel : channels)
-        active |= channel.get_voices();
-    return active;
-}
-
-int Tarquil::num_voices() const {
-    return active_voices().count();
-}
-
-void Tarquil::render_aux_returns(uint32_t time) {
+void MasterSection::render_aux_returns(const MasterSettings& settings, uint32_t time) {
     for (const int bus : {REVERB_BUS, DELAY_BUS})
-        scrub_for_echo(scratch.buses[bus].get_first_left_sample_ptr(),
-                       2 * scratch.buses[bus].get_buf_size());
+        scrub_for_echo(buses[bus].get_first_left_sample_ptr(), 2 * buses[bus].get_buf_size());
 
-    reverb.setroomsize(global(CTRL_REVERB_ROOMSIZE).get_last_value());
-    reverb.setdamp(global(CTRL_REVERB_DAMP).get_last_value());
-    reverb.setwidth(global(CTRL_REVERB_WIDTH).get_last_value());
-    reverb.setwet(global(CTRL_REVERB_WET).get_last_cubed_value());
+    reverb.setroomsize(settings.reverb.room_size);
+    reverb.setdamp(settings.reverb.damp);
+    reverb.setwidth(settings.reverb.width);
+    reverb.setwet(settings.reverb.wet);
     reverb.update();
-    StereoBuffer& sum = scratch.aux_return;
-    reverb.processmix(scratch.buses[REVERB_BUS].get_first_left_sample_ptr(),
+    StereoBuffer& sum = aux_return;
+    sum.init(buses[MAIN_BUS].get_buf_size());
+    sum.nullify();
+    reverb.processmix(buses[REVERB_BUS].get_first_left_sample_ptr(),
                       sum.get_first_left_sample_ptr(), long(sum.get_buf_size()));
 
-    const auto byte = [this](unsigned number) { return global(number).get_last_int_value(); };
-    delay.render(StereoEffect::STEREO_EFFECT_DELAY, scratch.buses[DELAY_BUS], sum,
-                 byte(CTRL_DELAY_LEFT_TIME), byte(CTRL_DELAY_RIGHT_TIME), byte(CTRL_DELAY_FEEDBACK),
-                 0, 0, 1.0F, scratch.channel.stereo_effect);
-
+    const int* p = settings.delay_parameters;
+    delay.render(StereoEffect::STEREO_EFFECT_DELAY, buses[DELAY_BUS], sum, p[0], p[1], p[2], 0, 0,
+                 1.0F, delay_scratch);
     if (echoes_fade)
         FadeOut::apply(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
                        int32_t(time - echo_fade_start));
-    aux_filter.render(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
-                      global(CTRL_AUX_CUTOFF).get_last_cubed_value() * RADIANS_PER_HZ,
+
+    aux_filter.render(sum.get_first_left_sample_ptr(), sum.get_buf_size(), settings.aux_omega,
                       BUTTERWORTH_Q, 0.0F);
-    scratch.buses[MAIN_BUS] += sum;
+    buses[MAIN_BUS] += sum;
 }
 
-void Tarquil::render_global_filters() {
-    StereoBuffer& bus = scratch.buses[MAIN_BUS];
+void MasterSection::render_global_filters(const MasterSettings& settings) {
+    StereoBuffer& bus = buses[MAIN_BUS];
     for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
         StereoFilter& filter = global_filters[i];
-        const FilterRows rows = global_filter_rows(i);
-        const auto setting = [&](unsigned number) { return global(number).get_last_value(); };
-        const auto type = FilterType(global(rows.type).get_last_int_value());
-        if (type != filter.get_type())
-            filter.init(type, 1);
-        if (type == FILTER_NONE)
+        const MasterSettings::Equaliser& equaliser = settings.filters[i];
+        if (equaliser.type != filter.get_type())
+            filter.init(equaliser.type, 1);
+        if (equaliser.type == FILTER_NONE)
             continue;
-        filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(),
-                      cutoff_omega(setting(rows.cutoff)), setting(rows.resonance),
-                      setting(rows.gain));
+        filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(), equaliser.omega,
+                      equaliser.resonance, equaliser.gain);
     }
 }
 
-void Tarquil::render_retrigger(uint32_t time) {
-    const Controller& speedup = global(CTRL_RETRIGGER_SPEEDUP);
-    if (!speedup.has_multiple_values() && speedup.get_last_value() == 0.0F) {
+void MasterSection::render_retrigger(const MasterSettings::Retrigger& settings, uint32_t time) {
+    if (settings.speedup == 0.0F) {
         retrigger.leave_grid();
         return;
     }
-    global(CTRL_RETRIGGER_BPM).render(scratch.retrigger_bpm, time, false);
-    speedup.render(scratch.retrigger_speedup, time, false);
-    global(CTRL_RETRIGGER_WET_LEVEL).render(scratch.retrigger_wet, time, false);
-    StereoBuffer& bus = scratch.buses[MAIN_BUS];
+    StereoBuffer& bus = buses[MAIN_BUS];
+    fill(retrigger_bpm, bus.get_buf_size(), settings.bpm);
+    fill(retrigger_speedup, bus.get_buf_size(), settings.speedup);
+    fill(retrigger_wet, bus.get_buf_size(), settings.wet);
     scrub(bus);
     const auto fade_age = int32_t(time - echo_fade_start);
     BeatGrid grid{tempo, 0.0};
     if (tempo_values.is_on())
-        grid.beat = tempo_values.beat_quarters(global(CTRL_RETRIGGER_BPM).get_last_int_value(),
-                                               double(RetriggerBox::LONGEST_BEAT));
+        grid.beat =
+            tempo_values.beat_quarters(settings.bpm_byte, double(RetriggerBox::LONGEST_BEAT));
     else
         retrigger.leave_grid();
-    retrigger.render(bus, scratch.retrigger_bpm, scratch.retrigger_speedup, scratch.retrigger_wet,
+    retrigger.render(bus, retrigger_bpm, retrigger_speedup, retrigger_wet,
                      echoes_fade ? &fade_age : nullptr, tempo_values.is_on() ? &grid : nullptr);
 }
 
-void Tarquil::render_pre_gain() {
-    const float gain = master_pre_gain(global(CTRL_FCMPR_PRE_GAIN).get_last_value());
+void MasterSection::render_pre_gain(float gain) {
     if (gain != 1.0F) // which would change nothing
-        Buffer::scale(scratch.buses[MAIN_BUS], gain, scratch.buses[MAIN_BUS]);
+        Buffer::scale(buses[MAIN_BUS], gain, buses[MAIN_BUS]);
 }
 
-void Tarquil::render_compressor() {
-    const auto setting = [this](unsigned number) { return global(number).get_last_cubed_value(); };
-    float crossovers[MC_N_BANDS - 1];
-    std::transform(std::begin(CROSSOVER_ROWS), std::end(CROSSOVER_ROWS), crossovers, setting);
-    float thresholds[MC_N_BANDS];
-    float ratios[MC_N_BANDS];
-    float attacks[MC_N_BANDS];
-    float releases[MC_N_BANDS];
+void MasterSection::render_compressor(const MasterSettings::Compressor& settings) {
     float makeups[MC_N_BANDS];
-    for (unsigned b = 0; b < MC_N_BANDS; b++) {
-        const CompressorBandRows rows = compressor_band_rows(b);
-        thresholds[b] = setting(rows.threshold);
-        ratios[b] = setting(rows.ratio);
-        attacks[b] = setting(rows.attack);
-        releases[b] = setting(rows.release);
-        makeups[b] = is_band_muted(b) ? 0.0F : setting(rows.makeup);
-    }
-    StereoBuffer& bus = scratch.buses[MAIN_BUS];
+    for (unsigned b = 0; b < MC_N_BANDS; b++)
+        makeups[b] = is_band_muted(b) ? 0.0F : settings.makeups[b];
+    StereoBuffer& bus = buses[MAIN_BUS];
     scrub(bus);
-    compressor.process(bus, crossovers, thresholds, ratios, attacks, releases, makeups);
+    compressor.process(bus, settings.crossovers, settings.thresholds, settings.ratios,
+                       settings.attacks, settings.releases, makeups);
 }
 
 } // namespace tarquil

@@ -30,7 +30,7 @@ std::vector<float> play_song(const std::string& song_path, const std::string& ba
         const uint32_t num_blocks = (song.end_time + TAIL) / driver.block();
         std::vector<float> sound(size_t(2) * driver.block() * num_blocks);
         for (uint32_t i = 0; i < num_blocks; i++)
-            driver.render(sound.data() + size_t(2) * driver.block() * i);
+            driver.render(sound.data() + size_t(2) * driver.block() * i, [] {});
         return sound;
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());

@@ -2,6 +2,9 @@
 
 #include "tools/render/engine_driver.h"
 
+#include <exception>
+#include <utility>
+
 #include "common/failure.h"
 #include "midi/midi_message.h"
 
@@ -26,8 +29,9 @@ namespace {
 
 EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players,
                            const std::shared_ptr<const GmSet>& set, uint32_t seed, unsigned threads)
-    : SongDriver(played_song, players.channels), orchestra(players), workers(threads) {
-    if (threads > 1)
+    : SongDriver(played_song, players.channels), orchestra(players), workers(threads),
+      is_deferring(threads > 1 && set != nullptr) {
+    if (threads > 1 && !is_deferring)
         player.set_runner(workers);
     player.set_gm_set(set);
     player.set_bank(orchestra.bank);
@@ -42,12 +46,57 @@ EngineDriver::EngineDriver(const Song& played_song, const Orchestra& players,
 }
 
 void EngineDriver::keep_channels() {
+    is_deferring = false;
     taps.resize(NUM_CHANNELS);
     player.set_channel_taps(taps.data());
 }
 
-void EngineDriver::run(float* pcm, uint32_t /*block_start*/) {
-    player.audio().run(pcm, QuantumStream::QUANTUM);
+void EngineDriver::render(float* pcm, const Beside& beside) {
+    if (!is_deferring) {
+        SongDriver::render(pcm, beside);
+        return;
+    }
+    if (later[1].get_runs().empty())
+        render_ahead([] {});
+    render_ahead(beside);
+    player.audio().mix(later[0], pcm);
+}
+
+void EngineDriver::render_ahead(const Beside& beside) {
+    std::swap(later[0], later[1]);
+    later[1].clear();
+    for (uint32_t done = 0; done < DEFERRED_FRAMES; done += QuantumStream::QUANTUM)
+        play_next(QuantumStream::QUANTUM, nullptr);
+    const uint32_t num_parts = player.audio().num_parts();
+    std::exception_ptr failure; // of what is done beside
+    const auto work = [&](uint32_t job) {
+        if (job < num_parts) {
+            player.audio().perform(later[1], job);
+        } else if (job == num_parts) {
+            player.audio().finish(later[0]);
+        } else {
+            try {
+                beside();
+            } catch (...) {
+                failure = std::current_exception();
+            }
+        }
+    };
+    workers.run(
+        num_parts + 2,
+        [](const void* context, uint32_t job) {
+            (*static_cast<const decltype(work)*>(context))(job);
+        },
+        &work);
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+void EngineDriver::run(float* pcm, uint32_t frames, uint32_t /*block_start*/) {
+    if (is_deferring)
+        player.audio().defer(later[1], frames);
+    else
+        player.audio().run(pcm, frames);
 }
 
 void EngineDriver::queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) {

@@ -39,12 +39,12 @@ void PluginDriver::queue_tempo(const HostTempo& said, uint32_t time, uint32_t /*
     tempo_clock.add(said, time);
 }
 
-void PluginDriver::run(float* pcm, uint32_t block_start) {
-    const Tempo tempo = tempo_clock.advance(block_start, block_size);
+void PluginDriver::run(float* pcm, uint32_t frames, uint32_t block_start) {
+    const Tempo tempo = tempo_clock.advance(block_start, frames);
     PluginHost::set_tempo(tempo_clock.quarters_per_minute(), tempo);
     if (!messages.empty())
         plugin.send(messages);
-    plugin.render(pcm, block_size, block_start);
+    plugin.render(pcm, frames, block_start);
     messages.clear();
 }
 

@@ -22,7 +22,7 @@ class PluginDriver : public SongDriver {
   protected:
     void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) override;
     void queue_tempo(const HostTempo& said, uint32_t time, uint32_t block_start) override;
-    void run(float* pcm, uint32_t block_start) override;
+    void run(float* pcm, uint32_t frames, uint32_t block_start) override;
 
   private:
     // A file made to fill the memory with events at one time stops here.

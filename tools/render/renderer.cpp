@@ -17,23 +17,31 @@ namespace tarquil {
 
 namespace {
 
-// Drives the instrument until the tail ends.
+// Drives the instrument until the tail ends.  Each block is written while the next one is rendered,
+// where that goes on several threads.
 void play(const RenderOptions& options, const Song& song, SongDriver& driver, MainOutput& output,
           StemOutputs* stems) {
     Tail tail(song.end_time, options.tail);
     ProgressBar progress(!options.quiet, song.end_time);
-    alignas(16) float pcm[2 * MAX_NUM_SAMPLES];
-    uint32_t time = 0;
-    while (time < tail.get_end()) {
-        Interruption::check();
-        driver.render(pcm);
-        const uint32_t num_frames = tail.add(pcm, driver.block(), time);
-        output.write(pcm, num_frames);
+    alignas(16) float blocks[2][2 * MAX_NUM_SAMPLES];
+    float* next = blocks[0];
+    const float* last = blocks[1];
+    uint32_t num_frames = 0; // of the last block
+    const auto write_last = [&] {
+        if (num_frames == 0)
+            return;
+        output.write(last, num_frames);
         if (stems != nullptr)
             stems->write(num_frames);
-        time += num_frames;
-        progress.advance_to(time);
+    };
+    for (uint32_t time = 0; time < tail.get_end(); time += num_frames) {
+        Interruption::check();
+        driver.render(next, write_last);
+        num_frames = tail.add(next, driver.block(), time);
+        last = std::exchange(next, blocks[next == blocks[0] ? 1 : 0]);
+        progress.advance_to(time + num_frames);
     }
+    write_last();
 }
 
 } // namespace

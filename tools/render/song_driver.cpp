@@ -8,15 +8,20 @@
 
 namespace tarquil {
 
-void SongDriver::render(float* pcm) {
-    const uint32_t block_end = curr_time + block();
+void SongDriver::render(float* pcm, const Beside& beside) {
+    beside();
+    play_next(block(), pcm);
+}
+
+void SongDriver::play_next(uint32_t frames, float* pcm) {
+    const uint32_t block_end = curr_time + frames;
     queue_tempos(block_end);
     queue_song(block_end);
     if (!keys_released && song.end_time < block_end) {
         keys_released = true;
         queue_releases(song.end_time, curr_time);
     }
-    run(pcm, curr_time);
+    run(pcm, frames, curr_time);
     curr_time = block_end;
 }
 

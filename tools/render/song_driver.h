@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 #include "midi/smf/smf_reader.h"
 #include "player/host_tempo.h"
@@ -23,13 +24,17 @@ class SongDriver {
     SongDriver& operator=(const SongDriver&) = delete;
     virtual ~SongDriver() = default;
 
-    // The frames of each block.
+    // The frames of each block, at most MAX_NUM_SAMPLES.
     [[nodiscard]] virtual uint32_t block() const = 0;
 
-    // Renders the next block, interleaved.
-    virtual void render(float* pcm);
+    // Renders the next block, interleaved, and calls `beside` once, before or meanwhile.
+    using Beside = std::function<void()>;
+    virtual void render(float* pcm, const Beside& beside);
 
   protected:
+    // Queues what sounds in the next `frames`, and runs them.
+    void play_next(uint32_t frames, float* pcm);
+
     // Takes a message of three bytes that sounds at `time`, in the block that begins at
     // `block_start`.  BadInput when there are more at once than the instrument takes.
     virtual void queue_message(uint32_t time, uint32_t block_start, const uint8_t* bytes) = 0;
@@ -45,7 +50,7 @@ class SongDriver {
     virtual void queue_releases(uint32_t end_time, uint32_t block_start);
 
     // Plays what was queued.
-    virtual void run(float* pcm, uint32_t block_start) = 0;
+    virtual void run(float* pcm, uint32_t frames, uint32_t block_start) = 0;
 
   private:
     void queue_tempos(uint32_t block_end);

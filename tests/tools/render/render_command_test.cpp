@@ -73,10 +73,15 @@ TEST_F(RenderCommand, TheFileIsTheSameOnAnyNumberOfThreads) {
     std::string text;
     ASSERT_EQ(heavy.text_save_to_string(text), 0);
     ASSERT_EQ(save_file_to_string(bank, text), 0);
-    const std::string alone = rendered({"--bank", bank, "--tail", "0", duet});
-    for (const char* threads : {"2", "3"})
-        EXPECT_TRUE(rendered({"--bank", bank, "--tail", "0", "--threads", threads, duet}) == alone)
-            << threads;
+    for (const char* played : {bank.c_str(), "gm"}) {
+        for (const char* name : {"out.wav", "out.ogg"}) {
+            const std::string alone = rendered({"--bank", played, "--tail", "1", duet}, name);
+            for (const char* threads : {"2", "3"})
+                EXPECT_TRUE(rendered({"--bank", played, "--tail", "1", "--threads", threads, duet},
+                                     name) == alone)
+                    << played << ", " << name << ", " << threads;
+        }
+    }
     EXPECT_EQ(render({"--threads", "0", song, out}).status, 2);
 }
 
