@@ -7,6 +7,11 @@
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
 #include "instrument/settings.h"
 #include "softsynth/core/engine_scratch.h"
 #include "softsynth/core/master_input.h"
@@ -19,10 +24,6 @@
 #include "softsynth/voices/voice_pool.h"
 #include "softsynth/voices/voice_renderer.h"
 #include "softsynth/wavetables/phase_random.h"
-#include <cstddef>
-#include <cstdint>
-#include <memory>
-#include <optional>
 
 namespace tarquil {
 
@@ -63,6 +64,7 @@ class Tarquil {
     // The same for each half.
     void move_channels_clock_back(uint32_t frames, uint32_t now);
     void move_master_clock_back(uint32_t frames) { master.move_clock_back(frames); }
+
     // The earliest time that a moved clock may show: 6087 s, longer than any slope that a note has.
     static constexpr uint32_t MIN_MOVED_CLOCK = 0x10000000;
 
@@ -76,10 +78,12 @@ class Tarquil {
     [[nodiscard]] const TarqSettings& get_settings() const { return *settings; }
 
     [[nodiscard]] const MultiCompressor& get_compressor() const { return master.get_compressor(); }
+
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor from the next run on, or lets it
     // sound again; any thread may call this.
     void set_band_muted(unsigned band, bool muted) { master.set_band_muted(band, muted); }
     [[nodiscard]] bool is_band_muted(unsigned band) const { return master.is_band_muted(band); }
+
     // What the next run's delays, LFOs and retrigger follow, as note lengths (followed_length),
     // from its first sample on; as at first: nothing, their own times hold.
     void set_tempo(const Tempo& now);
@@ -110,6 +114,7 @@ class Tarquil {
     void render_channels(Buses& buses, uint32_t num_samples, uint32_t time);
     void follow_globals();
     [[nodiscard]] VoiceSet active_voices() const;
+
     TimelineMemory timelines; // outlives the controllers
     Channel channels[NUM_CHANNELS];
     VoicePool voice_pool;
