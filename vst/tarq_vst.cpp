@@ -130,8 +130,9 @@ int32_t TarqVST::processEvents(const VstEvents* host_events) {
     if (!call.is_alone())
         return 0;
     synth.audio().follow_edits();
+    const VstEvent* const* const records = host_events->events; // as many as there are
     for (int32_t i = 0; i < host_events->numEvents; i++) {
-        const VstEvent* event = host_events->events[i];
+        const VstEvent* event = records[i];
         if (event == nullptr || event->type != kVstMidiType)
             continue;
         uint8_t message[3];
