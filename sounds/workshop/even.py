@@ -4,12 +4,11 @@ Where hygiene finds keys of unlike level or a wrong range of velocities, the pro
 decibels an octave down to both sides, and decibels for velocities.  Main volumes follow.
 """
 
-import argparse
-import sys
 from pathlib import Path
 
 import numpy as np
 
+import commands
 import fit
 import general_midi as gm
 import hygiene
@@ -19,7 +18,6 @@ import players
 import sound_set
 from notes import Note
 
-SOUNDS = Path(__file__).resolve().parents[1]
 ROUNDS = 3
 SLOT = 650
 GOAL_DB = 4.5
@@ -33,10 +31,8 @@ STEP, COST = 0.25, 0.1
 
 
 def arguments(argv):
-    parser = argparse.ArgumentParser(prog="dev sounds even", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; all, if none")
-    parser.add_argument("--sounds", default=SOUNDS, help="folder of sounds whose laws are written anew")
+    parser = commands.parser("even", __doc__, "all")
+    parser.add_argument("--sounds", default=commands.SOUNDS, help="folder of sounds whose laws are written anew")
     return parser.parse_args(argv)
 
 
@@ -147,7 +143,4 @@ def main(argv):
 
 
 if __name__ == "__main__":
-    try:
-        main(sys.argv[1:])
-    except (players.PlayerError, OSError, ValueError) as error:
-        sys.exit(f"dev sounds even: {error}")
+    commands.run("even", main)

@@ -4,15 +4,13 @@ Least squares, then a random search (CMA-ES) turn continuous bytes and laws of a
 not fitted prefer it, a second measure prefers it, and hygiene finds nothing new.
 """
 
-import argparse
-import sys
-import time
 from pathlib import Path
 
 import numpy as np
 
 import candidates
 import cma_es
+import commands
 import distance
 import gauss_newton
 import general_midi as gm
@@ -26,7 +24,6 @@ import sound_set
 import starts
 import targets
 
-SOUNDS = Path(__file__).resolve().parents[1]
 SIGMA = 0.08
 POPULATION = 16
 # The set's own level: a song of many parts lands ten decibels above its programs.
@@ -36,15 +33,10 @@ SHARES = (1.0, 0.7, 0.4)
 
 
 def arguments(argv):
-    parser = argparse.ArgumentParser(prog="dev sounds fit", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; in the order of use, if none")
-    parser.add_argument("--start", default=SOUNDS, help="folder of sounds to start from")
-    parser.add_argument("--out", default=SOUNDS, help="folder of sounds that gets what is accepted")
+    parser = commands.search_parser("fit", __doc__)
     parser.add_argument("--rounds", type=int, default=8, help="of least squares, at most; %(default)s if not given")
     parser.add_argument("--generations", type=int, default=20,
                         help=f"of {POPULATION} versions each in the random search; %(default)s if not given")
-    parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--scratch", action="store_true", help="start from the plain designs of starts.py as well")
     return parser.parse_args(argv)
 
@@ -242,16 +234,8 @@ def store(program, version, old, options, figures):
 def main(argv):
     options = arguments(argv)
     tables = targets.read_all()
-    for program in options.program or gm.order_of_use():
-        began = time.monotonic()
-        fit(program, options, tables)
-        print(f"    {time.monotonic() - began:.0f} s", flush=True)
+    commands.for_each(options.program, lambda program: fit(program, options, tables))
 
 
 if __name__ == "__main__":
-    try:
-        main(sys.argv[1:])
-    except (players.PlayerError, OSError, ValueError) as error:
-        sys.exit(f"dev sounds fit: {error}")
-    except KeyboardInterrupt:
-        sys.exit(130)
+    commands.run("fit", main)

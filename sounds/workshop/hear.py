@@ -4,13 +4,12 @@ Writes OUT/NNN_name.png (spectrograms of one note, envelopes, partials) and .wav
 and prints what lies outside of the banks' span, as `feature:how far` in decibels or semitones.
 """
 
-import argparse
-import sys
 from pathlib import Path
 
 import numpy as np
 import scipy.io.wavfile
 
+import commands
 import features
 import general_midi as gm
 import hygiene
@@ -20,17 +19,14 @@ import ranks
 import sound_set
 import targets
 
-SOUNDS = Path(__file__).resolve().parents[1]
 VELOCITY = 100
 HOLD, SLOT = 1200, 2000
 LEAST_DIFFERENCE = 3.0
 
 
 def arguments(argv):
-    parser = argparse.ArgumentParser(prog="dev sounds hear", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", nargs="+", type=int, help="numbers from 0")
-    parser.add_argument("--sounds", default=SOUNDS, help="folder with gm/FAMILY/NNN_NAME.tqi and gm/laws.txt")
+    parser = commands.parser("hear", __doc__)
+    parser.add_argument("--sounds", default=commands.SOUNDS, help="folder with gm/FAMILY/NNN_NAME.tqi and gm/laws.txt")
     parser.add_argument("--out", default="out/hear", help="folder for pictures and sounds; %(default)s if not given")
     parser.add_argument("--no-sound", action="store_true", help="pictures only")
     return parser.parse_args(argv)
@@ -118,7 +114,4 @@ def main(argv):
 
 
 if __name__ == "__main__":
-    try:
-        main(sys.argv[1:])
-    except (players.PlayerError, OSError, ValueError) as error:
-        sys.exit(f"dev sounds hear: {error}")
+    commands.run("hear", main)

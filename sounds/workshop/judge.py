@@ -5,12 +5,9 @@ one, what hygiene finds; then the shares.  `fit` rows use the notes and features
 velocities, `second` also other features.
 """
 
-import argparse
-import sys
-from pathlib import Path
-
 import numpy as np
 
+import commands
 import distance
 import exceptions
 import general_midi as gm
@@ -22,7 +19,6 @@ import ranks
 import sound_set
 import targets
 
-SOUNDS = Path(__file__).resolve().parents[1]
 # What is judged: notes, and weights of features.
 VIEWS = {
     "fit": (notes.FIT_NOTES, distance.FIT_WEIGHTS),
@@ -38,10 +34,8 @@ DRUM_VIEWS = {
 
 
 def arguments(argv):
-    parser = argparse.ArgumentParser(prog="dev sounds judge", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; all of those that there are, if none")
-    parser.add_argument("--sounds", default=SOUNDS, help="folder with gm/FAMILY/NNN_NAME.tqi, gm/laws.txt, drums/")
+    parser = commands.parser("judge", __doc__, "all of those that there are")
+    parser.add_argument("--sounds", default=commands.SOUNDS, help="folder with gm/FAMILY/NNN_NAME.tqi, gm/laws.txt, drums/")
     parser.add_argument("--set", help="a map (.tqm) beside its banks, instead of texts")
     parser.add_argument("--sf2", help="judge this sample bank as though it were ours, as a peer")
     parser.add_argument("--no-drums", action="store_true")
@@ -153,7 +147,4 @@ def main(argv):
 
 
 if __name__ == "__main__":
-    try:
-        main(sys.argv[1:])
-    except (players.PlayerError, OSError, ValueError) as error:
-        sys.exit(f"dev sounds judge: {error}")
+    commands.run("judge", main)

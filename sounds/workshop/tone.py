@@ -5,15 +5,11 @@ cost a second.  They are turned until partials, rest and brightness lie nearest 
 What is found is taken by the same rules as a fit.
 """
 
-import argparse
-import sys
-import time
-from pathlib import Path
-
 import numpy as np
 
 import candidates
 import cma_es
+import commands
 import distance
 import fit
 import general_midi as gm
@@ -24,7 +20,6 @@ import players
 import spectra
 import targets
 
-SOUNDS = Path(__file__).resolve().parents[1]
 SLOTS = (1, 2, 3, 4)
 # Bytes, low and high: cutoff from 60 Hz to 11 kHz, resonance, gain up to 12.6 dB.
 CUTOFF, RESONANCE, GAIN = (20, 116), (4, 70), (24, 104)
@@ -36,16 +31,6 @@ GENERATIONS, POPULATION, SIGMA = 120, 14, 0.12
 KEYS_DB = 4.5
 KEYS_COST = 0.35
 BOOST_COST = 0.01
-
-
-def arguments(argv):
-    parser = argparse.ArgumentParser(prog="dev sounds tone", description=__doc__,
-                                     formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("program", nargs="*", type=int, help="numbers from 0; in the order of use, if none")
-    parser.add_argument("--start", default=SOUNDS, help="folder of sounds to start from")
-    parser.add_argument("--out", default=SOUNDS, help="folder of sounds that gets what is accepted")
-    parser.add_argument("--seed", type=int, default=1)
-    return parser.parse_args(argv)
 
 
 class Bank:
@@ -154,18 +139,10 @@ def tone(program, options, tables, say=print):
 
 
 def main(argv):
-    options = arguments(argv)
+    options = commands.search_parser("tone", __doc__).parse_args(argv)
     tables = targets.read_all()
-    for program in options.program or gm.order_of_use():
-        began = time.process_time()
-        tone(program, options, tables)
-        print(f"    {time.process_time() - began:.1f} s", flush=True)
+    commands.for_each(options.program, lambda program: tone(program, options, tables))
 
 
 if __name__ == "__main__":
-    try:
-        main(sys.argv[1:])
-    except (players.PlayerError, OSError, ValueError) as error:
-        sys.exit(f"dev sounds tone: {error}")
-    except KeyboardInterrupt:
-        sys.exit(130)
+    commands.run("tone", main)
