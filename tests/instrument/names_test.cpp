@@ -15,22 +15,6 @@ TEST(Names, StorableTextIsWhatAFileGivesBack) {
     EXPECT_EQ(storable_text(" \t "), "");
 }
 
-TEST(Names, TitlesOfBlanksOnlyAreNone) {
-    TarqSettings bank;
-    bank.set_song_title(" \t");
-    bank.set_song_author(" x ");
-    remove_lone_blanks(bank);
-    EXPECT_EQ(bank.get_song_title(), "");
-    EXPECT_EQ(bank.get_song_author(), " x ");
-}
-
-TEST(Names, EveryProgramHasItsNumberAsItsFirstName) {
-    TarqSettings bank;
-    set_default_names(bank);
-    EXPECT_EQ(bank.get_instrument(0).get_name(), "instrument_0");
-    EXPECT_EQ(bank.get_instrument(127).get_name(), "instrument_127");
-}
-
 } // namespace
 
 } // namespace tarquil

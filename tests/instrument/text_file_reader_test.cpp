@@ -4,10 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include "common/load_string.h"
-#include "tests/temp_directory.h"
 
 namespace tarquil {
 
@@ -112,18 +109,6 @@ TEST(TextFileReader, AFileNameMayBeTheFileInHex) {
     EXPECT_EQ(reader.load_from_file("hex:613"), 2);
     EXPECT_EQ(reader.load_from_file("hex:61zz"), 3);
     EXPECT_EQ(reader.load_from_file("hex:61"), 6);
-}
-
-TEST(TextFileReader, ANameThatIsNoRegularFileCannotBeOpened) {
-    const TempDirectory directory;
-    ASSERT_EQ(mkfifo(directory.path("pipe").c_str(), 0600), 0);
-    ASSERT_EQ(save_file_to_string(directory.path("file"), "a = 1"), 0);
-    TextFileReader reader;
-    EXPECT_EQ(reader.load_from_file(directory.path("file")), 0);
-    EXPECT_EQ(reader.load_from_file(directory.path("missing")), 1);
-    EXPECT_EQ(reader.load_from_file(directory.path()), 1);
-    EXPECT_EQ(reader.load_from_file(directory.path("pipe")), 1);
-    EXPECT_EQ(reader.load_from_file("/dev/zero"), 1);
 }
 
 } // namespace

@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "midi/gm/gm_map_file.h"
-#include "player/player.h"
-#include "tests/support/engine_host.h"
+#include "tests/support/player_host.h"
 
 namespace tarquil {
 
@@ -26,21 +25,18 @@ class PlayerDialect : public testing::Test {
         player->start();
         render(64);
     }
+    void renew() {
+        host = std::make_unique<PlayerHost>(false);
+        player = &**host;
+    }
     void start_anew(MidiDialect dialect) {
-        player = std::make_unique<Player>();
+        renew();
         start(dialect);
     }
     void midi(unsigned status, unsigned data1, unsigned data2 = 0) {
-        player->audio().follow_edits();
-        const uint8_t message[] = {uint8_t(status), uint8_t(data1), uint8_t(data2)};
-        ASSERT_TRUE(player->audio().add_message(message, player->audio().time()));
+        host->midi(status, data1, data2);
     }
-    std::vector<float> render(uint32_t frames) {
-        std::vector<float> sound(size_t(2) * frames);
-        for (uint32_t done = 0; done < frames; done += 64)
-            player->audio().run(&sound[size_t(2) * done], 64);
-        return sound;
-    }
+    std::vector<float> render(uint32_t frames) { return host->render(frames); }
     // Nothing sounds any more, ten seconds from now.
     bool falls_silent() {
         render(64 * 6890);
@@ -48,7 +44,8 @@ class PlayerDialect : public testing::Test {
     }
 
     std::shared_ptr<GmSet> set = std::make_shared<GmSet>();
-    std::unique_ptr<Player> player = std::make_unique<Player>();
+    std::unique_ptr<PlayerHost> host = std::make_unique<PlayerHost>(false);
+    Player* player = &**host;
 };
 
 constexpr MidiDialect GM = MidiDialect::GENERAL_MIDI;
@@ -215,7 +212,7 @@ TEST_F(PlayerDialect, DrumsComeAndGoWithTheirSet) {
 
 TEST_F(PlayerDialect, LawsHoldForTheSoundsWhoseNamesTheyBear) {
     const auto play = [this](const std::string& law_name, const std::string& program_name) {
-        player = std::make_unique<Player>();
+        renew();
         set->names[0] = law_name;
         player->set_program_name(0, program_name);
         start(GM);
@@ -232,7 +229,7 @@ TEST_F(PlayerDialect, LawsHoldForTheSoundsWhoseNamesTheyBear) {
 
 TEST_F(PlayerDialect, AnotherBanksSoundsHaveLawsOfTheirOwn) {
     const auto play = [this](const std::string& program_name) {
-        player = std::make_unique<Player>();
+        renew();
         player->set_program_name(0, program_name);
         start(GM);
         midi(0x90, 60, 100);
@@ -275,7 +272,7 @@ TEST_F(PlayerDialect, AFloodIsPlayedLaterAndNotLost) {
 
 TEST_F(PlayerDialect, TheClockMayBeMovedBackWhileEverythingSounds) {
     const auto play = [this](uint32_t clock) {
-        player = std::make_unique<Player>();
+        renew();
         player->audio().set_clock(clock);
         start(GM);
         midi(0xB0, 7, 30);

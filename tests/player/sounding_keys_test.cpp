@@ -4,8 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "player/player.h"
-#include "tests/support/engine_host.h"
+#include "tests/support/player_host.h"
 
 namespace tarquil {
 
@@ -20,16 +19,8 @@ class SoundingKeysTest : public testing::TestWithParam<MidiDialect> {
         render();
     }
 
-    void midi(unsigned status, unsigned data1, unsigned data2) {
-        player.audio().follow_edits();
-        const uint8_t message[] = {uint8_t(status), uint8_t(data1), uint8_t(data2)};
-        ASSERT_TRUE(player.audio().add_message(message, player.audio().time()));
-    }
-    float render() {
-        std::vector<float> sound(2 * 256);
-        player.audio().run(sound.data(), 256);
-        return peak(sound);
-    }
+    void midi(unsigned status, unsigned data1, unsigned data2) { host.midi(status, data1, data2); }
+    float render() { return peak(host.render(256, 256)); }
     // Of a channel, in order.
     std::string sounding(unsigned channel) {
         render();
@@ -42,7 +33,8 @@ class SoundingKeysTest : public testing::TestWithParam<MidiDialect> {
     }
     [[nodiscard]] static bool is_gm() { return GetParam() == MidiDialect::GENERAL_MIDI; }
 
-    Player player;
+    PlayerHost host{false};
+    Player& player = *host;
 };
 
 TEST_P(SoundingKeysTest, NotesOfHandAndHostAreToldUntilTheyEnd) {

@@ -1,8 +1,11 @@
-// What rests in silence: the tail keeps its bits, ends at 0, and the next sound is as the first.
+// What has a memory in silence and after what is not finite: the tail keeps its bits and ends at 0,
+// and the next sound is as the first.
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "player/shared_waveforms.h"
@@ -19,101 +22,112 @@ namespace {
 
 using Process = std::function<void(StereoBuffer& in, StereoBuffer& out)>;
 
-// An impulse and the silence after it, in blocks; interleaved stereo.
-std::vector<float> impulse_response(const Process& process, uint32_t frames, uint32_t block) {
-    const FlushToZero flush_to_zero;
-    static StereoBuffer in;
-    static StereoBuffer out;
-    std::vector<float> response;
-    for (uint32_t done = 0; done < frames; done += block) {
-        for (StereoBuffer* buffer : {&in, &out}) {
-            buffer->init(block);
-            buffer->nullify();
-        }
-        if (done == 0)
-            in.get_first_left_sample_ptr()[1] = 0.5F;
-        process(in, out);
-        const float* samples = out.get_first_left_sample_ptr();
-        response.insert(response.end(), samples, samples + 2 * block);
-    }
-    return response;
+Process make_reverb() {
+    const auto reverb = std::make_shared<revmodel>();
+    reverb->setroomsize(0.0F);
+    reverb->update();
+    return [reverb](StereoBuffer& in, StereoBuffer& out) {
+        reverb->processmix(in.get_first_left_sample_ptr(), out.get_first_left_sample_ptr(),
+                           long(in.get_buf_size()));
+    };
 }
 
-// `seconds` is more than the tail lasts.
-void expect_rest(const std::function<Process()>& make, uint32_t seconds) {
-    const uint32_t frames = seconds * SAMPLE_RATE / 2048 * 2048;
-    const Process process = make();
-    impulse_response(process, frames, 2048); // settles what starts away from its resting place
-    const std::vector<float> first = impulse_response(process, frames, 2048);
+Process make_delay() {
+    struct Delay {
+        StereoEffect effect;
+        StereoEffectScratch scratch{shared_waveforms()};
+    };
+    const auto delay = std::make_shared<Delay>();
+    return [delay](StereoBuffer& in, StereoBuffer& out) {
+        delay->effect.render(StereoEffect::STEREO_EFFECT_DELAY, in, out, 0, 10, 64, 0, 0, 1.0F,
+                             delay->scratch);
+    };
+}
+
+Process make_filter() {
+    const auto filter = std::make_shared<StereoFilter>();
+    filter->init(FILTER_HIGHPASS, 2);
+    return [filter](StereoBuffer& in, StereoBuffer& out) {
+        Buffer::copy(in, out);
+        filter->render(out.get_first_left_sample_ptr(), out.get_buf_size(), 0.3F, 0.7F, 0.0F);
+    };
+}
+
+Process make_compressor() {
+    const auto compressor = std::make_shared<MultiCompressor>();
+    return [compressor](StereoBuffer& in, StereoBuffer& out) {
+        const float crossovers[] = {100.0F, 1000.0F, 5000.0F};
+        const float values[][4] = {{0.1F, 0.1F, 0.1F, 0.1F},
+                                   {2.0F, 2.0F, 2.0F, 2.0F},
+                                   {0.01F, 0.01F, 0.01F, 0.01F},
+                                   {0.1F, 0.1F, 0.1F, 0.1F},
+                                   {1.0F, 1.0F, 1.0F, 1.0F}};
+        Buffer::copy(in, out);
+        compressor->process(out, crossovers, values[0], values[1], values[2], values[3], values[4]);
+    };
+}
+
+struct Stage {
+    const char* name;
+    Process (*make)();
+    uint32_t seconds; // more than its tail lasts
+};
+
+class Memory : public testing::TestWithParam<Stage> {
+  protected:
+    // What comes of two frames on the left and the silence after them, in blocks; interleaved.
+    static std::vector<float> response(const Process& process, uint32_t block,
+                                       float height = 0.5F) {
+        const FlushToZero flush_to_zero;
+        static StereoBuffer in;
+        static StereoBuffer out;
+        std::vector<float> sound;
+        for (uint32_t done = 0; done < frames(); done += block) {
+            for (StereoBuffer* buffer : {&in, &out}) {
+                buffer->init(block);
+                buffer->nullify();
+            }
+            if (done == 0)
+                in.get_first_left_sample_ptr()[1] = in.get_first_left_sample_ptr()[41] = height;
+            process(in, out);
+            const float* samples = out.get_first_left_sample_ptr();
+            sound.insert(sound.end(), samples, samples + 2 * block);
+        }
+        return sound;
+    }
+    static uint32_t frames() { return GetParam().seconds * SAMPLE_RATE / 2048 * 2048; }
+};
+
+TEST_P(Memory, RestsInSilence) {
+    const Process process = GetParam().make();
+    response(process, 2048); // settles what starts away from its resting place
+    const std::vector<float> first = response(process, 2048);
     ASSERT_FALSE(all_zero(first.data(), uint32_t(first.size())));
     EXPECT_TRUE(all_zero(first.data() + first.size() - 4096, 4096));
-    EXPECT_TRUE(impulse_response(process, frames, 2048) == first) << "after a rest";
-    const Process other = make();
-    impulse_response(other, frames, 64);
-    EXPECT_TRUE(impulse_response(other, frames, 64) == first) << "in small blocks";
+    EXPECT_TRUE(response(process, 2048) == first) << "after a rest";
+    const Process other = GetParam().make();
+    response(other, 64);
+    EXPECT_TRUE(response(other, 64) == first) << "in small blocks";
 }
 
-TEST(Silence, RestsInTheReverb) {
-    static revmodel reverb;
-    expect_rest(
-        [] {
-            reverb.mute();
-            reverb.setroomsize(0.0F);
-            reverb.update();
-            return [](StereoBuffer& in, StereoBuffer& out) {
-                reverb.processmix(in.get_first_left_sample_ptr(), out.get_first_left_sample_ptr(),
-                                  long(in.get_buf_size()));
-            };
-        },
-        20);
+TEST_P(Memory, ForgetsWhatIsNotFinite) {
+    const Process fresh = GetParam().make();
+    response(fresh, 2048);
+    const std::vector<float> expected = response(fresh, 2048);
+    for (const float bad : {INFINITY, std::nanf("")}) {
+        const Process process = GetParam().make();
+        const std::vector<float> spoilt = response(process, 2048, bad);
+        EXPECT_TRUE(all_finite(spoilt.data() + 4096, uint32_t(spoilt.size()) - 4096)) << bad;
+        EXPECT_TRUE(response(process, 2048) == expected) << bad;
+    }
 }
 
-TEST(Silence, RestsInTheDelay) {
-    static StereoEffect effect;
-    static StereoEffectScratch scratch(shared_waveforms());
-    expect_rest(
-        [] {
-            return [](StereoBuffer& in, StereoBuffer& out) {
-                effect.render(StereoEffect::STEREO_EFFECT_DELAY, in, out, 0, 10, 64, 0, 0, 1.0F,
-                              scratch);
-            };
-        },
-        20);
-}
-
-TEST(Silence, RestsInAFilter) {
-    static StereoFilter filter;
-    expect_rest(
-        [] {
-            filter.init(FILTER_HIGHPASS, 2);
-            return [](StereoBuffer& in, StereoBuffer& out) {
-                Buffer::copy(in, out);
-                filter.render(out.get_first_left_sample_ptr(), out.get_buf_size(), 0.3F, 0.7F,
-                              0.0F);
-            };
-        },
-        2);
-}
-
-TEST(Silence, RestsInTheCompressor) {
-    static MultiCompressor compressor;
-    expect_rest(
-        [] {
-            compressor.reset();
-            return [](StereoBuffer& in, StereoBuffer& out) {
-                const float crossovers[] = {100.0F, 1000.0F, 5000.0F};
-                const float values[][4] = {{0.1F, 0.1F, 0.1F, 0.1F},
-                                           {2.0F, 2.0F, 2.0F, 2.0F},
-                                           {0.01F, 0.01F, 0.01F, 0.01F},
-                                           {0.1F, 0.1F, 0.1F, 0.1F},
-                                           {1.0F, 1.0F, 1.0F, 1.0F}};
-                Buffer::copy(in, out);
-                compressor.process(out, crossovers, values[0], values[1], values[2], values[3],
-                                   values[4]);
-            };
-        },
-        6);
-}
+INSTANTIATE_TEST_SUITE_P(Stages, Memory,
+                         testing::Values(Stage{"reverb", make_reverb, 20},
+                                         Stage{"delay", make_delay, 20},
+                                         Stage{"filter", make_filter, 2},
+                                         Stage{"compressor", make_compressor, 6}),
+                         [](const auto& given) { return std::string(given.param.name); });
 
 } // namespace
 

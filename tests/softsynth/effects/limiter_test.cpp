@@ -6,20 +6,12 @@
 
 #include <cmath>
 #include <numbers>
-#include <random>
 #include <vector>
+
+#include "tests/softsynth/signal/noise.h"
 
 namespace tarquil {
 namespace {
-
-std::vector<float> noise(size_t frames, float level, unsigned seed) {
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> values(-level, level);
-    std::vector<float> sound(2 * frames);
-    for (float& value : sound)
-        value = values(random);
-    return sound;
-}
 
 std::vector<float> limited(std::vector<float> sound, uint32_t block) {
     Limiter limiter;
@@ -30,13 +22,13 @@ std::vector<float> limited(std::vector<float> sound, uint32_t block) {
 }
 
 TEST(Limiter, KeepsEveryBitBelowTheCeiling) {
-    const std::vector<float> in = noise(3000, Limiter::CEILING, 1);
+    const std::vector<float> in = noise(6000, Limiter::CEILING);
     EXPECT_EQ(limited(in, 64), in);
 }
 
 TEST(Limiter, LetsNothingAboveTheCeiling) {
     for (const float level : {0.95F, 2.0F, 100.0F}) {
-        std::vector<float> in = noise(20000, level, 2);
+        std::vector<float> in = noise(40000, level);
         for (size_t i = 0; i < in.size(); i++) // bursts of all lengths between silences
             in[i] *= (i / 301) % 3 == 0 ? 1.0F : 0.1F;
         for (const uint32_t block : {64U, 20U, 1000U})

@@ -1,4 +1,5 @@
-// The five insert effects: exact values, static curves, timing and what a change of type resets.
+// The five insert effects: what their settings cut and hold, and what a change of type resets;
+// shown_values_test.cpp measures their curves.
 
 #include "softsynth/effects/mono_effect.h"
 
@@ -13,6 +14,7 @@
 
 #include "softsynth/signal/finite.h"
 #include "softsynth/voices/controller.h"
+#include "tests/softsynth/signal/noise.h"
 
 namespace tarquil {
 
@@ -35,14 +37,6 @@ class MonoEffectTest : public testing::Test {
         return {samples, samples + input.size()};
     }
 
-    static Samples noise(size_t size, float height = 1.0F, unsigned seed = 1) {
-        std::mt19937 random(seed);
-        std::uniform_real_distribution<float> uniform(-height, height);
-        Samples samples(size);
-        std::generate(samples.begin(), samples.end(), [&] { return uniform(random); });
-        return samples;
-    }
-
     MonoEffect effect;
     Controller cutoff;
     Controller resonance;
@@ -51,52 +45,6 @@ class MonoEffectTest : public testing::Test {
     MonoBuffer buf;
     uint32_t time = 0;
 };
-
-TEST_F(MonoEffectTest, OffKeepsEveryBit) {
-    const Samples input = {1e-42F, -0.0F, 3.0F, std::numeric_limits<float>::infinity()};
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_OFF, {127, 127, 127, 127, 127}, input), input);
-}
-
-TEST_F(MonoEffectTest, DistortionClipsAtThresholdTimesPostGain) {
-    const Samples loud = {1.0F, -1.0F, 100.0F, 0.0F};
-    // Lowest threshold 0.001, hard clip, post gain 8.
-    const Samples low = run(MonoEffect::MONO_EFFECT_DISTORTION, {0, 127, 127, 0, 0}, loud);
-    EXPECT_FLOAT_EQ(low[0], 0.008F);
-    EXPECT_FLOAT_EQ(low[1], -0.008F);
-    EXPECT_EQ(low[3], 0.0F);
-    // Highest threshold, post gain (2 * 64 / 127)^3.
-    const Samples high = run(MonoEffect::MONO_EFFECT_DISTORTION, {127, 127, 64, 0, 0}, loud);
-    EXPECT_FLOAT_EQ(high[2], std::pow(1.145F, 3.0F) * std::pow(128.0F / 127, 3.0F));
-    // Drive 1 is linear; asymmetry then cancels out.
-    const Samples clean = run(MonoEffect::MONO_EFFECT_DISTORTION, {50, 0, 127, 90, 0}, loud);
-    EXPECT_NEAR(clean[1], -8.0F, 1e-4F);
-}
-
-TEST_F(MonoEffectTest, CompressorSettlesOnItsStaticCurve) {
-    for (const int p1 : {30, 64, 127}) {
-        for (const int p2 : {0, 20, 80, 127}) {
-            const float threshold = std::pow(float(p1) * 1.145F / 127, 3.0F);
-            const float ratio = p2 == 127 ? 1e9F : std::pow(1 + float(p2) * 3 / 127, 3.0F);
-            const float makeup = std::pow(40 * 2.715F / 127, 3.0F);
-            for (const float x : {0.01F, 0.5F, 4.0F}) {
-                const Parameters p = {p1, p2, 0, 0, 40};
-                run(MonoEffect::MONO_EFFECT_OFF, p, {x, x, x, x});
-                Samples out;
-                for (int block = 0; block < 12; block++)
-                    out = run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, Samples(2000, x));
-                const float over = std::max(x / threshold, 1.0F);
-                const float expected = std::pow(over, 1 / ratio - 1) * makeup;
-                // The detector sags by 0.5 % between two equal samples' updates of the level.
-                EXPECT_NEAR(out.back() / x / expected, 1.0F, 6e-3F) << p1 << " " << p2 << " " << x;
-            }
-        }
-    }
-}
-
-TEST_F(MonoEffectTest, CompressorWithoutMakeupIsSilent) {
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_COMPRESSOR, {0, 127, 0, 0, 0}, Samples(64, 1.0F)),
-              Samples(64, 0.0F));
-}
 
 TEST_F(MonoEffectTest, TypeChangeRestartsTheEnvelope) {
     const Parameters p = {20, 127, 40, 40, 60};
@@ -107,41 +55,11 @@ TEST_F(MonoEffectTest, TypeChangeRestartsTheEnvelope) {
     EXPECT_EQ(run(MonoEffect::MONO_EFFECT_COMPRESSOR, p, input), first);
 }
 
-TEST_F(MonoEffectTest, LofiCutsBitsAndHoldsFromTheBlockStart) {
-    const float step = 1.0F / 16777216.0F;
-    const Samples input = {3.7F * step, -3.7F * step, 0.75F, -0.3F, 0.5F, 0.1F, -0.9F, 1.0F};
-    Samples out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input);
-    EXPECT_EQ(out[0], 3 * step);
-    EXPECT_EQ(out[1], -3 * step); // cut towards 0
-    EXPECT_EQ(out[2], 0.75F);
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {0, 2, 0, 0, 0}, input),
-              Samples({3 * step, 3 * step, 3 * step, -0.3F, -0.3F, -0.3F, -0.9F, -0.9F}));
-    // The hold restarts with every block.
-    out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 127, 0, 0, 0}, {0.25F, 0.5F, 0.5F, 0.5F});
-    EXPECT_EQ(out, Samples(4, 0.25F));
-    out = run(MonoEffect::MONO_EFFECT_LOFI, {0, 127, 0, 0, 0}, {0.5F, 0.25F, 0.25F, 0.25F});
-    EXPECT_EQ(out, Samples(4, 0.5F));
-    // 22 and 24 bits off: negative values go down to the grid, positive ones too.
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {117, 0, 0, 0, 0}, {0.6F, -0.6F, -0.3F, 0.2F}),
-              Samples({0.5F, -0.75F, -0.5F, 0.0F}));
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {127, 0, 0, 0, 0}, {0.6F, -0.6F, 1.5F, 0.2F}),
-              Samples({0.0F, -1.0F, 1.0F, 0.0F}));
-}
-
 TEST_F(MonoEffectTest, LofiBeyondItsRangeYieldsTheLowestValue) {
     const float infinity = std::numeric_limits<float>::infinity();
     const Samples input = {127.5F, 128.0F, -128.0F, -128.5F, 1e30F, infinity, -infinity, NAN};
     EXPECT_EQ(run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input),
               Samples({127.5F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F}));
-}
-
-TEST_F(MonoEffectTest, ExciterAddsTheRectifiedSignal) {
-    const Samples input = {0.5F, -0.5F, 1.0F, -0.25F};
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {64, 0, 0, 0, 0}, input), input);
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {0, 0, 0, 0, 0}, input),
-              Samples({0.0F, -1.0F, 0.0F, -0.5F}));
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_EXCITER, {96, 0, 0, 0, 0}, input),
-              Samples({0.5625F, -0.4375F, 1.125F, -0.21875F}));
 }
 
 TEST_F(MonoEffectTest, FilterFollowsItsControllers) {

@@ -1,4 +1,4 @@
-// What the synthesis filter is fed with, and the low-pass behind it.
+// The whitener of the synthesis filter's carrier, and the low-pass behind the filter.
 
 #include <gtest/gtest.h>
 
@@ -6,48 +6,9 @@
 
 #include "softsynth/lpc/band_limit.h"
 #include "softsynth/lpc/carrier_whitener.h"
-#include "softsynth/lpc/pulse_train.h"
 #include "tests/softsynth/lpc/speech_samples.h"
 
 namespace tarquil {
-
-TEST(PulseTrain, HasThePowerOfOneAndEqualHarmonics) {
-    for (const double hz : {61.7, 180.3, 500.1}) {
-        PulseTrain train;
-        train.set_pitch(hz);
-        std::vector<float> samples(44100);
-        for (float& sample : samples)
-            sample = train.next();
-        // The shape's fall near half the sample rate takes some.
-        EXPECT_NEAR(power_of(samples), 0.95, 0.06) << hz;
-        const double first = power_at(samples, hz);
-        for (const double harmonic : {3.0, 10.0, 30.0})
-            EXPECT_NEAR(power_at(samples, harmonic * hz) / first, 1.0, 0.1) << hz;
-        EXPECT_LT(power_at(samples, 10.5 * hz), 1e-3 * first) << hz;
-    }
-}
-
-TEST(CarrierWhitener, EvensOutADullCarrier) {
-    CarrierWhitener whitener(0.586);
-    std::vector<float> samples(88200);
-    std::mt19937 random(2);
-    std::uniform_real_distribution<float> any(-0.5F, 0.5F);
-    float low = 0.0F;
-    for (float& sample : samples) {
-        low += 0.05F * (any(random) - low); // falls by 6 dB an octave from 350 Hz on
-        sample = whitener.process(low);
-    }
-    const auto late = std::span(samples).last(44100);
-    EXPECT_NEAR(power_of(late), 1.0, 0.1);
-    const auto band = [&](double from) {
-        double sum = 0.0;
-        for (double hz = from; hz < 1.3 * from; hz += from / 200)
-            sum += power_at(late, hz);
-        return sum;
-    };
-    // 26 dB before.
-    EXPECT_NEAR(10.0 * std::log10(band(300.0) / band(6000.0)), 0.0, 3.0);
-}
 
 TEST(CarrierWhitener, StaysFiniteAndIsSilentInSilence) {
     CarrierWhitener whitener(0.586);

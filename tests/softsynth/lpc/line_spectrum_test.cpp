@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <complex>
 
 #include "softsynth/lpc/exact_math.h"
 #include "tests/softsynth/lpc/speech_samples.h"
@@ -46,30 +45,6 @@ TEST(LineSpectrum, PredictorOutsideTheUnitCircleHasNoLines) {
     Predictor predictor{1.0};
     predictor[1] = -2.5;
     EXPECT_FALSE(lines_of_predictor(predictor));
-}
-
-TEST(LineSpectrum, PowerOfThePredictorIsThatOfItsPolynomial) {
-    const LineCosines cosines = cosines_of({vowel_lines(), 200, 0, 0});
-    const Predictor predictor = predictor_of_lines(cosines);
-    for (const double angle : {0.01, 0.3, 0.77, 1.5, 2.4, 3.1}) {
-        std::complex<double> sum = 0.0;
-        for (size_t m = 0; m <= LPC_ORDER; m++)
-            sum += predictor[m] * std::polar(1.0, -angle * double(m));
-        EXPECT_NEAR(predictor_power(cosines, std::cos(angle)) / std::norm(sum), 1.0, 1e-9);
-    }
-}
-
-TEST(LineSpectrum, StepUpRebuildsThePredictor) {
-    const Predictor predictor = predictor_of_lines(cosines_of({vowel_lines(5), 200, 0, 0}));
-    const Reflections reflections = reflections_of_predictor(predictor);
-    Predictor built{1.0};
-    for (size_t m = 1; m <= LPC_ORDER; m++) {
-        const Predictor shorter = built;
-        for (size_t i = 1; i <= m; i++)
-            built[i] = shorter[i] + reflections[m - 1] * shorter[m - i];
-    }
-    for (size_t m = 0; m <= LPC_ORDER; m++)
-        EXPECT_NEAR(built[m], predictor[m], 1e-10);
 }
 
 TEST(LineSpectrum, AnyLinesGiveReflectionsWithinTheUnitCircle) {

@@ -13,18 +13,11 @@
 #include "softsynth/lpc/power_spectrum.h"
 #include "softsynth/lpc/speech_formants.h"
 #include "tests/softsynth/lpc/speech_samples.h"
+#include "tests/softsynth/signal/noise.h"
 
 namespace tarquil {
 
 namespace {
-
-std::vector<float> white_noise(size_t count, float level) {
-    std::mt19937 random(8);
-    std::uniform_real_distribution<float> any(-level, level);
-    std::vector<float> samples(count);
-    std::generate(samples.begin(), samples.end(), [&] { return any(random); });
-    return samples;
-}
 
 // The power that white noise of the same density has.
 double density(std::span<const float> samples, double from_hz, double to_hz) {
@@ -109,7 +102,7 @@ TEST(PitchTracker, FollowsAGlideAndFindsNoneInNoise) {
     ASSERT_EQ(pitches.size(), 50U);
     for (size_t i = 2; i + 2 < pitches.size(); i++)
         EXPECT_NEAR(pitches[i] / (100.0 + 150.0 * (double(i) + 0.5) / 50.0), 1.0, 0.02) << i;
-    for (const double hz : track_pitch(white_noise(44100, 0.3F)))
+    for (const double hz : track_pitch(noise(44100, 0.3F)))
         EXPECT_EQ(hz, 0.0);
 }
 
@@ -139,11 +132,11 @@ TEST(SpeechEncoder, FramesComeBackFromTheirSound) {
 }
 
 TEST(SpeechEncoder, NoiseHasNoVoiceAndAnEvenSpectrum) {
-    const Speech speech = encode_speech(white_noise(44100, 0.2F));
+    const Speech speech = encode_speech(noise(44100, 0.2F));
     EXPECT_EQ(count_voiced(speech), 0U);
     // Ten lines that lie densest below know least of the topmost octave.
     const std::vector<float> spoken = speak(speech);
-    const double white = power_of(white_noise(44100, 0.2F));
+    const double white = power_of(noise(44100, 0.2F));
     for (const auto& [from_hz, to_hz, bound_db] : {std::array{200.0, 1000.0, 1.0},
                                                    {1000.0, 4000.0, 1.0},
                                                    {4000.0, 10000.0, 1.0},
@@ -170,7 +163,7 @@ TEST(SpeechEncoder, TakesAnySamples) {
     EXPECT_TRUE(encode_speech({}).frames.empty());
     EXPECT_EQ(encode_speech(std::vector<float>(1, 1.0F)).frames.size(), 1U);
     EXPECT_LT(power_of(speak(encode_speech(std::vector<float>(5000)))), 1e-10);
-    std::vector<float> bad = white_noise(9000, 1.0F);
+    std::vector<float> bad = noise(9000, 1.0F);
     bad[100] = std::numeric_limits<float>::quiet_NaN();
     bad[2000] = std::numeric_limits<float>::infinity();
     bad[3000] = -1e30F;

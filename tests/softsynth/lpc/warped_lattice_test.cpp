@@ -22,31 +22,6 @@ LineCosines vowel_cosines() {
 
 } // namespace
 
-// The lattice with its loops solved is prod c_m / A(D(z)).
-TEST(WarpedLattice, ResponseIsThatOfThePredictorOnTheBentAxis) {
-    const LineCosines cosines = vowel_cosines();
-    const Reflections reflections = reflections_of_predictor(predictor_of_lines(cosines));
-    double gain = 1.0;
-    for (const double k : reflections)
-        gain *= 1.0 - k * k;
-    for (const double warping : {0.0, 0.3, 0.586, 0.75}) {
-        WarpedLattice filter(warping);
-        filter.set_reflections(reflections);
-        std::vector<float> response(20000);
-        response[0] = 1.0F;
-        filter.process(response.data(), uint32_t(response.size()));
-        for (const double hz : {100.0, 700.0, 1900.0, 5000.0, 9000.0, 20000.0}) {
-            const double angle = 2.0 * PI * hz / SAMPLE_RATE;
-            const double bent = angle + 2.0 * std::atan(warping * std::sin(angle) /
-                                                        (1.0 - warping * std::cos(angle)));
-            const double expected = gain / predictor_power(cosines, std::cos(bent));
-            // 0.02 dB: single precision through ten sections.
-            EXPECT_NEAR(power_at(response, hz) / expected, 1.0, 0.005)
-                << hz << " Hz, warping " << warping;
-        }
-    }
-}
-
 // The memory never holds more energy than came in, so |output| <= (1 + w) / sqrt(1 - w^2) times its
 // root, however the coefficients jump.
 TEST(WarpedLattice, JumpingCoefficientsAddNoEnergy) {

@@ -12,33 +12,39 @@ namespace tarquil {
 
 namespace {
 
-TEST(ControllerDisplay, EveryUnitHasItsForm) {
-    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 0), "-inf dB");
-    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 127), "0.0 dB");
-    EXPECT_EQ(controller_display(CTRL_MAIN_VOLUME, 64), "-17.9 dB"); // 60 log10(64 / 127)
-    EXPECT_EQ(controller_display(CTRL_CHAN_FILTER1_GAIN, 0), "-20.0 dB");
-    EXPECT_EQ(controller_display(CTRL_FCMPR_PRE_GAIN, 80), "0.0 dB"); // just below 1
-    EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 0), "20.0 Hz");
-    EXPECT_EQ(controller_display(CTRL_FILTER1_CUTOFF, 127), "20.5 kHz"); // ten octaves
-    EXPECT_EQ(controller_display(CTRL_FILTER1_RESONANCE, 127), "Q 7.50");
-    EXPECT_EQ(controller_display(CTRL_ENV1_ATTACK, 0), "0.02 ms"); // one sample
-    EXPECT_EQ(controller_display(CTRL_ENV1_ATTACK, 127), "2.00 s");
-    EXPECT_EQ(controller_display(CTRL_PORTAMENTO_TIME, 127), "1.00 s");
-    EXPECT_EQ(controller_display(CTRL_DELAY_LEFT_TIME, 0), "10.0 ms");
-    EXPECT_EQ(controller_display(CTRL_OSC1_COARSE_TUNE, 52), "-12 semitones");
-    EXPECT_EQ(controller_display(CTRL_OSC1_COARSE_TUNE, 65), "1 semitone");
-    EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 0), "1 copy");
-    EXPECT_EQ(controller_display(CTRL_OSC1_MULTI_COUNT, 127), "255 copies");
-    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 126), "62.87:1");
-    EXPECT_EQ(controller_display(CTRL_FCMPR_BAND1_RATIO, 127), "inf:1"); // above 63 it limits
-    EXPECT_EQ(controller_display(CTRL_RETRIGGER_BPM, 0), "60 bpm");
-    EXPECT_EQ(controller_display(CTRL_OSC1_RANDOMIZE_PHASE, 7), "7");
-}
-
-TEST(ControllerDisplay, ChoicesShowLabelsAndBytesBeyondThemNumbers) {
-    EXPECT_EQ(controller_display(CTRL_OSC1_TYPE, 5), "noise");
-    EXPECT_EQ(controller_display(CTRL_OSC1_TYPE, 6), "6");
-    EXPECT_EQ(controller_display(0, 77), "77");
+TEST(ControllerDisplay, EveryUnitAndChoiceHasItsForm) {
+    struct Case {
+        unsigned number;
+        int byte;
+        const char* shown;
+    };
+    const Case cases[] = {
+        {CTRL_MAIN_VOLUME, 0, "-inf dB"},
+        {CTRL_MAIN_VOLUME, 127, "0.0 dB"},
+        {CTRL_MAIN_VOLUME, 64, "-17.9 dB"}, // 60 log10(64 / 127)
+        {CTRL_CHAN_FILTER1_GAIN, 0, "-20.0 dB"},
+        {CTRL_FCMPR_PRE_GAIN, 80, "0.0 dB"}, // just below 1
+        {CTRL_FILTER1_CUTOFF, 0, "20.0 Hz"},
+        {CTRL_FILTER1_CUTOFF, 127, "20.5 kHz"}, // ten octaves
+        {CTRL_FILTER1_RESONANCE, 127, "Q 7.50"},
+        {CTRL_ENV1_ATTACK, 0, "0.02 ms"}, // one sample
+        {CTRL_ENV1_ATTACK, 127, "2.00 s"},
+        {CTRL_PORTAMENTO_TIME, 127, "1.00 s"},
+        {CTRL_DELAY_LEFT_TIME, 0, "10.0 ms"},
+        {CTRL_OSC1_COARSE_TUNE, 52, "-12 semitones"},
+        {CTRL_OSC1_COARSE_TUNE, 65, "1 semitone"},
+        {CTRL_OSC1_MULTI_COUNT, 0, "1 copy"},
+        {CTRL_OSC1_MULTI_COUNT, 127, "255 copies"},
+        {CTRL_FCMPR_BAND1_RATIO, 126, "62.87:1"},
+        {CTRL_FCMPR_BAND1_RATIO, 127, "inf:1"}, // above 63 it limits
+        {CTRL_RETRIGGER_BPM, 0, "60 bpm"},
+        {CTRL_OSC1_RANDOMIZE_PHASE, 7, "7"},
+        {CTRL_OSC1_TYPE, 5, "noise"},
+        {CTRL_OSC1_TYPE, 6, "6"},
+        {0, 77, "77"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(controller_display(c.number, c.byte), c.shown);
 }
 
 TEST(ControllerDisplay, NeighbouringBytesOfPlainNumbersLookDifferent) {

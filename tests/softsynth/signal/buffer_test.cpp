@@ -1,4 +1,4 @@
-// Buffer arithmetic and its preconditions.
+// Buffers' sizes.
 
 #include "softsynth/signal/buffer.h"
 
@@ -11,43 +11,6 @@ namespace {
 StereoBuffer stereo_a;
 StereoBuffer stereo_b;
 MonoBuffer mono_a;
-MonoBuffer mono_b;
-MonoBuffer mono_c;
-
-TEST(Buffer, MixIsAPerSampleCrossfade) {
-    for (MonoBuffer* buffer : {&mono_a, &mono_b, &mono_c})
-        buffer->init(8);
-    for (int i = 0; i < 8; i++) {
-        mono_a.get_first_sample_ptr()[i] = 0.1F * float(i);
-        mono_b.get_first_sample_ptr()[i] = 3.0F - float(i);
-        mono_c.get_first_sample_ptr()[i] = i < 4 ? 0.0F : 1.0F;
-    }
-    static MonoBuffer out;
-    out.init(8);
-    Buffer::mix(mono_a, mono_b, mono_c, out);
-    for (int i = 0; i < 8; i++) {
-        const float a = mono_a.get_first_sample_ptr()[i];
-        const float b = mono_b.get_first_sample_ptr()[i];
-        EXPECT_EQ(out.get_first_sample_ptr()[i], i < 4 ? a : a + (b - a));
-    }
-}
-
-TEST(Buffer, MakeFromMonoMultipliesVolumeFirst) {
-    mono_a.init(4);
-    mono_b.init(4);
-    mono_c.init(4);
-    stereo_a.init(4);
-    for (int i = 0; i < 4; i++) {
-        mono_a.get_first_sample_ptr()[i] = 0.3F;
-        mono_b.get_first_sample_ptr()[i] = 0.7F;
-        mono_c.get_first_sample_ptr()[i] = float(i) * 0.25F;
-    }
-    stereo_a.make_from_mono(mono_a, mono_b, mono_c, mono_b);
-    for (uint32_t i = 0; i < 4; i++) {
-        EXPECT_EQ(*stereo_a.get_left_sample_ptr(i), 0.3F * 0.7F * (float(i) * 0.25F));
-        EXPECT_EQ(*stereo_a.get_right_sample_ptr(i), 0.3F * 0.7F * 0.7F);
-    }
-}
 
 TEST(Buffer, NullifyLeavesWhatLiesBeyondTheSize) {
     mono_a.init(8);

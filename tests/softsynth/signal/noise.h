@@ -8,13 +8,13 @@
 
 namespace tarquil {
 
-// Samples within -1..1, the same in every run.
-inline std::vector<float> noise(size_t count) {
-    std::mt19937 random(7);
-    std::uniform_real_distribution<float> level(-1, 1);
+// Samples within -level..level, the same in every run.
+inline std::vector<float> noise(size_t count, float level = 1.0F, unsigned seed = 7) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> values(-level, level);
     std::vector<float> samples(count);
     for (float& sample : samples)
-        sample = level(random);
+        sample = values(random);
     return samples;
 }
 

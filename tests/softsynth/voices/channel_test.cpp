@@ -77,23 +77,6 @@ TEST(Channel, EffectTailsStopTwoSecondsAfterTheLastVoice) {
     EXPECT_LT(peak(host.render(88064)), 1e-4F);
 }
 
-TEST(Channel, PanIsConstantPower) {
-    const auto sides = [](int pan) {
-        EngineHost host;
-        host.set_plain(0, OSC_SINE);
-        host.set(0, CTRL_PANNING, pan);
-        host.note_on(0, 69);
-        const std::vector<float> sound = host.render(8192);
-        return std::pair(amplitude_at(side(sound, 0), 440), amplitude_at(side(sound, 1), 440));
-    };
-    const auto [left, right] = sides(0);
-    EXPECT_GT(left, 0.1);
-    EXPECT_LT(right, 1e-6);
-    const auto [l, r] = sides(90);
-    EXPECT_NEAR(std::hypot(l, r), left, left * 1e-3);
-    EXPECT_NEAR(r / l, std::sqrt(90.0 / 37.0), 1e-3);
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace tarquil {
 
 namespace {
@@ -40,19 +38,6 @@ TEST(Controller, GrowsBeyondItsFirstEightEvents) {
     controller.render(buffer, 0, false);
     for (int i = 0; i < 40; i++)
         EXPECT_EQ(buffer.get_first_sample_ptr()[i], float(i));
-}
-
-TEST(Controller, PanGainsKeepThePowerConstant) {
-    Controller controller;
-    controller.push_back({0, 32});
-    static MonoBuffer left;
-    static MonoBuffer right;
-    left.init(4);
-    right.init(4);
-    controller.render_sqr(left, right, 0);
-    const float x = 32.0F / 127;
-    EXPECT_FLOAT_EQ(left.get_first_sample_ptr()[3], std::sqrt(1 - x));
-    EXPECT_FLOAT_EQ(right.get_first_sample_ptr()[3], std::sqrt(x));
 }
 
 TEST(ControllerDeathTest, EventsOutsideTheBlockAbort) {

@@ -1,11 +1,10 @@
-// Oscillators: pitch, phase, grid, and the group against its single copies.
+// Oscillators: the group against its single copies, whose sound golden scenes have.
 
 #include "softsynth/wavetables/oscillator.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
 #include <random>
 
 #include "player/shared_waveforms.h"
@@ -24,46 +23,6 @@ void fill_pitch(uint32_t size, float ratio) {
     pitch.init(size);
     for (uint32_t i = 0; i < size; i++)
         pitch.get_first_sample_ptr()[i] = ratio;
-}
-
-TEST(Oscillator, SineHasItsFrequencyAndPhase) {
-    fill_pitch(2048, 1.5F);
-    out.init(2048);
-    Oscillator oscillator;
-    oscillator.init(shared_waveforms(), OSC_SINE, 440.0F, 0.25F);
-    oscillator.render_interpolated(out, pitch, 0);
-    for (int i = 0; i < 2048; i++) {
-        // Table samples lie half a sample late.
-        const double cycles = 0.25 + 660.0 * i / 44100 + 0.5 / WAVETABLE_SIZE;
-        EXPECT_NEAR(out.get_first_sample_ptr()[i], std::sin(2 * std::numbers::pi * cycles), 1e-4);
-    }
-    out.init(32);
-    oscillator.init(shared_waveforms(), OSC_SINE, 440.0F, 1.0F);
-    oscillator.render(out, pitch, 0);
-    EXPECT_NEAR(out.get_first_sample_ptr()[0], 0, 1e-3) << "a phase of 1 wraps to 0";
-}
-
-TEST(Oscillator, ReadsThePitchOncePer32SamplesFromItsOffset) {
-    fill_pitch(128, 100.0F);
-    for (const uint32_t t : {12U, 44U, 76U, 108U})
-        pitch.get_first_sample_ptr()[t] = 1.0F + float(t) / 100;
-    out.init(128);
-    for (int i = 0; i < 12; i++)
-        out.get_first_sample_ptr()[i] = 9.0F;
-    Oscillator oscillator;
-    oscillator.init(shared_waveforms(), OSC_SAW, 100.0F, 0.0F);
-    oscillator.render(out, pitch, 12);
-    EXPECT_EQ(out.get_first_sample_ptr()[11], 9.0F) << "samples before the offset are left alone";
-
-    Wavetable_ret saw;
-    shared_waveforms().getWavetable(OSC_SAW, 100.0F, &saw);
-    uint32_t phase = 0;
-    for (uint32_t i = 12; i < 128; i++) {
-        const uint32_t at = i - (i - 12) % 32;
-        EXPECT_EQ(out.get_first_sample_ptr()[i], saw.data[phase >> 20U]) << i;
-        phase +=
-            uint32_t(std::lrint((1.0F + float(at) / 100) * float(PHASE_INCREMENT_PER_HZ * 100.0)));
-    }
 }
 
 TEST(Oscillator, IncrementsBeyond32BitsWrap) {

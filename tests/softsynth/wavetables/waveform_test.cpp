@@ -50,31 +50,6 @@ TEST(Waveform, TablesHoldTheTaperedSeriesAndNothingAbove) {
     EXPECT_NEAR(harmonic(sine.table(127).get_data(), 3), 0, 1e-4);
 }
 
-TEST(Waveform, HarmonicCountsRiseTo384) {
-    const Waveform square(OSC_SQUARE);
-    ASSERT_EQ(square.size(), 128U);
-    EXPECT_EQ(square.table(0).get_harmonics(), 1U);
-    EXPECT_EQ(square.table(31).get_harmonics(), 32U);
-    EXPECT_EQ(square.table(32).get_harmonics(), 34U);
-    EXPECT_EQ(square.table(47).get_harmonics(), 64U);
-    EXPECT_EQ(square.table(48).get_harmonics(), 68U);
-    EXPECT_EQ(square.table(127).get_harmonics(), 384U);
-}
-
-TEST(Waveform, PicksTheRichestTableBelowTheNyquistFrequency) {
-    const Waveform saw(OSC_SAW);
-    for (const float frequency : {0.0F, 0.01F, 20.0F, 57.4F, 57.5F, 440.0F, 689.0F, 690.0F,
-                                  11025.0F, 11026.0F, 22050.0F, 30000.0F, 1e6F}) {
-        Wavetable_ret ret;
-        saw.getWavetable(frequency, &ret);
-        const unsigned limit = frequency == 0.0F ? 1000 : unsigned(22050 / frequency);
-        unsigned index = 0;
-        while (index < 127 && saw.table(index + 1).get_harmonics() <= limit)
-            index++;
-        EXPECT_EQ(ret.data, saw.table(index).get_data()) << frequency;
-    }
-}
-
 TEST(Waveform, NoiseIsTheMinimalStandardGenerator) {
     const Waveform noise(OSC_NOISE);
     const float* data = noise.table(0).get_data();
