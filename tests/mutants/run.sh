@@ -17,10 +17,10 @@ root=$(readlink -f "$here/../..")
 tree=$root/build/mutants/tree
 build=$tree/build/release
 readonly ALL_PROGRAMS=(tests/tarquil_tests tests/tarquil_vst_tests tests/tarquil_editor_tests
-    tests/tarquil_tools_tests tests/tarquil_golden editor/tarquil_editor_pictures)
-readonly NOT_GTEST='golden|pictures'
+    tests/tarquil_tools_tests tests/tarquil_golden tests/tarquil_recorded editor/tarquil_editor_pictures)
+readonly NOT_GTEST='golden|recorded|pictures'
 # Loaded by these; what they do with it does not reach its editor.
-readonly PLUGIN=vst/tarquil.so PLUGIN_USERS='vst_tests|tools_tests'
+readonly PLUGIN=vst/tarquil.so PLUGIN_USERS='vst_tests|tools_tests|recorded'
 
 fail() { printf 'mutants: %s\n' "$*" >&2; exit 2; }
 
@@ -84,6 +84,7 @@ run_program() {
     local arguments=(--gtest_fail_fast --gtest_brief=1 "$@")
     case $program in
     *golden) arguments=(--song "$scratch/song.mid" --bank "$scratch/demo.tqb") ;;
+    *recorded) arguments=(--every 5 "$tree/tests/vst/recorded/recording.txt") ;;
     *pictures) arguments=(check "$tree/tests/editor/pictures" "$scratch/demo.tqb" "$scratch/run") ;;
     esac
     (

@@ -144,6 +144,26 @@ TEST_F(HostedPlayerTest, MessagesThatAreNoneOfTheEnginesDoNothing) {
     EXPECT_EQ(hosted.player().channel_program(4), 77U) << "two bytes are a whole program change";
 }
 
+TEST_F(HostedPlayerTest, AnExclusiveMessageActsOnItsFrame) {
+    const auto play = [](uint32_t frame) {
+        HostedPlayer player;
+        player.player().set_dialect(MidiDialect::GENERAL_MIDI);
+        EXPECT_TRUE(player.activate(44100));
+        StereoSound heard{std::vector<float>(4096), std::vector<float>(4096)};
+        player.begin_block(heard.left.data(), heard.right.data(), 4096);
+        const uint8_t note[] = {0x90, 60, 100};
+        player.add_message(note, 0);
+        const uint8_t silence[] = {0xF0, 0x7F, 0x7F, 4, 1, 0, 0, 0xF7}; // master volume
+        player.add_message(silence, frame);
+        player.end_block();
+        return heard;
+    };
+    const StereoSound early = play(1000);
+    const StereoSound late = play(3000);
+    EXPECT_GT(peak({late.left.begin() + 2000, late.left.begin() + 3000}),
+              10 * peak({early.left.begin() + 2000, early.left.begin() + 3000}));
+}
+
 TEST_F(HostedPlayerTest, RatesBeyondReasonAreRefusedAndChangeNothing) {
     for (const double rate : {0.0, -44100.0, 1e9, std::numeric_limits<double>::quiet_NaN(),
                               std::numeric_limits<double>::infinity()})

@@ -299,48 +299,6 @@ TEST(Plugin, PlaysAnImageOfABank) {
     EXPECT_EQ(padded.save(false), bank);
 }
 
-TEST(Plugin, OnsetsAreExactAtEveryPlaceOfABlock) {
-    for (const int32_t block : {64, 61, 5}) {
-        for (int32_t delay = 0; delay < block; delay += block == 64 ? 7 : 3) {
-            PluginHost host(block);
-            host.render(3 * block, block);
-            // Rendered already when the event comes, to fill a granule of four.
-            const int32_t spare = (4 - 3 * block % 4) % 4;
-            host.midi(0x90, 69, 127, delay);
-            host.midi(0x80, 69, 0, delay + 1);
-            const std::vector<float> sound = host.block(block);
-            const auto onset = std::find_if(sound.begin(), sound.begin() + block,
-                                            [](float sample) { return sample != 0.0F; });
-            // The first sample of an attack has moved, that of the default waveform is not 0.
-            ASSERT_EQ(onset - sound.begin(), std::max(delay, spare)) << "block " << block;
-        }
-    }
-}
-
-TEST(Plugin, BlocksOfAnySizeBringTheSameSound) {
-    const auto play = [](int32_t block) {
-        PluginHost host(block);
-        host.midi(0x90, 57, 100);
-        host.midi(0x90, 64, 100);
-        return host.render(16384, block);
-    };
-    // Controls are read once per block, so that only a sound without changing ones is the same.
-    const std::vector<float> usual = play(64);
-    for (const int32_t block : {4, 256, 1024, 1536, 2048, 4096, 16384})
-        ASSERT_EQ(play(block), usual) << block;
-    // A block that ends within a granule of four leaves its rest to the next one.
-    for (const int32_t block : {1, 10, 17, 2027}) {
-        const std::vector<float> odd = play(block);
-        double error = 0;
-        double power = 0;
-        for (size_t i = 0; i < usual.size(); i++) {
-            error += std::pow(double(odd[i]) - double(usual[i]), 2);
-            power += std::pow(double(usual[i]), 2);
-        }
-        EXPECT_LT(10 * std::log10(error / power + 1e-20), -60) << block;
-    }
-}
-
 TEST(Plugin, AnyParametersAndAnyMidiGiveFiniteSoundThatEnds) {
     const unsigned seed = std::random_device()();
     std::mt19937 random(seed);

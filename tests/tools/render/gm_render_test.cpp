@@ -1,22 +1,14 @@
 // Renders of General MIDI songs: which dialect is chosen, block lengths, sets and reports.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
-#include "common/load_string.h"
 #include "instrument/settings.h"
-#include "tests/midi/smf/smf_builder.h"
-#include "tests/temp_directory.h"
-#include "tests/tools/command_run.h"
+#include "tests/tools/render/render_fixture.h"
 
 namespace tarquil {
 namespace {
 
-using testing::HasSubstr;
-
-class GmRender : public testing::Test {
+class GmRender : public RenderFixture {
   protected:
     void SetUp() override {
         // Volume, a pedal, a note, a drum, a volume change and "GM on" at the end.
@@ -25,32 +17,11 @@ class GmRender : public testing::Test {
                      {{0x00, 0xB0, 7,    90,   0x00, 0xB0, 64,   127,  0x00, 0x90, 60,  100,  0x00,
                        0x99, 36,   90,   0x0A, 0x80, 60,   0,    0x0A, 0xB0, 7,    40,  0x83, 0x00,
                        0xF0, 5,    0x7E, 0x7F, 9,    1,    0xF7, 0x00, 0xFF, 0x2F, 0x00}});
-        save("song.mid", std::string(file.begin(), file.end()));
+        save("song.mid", file);
         ASSERT_EQ(TarqSettings().text_save(directory.path("bank.tqb")), 0);
         save("map.tqm", "melodic_bank = bank.tqb\ndrum_bank = bank.tqb\nfamily = kick\n"
                         "k00_036 = kick 1 50 100 64 100\n");
     }
-
-    void save(const std::string& name, const std::string& text) {
-        ASSERT_EQ(save_file_to_string(directory.path(name), text), 0);
-    }
-
-    CommandRun render(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"render", song, out});
-        return run_command(arguments);
-    }
-
-    std::string rendered(const std::vector<std::string>& arguments) {
-        const CommandRun run = render(arguments);
-        EXPECT_EQ(run.status, 0) << run.errors;
-        std::string content;
-        EXPECT_EQ(load_file_to_string(out, content), 0);
-        return content;
-    }
-
-    TempDirectory directory;
-    std::string song = directory.path("song.mid");
-    std::string out = directory.path("out.wav");
 };
 
 TEST_F(GmRender, TheBankChoosesTheDialect) {
@@ -73,9 +44,9 @@ TEST_F(GmRender, TheBankChoosesTheDialect) {
 TEST_F(GmRender, TheNameOfAShippedBankIsNoFile) {
     const InTempDirectory current;
     ASSERT_EQ(save_file_to_string("originals", "no bank"), 0);
-    EXPECT_EQ(render({"--bank", "originals"}).status, 0);
-    EXPECT_EQ(render({"--bank", "./originals"}).status, 2);
-    EXPECT_EQ(render({"--bank", "original"}).status, 2);
+    EXPECT_EQ(render_song({"--bank", "originals"}).status, 0);
+    EXPECT_EQ(render_song({"--bank", "./originals"}).status, 2);
+    EXPECT_EQ(render_song({"--bank", "original"}).status, 2);
 }
 
 TEST_F(GmRender, BytesDoNotDependOnBlocks) {
@@ -87,24 +58,25 @@ TEST_F(GmRender, BytesDoNotDependOnBlocks) {
 }
 
 TEST_F(GmRender, ReportsEveryMessage) {
-    const CommandRun run = render({"--json", "--report", "--map", directory.path("map.tqm")});
+    const CommandRun run = render_song({"--json", "--report", "--map", directory.path("map.tqm")});
     const auto report = nlohmann::json::parse(run.results)["midi"];
     EXPECT_EQ(report["messages"], 7);
     EXPECT_EQ(report["played"]["drums"], 1);
     EXPECT_EQ(report["played"]["controller 7 (volume)"], 2);
     EXPECT_EQ(report["played"]["resets"], 1);
     EXPECT_TRUE(report["ignored"].empty());
-    EXPECT_THAT(render({"--report"}).errors, HasSubstr("drums 1"));
+    EXPECT_THAT(render_song({"--report"}).errors, HasSubstr("drums 1"));
 }
 
 TEST_F(GmRender, SaysWhatDoesNotGoTogether) {
     const std::string map = directory.path("map.tqm");
-    EXPECT_THAT(render({"--midi", "xg"}).errors, HasSubstr("--midi xg: not auto, gm or native"));
-    EXPECT_EQ(render({"--midi", "native", "--map", map}).status, 2);
-    EXPECT_THAT(render({"--midi", "gm", "--stems", directory.path("s")}).errors,
+    EXPECT_THAT(render_song({"--midi", "xg"}).errors,
+                HasSubstr("--midi xg: not auto, gm or native"));
+    EXPECT_EQ(render_song({"--midi", "native", "--map", map}).status, 2);
+    EXPECT_THAT(render_song({"--midi", "gm", "--stems", directory.path("s")}).errors,
                 HasSubstr("--stems: does not go with General MIDI"));
     save("map.tqm", "drum_bank = nothing.tqb\n");
-    EXPECT_THAT(render({"--map", map}).errors, HasSubstr("nothing.tqb: cannot be opened"));
+    EXPECT_THAT(render_song({"--map", map}).errors, HasSubstr("nothing.tqb: cannot be opened"));
     save("map.tqm", "family = a\nk00_036 = b 1 60 100 64 1\n");
     const CommandRun run = run_command({"map", "check", map});
     EXPECT_EQ(run.status, 2);

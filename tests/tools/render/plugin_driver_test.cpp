@@ -1,22 +1,17 @@
 // Tests of renders with a plug-in.
 
 #include <dlfcn.h>
-#include <gmock/gmock.h>
 #include <sndfile.h>
 
 #include <cstdlib>
 
-#include "common/load_string.h"
 #include "instrument/settings.h"
-#include "tests/midi/smf/smf_builder.h"
 #include "tests/tools/audio/read_sound.h"
-#include "tests/tools/command_run.h"
+#include "tests/tools/render/render_fixture.h"
 
 namespace tarquil {
 
 namespace {
-
-using testing::HasSubstr;
 
 // Two channels with a program change, bends, controllers and keys that are left down; a tick is a
 // millisecond.
@@ -28,13 +23,10 @@ SmfBytes busy_song() {
                       0xB0, 0x4D, 0x7F, 0x00, 0x90, 0x48, 0x50, 0x82, 0x00, 0xFF, 0x2F, 0x00}});
 }
 
-class PluginRender : public testing::Test {
+class PluginRender : public RenderFixture {
   protected:
     void SetUp() override {
-        const SmfBytes bytes = busy_song();
-        ASSERT_EQ(
-            save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}),
-            0);
+        save("song.mid", busy_song());
         TarqSettings bank;
         bank.get_instrument(5).set_controller(CTRL_OSC1_COARSE_TUNE, 100);
         bank.get_instrument(6).set_controller(CTRL_AUX1_LEVEL, 100);
@@ -42,24 +34,12 @@ class PluginRender : public testing::Test {
         ASSERT_EQ(bank.text_save(bank_path), 0);
     }
 
-    CommandRun render(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"render", "--quiet", "--bits", "float"});
-        arguments.insert(arguments.end(), {song, out});
-        return run_command(arguments);
+    std::string rendered(std::vector<std::string> options) {
+        options.insert(options.end(), {"--quiet", "--bits", "float"});
+        return RenderFixture::rendered(options);
     }
 
-    std::string rendered(const std::vector<std::string>& arguments) {
-        const CommandRun run = render(arguments);
-        EXPECT_EQ(run.status, 0) << run.errors;
-        std::string content;
-        EXPECT_EQ(load_file_to_string(out, content), 0);
-        return content;
-    }
-
-    TempDirectory directory;
-    std::string song = directory.path("song.mid");
     std::string bank_path = directory.path("bank.tqb");
-    std::string out = directory.path("out.wav");
 };
 
 TEST_F(PluginRender, TarquilSoundsAsWhenLinkedIn) {
@@ -81,8 +61,7 @@ TEST_F(PluginRender, TheSongsTempoReachesEitherWay) {
         0, 96, {{0x00, 0xFF, 0x58, 0x04, 3,    2,    24,   8,    0x00, 0xC0, 0x05, 0x00, 0x90, 0x3C,
                  0x64, 0x30, 0x90, 0x40, 0x64, 0x82, 0x10, 0xFF, 0x51, 0x03, 0x04, 0xA4, 0x23, 0x11,
                  0x90, 0x43, 0x64, 0x84, 0x00, 0x80, 0x3C, 0x00, 0x00, 0xFF, 0x2F, 0x00}});
-    ASSERT_EQ(
-        save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 0);
+    save("song.mid", bytes);
     TarqSettings bank;
     bank.get_instrument(5).set_controller(CTRL_AUX2_LEVEL, 100);
     bank.get_instrument(5).set_controller(CTRL_OSC1_INFLUENCE_SOURCE, 4); // LFO 1
@@ -102,8 +81,7 @@ TEST_F(PluginRender, OneOutputIsHeardOnBothSides) {
     const SmfBytes bytes =
         make_smf(0, 0xE728, {{0x0A, 0x90, 0x3C, 0x64, 0x0A, 0x90, 0x3C, 0x00, 0x0A, 0x90,
                               0x3C, 0x64, 0x0A, 0x90, 0x3C, 0x00, 0x00, 0xFF, 0x2F, 0x00}});
-    ASSERT_EQ(
-        save_file_to_string(song, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 0);
+    save("song.mid", bytes);
     rendered({"--plugin", TOY_PLUGIN});
     const Sound sound = read_sound(out);
     ASSERT_EQ(sound.info.frames, 1764 + 22050); // ends with half a second of silence
@@ -116,7 +94,7 @@ TEST_F(PluginRender, OneOutputIsHeardOnBothSides) {
 
 TEST_F(PluginRender, WhatCanNotBePlayedIsOneLine) {
     const auto refuses = [this](const std::vector<std::string>& arguments, const char* reason) {
-        const CommandRun run = render(arguments);
+        const CommandRun run = render_song(arguments);
         EXPECT_EQ(run.status, 2) << reason;
         EXPECT_THAT(run.errors, HasSubstr(reason));
         EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;

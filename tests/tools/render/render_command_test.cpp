@@ -1,45 +1,27 @@
 // Tests of the render command as a whole.
 
-#include <gmock/gmock.h>
-
 #include <cmath>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "common/load_string.h"
 #include "instrument/settings.h"
-#include "player/shared_waveforms.h"
 #include "tests/decimal_comma_locale.h"
-#include "tests/midi/smf/smf_builder.h"
 #include "tests/tools/audio/read_sound.h"
-#include "tests/tools/command_run.h"
-#include "tools/render/engine_driver.h"
+#include "tests/tools/render/render_fixture.h"
 
 namespace tarquil {
 
 namespace {
 
-using testing::HasSubstr;
-
-void save_bytes(const std::string& path, const SmfBytes& bytes) {
-    ASSERT_EQ(
-        save_file_to_string(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}), 0);
-}
-
 // A folder with the small song and, besides it, one on two channels.
-class RenderCommand : public testing::Test {
+class RenderCommand : public RenderFixture {
   protected:
     void SetUp() override {
-        save_bytes(song, small_song());
-        save_bytes(duet, make_smf(1, 0xE728, {{0x00, 0x90, 48,   100,  0x00, 0x92, 60,
-                                               100,  0x83, 0x74, 0x80, 48,   0,    0x00,
-                                               0x82, 60,   0,    0x00, 0xFF, 0x2F, 0x00}}));
-    }
-
-    CommandRun render(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), "render");
-        return run_command(arguments);
+        save("song.mid", small_song());
+        save("duet.mid",
+             make_smf(1, 0xE728, {{0x00, 0x90, 48,   100,  0x00, 0x92, 60,   100,  0x83, 0x74, 0x80,
+                                   48,   0,    0x00, 0x82, 60,   0,    0x00, 0xFF, 0x2F, 0x00}}));
     }
 
     // The file that a render with these options makes.
@@ -59,10 +41,7 @@ class RenderCommand : public testing::Test {
         return names;
     }
 
-    TempDirectory directory;
-    std::string song = directory.path("song.mid");
     std::string duet = directory.path("duet.mid");
-    std::string out = directory.path("out.wav");
 };
 
 TEST_F(RenderCommand, TheFileIsTheSameOnAnyNumberOfThreads) {
@@ -129,29 +108,6 @@ TEST_F(RenderCommand, TheSameInputGivesTheSameBytes) {
     }
 }
 
-TEST_F(RenderCommand, PlaysWhatAHostWouldHear) {
-    // The same events, put together by hand.
-    const TarqSettings bank;
-    const auto synth = std::unique_ptr<Tarquil>(new Tarquil(bank, shared_waveforms()));
-    synth->seed_phases(1);
-    std::vector<midi_event> events(17 * NUM_CONTROLLERS);
-    size_t count = 0;
-    for (unsigned channel = 0; channel < 16; channel++)
-        count += bank.get_instrument(channel).emit_program_change(&events[count], channel, 0,
-                                                                  NUM_CONTROLLERS);
-    count += bank.emit_global_controllers(&events[count], 0, NUM_CONTROLLERS);
-    events.resize(count);
-    events.push_back({.time = 0, .status = 0x90, .data1 = 48, .data2 = 100});
-    events.push_back({.time = 0, .status = 0x92, .data1 = 60, .data2 = 100});
-    std::vector<float> expected(2 * 512);
-    synth->run(expected.data(), 512, events.data(), uint32_t(events.size()), 0);
-
-    rendered({"--midi", "native", "--bits", "float", "--block", "512", duet});
-    const Sound sound = read_sound(out);
-    for (size_t i = 0; i < expected.size(); i++)
-        ASSERT_EQ(sound.samples[i], expected[i]) << i;
-}
-
 TEST_F(RenderCommand, ProgramsAndInstrumentsReachTheirChannels) {
     auto bank = std::make_unique<TarqSettings>();
     bank->get_instrument(5).set_controller(CTRL_OSC1_COARSE_TUNE, 100);
@@ -212,7 +168,7 @@ TEST_F(RenderCommand, DamagedSongsLeaveNothingBehind) {
     const SmfBytes whole = small_song();
     const std::set<std::string> before = files();
     for (size_t length = 0; length < whole.size(); length++) {
-        save_bytes(song, {whole.begin(), whole.begin() + long(length)});
+        save("song.mid", SmfBytes(whole.begin(), whole.begin() + long(length)));
         const CommandRun run = render({song, out});
         ASSERT_EQ(run.status, 2) << length;
         ASSERT_THAT(run.errors, HasSubstr("tarquil: " + song + ": ")) << length;

@@ -8,27 +8,12 @@
 #include "softsynth/lpc/speech_file.h"
 #include "tests/softsynth/lpc/speech_samples.h"
 #include "tests/temp_directory.h"
+#include "tests/tools/audio/read_sound.h"
 #include "tests/tools/command_run.h"
 
 namespace tarquil {
 
 namespace {
-
-struct Sound {
-    SF_INFO info{};
-    std::vector<float> samples;
-};
-
-Sound read_sound(const std::string& path) {
-    Sound sound;
-    SNDFILE* file = sf_open(path.c_str(), SFM_READ, &sound.info);
-    if (file == nullptr)
-        return sound;
-    sound.samples.resize(size_t(sound.info.frames * sound.info.channels));
-    sf_readf_float(file, sound.samples.data(), sound.info.frames);
-    sf_close(file);
-    return sound;
-}
 
 void write_sound(const std::string& path, int format, int rate, int channels,
                  const std::vector<float>& samples) {

@@ -7,7 +7,7 @@
 #include "editor/model/editor_model.h"
 #include "frame/host_synth.h"
 #include "tests/support/engine_host.h"
-#include "vst/tarq_vst.h"
+#include "tests/vst/send_midi.h"
 
 namespace tarquil {
 
@@ -51,16 +51,7 @@ class EditTellerTest : public testing::Test {
         synth.read_state(read);
         return read;
     }
-    void note_on(unsigned channel) {
-        VstMidiEvent event;
-        event.midiData[0] = char(0x90U | channel);
-        event.midiData[1] = 60;
-        event.midiData[2] = 100;
-        VstEvents batch;
-        batch.numEvents = 1;
-        batch.events[0] = reinterpret_cast<VstEvent*>(&event);
-        plugin.processEvents(&batch);
-    }
+    void note_on(unsigned channel) { send_midi(plugin, 0x90U | channel, 60, 100); }
     void render(int32_t frames) {
         left.resize(size_t(frames));
         right.resize(size_t(frames));
