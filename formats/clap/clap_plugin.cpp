@@ -90,6 +90,7 @@ bool ClapPlugin::activate(double rate) {
 }
 
 void ClapPlugin::deactivate() {
+    reset(); // a note that is held now would sound for ever after the next activation
     is_active = false;
 }
 

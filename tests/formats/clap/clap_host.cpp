@@ -8,6 +8,8 @@
 #include <new>
 #include <stdexcept>
 
+#include "tests/formats/common/tempo_song.h"
+
 namespace tarquil {
 
 namespace {
@@ -206,25 +208,47 @@ clap_output_events ClapTestHost::events_out() {
             }};
 }
 
+clap_process ClapTestHost::make_block(clap_audio_buffer& audio, float** sides, uint32_t frames,
+                                      const clap_input_events& in,
+                                      const clap_output_events& out) const {
+    audio = {
+        .data32 = sides, .data64 = nullptr, .channel_count = 2, .latency = 0, .constant_mask = 3};
+    return {.steady_time = -1,
+            .frames_count = frames,
+            .transport = has_transport ? &transport : nullptr,
+            .audio_inputs = nullptr,
+            .audio_outputs = &audio,
+            .audio_inputs_count = 0,
+            .audio_outputs_count = 1,
+            .in_events = &in,
+            .out_events = &out};
+}
+
 clap_process_status ClapTestHost::process(float* left, float* right, uint32_t frames) {
     const AudioThread thread;
     float* sides[] = {left, right};
-    clap_audio_buffer buffer = {
-        .data32 = sides, .data64 = nullptr, .channel_count = 2, .latency = 0, .constant_mask = 3};
     const clap_input_events in = events_in();
     const clap_output_events out = events_out();
-    const clap_process block = {.steady_time = -1,
-                                .frames_count = frames,
-                                .transport = has_transport ? &transport : nullptr,
-                                .audio_inputs = nullptr,
-                                .audio_outputs = &buffer,
-                                .audio_inputs_count = 0,
-                                .audio_outputs_count = 1,
-                                .in_events = &in,
-                                .out_events = &out};
+    clap_audio_buffer buffer;
+    const clap_process block = make_block(buffer, sides, frames, in, out);
     const clap_process_status status = plugin->process(plugin, &block);
     input.clear();
     return status;
+}
+
+void ClapTestHost::process_only(const clap_process& block) noexcept {
+    const AudioThread thread;
+    plugin->process(plugin, &block);
+}
+
+void ClapTestHost::flush_only(const clap_input_events& in, const clap_output_events& out) noexcept {
+    const AudioThread thread;
+    params().flush(plugin, &in, &out);
+}
+
+void ClapTestHost::reset_only() noexcept {
+    const AudioThread thread;
+    plugin->reset(plugin);
 }
 
 StereoSound ClapTestHost::render(uint32_t frames) {
@@ -282,6 +306,26 @@ bool ClapTestHost::load(const std::string& state, size_t piece) {
             return int64_t(count);
         }};
     return get<clap_plugin_state>(CLAP_EXT_STATE).load(plugin, &in);
+}
+
+clap_event_transport transport_at(uint32_t frame, double rate) {
+    const auto beats = [](double quarters) {
+        return clap_beattime(std::llround(quarters * double(CLAP_BEATTIME_FACTOR)));
+    };
+    clap_event_transport transport{};
+    transport.header = {.size = sizeof(transport),
+                        .time = 0,
+                        .space_id = CLAP_CORE_EVENT_SPACE_ID,
+                        .type = CLAP_EVENT_TRANSPORT,
+                        .flags = 0};
+    transport.flags = CLAP_TRANSPORT_HAS_TEMPO | CLAP_TRANSPORT_HAS_BEATS_TIMELINE |
+                      CLAP_TRANSPORT_HAS_TIME_SIGNATURE | CLAP_TRANSPORT_IS_PLAYING;
+    transport.tempo = tempo_at(frame);
+    transport.song_pos_beats = beats(position_at(frame, rate));
+    transport.bar_start = beats(bar_start_at(frame, rate));
+    transport.tsig_num = uint16_t(BEATS_PER_BAR);
+    transport.tsig_denom = 4;
+    return transport;
 }
 
 } // namespace tarquil

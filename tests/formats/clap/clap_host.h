@@ -81,8 +81,13 @@ class ClapTestHost {
     clap_process_status process(float* left, float* right, uint32_t frames);
     StereoSound render(uint32_t frames);
     void flush();
-    // With nothing but what stands here, for watches.
-    void process_only(const clap_process& block) noexcept { plugin->process(plugin, &block); }
+    // A block of this host's events with an output.
+    clap_process make_block(clap_audio_buffer& audio, float** sides, uint32_t frames,
+                            const clap_input_events& in, const clap_output_events& out) const;
+    // The plug-in's own calls, for watches.
+    void process_only(const clap_process& block) noexcept;
+    void flush_only(const clap_input_events& in, const clap_output_events& out) noexcept;
+    void reset_only() noexcept;
     clap_input_events events_in();
     clap_output_events events_out();
 
@@ -124,5 +129,8 @@ class ClapTestHost {
     clap_host host;
     const std::thread::id main_thread = std::this_thread::get_id();
 };
+
+// What a host says of the song that follows a tempo at that frame of it.
+clap_event_transport transport_at(uint32_t frame, double rate);
 
 } // namespace tarquil

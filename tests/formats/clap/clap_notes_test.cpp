@@ -1,4 +1,4 @@
-// Tests of what the CLAP plug-in plays: the song, both dialects, notes that are ended in all ways.
+// Tests of notes by CLAP's own events, which end in all ways.
 
 #include <gtest/gtest.h>
 
@@ -8,63 +8,6 @@
 namespace tarquil {
 
 namespace {
-
-// The song; notes by CLAP's own events where wanted.
-StereoSound clap_song(double rate, const std::vector<uint32_t>& blocks, bool clap_notes,
-                      const std::string& state = plain_state()) {
-    ClapTestHost host(false, nullptr, state);
-    EXPECT_TRUE(host.activate(rate, 64));
-    return render_song(blocks, [&](const std::vector<SongMessage>& messages, float* left,
-                                   float* right, uint32_t frames) {
-        for (const SongMessage& message : messages) {
-            const unsigned kind = message.bytes[0] & 0xF0U;
-            const int channel = message.bytes[0] & 0x0F;
-            if (clap_notes && (kind == 0x80 || kind == 0x90))
-                host.note(kind == 0x90 ? CLAP_EVENT_NOTE_ON : CLAP_EVENT_NOTE_OFF, message.bytes[1],
-                          channel, message.frame, -1, message.bytes[2] / 127.0);
-            else
-                host.midi(message.bytes, message.frame);
-        }
-        EXPECT_EQ(host.process(left, right, frames), CLAP_PROCESS_CONTINUE);
-    });
-}
-
-TEST(ClapNotes, TheSongHasThePlayersBytesAtEveryRateAndBlockLength) {
-    for (const double rate : {44100.0, 48000.0, 96000.0}) {
-        const uint64_t expected = hosted_song(rate, {SONG_FRAMES}).hash();
-        EXPECT_EQ(clap_song(rate, {SONG_FRAMES}, false).hash(), expected) << rate;
-        EXPECT_EQ(clap_song(rate, song_blocks(512, false), true).hash(), expected) << rate;
-        EXPECT_EQ(clap_song(rate, song_blocks(900, true), true).hash(), expected) << rate;
-        EXPECT_EQ(clap_song(rate, song_blocks(33, true), false).hash(), expected) << rate;
-    }
-}
-
-TEST(ClapNotes, ANewInstancePlaysGeneralMidi) {
-    const uint64_t expected = instance_song(48000, {SONG_FRAMES}).hash();
-    EXPECT_NE(expected, hosted_song(48000, {SONG_FRAMES}).hash());
-    EXPECT_EQ(clap_song(48000, song_blocks(900, true), true, "").hash(), expected);
-}
-
-TEST(ClapNotes, ThousandsOfEventsInABlockAreAllPlayed) {
-    constexpr uint32_t COUNT = 5000;
-    ClapTestHost host;
-    HostedPlayer reference;
-    ASSERT_TRUE(host.activate() && reference.activate(44100));
-    std::vector<SongMessage> messages;
-    for (uint32_t i = 0; i < COUNT; i++) {
-        const unsigned channel = i % 16;
-        if (i % 3 == 0)
-            messages.push_back({i, {uint8_t(0xE0U | channel), uint8_t(i % 128), uint8_t(i % 100)}});
-        else
-            messages.push_back(
-                {i, {uint8_t((i % 3 == 1 ? 0x90U : 0x80U) | channel), uint8_t(i / 3 % 128), 90}});
-    }
-    for (const SongMessage& message : messages)
-        host.midi(message.bytes, message.frame);
-    StereoSound expected{std::vector<float>(COUNT), std::vector<float>(COUNT)};
-    render_block(reference, messages, expected.left.data(), expected.right.data(), COUNT);
-    EXPECT_EQ(host.render(COUNT).hash(), expected.hash());
-}
 
 class HeldNotes : public testing::Test {
   protected:

@@ -91,34 +91,6 @@ TEST(ClapParameters, TextsMeanTheValuesThatTheyShow) {
     EXPECT_FALSE(host.params().get_value(host.plugin, 4711, &value));
 }
 
-TEST(ClapParameters, SoundFromTheirFrameOn) {
-    const auto play = [](uint32_t frame, bool by_host) {
-        HostedPlayer reference;
-        ClapTestHost host;
-        EXPECT_TRUE(host.activate(48000) && reference.activate(48000));
-        StereoSound sound{std::vector<float>(8192), std::vector<float>(8192)};
-        if (by_host) {
-            host.midi({0x90, 60, 100});
-            host.set(CTRL_MAIN_VOLUME, 20, frame);
-            host.set(CTRL_PANNING, 3, frame);
-            return host.render(8192);
-        }
-        reference.begin_block(sound.left.data(), sound.right.data(), 8192);
-        const uint8_t note[] = {0x90, 60, 100};
-        reference.add_message(note, 0);
-        reference.set_controller(CTRL_MAIN_VOLUME, 20, frame);
-        reference.set_controller(CTRL_PANNING, 3, frame);
-        reference.end_block();
-        return sound;
-    };
-    for (const uint32_t frame : {0U, 1U, 1000U, 5003U})
-        EXPECT_EQ(play(frame, true).hash(), play(frame, false).hash()) << frame;
-    const StereoSound early = play(1000, true);
-    const StereoSound late = play(5003, true);
-    const auto differs = std::mismatch(early.left.begin(), early.left.end(), late.left.begin());
-    EXPECT_NEAR(double(differs.first - early.left.begin()), 1000, 300) << "and with the latency";
-}
-
 TEST(ClapParameters, GiveTheSameStateByProcessingAndByFlushingActiveOrNot) {
     enum class Way { PROCESS, FLUSH, INACTIVE_FLUSH };
     const auto state_after = [](Way way) {

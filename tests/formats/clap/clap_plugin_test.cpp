@@ -136,28 +136,6 @@ TEST(ClapPlugin, LivesWithAHostThatHasNoExtensions) {
     host.deactivate();
 }
 
-TEST(ClapPlugin, RatesBlocksAndActivationsAtRandomGiveSound) {
-    const uint32_t seed = std::random_device()();
-    std::mt19937 random(seed);
-    ClapTestHost host;
-    for (int round = 0; round < 40; round++) {
-        const double rates[] = {8000, 22050, 44100, 47999, 48000, 96000, 384000, 12345.678};
-        const uint32_t max_frames = 1 + uint32_t(random() % 2048);
-        ASSERT_TRUE(host.activate(rates[random() % std::size(rates)], max_frames));
-        for (int block = 0; block < 8; block++) {
-            for (unsigned i = 0; i < random() % 30; i++)
-                host.midi({uint8_t(0x80 + random() % 0x80), uint8_t(random()), uint8_t(random())},
-                          uint32_t(random() % (2 * max_frames)));
-            const StereoSound sound = host.render(uint32_t(random() % (2 * max_frames)));
-            ASSERT_TRUE(is_bounded(sound)) << "seed " << seed;
-        }
-        if (random() % 4 == 0)
-            host.plugin->reset(host.plugin);
-        host.deactivate();
-    }
-    EXPECT_EQ(host.wrong_threads, 0);
-}
-
 TEST(ClapPlugin, AResetReleasesEveryNote) {
     ClapTestHost host;
     ASSERT_TRUE(host.activate());

@@ -9,50 +9,6 @@ namespace tarquil {
 
 namespace {
 
-clap_beattime beats(double quarters) {
-    return clap_beattime(std::llround(quarters * double(CLAP_BEATTIME_FACTOR)));
-}
-
-clap_event_transport transport_at(uint32_t frame, double rate) {
-    clap_event_transport transport{};
-    transport.header = {.size = sizeof(transport),
-                        .time = 0,
-                        .space_id = CLAP_CORE_EVENT_SPACE_ID,
-                        .type = CLAP_EVENT_TRANSPORT,
-                        .flags = 0};
-    transport.flags = CLAP_TRANSPORT_HAS_TEMPO | CLAP_TRANSPORT_HAS_BEATS_TIMELINE |
-                      CLAP_TRANSPORT_HAS_TIME_SIGNATURE | CLAP_TRANSPORT_IS_PLAYING;
-    transport.tempo = tempo_at(frame);
-    transport.song_pos_beats = beats(position_at(frame, rate));
-    transport.bar_start = beats(bar_start_at(frame, rate));
-    transport.tsig_num = uint16_t(BEATS_PER_BAR);
-    transport.tsig_denom = 4;
-    return transport;
-}
-
-StereoSound song(double rate, bool with_tempo) {
-    ClapTestHost host(false, nullptr, following_state());
-    EXPECT_TRUE(host.activate(rate));
-    return render_tempo_song(
-        [&](uint32_t frame) {
-            host.transport = transport_at(frame, rate);
-            host.has_transport = with_tempo;
-        },
-        [&](const auto& messages, float* left, float* right, uint32_t frames) {
-            for (const SongMessage& message : messages)
-                host.midi(message.bytes, message.frame);
-            host.process(left, right, frames);
-        });
-}
-
-TEST(ClapTempo, ASongFollowsTheHost) {
-    for (const double rate : {44100.0, 48000.0}) {
-        const StereoSound followed = song(rate, true);
-        EXPECT_EQ(followed.hash(), hosted_tempo_song(rate).hash()) << rate;
-        EXPECT_NE(followed.hash(), song(rate, false).hash()) << rate;
-    }
-}
-
 TEST(ClapTempo, TransportEventsActOnTheirFrame) {
     const auto sound = [](uint32_t frame) {
         ClapTestHost host(false, nullptr, following_state());

@@ -15,6 +15,7 @@
 #include <lv2/time/time.h>
 
 #include "formats/lv2/lv2_names.h"
+#include "tests/formats/common/tempo_song.h"
 
 namespace tarquil {
 
@@ -265,6 +266,17 @@ LV2_State_Status Lv2Host::restore_text(const std::string& value) {
         lilv_instance_get_extension_data(instance, LV2_STATE__interface));
     return interface->restore(lilv_instance_get_handle(instance), retrieve_text, &text, 0,
                               features);
+}
+
+Lv2Host::Position lv2_position_at(uint32_t frame, double rate) {
+    constexpr int BEATS_PER_QUARTER = 2;
+    const double bar = std::floor(position_at(frame, rate) / BEATS_PER_BAR);
+    return {.beats_per_minute = BEATS_PER_QUARTER * tempo_at(frame),
+            .bar = int64_t(bar),
+            .bar_beat = BEATS_PER_QUARTER * (position_at(frame, rate) - bar_start_at(frame, rate)),
+            .beats_per_bar = BEATS_PER_QUARTER * BEATS_PER_BAR,
+            .beat_unit = 4 * BEATS_PER_QUARTER,
+            .speed = 1.0};
 }
 
 } // namespace tarquil

@@ -110,4 +110,7 @@ class Lv2Host {
     int changes_told = 0;
 };
 
+// Where the song that follows a tempo is at that frame of it, in beats of an eighth.
+Lv2Host::Position lv2_position_at(uint32_t frame, double rate);
+
 } // namespace tarquil

@@ -11,44 +11,6 @@ namespace tarquil {
 
 namespace {
 
-// Beats are eighths here.
-constexpr int BEATS_PER_QUARTER = 2;
-
-Lv2Host::Position position_of(uint32_t frame, double rate) {
-    const double bar = std::floor(position_at(frame, rate) / BEATS_PER_BAR);
-    return {.beats_per_minute = BEATS_PER_QUARTER * tempo_at(frame),
-            .bar = int64_t(bar),
-            .bar_beat = BEATS_PER_QUARTER * (position_at(frame, rate) - bar_start_at(frame, rate)),
-            .beats_per_bar = BEATS_PER_QUARTER * BEATS_PER_BAR,
-            .beat_unit = 4 * BEATS_PER_QUARTER,
-            .speed = 1.0};
-}
-
-StereoSound song(double rate, bool with_tempo) {
-    Lv2Host host(rate, following_state());
-    EXPECT_TRUE(host.is_loaded());
-    render_tempo_song(
-        [&](uint32_t frame) {
-            // Hosts speak when something changes.
-            if (with_tempo && (frame == 0 || frame == TEMPO_CHANGE))
-                host.add_position(0, position_of(frame, rate));
-        },
-        [&](const auto& messages, float*, float*, uint32_t frames) {
-            for (const SongMessage& message : messages)
-                host.add_midi(message.frame,
-                              {message.bytes[0], message.bytes[1], message.bytes[2]});
-            host.run(frames);
-        });
-    return {host.left, host.right};
-}
-
-TEST(Lv2Tempo, ASongFollowsTheHost) {
-    for (const double rate : {44100.0, 48000.0}) {
-        EXPECT_EQ(song(rate, true).hash(), hosted_tempo_song(rate).hash()) << rate;
-        EXPECT_NE(song(rate, false).hash(), hosted_tempo_song(rate).hash()) << rate;
-    }
-}
-
 TEST(Lv2Tempo, WhatAPositionDoesNotSayStaysAndNonsenseIsNotTaken) {
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
     const auto sound = [&](const std::vector<Lv2Host::Position>& told) {

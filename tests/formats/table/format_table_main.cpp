@@ -10,7 +10,7 @@
 #include <stdexcept>
 
 #include "softsynth/rate/rate_ratio.h"
-#include "tests/formats/table/format_player.h"
+#include "tests/formats/drivers/format_driver.h"
 #include "tests/formats/table/table_song.h"
 #include "tests/temp_directory.h"
 
@@ -26,13 +26,13 @@ constexpr int SHOWN_BITS = 32;
 
 struct Format {
     const char* name;
-    std::unique_ptr<FormatPlayer> (*start)(double rate);
+    std::unique_ptr<FormatDriver> (*start)();
     bool is_at_any_rate;
 };
-constexpr Format FORMATS[] = {{"VST 2", play_vst2, false},
-                              {"CLAP", play_clap, true},
-                              {"VST 3", play_vst3, true},
-                              {"LV2", play_lv2, true}};
+constexpr Format FORMATS[] = {{"VST 2", drive_vst2, false},
+                              {"CLAP", drive_clap, true},
+                              {"VST 3", drive_vst3, true},
+                              {"LV2", drive_lv2, true}};
 
 RateRatio ratio_of(uint32_t rate) {
     return RateRatio::of(rate).value();
@@ -56,7 +56,7 @@ uint32_t frames_at(uint32_t rate) {
 }
 
 // Without the delay that the plug-in tells the host.
-uint64_t play(FormatPlayer& player, uint32_t rate, uint32_t block) {
+uint64_t play(FormatDriver& plugin, uint32_t rate, uint32_t block) {
     constexpr uint32_t MAX_LATENCY = 1024;
     const std::vector<SongMessage> song = song_at(rate);
     const uint32_t end = frames_at(rate) + MAX_LATENCY;
@@ -64,16 +64,16 @@ uint64_t play(FormatPlayer& player, uint32_t rate, uint32_t block) {
     std::vector<float> right(end);
     std::mt19937 random(rate);
     size_t next = 0;
+    plugin.activate(rate);
     for (uint32_t begin = 0; begin < end;) {
         const uint32_t wanted = block != 0 ? block : uint32_t(random() % 1025);
         const uint32_t frames = std::min(wanted, end - begin);
-        std::vector<SongMessage> due;
         for (; next < song.size() && song[next].frame < begin + frames; next++)
-            due.push_back({song[next].frame - begin, song[next].bytes});
-        player.play(due, left.data() + begin, right.data() + begin, frames);
+            plugin.add({song[next].frame - begin, song[next].bytes});
+        plugin.run(left.data() + begin, right.data() + begin, frames);
         begin += frames;
     }
-    const auto first = ptrdiff_t(player.latency_frames());
+    const auto first = ptrdiff_t(plugin.latency_frames());
     const auto last = first + ptrdiff_t(frames_at(rate));
     return StereoSound{{left.begin() + first, left.begin() + last},
                        {right.begin() + first, right.begin() + last}}
@@ -122,7 +122,7 @@ bool compare(const std::string& program, uint32_t rate) {
             continue;
         std::vector<uint64_t> hashes;
         for (const uint32_t block : BLOCKS) {
-            hashes.push_back(play(*format.start(rate), rate, block));
+            hashes.push_back(play(*format.start(), rate, block));
             const bool is_on_grid = block != 0 && block % GRID == 0;
             if ((format.is_at_any_rate || is_on_grid) && hashes.back() != wanted)
                 is_equal = false;

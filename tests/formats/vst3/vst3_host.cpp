@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "formats/vst3/parameters.h"
+#include "tests/formats/common/tempo_song.h"
 
 namespace tarquil::vst3 {
 
@@ -120,6 +121,14 @@ Result Vst3Host::run(float* left, float* right, int32_t frames) {
     float* channels[] = {left, right};
     AudioBuffers out{2, 0, {channels}};
     ProcessData data{};
+    prepare(out, frames, data);
+    const Result result = processor->process(&data);
+    finish();
+    return result;
+}
+
+void Vst3Host::prepare(AudioBuffers& out, int32_t frames, ProcessData& data) {
+    data = {};
     data.sample_size = SAMPLE_32;
     data.num_frames = frames;
     data.num_outputs = 1;
@@ -127,10 +136,11 @@ Result Vst3Host::run(float* left, float* right, int32_t frames) {
     data.input_changes = &changes;
     data.input_events = &events;
     data.context = context;
-    const Result result = processor->process(&data);
+}
+
+void Vst3Host::finish() {
     events.events.clear();
     changes.queues.clear();
-    return result;
 }
 
 std::vector<float> Vst3Host::run(int32_t frames) {
@@ -176,6 +186,18 @@ std::string Vst3Host::save(int32_t piece) {
 Result Vst3Host::load(const std::string& state, int32_t piece) {
     HostStream stream(state, piece);
     return component->set_state(&stream);
+}
+
+ProcessContext context_at(uint32_t frame, double rate) {
+    ProcessContext context{};
+    context.state = IS_PLAYING | HAS_POSITION | HAS_TEMPO | HAS_BAR | HAS_TIME_SIGNATURE;
+    context.rate = rate;
+    context.position_quarters = position_at(frame, rate);
+    context.bar_quarters = bar_start_at(frame, rate);
+    context.quarters_per_minute = tempo_at(frame);
+    context.time_signature_beats = int32_t(BEATS_PER_BAR);
+    context.time_signature_unit = 4;
+    return context;
 }
 
 } // namespace tarquil::vst3

@@ -115,6 +115,9 @@ class Vst3Host {
 
     Result setup(double rate);
     Result run(float* left, float* right, int32_t frames);
+    // The same, for watches: what is before and behind the plug-in's own call.
+    void prepare(AudioBuffers& out, int32_t frames, ProcessData& data);
+    void finish();
     std::vector<float> run(int32_t frames); // the left side
 
     void add_message(int32_t frame, uint8_t status, uint8_t data1, uint8_t data2);
@@ -133,5 +136,8 @@ class Vst3Host {
     HostChanges changes;
     const ProcessContext* context = nullptr;
 };
+
+// What a host says of the song that follows a tempo at that frame of it.
+ProcessContext context_at(uint32_t frame, double rate);
 
 } // namespace tarquil::vst3

@@ -1,0 +1,80 @@
+// A plug-in of any format, driven by a small host of its own: what the formats have in common.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/formats/common/format_song.h"
+
+namespace tarquil {
+
+class FormatDriver {
+  public:
+    FormatDriver() = default;
+    FormatDriver(const FormatDriver&) = delete;
+    FormatDriver& operator=(const FormatDriver&) = delete;
+    virtual ~FormatDriver() = default;
+
+    // A rate in Hz; false when it is refused.
+    virtual bool activate(double rate) = 0;
+    virtual void deactivate() = 0;
+
+    // Of the next block.
+    virtual void add(const SongMessage& message) = 0;
+    virtual void set(unsigned controller, int byte, uint32_t frame) = 0;
+    // As the host's song has it at that frame of it (tempo_song.h).
+    virtual void tell_tempo(uint32_t /*song_frame*/, double /*rate*/) {}
+    // Whatever else may stand in a block of this format.
+    virtual void add_specials() {}
+
+    // A block in three steps: only the call is the plug-in's own.
+    virtual void prepare(float* left, float* right, uint32_t frames) = 0;
+    virtual void call() noexcept = 0;
+    virtual void finish() = 0;
+    void run(float* left, float* right, uint32_t frames) {
+        prepare(left, right, frames);
+        call();
+        finish();
+    }
+    StereoSound run(uint32_t frames) {
+        StereoSound sound{std::vector<float>(frames), std::vector<float>(frames)};
+        run(sound.left.data(), sound.right.data(), frames);
+        return sound;
+    }
+
+    // Once something has been played.
+    virtual uint32_t latency_frames() = 0;
+
+    // The host's stream takes or gives so many bytes at a time, where the format has streams.
+    virtual std::string save(size_t piece) = 0;
+    virtual bool load(const std::string& state, size_t piece) = 0;
+    std::string save() { return save(ANY_PIECE); }
+    bool load(const std::string& state) { return load(state, ANY_PIECE); }
+
+    // What else the host's main thread does at any time.
+    virtual void look(unsigned /*round*/) {}
+    // What the plug-in has done that it must not, if anything.
+    [[nodiscard]] virtual std::string complaint() const { return ""; }
+    // What of a block's messages reaches the plug-in, in its order.
+    [[nodiscard]] virtual std::vector<SongMessage>
+    passed(const std::vector<SongMessage>& messages) const {
+        return messages;
+    }
+    // Whether parameters act on their frame or at the block's start.
+    [[nodiscard]] virtual bool has_exact_parameters() const { return true; }
+
+  protected:
+    static constexpr size_t ANY_PIECE = 1U << 20U;
+};
+
+// A new instance of the built module, in General MIDI; VST 2, which starts in the native dialect,
+// with the state of another format's instance.
+std::unique_ptr<FormatDriver> drive_vst2();
+std::unique_ptr<FormatDriver> drive_clap();
+std::unique_ptr<FormatDriver> drive_vst3();
+std::unique_ptr<FormatDriver> drive_lv2();
+
+} // namespace tarquil

@@ -1,0 +1,66 @@
+// The VST 2 plug-in, driven.
+
+#include "tests/formats/drivers/format_driver.h"
+#include "tests/vst/plugin_host.h"
+#include "vst/plugin_parameters.h"
+
+namespace tarquil {
+
+namespace {
+
+class Vst2Driver final : public FormatDriver {
+  public:
+    Vst2Driver() {
+        if (!host.load(InstancePlayer().save_state(), false))
+            throw std::runtime_error("VST 2 does not take the state");
+    }
+
+    bool activate(double rate) override {
+        host.call(effSetSampleRate, 0, 0, nullptr, float(rate));
+        host.call(effSetBlockSize, 0, BLOCK);
+        host.call(effMainsChanged, 0, 1);
+        return rate == SAMPLE_RATE;
+    }
+    void deactivate() override { host.call(effMainsChanged, 0, 0); }
+
+    void add(const SongMessage& message) override {
+        host.midi(message.bytes[0], message.bytes[1], message.bytes[2], int32_t(message.frame));
+    }
+    void set(unsigned controller, int byte, uint32_t /*frame*/) override {
+        host.set(controller_to_vst_param(int(controller)), float(byte) / 127.0F);
+    }
+
+    void prepare(float* left, float* right, uint32_t frames) override {
+        batch = host.take_events();
+        outputs[0] = left;
+        outputs[1] = right;
+        num_frames = int32_t(frames);
+    }
+    void call() noexcept override {
+        host.call(effProcessEvents, 0, 0, batch.events);
+        host.effect->processReplacing(host.effect, nullptr, outputs, num_frames);
+    }
+    void finish() override {}
+    uint32_t latency_frames() override { return uint32_t(host.effect->initialDelay); }
+
+    std::string save(size_t /*piece*/) override { return host.save(false); }
+    bool load(const std::string& state, size_t /*piece*/) override {
+        return host.load(state, false);
+    }
+    [[nodiscard]] bool has_exact_parameters() const override { return false; }
+
+  private:
+    static constexpr int32_t BLOCK = 1024;
+    PluginHost host{BLOCK, false};
+    PluginHost::Batch batch;
+    float* outputs[2] = {};
+    int32_t num_frames = 0;
+};
+
+} // namespace
+
+std::unique_ptr<FormatDriver> drive_vst2() {
+    return std::make_unique<Vst2Driver>();
+}
+
+} // namespace tarquil

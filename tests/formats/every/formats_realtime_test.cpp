@@ -1,0 +1,105 @@
+// The audio call of every format: whatever a host asks of it, and whatever happens on other threads
+// meanwhile, it computes and does nothing else.
+
+#include <atomic>
+#include <thread>
+
+#include "softsynth/parameters/host_parameters.h"
+#include "tests/formats/every/every_format.h"
+#include "tests/vst/callback_watch.h"
+
+namespace tarquil {
+
+namespace {
+
+using FormatsRealtime = EveryFormat;
+
+constexpr uint32_t MAX_FRAMES = 1024;
+
+struct Phase {
+    const char* name;
+    void (*prepare)(FormatDriver&);
+};
+
+const Phase PHASES[] = {
+    {"silence", [](FormatDriver&) {}},
+    {"notes",
+     [](FormatDriver& plugin) {
+         for (unsigned i = 0; i < 96; i++)
+             plugin.add({i % 64, {uint8_t(0x90 + i % 16), uint8_t(20 + i), 100}});
+     }},
+    {"parameters and controllers",
+     [](FormatDriver& plugin) {
+         for (const ControllerInfo& info : channel_controller_rows()) {
+             if (is_automatable_controller(info.number))
+                 plugin.set(info.number, filter_controller(info.number, int(info.number % 16)),
+                            info.number % 64);
+         }
+         for (unsigned i = 0; i < 2000; i++)
+             plugin.add({i % 64,
+                         {uint8_t((i % 2 == 0 ? 0xB0 : 0xE0) + i % 16), uint8_t(i % 120),
+                          uint8_t(i % 128)}});
+     }},
+    {"program changes",
+     [](FormatDriver& plugin) {
+         for (unsigned i = 0; i < 16; i++)
+             plugin.add({i, {uint8_t(0xC0 + i), uint8_t(16 + i), 0}});
+     }},
+    {"more than there is room for",
+     [](FormatDriver& plugin) {
+         for (unsigned i = 0; i < 17000; i++)
+             plugin.add({i % 64, {uint8_t(i % 2 == 0 ? 0x90 : 0x80), uint8_t(i / 2 % 128), 90}});
+     }},
+    {"what only this format has", [](FormatDriver& plugin) { plugin.add_specials(); }},
+};
+
+void call_audio(FormatDriver& plugin) noexcept CALLED_IN_REAL_TIME {
+    plugin.call();
+}
+
+TEST_P(FormatsRealtime, TheAudioCallOnlyComputes) {
+    const std::string state = start("")->save(); // the General MIDI set
+    std::vector<float> left(MAX_FRAMES);
+    std::vector<float> right(MAX_FRAMES);
+    CallbackCounts counts[std::size(PHASES)];
+    for (const double rate : {44100.0, 48000.0, 96000.0}) {
+        const auto plugin = start_at(rate);
+        for (const bool is_counted : {false, true}) { // at first it is warmed up
+            std::atomic<bool> is_over{false};
+            std::thread beside([&] {
+                for (unsigned round = 0; !is_over; round++) {
+                    plugin->save();
+                    plugin->load(state);
+                }
+            });
+            for (size_t phase = 0; phase < std::size(PHASES); phase++) {
+                for (const uint32_t frames : {64U, 61U, MAX_FRAMES, 0U}) {
+                    PHASES[phase].prepare(*plugin);
+                    plugin->prepare(left.data(), right.data(), frames);
+                    const auto play = [&] {
+                        CallbackCounts uncounted;
+                        const CallbackWatch watch(is_counted ? counts[phase] : uncounted);
+                        call_audio(*plugin);
+                    };
+                    if (!run_without_system_calls(play))
+                        play();
+                    plugin->finish();
+                }
+            }
+            is_over = true;
+            beside.join();
+        }
+    }
+    for (size_t phase = 0; phase < std::size(PHASES); phase++) {
+        EXPECT_EQ(counts[phase].allocations, 0) << PHASES[phase].name;
+        EXPECT_EQ(counts[phase].all_locks, 0) << PHASES[phase].name;
+        EXPECT_EQ(counts[phase].system_calls, 0)
+            << PHASES[phase].name << ": " << counts[phase].last_system_call;
+    }
+}
+
+FOR_EVERY_FORMAT(FormatsRealtime);
+
+} // namespace
+
+} // namespace tarquil
