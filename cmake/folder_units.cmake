@@ -28,8 +28,9 @@ function(tarquil_unite_folders directory)
             endif()
         endforeach()
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
-        # A name of one file may hide another's.
-        target_compile_options(${target} PRIVATE -Wno-shadow)
+        # A name of one file may hide another's, and no file is a header.
+        target_compile_options(${target} PRIVATE -Wno-shadow
+                               $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
     endforeach()
     get_property(folders DIRECTORY ${directory} PROPERTY SUBDIRECTORIES)
     foreach(folder IN LISTS folders)
