@@ -12,6 +12,8 @@ import sound_set
 
 # A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
 LEAST_LEVEL = -27.0
+# Of a side for a sound in the middle: power is shared.
+CENTRE_GAIN = np.float32(0.5 ** 0.5)
 # What hygiene lets pass, less a margin, and decibels from velocity 32 to 127.
 MOST_KEYS_DB = 4.0
 VELOCITY_DB = (22.0, 28.0)
@@ -42,18 +44,26 @@ def write_set(versions, folder):
 
 
 def render(versions, wanted):
-    """versions x notes x frames x 2."""
+    """versions x notes x frames x sides; one side where both are alike."""
     with players.scratch_folder() as folder:
         tqm = write_set(versions, folder)
-        plays = [(p, n) for p in range(len(versions)) for n in wanted]
-        sound = players.play_set(notes.slots(plays), tqm, len(plays) * notes.SLOT_MS / 1000)
-    return players.cut(sound, len(plays), notes.SLOT_MS).reshape(len(versions), len(wanted), -1, 2)
+        if any(version.instrument["chanfx2_type"] for version in versions):
+            plays = [(p, n) for p in range(len(versions)) for n in wanted]
+            sound = players.play_set(notes.slots(plays), tqm, len(plays) * notes.SLOT_MS / 1000)
+            return players.cut(sound, len(plays), notes.SLOT_MS).reshape(len(versions), len(wanted), -1, 2)
+        numbers = list(range(len(versions)))
+        numbers += numbers[-1:] * (len(numbers) % 2)
+        pairs = list(zip(numbers[::2], numbers[1::2]))
+        count = len(pairs) * len(wanted)
+        sound = players.play_set(notes.paired_slots(pairs, wanted), tqm, count * notes.SLOT_MS / 1000)
+    both = players.cut(sound, count, notes.SLOT_MS).reshape(len(pairs), len(wanted), -1, 2) * CENTRE_GAIN
+    return both.transpose(0, 3, 1, 2).reshape(len(numbers), len(wanted), -1, 1)[:len(versions)]
 
 
 def rows_of(sounds, wanted, wobble=False):
     """versions x notes x features."""
     count = len(sounds)
-    flat = sounds.reshape(count * len(wanted), -1, 2)
+    flat = sounds.reshape(count * len(wanted), -1, sounds.shape[-1])
     if not wobble:
         # A side is enough for a search.
         flat = flat[..., :1]

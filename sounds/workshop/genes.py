@@ -9,6 +9,7 @@ import instrument_text
 Gene = namedtuple("Gene", "kind controller low high")
 
 SOURCE_ENV = {1: "env1", 2: "env2", 3: "env3"}
+NOISE = 5
 PEAKING = 6
 NEUTRAL_GAIN = 64
 # A peak that does nothing yet, for each equaliser that is not in use: (cutoff, resonance) bytes around 300 Hz to 5 kHz.
@@ -82,6 +83,9 @@ def _oscillator_genes(instrument):
         genes.append(Gene("byte", "osc1_osc2_mix", 1, 127))
     if instrument["osc3_type"] and instrument["osc3_volume"]:
         genes.append(Gene("byte", "osc3_volume", 1, 120))
+        if instrument["osc3_type"] == NOISE:
+            # Its pitch is its colour.
+            genes.append(Gene("byte", "osc3_coarse_tune", 10, 124))
     for number in (1, 2, 3):
         if instrument[f"osc{number}_multi_count"]:
             genes.append(Gene("byte", f"osc{number}_spread", 1, 110))

@@ -21,6 +21,9 @@ PHRASE_HOLD, PHRASE_SLOT = 760, 800
 # All over the keyboard, beyond the range as well: a song may ask for it.
 SCAN = tuple(Note(key, velocity) for velocity in (60, 120) for key in range(24, 88, 7))
 SCAN_HOLD, SCAN_SLOT = 400, 500
+# The keyboard from end to end at full strength, for what runs away at some key only.
+WIDE = tuple(Note(key, 127) for key in range(16, 109, 4))
+WIDE_HOLD, WIDE_SLOT = 300, 350
 
 # Limits; levels in dB of the note's loudest moment unless a name says otherwise.
 MAX_CENTS = 2.0
@@ -34,6 +37,7 @@ MAX_REST_DBFS = -90.0
 LEAST_BRIGHTER = 0.5
 # Of a note at the set's level, full scale being 1: beyond is a filter that rings at the top of the spectrum.
 MAX_PEAK = 0.35
+MAX_WIDE_DB = -13.0
 
 # Without a pitch of the key, or with partials that are none of its multiples.
 UNTUNED = gm.UNPITCHED | {14, 112}
@@ -57,14 +61,19 @@ def middle_key(program):
 
 
 def scan(program):
-    return [(program, note, SCAN_HOLD, SCAN_SLOT) for note in SCAN]
+    return ([(program, note, SCAN_HOLD, SCAN_SLOT) for note in SCAN]
+            + [(program, note, WIDE_HOLD, WIDE_SLOT) for note in WIDE])
+
+
+def phrase(program):
+    return [(program, Note(k, 100), PHRASE_HOLD, PHRASE_SLOT) for k in phrase_keys(program)]
 
 
 def plays(program):
     keys = [(program, Note(k, 100), HOLD, SLOT) for k in keys_of(program)]
     velocities = [(program, Note(middle_key(program), v), HOLD, SLOT) for v in VELOCITIES]
-    phrase = [(program, Note(k, 100), PHRASE_HOLD, PHRASE_SLOT) for k in phrase_keys(program)]
-    return keys + velocities + [(program, Note(middle_key(program), 100), TAIL_HOLD, TAIL_SLOT)] + phrase + scan(program)
+    tail = [(program, Note(middle_key(program), 100), TAIL_HOLD, TAIL_SLOT)]
+    return keys + velocities + tail + phrase(program) + scan(program)
 
 
 def milliseconds(sound, start, end):
@@ -127,7 +136,9 @@ def check(program, sound):
         at += slot
     keys, rest = pieces[:KEY_STEPS], pieces[KEY_STEPS:]
     velocities, rest = rest[:len(VELOCITIES)], rest[len(VELOCITIES):]
-    tail, phrase, scanned = rest[0], rest[1:-len(SCAN)], rest[-len(SCAN):]
+    tail, rest = rest[0], rest[1:]
+    sung, rest = rest[:len(PHRASE)], rest[len(PHRASE):]
+    scanned, wide = rest[:len(SCAN)], rest[len(SCAN):]
     out = {}
     cents = [cents_off(s, n.key) for n, _, s in keys] if program not in UNTUNED else []
     cents = [c for c in cents if c is not None]
@@ -136,6 +147,7 @@ def check(program, sound):
     out["keys_db"] = max(levels) - min(levels)
     out["levels"] = levels
     out["peak"] = max(float(np.abs(s).max()) for _, _, s in scanned)
+    out["wide_db"] = max(loudest_db(s) for _, _, s in wide)
     loud = [loudest_db(s) for _, _, s in velocities]
     out["velocity_db"] = loud[-1] - loud[0]
     spread = np.stack([np.vstack([s, np.zeros((RATE * 6 // 10, 2), s.dtype)]) for _, _, s in velocities])
@@ -148,7 +160,7 @@ def check(program, sound):
     low = scipy.signal.sosfilt(scipy.signal.butter(2, 8, fs=RATE, output="sos"), s.mean(1).astype(float))
     out["dc_db"] = rms_db(milliseconds(low, 150, hold)) - max(rms_db(milliseconds(s, 150, hold)), top - 30)
     out["click_db"] = max(click_db(s, hold) for _, hold, s in keys[2:6:3])
-    out["lufs"] = loudness.lufs(np.concatenate([s for _, _, s in phrase]))
+    out["lufs"] = loudness.lufs(np.concatenate([s for _, _, s in sung]))
     return out, failures(program, out)
 
 
@@ -161,6 +173,7 @@ def failures(program, out):
         "velocities": not low <= out["velocity_db"] <= high and f"{out['velocity_db']:.1f} dB over velocities",
         "brightness": out["brightness"] < LEAST_BRIGHTER and f"brightness {out['brightness']:+.1f}",
         "peak": out["peak"] > MAX_PEAK and f"peak {out['peak']:.2f}",
+        "runaway": out["wide_db"] > MAX_WIDE_DB and f"runs away: {out['wide_db']:.0f} dB",
         "tail": out["tail_db"] > MAX_TAIL_DB and f"tail {out['tail_db']:.0f} dB",
         "rest": out["rest_dbfs"] > MAX_REST_DBFS and f"not silent: {out['rest_dbfs']:.0f} dBFS",
         "dc": out["dc_db"] > MAX_DC_DB and f"DC {out['dc_db']:.0f} dB",

@@ -53,18 +53,25 @@ def midi_file(events):
             + bytes(track))
 
 
+def _dry(channel, pan=64):
+    return [(0, (0xB0 | channel, number, value)) for number, value in ((91, 0), (93, 0), (10, pan))]
+
+
+def _struck(channel, note, start, hold, slot):
+    return [(start, (0x90 | channel, note.key, note.velocity)), (start + hold, (0x80 | channel, note.key, 64)),
+            (start + slot - 10, (0xB0 | channel, 120, 0))]
+
+
 def sequence(plays, channel=0):
     """A MIDI file of (program, Note, hold, slot) in milliseconds, one after the other, dry."""
-    events = [(0, (0xB0 | channel, number, 0)) for number in (91, 93)]
+    events = _dry(channel)
     current = None
     start = 0
     for program, note, hold, slot in plays:
         if program != current:
             events.append((start, (0xC0 | channel, program)))
             current = program
-        events.append((start, (0x90 | channel, note.key, note.velocity)))
-        events.append((start + hold, (0x80 | channel, note.key, 64)))
-        events.append((start + slot - 10, (0xB0 | channel, 120, 0)))
+        events += _struck(channel, note, start, hold, slot)
         start += slot
     events.append((start, (0xB0 | channel, 120, 0)))
     return midi_file(events)
@@ -73,3 +80,17 @@ def sequence(plays, channel=0):
 def slots(plays, channel=0, hold=HOLD_MS, slot=SLOT_MS):
     """The same of (program, Note) pairs of equal length."""
     return sequence([(program, note, hold, slot) for program, note in plays], channel)
+
+
+def paired_slots(pairs, wanted, hold=HOLD_MS, slot=SLOT_MS):
+    """The notes by two programs at once, one on the left and one on the right, for each of the pairs: half of the time."""
+    events = _dry(0, 0) + _dry(1, 127)
+    start = 0
+    for programs in pairs:
+        events += [(start, (0xC0 | channel, program)) for channel, program in enumerate(programs)]
+        for note in wanted:
+            for channel in (0, 1):
+                events += _struck(channel, note, start, hold, slot)
+            start += slot
+    events.append((start, (0xB0, 120, 0)))
+    return midi_file(events)

@@ -131,10 +131,10 @@ def tone(program, options, tables, say=print):
     version, _, fails = fit.level(best, program)
     after = goal.verdict(version)
     accepted = fit.is_better(before, after, old_fails, fails)
-    say(f"{program:3d} {gm.name_of(program):20} held {before[0]:5.2f} -> {after[0]:5.2f}  second {before[1]:5.2f} -> {after[1]:5.2f}  "
+    say(f"{program:3d} {gm.name_of(program):20} {fit.told(before, after)}  "
         f"{'accepted' if accepted else 'refused'}  {', '.join(old_fails)} -> {', '.join(fails)}", flush=True)
     if accepted:
-        fit.store(program, version, old, options, after)
+        fit.store(program, version, old, options)
     return accepted
 
 

@@ -9,7 +9,7 @@ from pathlib import Path
 
 import numpy as np
 
-import cma_es, gauss_newton, genes, instrument_text, law_text, notes, starts
+import candidates, cma_es, gauss_newton, genes, instrument_text, law_text, notes, starts
 
 TARQUIL = os.environ.get("TARQUIL")
 
@@ -92,6 +92,22 @@ class Genes(unittest.TestCase):
         self.assertEqual(half["filter1_cutoff"], self.start["filter1_cutoff"] + 5)
         self.assertEqual(half["filter1_type"], self.start["filter1_type"])
         self.assertEqual(slopes["env1_decay"], (2.0, 0.0))
+
+
+class Candidates(unittest.TestCase):
+    @unittest.skipUnless(TARQUIL, "TARQUIL names the program")
+    def test_versions_played_in_pairs_sound_as_by_themselves(self):
+        wanted = [notes.Note(45, 112), notes.Note(69, 60)]
+        plain = [candidates.Version(instrument_text.Instrument(starts._bytes(wave, struck)), {}, {})
+                 for wave, struck in ((starts.WAVES[0], True), (starts.WAVES[1], False), (starts.WAVES[3], True))]
+        together = candidates.rows_of(candidates.render(plain, wanted), wanted)
+        for version, rows in zip(plain, together):
+            # A stereo effect without wet sound is played alone.
+            alone = candidates.Version(version.instrument.copy({"chanfx2_type": 2, "chanfx2_wet": 0}), {}, {})
+            sound = candidates.render([alone], wanted)
+            self.assertEqual(sound.shape[-1], 2)
+            loud = rows > -40
+            self.assertLess(np.abs(candidates.rows_of(sound, wanted)[0] - rows)[loud].max(), 1.0)
 
 
 class Search(unittest.TestCase):

@@ -75,12 +75,12 @@ class Loudness(unittest.TestCase):
         self.assertAlmostEqual(loudness.lufs(stereo(padded)), loudness.lufs(stereo(sine)), delta=0.4)
 
 
-def performance(program, cents=0.0, dc=0.0, fade_ms=5.0, tail=0.0, key_slope=0.0, soft=24.0, gain=1.0):
+def performance(program, cents=0.0, dc=0.0, fade_ms=5.0, tail=0.0, key_slope=0.0, soft=24.0, gain=1.0, low_gain=1.0):
     """What a sine would give for hygiene.plays(program), with faults to choose."""
     pieces = []
     for _, note, hold, slot in hygiene.plays(program):
         time = np.arange(slot * RATE // 1000) / RATE
-        level = 0.1 * gain * 10 ** ((key_slope * (note.key - 60) / 12 - soft * np.log(127 / note.velocity) / np.log(127 / 32)) / 20)
+        level = 0.1 * gain * (low_gain if note.key < 24 else 1) * 10 ** ((key_slope * (note.key - 60) / 12 - soft * np.log(127 / note.velocity) / np.log(127 / 32)) / 20)
         fade = np.clip((hold / 1000 - time) * 1000 / max(fade_ms, 0.02), tail, 1) * np.minimum(1, time / 0.02)
         hz = features.key_hz(note.key) * 2 ** (cents / 1200)
         bright = note.velocity / 127
@@ -99,7 +99,8 @@ class Hygiene(unittest.TestCase):
 
     def test_each_fault_is_named(self):
         for faults, word in (({"cents": 3}, "+3.0 cents"), ({"dc": 0.1}, "DC"), ({"fade_ms": 0.01}, "click"),
-                             ({"tail": 0.01}, "tail"), ({"key_slope": 4}, "over keys"), ({"soft": 12}, "over velocities"), ({"gain": 6}, "peak")):
+                             ({"tail": 0.01}, "tail"), ({"key_slope": 4}, "over keys"), ({"soft": 12}, "over velocities"), ({"gain": 6}, "peak"),
+                             ({"low_gain": 8}, "runs away")):
             with self.subTest(**faults):
                 found = self.findings(**{"fade_ms": 30, **faults})
                 self.assertIn(word, found)
