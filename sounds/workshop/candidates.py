@@ -7,11 +7,13 @@ import numpy as np
 import features
 import law_text
 import notes
+import opening
 import players
 import sound_set
 
 # A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
 LEAST_LEVEL = -27.0
+OPENING_COST = 6.0
 # Of a side for a sound in the middle: power is shared.
 CENTRE_GAIN = np.float32(0.5 ** 0.5)
 # What hygiene lets pass, less a margin, and decibels from velocity 32 to 127.
@@ -81,7 +83,7 @@ def spread_over(keys, levels, low, high):
 
 
 def faults(versions, sounds, rows, wanted, key_range):
-    """For each version what no fit may buy: rumble, clipping, too little level, dead or loud keys, velocities of one colour.
+    """For each version what no fit may buy: rumble, clipping, a filter that may ring, too little level, dead or loud keys, velocities of one colour.
 
     In units of the distance (decibels); 0 is clean.
     """
@@ -103,6 +105,7 @@ def faults(versions, sounds, rows, wanted, key_range):
             below = spectrum[hz < min(40.0, 0.6 * features.key_hz(note.key))].sum() / max(1e-20, spectrum.sum())
             out[version] += 0.05 * max(0.0, features.decibels(below) + 45) / len(wanted)
         out[version] += 10 * max(0.0, float(np.abs(sound).max()) - 0.3)
+        out[version] += OPENING_COST * opening.octaves_beyond(versions[version].instrument, versions[version].laws)
         by_key = {}
         for note, values in zip(wanted, row):
             by_key.setdefault(note.key, []).append((note.velocity, values[centroid]))

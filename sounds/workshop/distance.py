@@ -55,13 +55,13 @@ def between(a, b, weights, interval=None):
     return total / sum(weights.values())
 
 
-def to_span_signed(a, b, c, weights):
+def to_span_signed(a, b, c, weights, cut=CUT):
     """What between(..., interval) sums, kept apart and signed: (differences, weights) over the last axis."""
     low, high = np.minimum(b, c), np.maximum(b, c)
     middle = (low + high) / 2
     outside = np.maximum(0, a - high) - np.maximum(0, low - a)
     inside = np.clip(a - middle, -(high - low) / 2, (high - low) / 2)
-    difference = np.clip(outside + 0.25 * inside, -CUT, CUT)
+    difference = np.clip(outside + 0.25 * inside, -cut, cut)
     share = np.clip(1 + np.maximum(a, high) / _AUDIBLE, 0, 1)
     weight = np.zeros_like(difference)
     for name, of_group in weights.items():

@@ -1,5 +1,7 @@
 """Fits programs to what two sample banks agree on: `./dev sounds fit [OPTION ...] [PROGRAM ...]`; see --help.
 
+`./dev sounds fit drums [FAMILY ...]` does so with the drums.
+
 Least squares, then a random search (CMA-ES) turn continuous bytes and laws of a start by a few of the fitting notes.  The result is taken
 only if the fitting notes that the search left out prefer it too, and hygiene finds nothing new.  The judge's held-out notes and second measure
 take no part, so that they tell how good the set is.
@@ -13,6 +15,7 @@ import candidates
 import cma_es
 import commands
 import distance
+import drum_fit
 import gauss_newton
 import general_midi as gm
 import genes
@@ -20,6 +23,7 @@ import hygiene
 import instrument_text
 import law_text
 import loudness
+import moves
 import notes
 import players
 import sound_set
@@ -30,6 +34,8 @@ SIGMA = 0.08
 POPULATION = 16
 # The set's own level: a song of many parts lands ten decibels above its programs.
 TARGET_LUFS = -30.5
+# Beyond any difference of features.
+FAR = 100.0
 # Of the way from the start to what was found.
 SHARES = (1.0, 0.7, 0.4)
 
@@ -76,8 +82,18 @@ class Goal:
         rows, faults = self.measure(versions, wanted)
         return self.far(rows, wanted, distance.FIT_WEIGHTS) + faults
 
+    def moved(self, version):
+        """The version after the wide moves that bring it nearer."""
+        wanted = fit_notes(self.program)
+        for family in moves.families(version.instrument):
+            tried = [version] + [candidates.Version(version.instrument.copy(changes), version.laws, version.others)
+                                 for changes in family(version.instrument)]
+            version = tried[int(self.losses(tried, wanted).argmin())]
+        return version
+
     def search(self, start, rounds, generations, seed):
-        """The best version found from a start, and its loss: least squares first, then a random search."""
+        """The best version found from a start, and its loss: wide moves, least squares, then a random search."""
+        start = self.moved(start)
         table = genes.of_instrument(start.instrument)
         wanted = fit_notes(self.program)
         one, other = (distance.without_level(end) for end in self.ends(wanted))
@@ -87,13 +103,14 @@ class Goal:
 
         def residuals(points):
             rows, faults = self.measure([version(x) for x in points], wanted)
-            signed, weights = distance.to_span_signed(distance.without_level(rows), one, other, distance.FIT_WEIGHTS)
+            # Uncut: what is far off must show where it goes.
+            signed, weights = distance.to_span_signed(distance.without_level(rows), one, other, distance.FIT_WEIGHTS, FAR)
             # The faults are one residual more.
             out = np.hstack([signed.reshape(len(points), -1), faults[:, None]])
             return out, np.append(weights[0].ravel() / len(wanted), 1.0)
 
         def loss_of(points, rows):
-            return np.abs(rows[:, :-1]) @ residual_weights + rows[:, -1]
+            return np.minimum(np.abs(rows[:, :-1]), distance.CUT) @ residual_weights + rows[:, -1]
 
         point = np.clip(genes.numbers(table, start.instrument, start.laws), 0, 1)
         residual_weights = residuals([point])[1][:-1]
@@ -229,6 +246,9 @@ def store(program, version, old, options):
 
 
 def main(argv):
+    if argv[:1] == ["drums"]:
+        drum_fit.main(argv[1:])
+        return
     options = arguments(argv)
     tables = targets.read_all()
     commands.for_each(options.program, lambda program: fit(program, options, tables))

@@ -8,6 +8,7 @@ import players
 
 # The master section that every program is heard through.
 GLOBALS = Path(__file__).resolve().parents[1] / "gm/globals.txt"
+DRUM_GLOBALS = Path(__file__).resolve().parents[1] / "drums/globals.txt"
 
 
 def program_texts(sounds):
@@ -43,7 +44,7 @@ def make_set(sounds, folder):
     drums = numbered((sounds / "drums").glob("*.tqi"))
     kits = sounds / "drums/kits.txt"
     if drums and kits.exists():
-        make_bank(folder / "gm-drums.tqb", drums)
+        make_bank(folder / "gm-drums.tqb", drums, sounds / "drums/globals.txt")
         lines += ["drum_bank = gm-drums.tqb", kits.read_text()]
     text = "\n".join(lines)
     # The parts may be complete maps of their own: the first of each single line stands.
