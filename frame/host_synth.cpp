@@ -45,6 +45,11 @@ void HostSynth::set_tempo_sync(bool is_on) {
     host.programs_changed();
 }
 
+void HostSynth::set_learned(const LearnedControls& learned) {
+    PlayerSynth::set_learned(learned);
+    host.programs_changed();
+}
+
 EditorNotice HostSynth::read_notice() {
     std::string warning = host.warning();
     return {warning.empty() ? EditorNotice::Kind::NONE : EditorNotice::Kind::WARNING,

@@ -23,6 +23,7 @@ class HostSynth : public PlayerSynth {
     [[nodiscard]] bool follows_messages() const override { return false; }
     void set_dialect(MidiDialect dialect) override;
     void set_tempo_sync(bool is_on) override;
+    void set_learned(const LearnedControls& learned) override;
     [[nodiscard]] EditorNotice read_notice() override;
 
   private:

@@ -11,6 +11,7 @@ void PlayerSynth::read_state(EditorState& state) {
     read_bank(player.get_bank(), player.edited_program(), state);
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
         state.channel_programs[channel] = uint8_t(player.channel_program(channel));
+    state.selected_channel = player.selected_channel();
 }
 
 EditorMeters PlayerSynth::read_meters() {
@@ -25,6 +26,7 @@ EditorMeters PlayerSynth::read_meters() {
     meters.note.read(note);
     shown.note = note;
     shown.active_channels = meters.played_channels.exchange(0);
+    shown.tempo = meters.tempo.load(std::memory_order_relaxed);
     return shown;
 }
 

@@ -25,6 +25,7 @@ class PlayerSynth : public EditorSynth {
 
     void set_program(unsigned program) override;
     void set_channel_program(unsigned channel, unsigned program) override;
+    void set_selected_channel(unsigned channel) override { player.set_selected_channel(channel); }
     [[nodiscard]] bool follows_messages() const override { return true; }
     std::vector<unsigned> drum_kits() override { return player.drum_kits(); }
 
@@ -34,6 +35,11 @@ class PlayerSynth : public EditorSynth {
     void set_bank(const TarqSettings& bank) override;
     void set_dialect(MidiDialect dialect) override;
     void set_tempo_sync(bool is_on) override;
+    void set_learned(const LearnedControls& learned) override { player.set_learned(learned); }
+    void listen(bool is_on) override { player.listen(is_on); }
+    std::optional<unsigned> take_heard_controller() override {
+        return player.take_heard_controller();
+    }
     void set_song(const std::string& title, const std::string& author) override;
 
     const WaveformStore& get_waves() override;
@@ -48,6 +54,7 @@ class PlayerSynth : public EditorSynth {
     void set_modulation(unsigned channel, unsigned value) override;
     void set_sustain(unsigned channel, bool is_down) override;
     EditorKeys read_keys() override;
+    void strike_again() override { player.strike_again(); }
 
   private:
     Player& player;

@@ -29,6 +29,12 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         const int byte = bank->get_global_controller(info.number);
         TARQ_ASSERT(byte == filter_controller(info.number, byte));
     }
+    // What was learned can be learned anew, and is the same.
+    const LearnedControls learned = bank->get_learned();
+    bank->set_learned({});
+    TARQ_ASSERT(bank->get_learned() == LearnedControls());
+    bank->set_learned(learned);
+    TARQ_ASSERT(bank->get_learned() == learned);
     // Saving and loading thrice takes long: every sixteenth length of input does.
     if (size % 16 != 0)
         return 0;

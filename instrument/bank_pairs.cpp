@@ -61,7 +61,8 @@ void BankPairs::take_switch(const TextPair& line, std::string_view usual, std::s
 }
 
 void BankPairs::take_other(const TextPair& line, LoadReport* report) {
-    if (line.key == CHANNEL_PROGRAMS_KEY || line.key == EDITED_PROGRAM_KEY)
+    if (line.key == CHANNEL_PROGRAMS_KEY || line.key == EDITED_PROGRAM_KEY ||
+        line.key == SELECTED_CHANNEL_KEY)
         return; // written and read by whoever has channels
     if (line.key == MIDI_KEY) {
         take_switch(line, NATIVE_VALUE, GENERAL_MIDI_VALUE, report);
@@ -71,6 +72,14 @@ void BankPairs::take_other(const TextPair& line, LoadReport* report) {
         take_switch(line, OFF_VALUE, ON_VALUE, report);
         return;
     }
+    if (midi_controller_of_key(line.key) && parse_learned(without_blanks_at_end(line.value))) {
+        if (others.get(line.key).empty())
+            others.set(line.key, without_blanks_at_end(line.value));
+        return;
+    }
+    if (midi_controller_of_key(line.key))
+        report_warning(report, std::string(line.key) + " = " + std::string(line.value) +
+                                   " is not known, nothing is learned");
     if (is_indented_key_of(TextKind::BANK, line.key))
         report_warning(report, "\"" + std::string(line.key) + "\" is indented and not read");
     if (!others.keep(line.key, line.value))

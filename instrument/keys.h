@@ -20,6 +20,7 @@ inline constexpr std::string_view TEMPO_SYNC_KEY = "tempo_sync";
 inline constexpr std::string_view STATE_VERSION_KEY = "state_version";
 inline constexpr std::string_view CHANNEL_PROGRAMS_KEY = "channel_programs";
 inline constexpr std::string_view EDITED_PROGRAM_KEY = "edited_program";
+inline constexpr std::string_view SELECTED_CHANNEL_KEY = "selected_channel";
 
 // "instrument5", and its inverse: -1 for any other key.
 std::string instrument_key(unsigned number);

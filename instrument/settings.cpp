@@ -158,6 +158,22 @@ bool TarqSettings::get_tempo_sync() const {
     return kept_lines.get(TEMPO_SYNC_KEY) == ON_VALUE;
 }
 
+void TarqSettings::set_learned(const LearnedControls& learned) {
+    const LearnedControls before = get_learned();
+    for (unsigned i = 0; i < NUM_MIDI_CONTROLLERS; i++) {
+        const auto& control = learned.get(i);
+        if (control != before.get(i))
+            kept_lines.set(learn_key(i), control ? learned_text(*control) : "");
+    }
+}
+
+LearnedControls TarqSettings::get_learned() const {
+    LearnedControls learned;
+    for (unsigned i = 0; i < NUM_MIDI_CONTROLLERS && !kept_lines.empty(); i++)
+        learned.set(i, parse_learned(kept_lines.get(learn_key(i))));
+    return learned;
+}
+
 unsigned TarqSettings::emit_global_controllers(midi_event* out, uint32_t time,
                                                unsigned capacity) const {
     unsigned count = 0;

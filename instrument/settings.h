@@ -11,6 +11,7 @@
 #include "instrument/controller_bytes.h"
 #include "instrument/instrument.h"
 #include "instrument/kept_lines.h"
+#include "instrument/learned_controls.h"
 #include "softsynth/parameters/midi_dialect.h"
 #include "softsynth/parameters/midi_event.h"
 
@@ -78,6 +79,9 @@ class TarqSettings {
     // Delays, LFOs and the retrigger follow the host's tempo; false if nothing is said.
     void set_tempo_sync(bool is_on);
     [[nodiscard]] bool get_tempo_sync() const;
+    // Which controllers of a MIDI keyboard move which controls; none if nothing is said.
+    void set_learned(const LearnedControls& learned);
+    [[nodiscard]] LearnedControls get_learned() const;
     [[nodiscard]] const KeptLines& get_kept_lines() const { return kept_lines; }
 
   private:

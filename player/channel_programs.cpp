@@ -2,6 +2,7 @@
 
 #include "player/channel_programs.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "instrument/keys.h"
@@ -22,6 +23,14 @@ std::string_view find_line(std::string_view text, std::string_view key) {
     if (line == std::string_view::npos || (line > 0 && text[line - 1] != '\n'))
         return {};
     return text.substr(line + start.size());
+}
+
+// Less than `end`; nothing for a line that is not there or damaged.
+std::optional<unsigned> find_number(std::string_view text, std::string_view key, unsigned end) {
+    const std::string_view line = find_line(text, key);
+    unsigned number = end;
+    std::from_chars(line.data(), line.data() + line.size(), number);
+    return number < end ? std::optional(number) : std::nullopt;
 }
 
 } // namespace
@@ -65,10 +74,23 @@ std::string edited_program_line(unsigned program) {
 }
 
 std::optional<unsigned> find_edited_program(std::string_view text) {
-    const std::string_view line = find_line(text, EDITED_PROGRAM_KEY);
-    unsigned program = MAX_INSTRUMENTS;
-    std::from_chars(line.data(), line.data() + line.size(), program);
-    return program < MAX_INSTRUMENTS ? std::optional(program) : std::nullopt;
+    return find_number(text, EDITED_PROGRAM_KEY, MAX_INSTRUMENTS);
+}
+
+unsigned usual_selected_channel(const ChannelPrograms& programs, unsigned edited_program) {
+    const auto* const found = std::find(programs.begin(), programs.end(), edited_program);
+    return found == programs.end() ? 0 : unsigned(found - programs.begin());
+}
+
+std::string selected_channel_line(unsigned channel, const ChannelPrograms& programs,
+                                  unsigned edited_program) {
+    return channel == usual_selected_channel(programs, edited_program)
+               ? ""
+               : start_of_line(SELECTED_CHANNEL_KEY) + std::to_string(channel) + "\n";
+}
+
+std::optional<unsigned> find_selected_channel(std::string_view text) {
+    return find_number(text, SELECTED_CHANNEL_KEY, unsigned(NUM_CHANNELS));
 }
 
 } // namespace tarquil

@@ -31,4 +31,11 @@ ChannelPrograms find_channel_programs(std::string_view text, MidiDialect dialect
 std::string edited_program_line(unsigned program);
 std::optional<unsigned> find_edited_program(std::string_view text);
 
+// The lowest channel that plays a program, else 0: the one that a window selects by itself.
+unsigned usual_selected_channel(const ChannelPrograms& programs, unsigned edited_program);
+// The same for the channel that is selected in a window; no line for the usual one.
+std::string selected_channel_line(unsigned channel, const ChannelPrograms& programs,
+                                  unsigned edited_program);
+std::optional<unsigned> find_selected_channel(std::string_view text);
+
 } // namespace tarquil

@@ -33,6 +33,9 @@ struct Meters {
     std::atomic<float> band_levels[MC_N_BANDS]{};
     std::atomic<float> band_gains[MC_N_BANDS]{};
 
+    // Quarter notes a minute, as the host says it or as it goes on by itself.
+    std::atomic<double> tempo{120.0};
+
     // The last note of the edited program, every VIEW_PERIOD frames.
     SharedRecord<NoteView> note;
     static constexpr uint32_t VIEW_PERIOD = 256;

@@ -36,4 +36,10 @@ void Player::set_sustain(unsigned channel, bool is_down) {
         play_message(MIDI_CONTROL_CHANGE, channel, MIDI_SUSTAIN, is_down ? 127 : 0);
 }
 
+void Player::strike_again() {
+    const LockHolder holder(lock);
+    // One that finds no room is not missed.
+    link.edits.push({.kind = PlayerEdit::Kind::STRIKE_AGAIN, .program = uint8_t(edited_program())});
+}
+
 } // namespace tarquil

@@ -90,6 +90,13 @@ void Player::set_tempo_sync(bool is_on) {
     link.note_change();
 }
 
+void Player::set_learned(const LearnedControls& learned) {
+    const LockHolder holder(lock);
+    texts.set_learned(learned);
+    link.learned.set(learned);
+    link.note_change();
+}
+
 // Makes the dialect that of the bank, and the channels' programs `channels`, if given.
 void Player::follow_dialect(const ChannelPrograms* channels) {
     const MidiDialect before = dialect();
@@ -331,6 +338,7 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
     follow_names();
     post({.kind = PlayerEdit::Kind::REFRESH});
     link.tempo_sync = texts.get_tempo_sync();
+    link.learned.set(texts.get_learned());
     follow_dialect(channels);
 }
 
@@ -354,7 +362,8 @@ std::string Player::save_state() {
 
 std::string Player::save_state_compact() {
     return tarquil::save_state_compact(get_bank()) + channel_programs_line(all_channel_programs()) +
-           edited_program_line(edited_program());
+           edited_program_line(edited_program()) +
+           selected_channel_line(selected_channel(), all_channel_programs(), edited_program());
 }
 
 int Player::load_state(std::string_view text) {
@@ -368,6 +377,9 @@ int Player::load_state(std::string_view text) {
         replace_bank(*fresh, &programs);
         if (const auto program = find_edited_program(*bank_text))
             set_edited_program(*program);
+        set_selected_channel(
+            find_selected_channel(*bank_text)
+                .value_or(usual_selected_channel(all_channel_programs(), edited_program())));
     }
     return error;
 }

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,10 @@ class Player {
     // The program that hosts and editors work on, 0..127.
     [[nodiscard]] unsigned edited_program() const { return link.edited_program.load(); }
     void set_edited_program(unsigned program);
+
+    // The channel 0..15 that windows show as selected: theirs alone, kept with a compact state.
+    [[nodiscard]] unsigned selected_channel() const { return link.selected_channel.load(); }
+    void set_selected_channel(unsigned channel) { link.selected_channel = channel; }
 
     // The byte (0..127) of a controller (0..205): a global one, or the edited program's, which
     // sounds at once on every channel that plays it.  Bytes beyond a list's end are clamped.
@@ -87,6 +92,14 @@ class Player {
     [[nodiscard]] bool tempo_sync() const {
         return link.tempo_sync.load(std::memory_order_relaxed);
     }
+    // Which MIDI controllers move which controls, in either dialect; it belongs to the bank.
+    void set_learned(const LearnedControls& learned);
+    // While on, MIDI controllers that can be learned do nothing but to be heard.
+    void listen(bool is_on) { link.learned.listen(is_on); }
+    // The one that was moved since the last call, while it listens.
+    [[nodiscard]] std::optional<unsigned> take_heard_controller() {
+        return link.learned.take_heard();
+    }
     // What General MIDI plays beside the bank, from now on; null, as at first: no drums, no laws.
     void set_gm_set(std::shared_ptr<const GmSet> set);
 
@@ -107,6 +120,8 @@ class Player {
     void bend(unsigned channel, unsigned value);
     void set_modulation(unsigned channel, unsigned value);
     void set_sustain(unsigned channel, bool is_down);
+    // Keys that are down on channels that play the edited program are struck once more.
+    void strike_again();
 
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor, or lets it sound again.
     void set_band_muted(unsigned band, bool muted);

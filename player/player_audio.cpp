@@ -8,6 +8,7 @@
 #include "midi/gm/gm_message.h"
 #include "midi/midifilter.h"
 #include "player/controller_events.h"
+#include "softsynth/parameters/rhythm_channel.h"
 
 namespace tarquil {
 
@@ -49,9 +50,9 @@ void PlayerAudio::refresh_if_asked() {
 }
 
 void PlayerAudio::follow(const PlayerEdit& edit) {
-    const bool depends_on_order = edit.kind == PlayerEdit::Kind::CHANNEL_PROGRAM ||
-                                  edit.kind == PlayerEdit::Kind::SILENCE ||
-                                  edit.kind == PlayerEdit::Kind::MESSAGE;
+    const bool depends_on_order =
+        edit.kind == PlayerEdit::Kind::CHANNEL_PROGRAM || edit.kind == PlayerEdit::Kind::SILENCE ||
+        edit.kind == PlayerEdit::Kind::MESSAGE || edit.kind == PlayerEdit::Kind::STRIKE_AGAIN;
     if (depends_on_order)
         refresh_if_asked();
     const uint32_t time = edit.time == PLAY_NOW ? curr_time : edit.time;
@@ -78,10 +79,43 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
         add_message(message, curr_time);
         break;
     }
+    case PlayerEdit::Kind::STRIKE_AGAIN:
+        strike_again(edit.program);
+        break;
     }
 }
 
+void PlayerAudio::strike_again(unsigned program) {
+    for (unsigned channel = 0; channel < playing.size(); channel++) {
+        const bool has_kit = plays_gm() && channel == RHYTHM_CHANNEL;
+        if (playing[channel] != program || has_kit)
+            continue;
+        for (unsigned key = 0; key < NUM_KEYS; key++) {
+            const uint8_t velocity = keys_down.velocity(channel, key);
+            const uint8_t up[] = {midi_status(MIDI_NOTE_OFF, channel), uint8_t(key), 64};
+            const uint8_t down[] = {midi_status(MIDI_NOTE_ON, channel), uint8_t(key), velocity};
+            if (velocity > 0 && events.room() >= 2 && add_message(up, curr_time))
+                add_message(down, curr_time);
+        }
+    }
+}
+
+// A learned number is its control's alone, whatever the dialect makes of it and on any channel.
+bool PlayerAudio::take_learned(const uint8_t* message, uint32_t time) {
+    if (midi_kind(message[0]) != MIDI_CONTROL_CHANGE || is_midi_status(message[1]) ||
+        is_midi_status(message[2]))
+        return false;
+    if (link.learned.hears(message[1]))
+        return true;
+    const std::optional<LearnedControl> learned = link.learned.get(message[1]);
+    if (learned)
+        set_controller(learned->target, learned->value(message[2]), time);
+    return learned.has_value();
+}
+
 bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {
+    if (take_learned(message, time))
+        return true;
     if (plays_gm())
         return add_gm_message(gm_message(time, {message, 3}));
     if (!is_playable_message(message))
@@ -217,6 +251,7 @@ void PlayerAudio::refresh() {
 }
 
 void PlayerAudio::silence() {
+    keys_down.clear();
     if (plays_gm()) {
         silence_waits = !gm->panic(curr_time);
         return;
@@ -283,6 +318,7 @@ void PlayerAudio::finish_run() {
 
 Tempo PlayerAudio::next_tempo(uint32_t frames) {
     const Tempo now = tempo_clock.advance(curr_time, frames);
+    link.meters.tempo.store(tempo_clock.quarters_per_minute(), std::memory_order_relaxed);
     return follows_tempo ? now : Tempo{};
 }
 
@@ -298,8 +334,10 @@ void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
     const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
     pass_tempo(engine, frames);
-    for (const midi_event& event : due)
+    for (const midi_event& event : due) {
         link.keys.follow(event);
+        keys_down.follow_event(event);
+    }
     engine.run(pcm, frames, due.data(), uint32_t(due.size()), curr_time);
     show_run(engine, frames);
     if (gm != nullptr && gm->has_rest())

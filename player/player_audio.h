@@ -7,6 +7,7 @@
 
 #include "player/channel_programs.h"
 #include "player/event_queue.h"
+#include "player/keys_down.h"
 #include "player/player_link.h"
 #include "player/tempo_clock.h"
 #include "softsynth/parameters/constants.h"
@@ -25,7 +26,8 @@ class PlayerAudio {
     void follow_edits();
 
     // Queues a raw message of three bytes (status and two data bytes); messages that no engine
-    // takes are dropped.  False when there is no room.  A program change acts on later calls at
+    // takes are dropped.  A controller that the bank has been taught moves its control instead.
+    // False when there is no room.  A program change acts on later calls at
     // once and on the sound at its time; in General MIDI both are its time.
     bool add_message(const uint8_t* message, uint32_t time);
     // The same with a system exclusive message, from 0xF0 to 0xF7, which only General MIDI takes.
@@ -88,6 +90,7 @@ class PlayerAudio {
     void end_gm();
     bool follow_in_gm(const PlayerEdit& edit, uint32_t time);
     bool add_gm_message(const midi_event& record);
+    bool take_learned(const uint8_t* message, uint32_t time);
     void set_gm_controller(unsigned program, unsigned number, int value, uint32_t time);
     void play_due_in_gm(uint32_t frames);
     Tempo next_tempo(uint32_t frames);
@@ -97,6 +100,7 @@ class PlayerAudio {
     void publish_gm_programs();
     void publish_gm_keys();
     void note_played(const midi_event& event);
+    void strike_again(unsigned program);
     void send_byte(unsigned program, unsigned number, int value, uint32_t time);
     void send_bend(unsigned program, int coarse, int fine);
     void play_program(unsigned channel, unsigned program, uint32_t time);
@@ -132,6 +136,8 @@ class PlayerAudio {
     bool follows_tempo = false;
     uint32_t curr_time = 0;
     ChannelPrograms playing{};
+
+    KeysDown keys_down;
 
     bool is_refresh_asked = false; // by an edit that is being followed
 

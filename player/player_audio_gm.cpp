@@ -24,6 +24,7 @@ void PlayerAudio::follow_dialect() {
         dialect = wanted;
         // Messages on their way have been made for the other one.
         events.clear();
+        keys_down.clear();
         if (plays_gm())
             begin_gm();
         else
@@ -101,6 +102,7 @@ void PlayerAudio::play_due_in_gm(uint32_t frames) {
             break;
         }
         note_played(due[i]);
+        keys_down.follow_message(due[i]);
     }
 }
 

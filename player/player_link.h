@@ -13,6 +13,7 @@
 #include "player/channel_programs.h"
 #include "player/gm_ensemble.h"
 #include "player/handover.h"
+#include "player/learned_table.h"
 #include "player/meters.h"
 #include "player/sounding_keys.h"
 #include "softsynth/core/core.h"
@@ -32,6 +33,7 @@ struct PlayerEdit {
         REFRESH,         // the bank is sent as a whole, the next one if there is one
         SILENCE,         // of all that sounds, echoes included
         MESSAGE,         // the MIDI message `program`, `number`, `value` is played
+        STRIKE_AGAIN,    // keys that are down on channels that play `program` are struck again
     };
 
     Kind kind = Kind::REFRESH;
@@ -65,10 +67,14 @@ struct PlayerLink {
     std::atomic<MidiDialect> dialect{MidiDialect::NATIVE};
     // As the bank says.
     std::atomic<bool> tempo_sync{false};
+    // What the bank's MIDI controllers have been taught.
+    LearnedTable learned;
     // What each channel plays: as asked for last, by either side.
     std::atomic<uint8_t> channel_programs[NUM_CHANNELS]{};
     // The program that hosts and editors work on.
     std::atomic<unsigned> edited_program{0};
+    // The channel that is selected in a window.
+    std::atomic<unsigned> selected_channel{0};
     // Counts what an editor or a host would show anew.
     std::atomic<uint32_t> changes{0};
 

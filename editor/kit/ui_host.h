@@ -11,6 +11,8 @@
 #include "editor/model/editor_document.h"
 #include "editor/model/editor_model.h"
 #include "editor/model/output_scope.h"
+#include "softsynth/parameters/constants.h"
+#include "softsynth/parameters/tempo_values.h"
 
 namespace tarquil {
 
@@ -22,6 +24,11 @@ struct ViewState {
     unsigned selected_slot = 0; // of the bank page
     OutputScope scope{};
     bool is_time_logarithmic = true; // on the envelopes' plots
+    // What follows the host's tempo, while it does; the tempo in quarter notes a minute.
+    TempoValues times{};
+    double tempo = 120.0;
+    [[nodiscard]] double seconds_per_quarter() const { return 60.0 / tempo; }
+    [[nodiscard]] double samples_per_quarter() const { return SAMPLE_RATE * 60.0 / tempo; }
 };
 
 // A file to be chosen.
@@ -62,6 +69,10 @@ class UiHost {
 
     [[nodiscard]] virtual ThemeKind get_theme() { return ThemeKind::DARK; }
     virtual void set_theme(ThemeKind /*theme*/) {}
+
+    // Whether held notes are struck again when a control has been edited that they do not hear.
+    [[nodiscard]] virtual bool strikes_again() { return false; }
+    virtual void set_strikes_again(bool /*is_on*/) {}
 
     // Null in hosts.
     virtual EditorDocument* get_document() { return nullptr; }

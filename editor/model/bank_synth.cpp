@@ -27,6 +27,7 @@ const WaveformStore& BankSynth::get_waves() {
 void BankSynth::read_state(EditorState& state) {
     read_bank(bank, program, state);
     state.channel_programs = channel_programs;
+    state.selected_channel = selected_channel;
 }
 
 bool BankSynth::read_output(std::span<float> left, std::span<float> right) {

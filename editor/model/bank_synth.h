@@ -3,6 +3,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "editor/model/editor_synth.h"
@@ -27,6 +29,7 @@ class BankSynth : public EditorSynth {
 
     void set_program(unsigned new_program) override { program = new_program; }
     void set_channel_program(unsigned channel, unsigned new_program) override;
+    void set_selected_channel(unsigned channel) override { selected_channel = channel; }
 
     Instrument get_instrument(unsigned number) override { return bank.get_instrument(number); }
     void set_instrument(unsigned number, const Instrument& instrument) override;
@@ -34,6 +37,11 @@ class BankSynth : public EditorSynth {
     void set_bank(const TarqSettings& new_bank) override { bank = new_bank; }
     void set_dialect(MidiDialect dialect) override { bank.set_midi_dialect(dialect); }
     void set_tempo_sync(bool is_on) override { bank.set_tempo_sync(is_on); }
+    void set_learned(const LearnedControls& learned) override { bank.set_learned(learned); }
+    void listen(bool is_on) override { is_listening = is_on; }
+    std::optional<unsigned> take_heard_controller() override {
+        return std::exchange(heard_controller, std::nullopt);
+    }
     void set_song(const std::string& title, const std::string& author) override;
 
     const WaveformStore& get_waves() override;
@@ -54,6 +62,7 @@ class BankSynth : public EditorSynth {
         keys.channels[channel].is_sustained = is_down;
     }
     EditorKeys read_keys() override { return keys; }
+    void strike_again() override { strikes++; }
 
     TarqSettings bank;
     EditorMeters meters;
@@ -63,7 +72,11 @@ class BankSynth : public EditorSynth {
     std::vector<float> output; // what left and right are, from their ends on
     unsigned program = 0;
     std::array<uint8_t, NUM_CHANNELS> channel_programs{};
+    unsigned selected_channel = 0;
     int panics = 0;
+    int strikes = 0;
+    bool is_listening = false;
+    std::optional<unsigned> heard_controller;
 
   private:
     std::array<bool, NUM_COMPRESSOR_BANDS> muted{};

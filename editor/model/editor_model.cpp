@@ -11,6 +11,7 @@
 #include "instrument/load_error.h"
 #include "instrument/names.h"
 #include "instrument/text_kind.h"
+#include "softsynth/parameters/control_help.h"
 #include "softsynth/parameters/starting_values.h"
 
 namespace tarquil {
@@ -28,6 +29,7 @@ template <typename... Handlers> Overloaded(Handlers...) -> Overloaded<Handlers..
 
 EditorModel::EditorModel(EditorSynth& edited_synth) : synth(edited_synth) {
     synth.read_state(state);
+    selected_channel = state.selected_channel;
     find_channel();
 }
 
@@ -38,6 +40,8 @@ bool EditorModel::refresh() {
     const bool is_new = !(read == state);
     if (is_new)
         std::swap(state, read);
+    if (read.selected_channel != state.selected_channel) // loaded
+        selected_channel = state.selected_channel;
     if (synth.follows_messages() && state.program == program && was_heard && !is_heard() &&
         !is_drum_channel(selected_channel)) {
         synth.set_program(state.channel_programs[selected_channel]);
@@ -79,15 +83,21 @@ void EditorModel::end_gesture() {
 void EditorModel::change_controller(unsigned number, int value) {
     synth.set_controller(number, value);
     state.bytes[number] = uint8_t(value);
+    strike_is_due = strike_is_due || acts_from_next_note(number);
 }
 
 void EditorModel::set_value(unsigned number, int value) {
-    const ControllerInfo* info = find_controller(number);
+    set_values({{number, value}});
+}
+
+void EditorModel::set_values(Values values) {
+    const ControllerInfo* info = find_controller(values.begin()->first);
     TARQ_ASSERT(info != nullptr);
     const bool is_gesture = !in_gesture || is_turning;
     if (is_gesture)
         begin_gesture(info->name);
-    change_in_gesture(number, value);
+    for (const auto& [number, value] : values)
+        change_in_gesture(number, value);
     if (is_gesture)
         end_gesture();
 }
@@ -102,6 +112,11 @@ void EditorModel::choose_value(unsigned number, int value) {
 }
 
 void EditorModel::turn_value(unsigned number, int value) {
+    turn_values({{number, value}});
+}
+
+void EditorModel::turn_values(Values values) {
+    const unsigned number = values.begin()->first;
     if (in_gesture && !is_turning) // a drag goes on
         return;
     if (!is_turning || turned != number || gesture_broken) {
@@ -110,11 +125,13 @@ void EditorModel::turn_value(unsigned number, int value) {
         turned = number;
     }
     turning_for = 0.0;
-    change_with_starts(number, value);
+    for (const auto& [one, value] : values)
+        change_with_starts(one, value);
 }
 
 void EditorModel::pass_time(double seconds) {
     turning_for += seconds;
+    since_strike += seconds;
     if (is_turning && turning_for >= BURST_SECONDS)
         end_gesture();
 }
@@ -215,6 +232,9 @@ void EditorModel::apply(const Edit& edit, bool forward) {
                 follow_channel(was_heard);
             },
             [&](const TempoSyncEdit& change) { synth.set_tempo_sync(change.after == forward); },
+            [&](const LearnedEdit& change) {
+                synth.set_learned(forward ? change.after : change.before);
+            },
             [&](const VersionEdit& change) { apply(change, forward); },
             [&](const KeptVersionEdit& change) {
                 versions[change.program].other = forward ? change.after : change.before;

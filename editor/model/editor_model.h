@@ -5,10 +5,12 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "editor/model/editor_synth.h"
 #include "editor/model/undo_history.h"
@@ -37,11 +39,15 @@ class EditorModel {
 
     // Clamped to 0..127 and to the controller's choices.
     void set_value(unsigned number, int value);
+    // Several that are one thing to people; the first one stands for all.
+    using Values = std::initializer_list<std::pair<unsigned, int>>;
+    void set_values(Values values);
     // The same by hand: the type of an effect or a filter brings its starting values along.
     void choose_value(unsigned number, int value);
     // The same, where a wheel's notches or keys on one control that follow each other closely are
     // one gesture, which ends BURST_SECONDS after the last.
     void turn_value(unsigned number, int value);
+    void turn_values(Values values);
     void pass_time(double seconds);
     static constexpr double BURST_SECONDS = 0.5;
 
@@ -77,6 +83,20 @@ class EditorModel {
     void set_song(std::string_view title, std::string_view author);
     void set_dialect(MidiDialect dialect);
     void set_tempo_sync(bool is_on);
+
+    // MIDI learn: the next MIDI controller that is moved moves this control from then on.
+    void start_learning(unsigned number);
+    void stop_learning();
+    [[nodiscard]] std::optional<unsigned> learning() const { return learned_control; }
+    // The one that has been moved, and is learned as a step.
+    std::optional<unsigned> finish_learning();
+    // As a step with this name.
+    void set_learned(std::string step_name, const LearnedControls& learned);
+
+    // What sounds is struck again when a control has been edited that is heard from the next note
+    // on only; not more often than a hand would.
+    void strike_if_due(bool is_wanted);
+    static constexpr double STRIKE_SECONDS = 0.15;
 
     // Two versions of each program, A and B, as steps.  B starts as a copy of A.
     [[nodiscard]] bool is_version_b() const;
@@ -120,6 +140,7 @@ class EditorModel {
     [[nodiscard]] Instrument other_version(unsigned program);
     void follow_channel(bool was_heard);
     void find_channel();
+    void keep_channel(unsigned channel);
     void replace_instrument(std::string step_name, unsigned program, const Instrument& instrument);
 
     EditorSynth& synth;
@@ -132,6 +153,10 @@ class EditorModel {
     };
     std::map<unsigned, Version> versions; // of programs, once compared
     UndoHistory history;
+
+    std::optional<unsigned> learned_control; // while it is being learned
+    bool strike_is_due = false;
+    double since_strike = STRIKE_SECONDS; // seconds
 
     UndoStep gesture;
     bool in_gesture = false;

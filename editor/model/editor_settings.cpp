@@ -35,6 +35,9 @@ EditorSettings load_editor_settings(const std::string& path) {
     reader.get_float("keyboard", keyboard);
     settings.shows_keyboard = keyboard != 0.0F;
     reader.get_str("theme", settings.theme);
+    float strikes = 0.0F;
+    reader.get_float("strike_again", strikes);
+    settings.strikes_again = strikes != 0.0F;
     return settings;
 }
 
@@ -45,6 +48,8 @@ bool save_editor_settings(const std::string& path, const EditorSettings& setting
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
     TextFileMemoryWriter writer;
     writer.write_int("keyboard", settings.shows_keyboard ? 1 : 0);
+    if (settings.strikes_again)
+        writer.write_int("strike_again", 1);
     if (settings.is_scale_chosen)
         writer.write_float("scale", float(settings.scale));
     const auto write = [&writer](const char* key, const std::string& value) {

@@ -12,6 +12,8 @@ struct EditorSettings {
     std::string folder;           // that the last file was chosen from; empty: the user's own
     bool shows_keyboard = true;
     std::string theme{}; // by its key; empty: the usual one
+    // Held notes are struck again when a control has been edited that they do not hear.
+    bool strikes_again = false;
 
     static constexpr double MIN_SCALE = 0.75;
     static constexpr double MAX_SCALE = 3.0;

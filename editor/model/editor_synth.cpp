@@ -17,6 +17,7 @@ void read_bank(const TarqSettings& bank, unsigned program, EditorState& state) {
     state.song_author = bank.get_song_author();
     state.dialect = bank.get_midi_dialect();
     state.tempo_sync = bank.get_tempo_sync();
+    state.learned = bank.get_learned();
 }
 
 } // namespace tarquil

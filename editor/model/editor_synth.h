@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -28,16 +29,18 @@ struct EditorState {
     ControllerBytes bytes{}; // the current program's, and the global ones
     unsigned program = 0;    // the current one, 0..127
     std::array<uint8_t, NUM_CHANNELS> channel_programs{};
+    unsigned selected_channel = 0; // as it was told or loaded last
     std::array<std::string, MAX_INSTRUMENTS> names;
     std::string song_title;
     std::string song_author;
     MidiDialect dialect = MidiDialect::NATIVE; // of the messages that are played
     bool tempo_sync = false;                   // what can follow the host's tempo follows it
+    LearnedControls learned;                   // by MIDI controllers
 
     bool operator==(const EditorState& other) const = default;
 };
 
-// All of a state but the channels' programs.
+// All of a state but what belongs to channels.
 void read_bank(const TarqSettings& bank, unsigned program, EditorState& state);
 
 // Levels are linear.
@@ -48,6 +51,7 @@ struct EditorMeters {
     unsigned voices = 0;
     NoteView note;                // the last one on a channel that plays the edited program
     unsigned active_channels = 0; // bit c: a note started on channel c since the last call
+    double tempo = 120.0;         // quarter notes a minute, whether anything follows it or not
 
     bool operator==(const EditorMeters& other) const = default;
 };
@@ -87,6 +91,8 @@ class EditorSynth {
 
     virtual void set_program(unsigned program) = 0;
     virtual void set_channel_program(unsigned channel, unsigned program) = 0;
+    // To be kept with the sounds.
+    virtual void set_selected_channel(unsigned channel) = 0;
     // Whether a message that gives the selected channel another program changes what is edited:
     // not where a host's automation means the edited program, with a window or without.
     [[nodiscard]] virtual bool follows_messages() const { return false; }
@@ -102,6 +108,10 @@ class EditorSynth {
     virtual void set_dialect(MidiDialect dialect) = 0;
     // Kept with the bank.
     virtual void set_tempo_sync(bool is_on) = 0;
+    virtual void set_learned(const LearnedControls& learned) = 0;
+    // While on, MIDI controllers do nothing but to be heard; the last one since the last call.
+    virtual void listen(bool is_on) = 0;
+    virtual std::optional<unsigned> take_heard_controller() = 0;
     virtual void set_song(const std::string& title, const std::string& author) = 0;
 
     // What its oscillators play, to be drawn.
@@ -125,6 +135,8 @@ class EditorSynth {
     virtual void set_sustain(unsigned channel, bool is_down) = 0;
     // Takes no lock.
     virtual EditorKeys read_keys() = 0;
+    // Keys that are down on channels that play the edited program are struck again.
+    virtual void strike_again() = 0;
 };
 
 } // namespace tarquil

@@ -14,10 +14,15 @@ bool EditorModel::plays_edited(unsigned channel) const {
     return !is_drum_channel(channel) && state.channel_programs[channel] == state.program;
 }
 
+void EditorModel::keep_channel(unsigned channel) {
+    selected_channel = state.selected_channel = channel;
+    synth.set_selected_channel(channel);
+}
+
 void EditorModel::select_channel(unsigned channel) {
     if (is_drum_channel(channel))
         return;
-    selected_channel = channel;
+    keep_channel(channel);
     select_program(state.channel_programs[channel]);
 }
 
@@ -37,12 +42,12 @@ void EditorModel::find_channel() {
         return;
     for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++) {
         if (plays_edited(channel)) {
-            selected_channel = channel;
+            keep_channel(channel);
             return;
         }
     }
     if (is_drum_channel(selected_channel))
-        selected_channel = 0;
+        keep_channel(0);
 }
 
 } // namespace tarquil

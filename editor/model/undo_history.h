@@ -54,6 +54,11 @@ struct TempoSyncEdit {
     bool after = false;
 };
 
+struct LearnedEdit {
+    LearnedControls before{};
+    LearnedControls after{};
+};
+
 // The version of a program that is heard is changed for the other.
 struct VersionEdit {
     unsigned program = 0;
@@ -69,7 +74,7 @@ struct KeptVersionEdit {
 };
 
 using Edit = std::variant<ControllerEdit, InstrumentEdit, BankEdit, ChannelEdit, SongEdit,
-                          DialectEdit, TempoSyncEdit, VersionEdit, KeptVersionEdit>;
+                          DialectEdit, TempoSyncEdit, LearnedEdit, VersionEdit, KeptVersionEdit>;
 
 // What one gesture changed, in order.
 struct UndoStep {

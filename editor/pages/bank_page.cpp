@@ -82,7 +82,9 @@ Page make_bank_page() {
     Rect rest = PAGE_AREA;
     Rect right = rest.cut_right(262);
     rest.cut_right(GAP);
-    page.add<SlotGrid>(add_panel(page, rest, "Programs"));
+    // Without a title: 22 rows of 24 take all the height.
+    add_panel(page, rest, "");
+    page.add<SlotGrid>(rest.inset(4, 0));
     add_slot_buttons(page, add_panel(page, right.cut_top(236), "Selected program"));
     right.cut_top(GAP);
     Rect bank = add_panel(page, right.cut_top(134), "Bank");

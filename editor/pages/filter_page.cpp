@@ -5,7 +5,8 @@
 #include "editor/plots/filter_plot.h"
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
-#include "editor/widgets/slider.h"
+#include "editor/widgets/multiply_switch.h"
+#include "editor/widgets/pair_slider.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
 
@@ -32,17 +33,16 @@ Page make_filter_page() {
     constexpr unsigned NUM_FILTER_SLOTS = 1 + NUM_CUTOFF_SLOTS;
     for (unsigned i = 0; i < NUM_FILTER_SLOTS; i++) {
         const unsigned slot = RESONANCE_SLOT + i;
-        const ModulationRows rows = modulation_rows(slot);
         Rect column = column_of(lower, i, NUM_FILTER_SLOTS, 20);
-        Rect head = column.cut_top(20);
-        page.add<Caption>(head, MODULATION_TARGET_NAMES[slot],
+        page.add<Caption>(column.cut_top(20), MODULATION_TARGET_NAMES[slot],
                           TextStyle{theme::NORMAL, theme::TEXT});
-        page.add<AmountText>(head, slot);
         column.cut_top(4);
-        page.add<ChoiceBox>(column.cut_top(28), rows.source, "");
+        page.add<ChoiceBox>(column.cut_top(28), modulation_rows(slot).source, "");
         column.cut_top(6);
-        page.add<Slider>(column.cut_top(26), rows.amount, "");
-        page.add<Slider>(column.cut_top(26), rows.fine_amount, "");
+        page.add<PairSlider>(column.cut_top(26), amount_pair(slot), "");
+        Rect multiply = column.cut_top(26);
+        page.add<MultiplySwitch>(multiply.cut_left(40), slot);
+        page.add<Caption>(multiply, "Multiply", TextStyle{theme::SMALL, theme::TEXT_MUTED});
     }
     return page;
 }

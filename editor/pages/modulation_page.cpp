@@ -4,8 +4,9 @@
 #include "editor/pages/pages.h"
 #include "editor/widgets/amount_text.h"
 #include "editor/widgets/choice_box.h"
+#include "editor/widgets/multiply_switch.h"
+#include "editor/widgets/pair_slider.h"
 #include "editor/widgets/routing_plot.h"
-#include "editor/widgets/slider.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
 
@@ -18,32 +19,26 @@ Page make_modulation_page() {
     rest.cut_top(GAP);
     Rect table = add_panel(page, rest, "Modulation");
 
-    constexpr double NAME_WIDTH = 118;
-    constexpr double SOURCE_WIDTH = 104;
-    constexpr double SUM_WIDTH = 66;
-    const double slider_width = (table.w - NAME_WIDTH - SOURCE_WIDTH - SUM_WIDTH - 40) / 2;
+    constexpr double NAME_WIDTH = 150;
+    constexpr double SOURCE_WIDTH = 132;
+    constexpr double MULTIPLY_WIDTH = 70;
+    constexpr double SPACE = 24;
     const TextStyle heading{theme::SMALL, theme::TEXT_MUTED};
     Rect head = table.cut_top(20);
     head.cut_left(NAME_WIDTH);
-    page.add<Caption>(head.cut_left(SOURCE_WIDTH + 16), "Source", heading);
-    page.add<Caption>(head.cut_left(slider_width + 12), "Amount", heading);
-    page.add<Caption>(head.cut_left(slider_width), "Fine amount", heading);
-    page.add<Caption>(head, "Sum", TextStyle{theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
+    page.add<Caption>(head.cut_left(SOURCE_WIDTH + SPACE), "Source", heading);
+    page.add<Caption>(head.cut_left(MULTIPLY_WIDTH + SPACE), "Multiply", heading);
+    page.add<Caption>(head, "Amount", heading);
     for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++) {
-        const ModulationRows rows = modulation_rows(slot);
         Rect row = row_of(table, slot, NUM_MODULATION_SLOTS, 0);
+        const double top = row.center().y - 13;
         page.add<Caption>(row.cut_left(NAME_WIDTH), MODULATION_TARGET_NAMES[slot],
                           TextStyle{theme::NORMAL, theme::TEXT});
-        const Rect source = row.cut_left(SOURCE_WIDTH);
-        page.add<ChoiceBox>(Rect{source.x, row.center().y - 13, source.w, 26}, rows.source, "");
-        row.cut_left(16);
-        const Rect amount = row.cut_left(slider_width);
-        page.add<Slider>(Rect{amount.x, row.center().y - 13, amount.w, 26}, rows.amount, "");
-        row.cut_left(12);
-        const Rect fine = row.cut_left(slider_width);
-        page.add<Slider>(Rect{fine.x, row.center().y - 13, fine.w, 26}, rows.fine_amount, "");
-        row.cut_left(4);
-        page.add<AmountText>(row, slot);
+        page.add<ChoiceBox>(Rect{row.x, top, SOURCE_WIDTH, 26}, modulation_rows(slot).source, "");
+        row.cut_left(SOURCE_WIDTH + SPACE);
+        page.add<MultiplySwitch>(Rect{row.x, top, 48, 26}, slot);
+        row.cut_left(MULTIPLY_WIDTH + SPACE);
+        page.add<PairSlider>(Rect{row.x, top, row.w, 26}, amount_pair(slot), "");
     }
     return page;
 }

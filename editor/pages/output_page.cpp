@@ -4,6 +4,7 @@
 #include "editor/pages/pages.h"
 #include "editor/plots/stereo_effect_plot.h"
 #include "editor/widgets/choice_box.h"
+#include "editor/widgets/pair_slider.h"
 #include "editor/widgets/slider.h"
 #include "softsynth/parameters/controller_number.h"
 
@@ -35,12 +36,9 @@ Page make_output_page() {
           ControlSpec{CTRL_AUX1_LEVEL, "Reverb send"}, ControlSpec{CTRL_AUX2_LEVEL, "Delay send"}})
         page.add<Slider>(row_of(out, row++, 4, 4), control.number, control.label);
     right.cut_top(GAP);
-    Rect playing = add_panel(page, right.cut_top(166), "Playing");
-    row = 0;
-    for (const ControlSpec& control : {ControlSpec{CTRL_CHAN_MAX_VOICES, "Maximum voices"},
-                                       ControlSpec{CTRL_PITCH_BEND_MSB, "Pitch bend"},
-                                       ControlSpec{CTRL_PITCH_BEND_LSB, "Bend, fine"}})
-        page.add<Slider>(row_of(playing, row++, 3, 4), control.number, control.label);
+    const Rect playing = add_panel(page, right.cut_top(124), "Playing");
+    page.add<Slider>(row_of(playing, 0, 2, 4), CTRL_CHAN_MAX_VOICES, "Maximum voices");
+    page.add<PairSlider>(row_of(playing, 1, 2, 4), BEND_PAIR, "Pitch bend");
     right.cut_top(GAP);
     Rect speech = add_panel(page, right, "Speech (stored with the sound, not heard)");
     row = 0;

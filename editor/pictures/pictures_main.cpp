@@ -19,6 +19,7 @@
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
 #include "editor/view/editor_view.h"
+#include "editor/widgets/learned_list.h"
 #include "instrument/checked_load.h"
 #include "softsynth/parameters/effect_type.h"
 #include "softsynth/parameters/filter_type.h"
@@ -104,9 +105,30 @@ void show_tooltip(EditorView& view) {
     view.tick(1.0);
 }
 
+void show_learned(EditorView& view) {
+    LearnedControls learned;
+    learned.learn(74, CTRL_FILTER1_CUTOFF);
+    learned.learn(1, CTRL_LFO1_SPEED);
+    learned.set(71, LearnedControl{CTRL_FILTER1_RESONANCE, 100, 10});
+    view.get_model().set_learned("Learn", learned);
+    view.open_overlay(std::make_unique<LearnedList>(view));
+}
+
+void follow_tempo(EditorView& view) {
+    view.get_model().set_tempo_sync(true);
+    view.tick(1.0);
+}
+
 void choose_file(EditorView& view) {
     view.choose_file({"Import bank", ".tqb", false, "",
                       [](const std::string& /*path*/) { return std::string(); }});
+}
+
+unsigned page_of(const EditorView& view, const std::string& title) {
+    unsigned page = 0;
+    while (view.get_pages()[page].title != title)
+        page++;
+    return page;
 }
 
 std::vector<Scene> make_scenes(bool for_looking) {
@@ -135,6 +157,8 @@ std::vector<Scene> make_scenes(bool for_looking) {
     scenes.push_back({"open-context", first, 0, true, open_context_menu});
     scenes.push_back({"open-entry", first, 0, true, type_nonsense});
     scenes.push_back({"open-tooltip", first, 0, true, show_tooltip});
+    scenes.push_back({"open-learned", first, 0, true, show_learned});
+    scenes.push_back({"tempo-lfos", "LFOs", page_of(view, "LFOs"), true, follow_tempo});
     if (for_looking) // what lies in the folder depends on the machine
         scenes.push_back({"open-files", first, 0, true, choose_file});
     return scenes;

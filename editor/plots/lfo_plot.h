@@ -22,16 +22,19 @@ class LfoPlot : public Widget {
     std::vector<Rect> moved_areas(UiHost& host) override;
 
   private:
+    // As it swings now, with the host's tempo where it follows that.
+    [[nodiscard]] double hertz(UiHost& host) const;
     // Seconds that are shown.
-    [[nodiscard]] double shown_seconds(const ControllerBytes& bytes) const;
+    [[nodiscard]] double shown_seconds(UiHost& host) const;
     // NOWHERE while no note sounds or the LFO moves nothing.
     [[nodiscard]] Point dot(UiHost& host) const;
 
-    void compute(EditorSynth& synth, const ControllerBytes& bytes, double seconds);
+    void compute(EditorSynth& synth, const ControllerBytes& bytes, double cycles);
 
     const unsigned lfo;
     const LfoRows rows;
     std::vector<int> computed_from;
+    double computed_cycles = 0.0;
     std::vector<float> samples;
     Point drawn_dot{};
 };

@@ -8,6 +8,7 @@
 #include "curves/reverb_decay.h"
 #include "editor/plots/envelope_axis.h"
 #include "editor/plots/plot_frame.h"
+#include "editor/plots/tempo_axis.h"
 #include "softsynth/parameters/controller_display.h"
 
 namespace tarquil {
@@ -16,6 +17,15 @@ namespace {
 
 constexpr Rect numbered_part(const Rect& area) {
     return {area.x + 38, area.y, area.w - 38, area.h - 15};
+}
+
+// With the host's tempo where it follows that.
+double beat_seconds(UiHost& host) {
+    const int byte = host.get_model().value(CTRL_RETRIGGER_BPM);
+    const ViewState& view = host.get_view_state();
+    return view.times.is_on() ? view.times.beat_quarters(byte, TempoValues::LONGEST_BEAT) *
+                                    view.seconds_per_quarter()
+                              : 60.0 / controller_quantity(CTRL_RETRIGGER_BPM, byte);
 }
 
 } // namespace
@@ -47,13 +57,13 @@ void ReverbPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/
 
 void RetriggerPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
-    const double beat = 60.0 / controller_quantity(CTRL_RETRIGGER_BPM, bytes[CTRL_RETRIGGER_BPM]);
+    const double beat = beat_seconds(host);
     const int speed_up = int(
         std::lround(controller_quantity(CTRL_RETRIGGER_SPEEDUP, bytes[CTRL_RETRIGGER_SPEEDUP])));
     const bool is_on = speed_up != 0 && bytes[CTRL_RETRIGGER_WET_LEVEL] > 0;
     const PlotFrame frame(numbered_part(area), 0.0, 2.0 * beat, 0.0, 1.05);
-    frame.draw(canvas, time_lines(2.0 * beat), {{0.5, "half"}, {1.0, "end"}},
-               PlotFrame::Numbers::OUTSIDE);
+    frame.draw(canvas, tempo_lines(host.get_view_state(), 2.0 * beat),
+               {{0.5, "half"}, {1.0, "end"}}, PlotFrame::Numbers::OUTSIDE);
     const Rect& inside = frame.get_area();
     const double next = frame.x(beat);
     canvas.line({next, inside.y}, {next, inside.bottom()}, theme::OUTLINE, 1.5);

@@ -9,6 +9,7 @@
 #include "curves/effect_curves.h"
 #include "editor/plots/envelope_axis.h"
 #include "editor/plots/plot_frame.h"
+#include "editor/plots/tempo_axis.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/effect_type.h"
@@ -20,6 +21,13 @@ namespace tarquil {
 namespace {
 
 constexpr Color SIDES[] = {theme::PARTS[0], theme::PARTS[1]};
+
+// As it sounds now, with the host's tempo where it follows that.
+double delay_seconds(UiHost& host, int byte) {
+    const TempoValues& times = host.get_view_state().times;
+    return times.is_on() ? double(times.delay_samples(byte)) / SAMPLE_RATE
+                         : double(stereo_delay_seconds(byte));
+}
 
 void draw_side_names(Canvas& canvas, const Rect& area) {
     canvas.text({area.right() - 70, area.y + 4, 30, 14}, "left", {9.5, SIDES[0]});
@@ -50,8 +58,8 @@ void draw_echoes(Canvas& canvas, const Rect& area, const double* seconds, double
     }
 }
 
-void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, double delay_ms,
-                double amount_ms, double hertz, OscType wave) {
+void draw_sweep(Canvas& canvas, const Rect& area, UiHost& host, double delay_ms, double amount_ms,
+                double hertz, OscType wave) {
     constexpr uint32_t NUM_SAMPLES = 512;
     const double shown_seconds = std::clamp(round_time_above(2.0 / hertz), 0.5, 20.0);
     // From a little below the shortest delay to a little above the longest.
@@ -63,7 +71,8 @@ void draw_sweep(Canvas& canvas, const Rect& area, const WaveformStore& waves, do
     std::vector<GridLine> rows;
     for (double ms = std::ceil(lowest / step) * step; ms < highest; ms += step)
         rows.push_back({ms, trimmed_number(ms, 2) + " ms"});
-    frame.draw(canvas, time_lines(shown_seconds), rows);
+    frame.draw(canvas, tempo_lines(host.get_view_state(), shown_seconds), rows);
+    const WaveformStore& waves = host.get_model().get_synth().get_waves();
     for (int side = 1; side >= 0; side--) {
         const std::vector<float> sweep = lfo_wave(waves, wave, hertz * shown_seconds,
                                                   side == 0 ? 0.0F : RIGHT_LFO_LEAD, NUM_SAMPLES);
@@ -85,15 +94,18 @@ void StereoEffectPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*s
     const double wet = controller_quantity(CTRL_CHANFX2_WET, bytes[CTRL_CHANFX2_WET]);
     const unsigned type = bytes[STEREO_EFFECT_ROWS.type];
     if (type == STEREO_EFFECT_DELAY) {
-        const double seconds[] = {double(stereo_delay_seconds(p[0])),
-                                  double(stereo_delay_seconds(p[1]))};
+        const double seconds[] = {delay_seconds(host, p[0]), delay_seconds(host, p[1])};
         draw_echoes(canvas, area, seconds, double(stereo_effect_feedback(p[2])), wet);
     } else if (type != STEREO_EFFECT_OFF) {
         const float delay =
             type == STEREO_EFFECT_CHORUS ? chorus_delay_samples(p[0]) : flanger_delay_samples(p[0]);
-        draw_sweep(canvas, area, host.get_model().get_synth().get_waves(),
-                   double(delay) * MS_PER_SAMPLE, double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE,
-                   double(stereo_lfo_hz(p[1])), OscType(p[3]));
+        const TempoValues& times = host.get_view_state().times;
+        const float hertz = times.is_on() ? times.sweep_hz(p[1]) : stereo_lfo_hz(p[1]);
+        draw_sweep(canvas, area, host, double(delay) * MS_PER_SAMPLE,
+                   double(stereo_lfo_samples(p[2])) * MS_PER_SAMPLE, double(hertz), OscType(p[3]));
+        if (times.is_on())
+            draw_tempo(canvas, {area.x, area.y, area.w - 70, area.h}, host.get_view_state(),
+                       double(hertz));
     } else {
         const PlotFrame frame(area, 0.0, 2.0, -1.0, 1.0);
         frame.draw(canvas, {{0.5, ""}, {1.0, "1 s"}, {1.5, ""}},
@@ -108,7 +120,8 @@ void MasterDelayPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*st
     const auto quantity = [&](unsigned number) {
         return controller_quantity(number, bytes[number]);
     };
-    const double seconds[] = {quantity(CTRL_DELAY_LEFT_TIME), quantity(CTRL_DELAY_RIGHT_TIME)};
+    const double seconds[] = {delay_seconds(host, bytes[CTRL_DELAY_LEFT_TIME]),
+                              delay_seconds(host, bytes[CTRL_DELAY_RIGHT_TIME])};
     draw_echoes(canvas, area, seconds, quantity(CTRL_DELAY_FEEDBACK), 1.0);
 }
 

@@ -14,6 +14,7 @@
 #include "editor/view/tabs.h"
 #include "editor/view/tooltip.h"
 #include "editor/widgets/file_browser.h"
+#include "editor/widgets/pair_slider.h"
 
 namespace tarquil {
 
@@ -80,6 +81,7 @@ EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings,
 
 EditorView::~EditorView() {
     view_state.scope.follow(model.get_synth(), false);
+    model.stop_learning();
     model.end_gesture();
 }
 
@@ -204,8 +206,19 @@ void EditorView::draw_page(Canvas& canvas) {
         for (const auto& widget : page->widgets) {
             TARQ_ASSERT(widget != nullptr);
             widget->draw(canvas, *this, state_of(widget.get()));
+            draw_learned_frame(canvas, *widget);
         }
     }
+}
+
+// Around the control that waits for a MIDI controller.
+void EditorView::draw_learned_frame(Canvas& canvas, const Widget& widget) {
+    if (!model.learning())
+        return;
+    const std::vector<unsigned> own = widget.controllers();
+    const bool is_control = own.size() == 1 || dynamic_cast<const PairSlider*>(&widget) != nullptr;
+    if (is_control && own[0] == *model.learning())
+        canvas.frame(widget.get_area().inset(-2), theme::WARM, 5, 2);
 }
 
 std::vector<Widget*> EditorView::meter_widgets() {
@@ -308,6 +321,30 @@ bool EditorView::update_notice(double seconds) {
     return is_new;
 }
 
+bool EditorView::update_learning() {
+    const std::optional<unsigned> target = model.learning();
+    const std::optional<unsigned> heard = model.finish_learning();
+    if (!heard)
+        return false;
+    show_message(std::string(find_controller(*target)->name) + " is moved by MIDI controller " +
+                     std::to_string(*heard) + " now",
+                 MessageKind::DONE);
+    return true;
+}
+
+// What follows the host's tempo is drawn at it.
+bool EditorView::update_tempo() {
+    constexpr double SAME = 0.005; // quarter notes a minute
+    const bool is_followed = model.get_state().tempo_sync;
+    const bool is_new = is_followed != view_state.times.is_on() ||
+                        (is_followed && std::abs(meters.tempo - view_state.tempo) > SAME);
+    if (!is_new)
+        return false;
+    view_state.tempo = meters.tempo;
+    view_state.times.follow(is_followed ? view_state.samples_per_quarter() : 0.0);
+    return true;
+}
+
 bool EditorView::update_scope(double seconds) {
     const auto& widgets = pages[current_page].widgets;
     const bool is_shown = std::any_of(widgets.begin(), widgets.end(),
@@ -324,7 +361,10 @@ bool EditorView::tick(double seconds) {
     const bool is_model_new = may_have_changed.exchange(false) && model.refresh();
     const bool is_response_new = responses.refresh();
     const bool is_notice_new = update_notice(seconds);
-    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_notice_new;
+    const bool is_learned = update_learning();
+    is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_notice_new ||
+                 is_learned;
+    model.strike_if_due(settings.strikes_again);
     until_meters -= seconds;
     since_meters += seconds;
     if (until_meters <= 0.0) {
@@ -332,6 +372,7 @@ bool EditorView::tick(double seconds) {
         until_meters = METER_PERIOD;
         since_meters = 0.0;
     }
+    is_changed = update_tempo() || is_changed;
     return is_changed || are_meters_new;
 }
 
@@ -360,6 +401,10 @@ void EditorView::press(const PointerEvent& event) {
     still_for = 0.0;
     pointer_at = pointer.at;
     status.message.clear();
+    if (model.learning()) { // a click anywhere ends it
+        model.stop_learning();
+        return;
+    }
     if (!overlays.empty()) {
         overlays.back()->press(pointer);
         drop_finished_overlays();
@@ -483,6 +528,10 @@ bool EditorView::key(const KeyEvent& event) {
 }
 
 bool EditorView::use_key(const KeyEvent& event) {
+    if (event.key == Key::ESCAPE && model.learning()) {
+        model.stop_learning();
+        return true;
+    }
     if (event.key == Key::TAB) {
         move_focus(event.shift ? -1 : 1);
         return true;

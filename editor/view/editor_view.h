@@ -106,6 +106,8 @@ class EditorView : public UiHost {
     std::string get_clipboard() override;
     ThemeKind get_theme() override;
     void set_theme(ThemeKind theme) override;
+    bool strikes_again() override { return settings.strikes_again; }
+    void set_strikes_again(bool is_on) override { settings.strikes_again = is_on; }
     EditorDocument* get_document() override { return document; }
 
     // The window's ways to the desktop's clipboard; without them the view keeps its text itself.
@@ -125,6 +127,9 @@ class EditorView : public UiHost {
     std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
     bool update_notice(double seconds);
+    bool update_learning();
+    bool update_tempo();
+    void draw_learned_frame(Canvas& canvas, const Widget& widget);
     bool update_scope(double seconds);
     void drop_finished_overlays();
     void press_panel(const Pointer& pointer);

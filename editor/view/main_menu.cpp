@@ -3,6 +3,7 @@
 #include "editor/view/main_menu.h"
 
 #include "editor/view/file_actions.h"
+#include "editor/widgets/learned_list.h"
 #include "editor/widgets/menu.h"
 
 namespace tarquil {
@@ -30,6 +31,10 @@ void MainMenu::open(UiHost& host) {
         items.push_back(
             {"Save as\u2026   Ctrl+Shift+S", false, true, [&host] { save_document_as(host); }});
     }
+    items.push_back({"MIDI controllers\u2026", false, true,
+                     [&host] { host.open_overlay(std::make_unique<LearnedList>(host)); }});
+    items.push_back({"Strike held notes again while editing", host.strikes_again(), true,
+                     [&host] { host.set_strikes_again(!host.strikes_again()); }});
     constexpr std::pair<ThemeKind, const char*> THEMES[] = {
         {ThemeKind::DARK, "Dark theme"},
         {ThemeKind::LIGHT, "Light theme"},
@@ -54,7 +59,7 @@ bool MainMenu::press_key(UiHost& host, const KeyEvent& key) {
 }
 
 std::string MainMenu::tooltip(UiHost& host) {
-    return host.get_document() != nullptr ? "Files and looks" : "Looks";
+    return host.get_document() != nullptr ? "Files, MIDI and looks" : "MIDI and looks";
 }
 
 } // namespace tarquil

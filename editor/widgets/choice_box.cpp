@@ -51,18 +51,21 @@ bool ChoiceBox::press(UiHost& host, const Pointer& pointer) {
     return ControlWidget::press(host, pointer);
 }
 
+void draw_switch(Canvas& canvas, const Rect& track, bool is_on, bool is_used, bool is_hovered) {
+    canvas.fill(track,
+                is_on && is_used ? theme::ACCENT_DIM : (is_hovered ? theme::HOVER : theme::CONTROL),
+                SWITCH_HEIGHT / 2);
+    canvas.frame(track, theme::OUTLINE, SWITCH_HEIGHT / 2);
+    canvas.disc({is_on ? track.right() - 8 : track.x + 8, track.center().y}, 5.5,
+                is_on && is_used ? theme::ACCENT : theme::TEXT_DIM);
+}
+
 void SwitchBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const EditorModel& model = host.get_model();
     const bool is_used = meaning_of(number, model.get_state().bytes).is_used;
     const bool is_on = model.value(number) != 0;
-    const Rect track{area.x, area.center().y - 8, 30, 16};
-    canvas.fill(track,
-                is_on && is_used ? theme::ACCENT_DIM
-                                 : (state.is_hovered ? theme::HOVER : theme::CONTROL),
-                8);
-    canvas.frame(track, theme::OUTLINE, 8);
-    canvas.disc({is_on ? track.right() - 8 : track.x + 8, track.center().y}, 5.5,
-                is_on && is_used ? theme::ACCENT : theme::TEXT_DIM);
+    const Rect track{area.x, area.center().y - SWITCH_HEIGHT / 2, SWITCH_WIDTH, SWITCH_HEIGHT};
+    draw_switch(canvas, track, is_on, is_used, state.is_hovered);
     canvas.text({track.right() + 8, area.y, area.w - 38, area.h}, label,
                 {theme::NORMAL, is_used ? theme::TEXT : theme::TEXT_DIM});
     draw_note_mark(canvas, {area.right() - 6, area.center().y + 3});

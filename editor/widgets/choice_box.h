@@ -17,6 +17,11 @@ class ChoiceBox : public ControlWidget {
     [[nodiscard]] Rect box_area() const;
 };
 
+// The track of a switch, 30 wide and 16 high.
+void draw_switch(Canvas& canvas, const Rect& track, bool is_on, bool is_used, bool is_hovered);
+inline constexpr double SWITCH_WIDTH = 30.0;
+inline constexpr double SWITCH_HEIGHT = 16.0;
+
 // A controller that is on or off.
 class SwitchBox : public ControlWidget {
   public:

@@ -18,10 +18,6 @@ namespace {
 
 constexpr int LARGE_STEP = 10;
 
-double range_part(const ControllerInfo& info, int value) {
-    return double(value - info.choices.first) / (info.choices.last - info.choices.first);
-}
-
 // With the effect's own name of a parameter: "Mono effect 1 drive".
 std::string full_name(unsigned number, const ControllerBytes& bytes) {
     std::string name = find_controller(number)->name;
@@ -45,6 +41,11 @@ std::string shown_text(const EditorModel& model, unsigned number, int byte) {
     return control_text(number, byte, state.bytes, state.tempo_sync);
 }
 
+std::string learned_line(const EditorModel& model, unsigned number) {
+    const std::optional<unsigned> by = model.get_state().learned.find(number);
+    return by ? "\nMoved by MIDI controller " + std::to_string(*by) : "";
+}
+
 std::string control_tooltip(EditorModel& model, unsigned number) {
     const ControllerInfo& info = *find_controller(number);
     const ControllerBytes& bytes = model.get_state().bytes;
@@ -58,6 +59,7 @@ std::string control_tooltip(EditorModel& model, unsigned number) {
         text += "\nNo effect now: " + reason;
     if (acts_from_next_note(number))
         text += "\nHeard from the next note on";
+    text += learned_line(model, number);
     const int parameter = model.get_synth().host_parameter(number);
     if (parameter != 0)
         text += std::string("\n") + info.key + ", host parameter " + std::to_string(parameter);
@@ -73,7 +75,7 @@ bool ControlWidget::press(UiHost& host, const Pointer& pointer) {
     if (pointer.button != Pointer::Button::LEFT)
         return false;
     if (pointer.is_double) {
-        reset_control(model, number);
+        reset(model);
         return false;
     }
     model.begin_gesture(find_controller(number)->name);
@@ -134,7 +136,7 @@ bool ControlWidget::press_key(UiHost& host, const KeyEvent& key) {
         step(host, 127);
         return true;
     case Key::DEL:
-        reset_control(host.get_model(), number);
+        reset(host.get_model());
         return true;
     case Key::ENTER:
         if (meaning_of(number, host.get_model().get_state().bytes).choices.empty())
@@ -165,21 +167,44 @@ Rect ControlWidget::entry_area() const {
     return {area.center().x - width / 2, area.bottom() - 20, width, 20};
 }
 
+void ControlWidget::reset(EditorModel& model) {
+    reset_control(model, number);
+}
+
+std::string ControlWidget::text_now(const EditorModel& model) const {
+    return shown_text(model, number, model.value(number));
+}
+
+std::string ControlWidget::default_text(const EditorModel& model) const {
+    return shown_text(model, number, default_byte(*find_controller(number)));
+}
+
+std::string ControlWidget::take_text(EditorModel& model, const std::string& text) {
+    const EditorState& state = model.get_state();
+    const std::optional<int> value = parse_control(number, text, state.bytes, state.tempo_sync);
+    if (!value)
+        return control_range(number, state.bytes);
+    model.choose_value(number, *value);
+    return "";
+}
+
+double ControlWidget::place(const EditorModel& model) const {
+    const ControllerChoices& range = find_controller(number)->choices;
+    return double(model.value(number) - range.first) / (range.last - range.first);
+}
+
+void ControlWidget::set_place(EditorModel& model, double part) {
+    const ControllerChoices& range = find_controller(number)->choices;
+    model.choose_value(number, int(std::lround(part * (range.last - range.first))) + range.first);
+}
+
 void ControlWidget::open_entry(UiHost& host) {
-    EditorModel& model = host.get_model();
-    const unsigned control = number;
     host.open_overlay(std::make_unique<TextEntry>(
-        entry_area(), shown_text(model, number, model.value(number)),
-        [&host, control](const std::string& text) {
-            EditorModel& edited = host.get_model();
-            const std::optional<int> value = parse_control(control, text, edited.get_state().bytes,
-                                                           edited.get_state().tempo_sync);
-            if (value)
-                edited.choose_value(control, *value);
-            else
-                host.show_message("\"" + text + "\" is no value here: " +
-                                  control_range(control, edited.get_state().bytes) + " would do");
-            return value.has_value();
+        entry_area(), text_now(host.get_model()), [this, &host](const std::string& text) {
+            const std::string would_do = take_text(host.get_model(), text);
+            if (!would_do.empty())
+                host.show_message("\"" + text + "\" is no value here: " + would_do + " would do");
+            return would_do.empty();
         }));
 }
 
@@ -201,27 +226,40 @@ void ControlWidget::open_choices(UiHost& host) {
     host.open_overlay(std::make_unique<Menu>(area, std::move(items)));
 }
 
+void ControlWidget::add_learning(UiHost& host, std::vector<MenuItem>& items) const {
+    if (!can_be_learned(number))
+        return;
+    const unsigned control = number;
+    items.push_back({"Learn a MIDI controller", false, true, [&host, control] {
+                         host.get_model().start_learning(control);
+                         host.show_message("Move a MIDI controller for " +
+                                           std::string(find_controller(control)->name) +
+                                           "; a click ends the waiting");
+                     }});
+    const std::optional<unsigned> by = host.get_model().get_state().learned.find(number);
+    if (by)
+        items.push_back({"Forget MIDI controller " + std::to_string(*by), false, true,
+                         [&host, controller = *by] {
+                             EditorModel& model = host.get_model();
+                             LearnedControls learned = model.get_state().learned;
+                             learned.set(controller, std::nullopt);
+                             model.set_learned("Forget MIDI controller", learned);
+                         }});
+}
+
 void ControlWidget::open_context_menu(UiHost& host, Point at) {
     EditorModel& model = host.get_model();
-    const unsigned control = number;
     std::vector<MenuItem> items;
-    items.push_back(
-        {"Reset to " + shown_text(model, number, default_byte(*find_controller(number))), false,
-         true, [&host, control] { reset_control(host.get_model(), control); }});
-    items.push_back({"Copy value", false, true, [&host, control] {
-                         EditorModel& edited = host.get_model();
-                         edited.copied_value =
-                             range_part(*find_controller(control), edited.value(control));
-                     }});
-    items.push_back({"Paste value", false, model.copied_value.has_value(), [&host, control] {
-                         EditorModel& edited = host.get_model();
-                         const ControllerChoices& range = find_controller(control)->choices;
-                         edited.choose_value(control, int(std::lround(*edited.copied_value *
-                                                                      (range.last - range.first))) +
-                                                          range.first);
+    items.push_back({"Reset to " + default_text(model), false, true,
+                     [this, &host] { reset(host.get_model()); }});
+    items.push_back({"Copy value", false, true,
+                     [this, &host] { host.get_model().copied_value = place(host.get_model()); }});
+    items.push_back({"Paste value", false, model.copied_value.has_value(), [this, &host] {
+                         set_place(host.get_model(), *host.get_model().copied_value);
                      }});
     if (meaning_of(number, model.get_state().bytes).choices.empty())
         items.push_back({"Type a value\u2026", false, true, [this, &host] { open_entry(host); }});
+    add_learning(host, items);
     host.open_overlay(std::make_unique<Menu>(Rect{at.x, at.y, 0, 0}, std::move(items)));
 }
 

@@ -7,6 +7,8 @@
 
 namespace tarquil {
 
+struct MenuItem;
+
 class ControlWidget : public Widget {
   public:
     // `control_label` is the name on the page.
@@ -31,13 +33,24 @@ class ControlWidget : public Widget {
     // Where a typed value appears.
     [[nodiscard]] virtual Rect entry_area() const;
 
-    void step(UiHost& host, int steps); // of a burst that is one step to undo
+    // What is shown and changed; here the controller alone.
+    virtual void step(UiHost& host, int steps); // of a burst that is one step to undo
+    virtual void reset(EditorModel& model);
+    [[nodiscard]] virtual std::string text_now(const EditorModel& model) const;
+    [[nodiscard]] virtual std::string default_text(const EditorModel& model) const;
+    // Empty when it was a value; else what would be one.
+    virtual std::string take_text(EditorModel& model, const std::string& text);
+    // 0..1 of its range, to be copied to others.
+    [[nodiscard]] virtual double place(const EditorModel& model) const;
+    virtual void set_place(EditorModel& model, double part);
+
     // A small note, `at` its head, where the control is heard from the next note on only.
     void draw_note_mark(Canvas& canvas, Point at) const;
 
     void open_entry(UiHost& host);
     void open_choices(UiHost& host);
     void open_context_menu(UiHost& host, Point at);
+    void add_learning(UiHost& host, std::vector<MenuItem>& items) const;
 
     const unsigned number;
     const char* const label;
@@ -53,6 +66,8 @@ void reset_control(EditorModel& model, unsigned number);
 
 // A value as it is shown now.
 std::string shown_text(const EditorModel& model, unsigned number, int byte);
+// A line of its tooltip, behind a line break; empty when nothing is learned.
+std::string learned_line(const EditorModel& model, unsigned number);
 // The lines of a control's tooltip: name and value; what it is for; why it has no effect; when it
 // is heard; the host's name of it.
 std::string control_tooltip(EditorModel& model, unsigned number);

@@ -26,7 +26,8 @@ Menu::Menu(const Rect& anchor, std::vector<MenuItem> menu_items, bool has_search
     size_t longest = 8;
     for (const MenuItem& item : items)
         longest = std::max(longest, item.text.size());
-    column_width = MARK_WIDTH + 12 + CHARACTER_WIDTH * double(std::min<size_t>(longest, 24));
+    const size_t most = items.size() <= MAX_ROWS ? 40 : 24; // in characters
+    column_width = MARK_WIDTH + 12 + CHARACTER_WIDTH * double(std::min(longest, most));
     if (items.size() <= MAX_ROWS)
         column_width = std::max(column_width, below.w - 2 * MENU_MARGIN);
     filter();

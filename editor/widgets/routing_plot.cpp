@@ -6,10 +6,10 @@
 #include <cmath>
 
 #include "editor/widgets/menu.h"
+#include "softsynth/parameters/coarse_and_fine.h"
 #include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/families.h"
 #include "softsynth/parameters/influence.h"
-#include "softsynth/parameters/quantity_text.h"
 
 namespace tarquil {
 
@@ -18,8 +18,6 @@ namespace {
 constexpr unsigned NUM_SOURCES = INFL_END_MARKER - INFL_ENV1;
 constexpr double CHIP_WIDTH = 128.0;
 constexpr double MARGIN = 8.0;
-// What a new connection moves by when its amount is none: a quarter of the most.
-constexpr int FIRST_AMOUNT = 80;
 
 Color source_color(unsigned source) {
     return theme::PARTS[(source - INFL_ENV1) % std::size(theme::PARTS)];
@@ -30,18 +28,14 @@ bool can_take(unsigned slot, unsigned source) {
 }
 
 double amount_of(const ControllerBytes& bytes, unsigned slot) {
-    const ModulationRows rows = modulation_rows(slot);
-    return controller_quantity(rows.amount, bytes[rows.amount]) +
-           controller_quantity(rows.fine_amount, bytes[rows.fine_amount]);
+    const CoarseAndFine pair = amount_pair(slot);
+    return pair_quantity(pair, {bytes[pair.coarse], bytes[pair.fine]});
 }
 
 std::string amount_text(const ControllerBytes& bytes, unsigned slot) {
-    const unsigned number = modulation_rows(slot).amount;
-    if (bytes[number] == MULTIPLYING_AMOUNT)
+    if (bytes[modulation_rows(slot).amount] == MULTIPLYING_AMOUNT)
         return MULTIPLIES_TEXT;
-    const double amount = amount_of(bytes, slot);
-    const std::string text = with_short_unit(quantity_text(amount, find_controller(number)->unit));
-    return amount > 0.0 ? "+" + text : text;
+    return pair_text(amount_pair(slot), amount_of(bytes, slot));
 }
 
 Rect chip_of(const Rect& column, unsigned index, unsigned count) {
@@ -94,8 +88,7 @@ void RoutingPlot::draw_lines(Canvas& canvas, const ControllerBytes& bytes) const
             continue;
         const Rect from = source_area(source);
         const Rect to = target_area(slot);
-        const double most =
-            std::abs(double(find_controller(rows.amount)->mapping.offset)); // of the coarse amount
+        const double most = largest_pair_quantity(amount_pair(slot));
         const bool multiplies = bytes[rows.amount] == MULTIPLYING_AMOUNT;
         const double part = multiplies ? 1.0 : std::abs(amount_of(bytes, slot)) / most;
         const Point end{to.x - 132, to.center().y};

@@ -15,17 +15,27 @@ namespace {
 constexpr double LABEL_WIDTH = 92.0;
 constexpr double VALUE_WIDTH = 82.0;
 constexpr double NARROW_VALUE_WIDTH = 60.0; // without a label
-constexpr double SLOT_HEIGHT = 5.0;
-constexpr double HANDLE_RADIUS = 6.0;
 
 } // namespace
+
+void draw_slider(Canvas& canvas, const Rect& slot, const SliderLook& look) {
+    canvas.fill(slot, theme::WELL, SLIDER_SLOT_HEIGHT / 2);
+    canvas.frame(slot.inset(-0.5), theme::OUTLINE, SLIDER_SLOT_HEIGHT / 2);
+    canvas.fill(
+        {std::min(look.from, look.handle), slot.y, std::abs(look.handle - look.from), slot.h},
+        look.is_used ? theme::ACCENT : theme::OUTLINE, SLIDER_SLOT_HEIGHT / 2);
+    if (look.has_middle)
+        canvas.line({look.from, slot.y - 3}, {look.from, slot.bottom() + 3}, theme::GRID_STRONG, 1);
+    canvas.disc({look.handle, slot.center().y}, SLIDER_HANDLE_RADIUS,
+                !look.is_used ? theme::OUTLINE : (look.is_bright ? theme::TEXT : theme::THUMB));
+}
 
 Rect Slider::slot_area() const {
     Rect slot = area;
     if (label[0] != '\0')
         slot.cut_left(LABEL_WIDTH);
     slot.cut_right(value_area().w);
-    return slot.inset(HANDLE_RADIUS, (slot.h - SLOT_HEIGHT) / 2);
+    return slot.inset(SLIDER_HANDLE_RADIUS, (slot.h - SLIDER_SLOT_HEIGHT) / 2);
 }
 
 Rect Slider::value_area() const {
@@ -59,19 +69,13 @@ void Slider::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     if (label[0] != '\0')
         draw_note_mark(canvas, {area.x + LABEL_WIDTH - 6, area.center().y + 3});
     const ControllerChoices& range = find_controller(number)->choices;
-    const auto place = [&](int value) {
+    const auto x_of = [&](int value) {
         return slot.x + slot.w * double(value - range.first) / (range.last - range.first);
     };
-    const double x = place(model.value(number));
-    const double from = is_bipolar(number) ? place(default_byte(*find_controller(number))) : slot.x;
-    canvas.fill(slot, theme::WELL, SLOT_HEIGHT / 2);
-    canvas.frame(slot.inset(-0.5), theme::OUTLINE, SLOT_HEIGHT / 2);
-    canvas.fill({std::min(from, x), slot.y, std::abs(x - from), slot.h},
-                is_used ? theme::ACCENT : theme::OUTLINE, SLOT_HEIGHT / 2);
-    if (is_bipolar(number))
-        canvas.line({from, slot.y - 3}, {from, slot.bottom() + 3}, theme::GRID_STRONG, 1);
-    canvas.disc({x, slot.center().y}, HANDLE_RADIUS,
-                !is_used ? theme::OUTLINE : (is_bright ? theme::TEXT : theme::THUMB));
+    const bool has_middle = is_bipolar(number);
+    draw_slider(canvas, slot,
+                {has_middle ? x_of(default_byte(*find_controller(number))) : slot.x,
+                 x_of(model.value(number)), has_middle, is_used, is_bright});
     canvas.text(value_area(), shown_text(model, number, model.value(number)),
                 {theme::SMALL, is_used ? theme::TEXT : theme::TEXT_DIM, Align::RIGHT});
     if (state.is_focused)

@@ -6,6 +6,18 @@
 
 namespace tarquil {
 
+// From one place to the handle's; dim when it is not used.
+struct SliderLook {
+    double from = 0.0; // x
+    double handle = 0.0;
+    bool has_middle = false; // `from` is one
+    bool is_used = true;
+    bool is_bright = false;
+};
+void draw_slider(Canvas& canvas, const Rect& slot, const SliderLook& look);
+inline constexpr double SLIDER_HANDLE_RADIUS = 6.0;
+inline constexpr double SLIDER_SLOT_HEIGHT = 5.0;
+
 class Slider : public ControlWidget {
   public:
     // An empty label leaves its room to the slot.

@@ -10,8 +10,8 @@ namespace tarquil {
 
 namespace {
 
-constexpr unsigned NUM_COLUMNS = 5;
-constexpr unsigned NUM_ROWS = 26;
+constexpr unsigned NUM_COLUMNS = 6;
+constexpr unsigned NUM_ROWS = 22; // as high as a finger needs
 
 } // namespace
 
@@ -22,12 +22,15 @@ Rect SlotGrid::slot_area(unsigned slot) const {
     return {area.x + width * column, area.y + height * (slot % NUM_ROWS), width - 4, height - 2};
 }
 
+// With the gaps, which belong to the slot before them.
 int SlotGrid::slot_at(Point at) const {
-    for (unsigned slot = 0; slot < MAX_INSTRUMENTS; slot++) {
-        if (slot_area(slot).contains(at))
-            return int(slot);
-    }
-    return NO_SLOT;
+    if (!area.contains(at))
+        return NO_SLOT;
+    const auto column = unsigned((at.x - area.x) / area.w * NUM_COLUMNS);
+    const auto row = unsigned((at.y - area.y) / area.h * NUM_ROWS);
+    const unsigned slot =
+        std::min(column, NUM_COLUMNS - 1) * NUM_ROWS + std::min(row, NUM_ROWS - 1);
+    return slot < MAX_INSTRUMENTS ? int(slot) : NO_SLOT;
 }
 
 void SlotGrid::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
@@ -47,9 +50,9 @@ void SlotGrid::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
         if (slot == shown.program)
             canvas.fill({place.x, place.y, 3, place.h}, theme::WARM, 1);
         std::string number = std::to_string(slot);
-        canvas.text({place.x + 6, place.y, 24, place.h}, number,
+        canvas.text({place.x + 4, place.y, 22, place.h}, number,
                     {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
-        canvas.text({place.x + 36, place.y, place.w - 40, place.h}, shown.names[slot],
+        canvas.text({place.x + 31, place.y, place.w - 33, place.h}, shown.names[slot],
                     {theme::SMALL, is_untouched ? theme::TEXT_MUTED : theme::TEXT});
     }
     if (state.is_focused)

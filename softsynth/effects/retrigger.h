@@ -16,6 +16,7 @@
 #include <limits>
 
 #include "softsynth/parameters/tempo.h"
+#include "softsynth/parameters/tempo_values.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
@@ -47,7 +48,7 @@ class RetriggerBox {
     void leave_grid() { grid_beat = NO_BEAT; }
 
     // The longest beat, in samples.
-    static constexpr uint32_t LONGEST_BEAT = 65535;
+    static constexpr auto LONGEST_BEAT = uint32_t(TempoValues::LONGEST_BEAT);
 
   private:
     static constexpr uint32_t LENGTH = 65536; // samples of history and of the loop

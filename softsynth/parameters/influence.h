@@ -32,4 +32,7 @@ inline constexpr const char* MODULATION_TARGET_NAMES[] = {
 // The amount byte at which a slot multiplies by its source instead of adding to its target.
 inline constexpr int MULTIPLYING_AMOUNT = 127;
 
+// What a new connection moves by when its amount is none: a quarter of the most.
+inline constexpr int FIRST_AMOUNT = 80;
+
 } // namespace tarquil

@@ -56,26 +56,6 @@ std::string counted(const std::string& number, std::string_view unit) {
 constexpr std::pair<std::string_view, std::string_view> SHORT_UNITS[] = {
     {" semitones", " st"}, {" semitone", " st"}, {" octaves", " oct"}, {" octave", " oct"}};
 
-struct TypedNumber {
-    double value = 0.0;
-    std::string unit; // behind it
-};
-
-std::optional<TypedNumber> parse_number(std::string text) {
-    std::replace(text.begin(), text.end(), ',', '.');
-    if (text.starts_with("q ")) // "Q 1.5"
-        text.erase(0, 2);
-    if (text.starts_with('+'))
-        text.erase(0, 1);
-    TypedNumber number;
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number.value);
-    if (error != std::errc() || std::isnan(number.value))
-        return std::nullopt;
-    number.unit = trimmed_lower({rest, size_t(end - rest)});
-    return number;
-}
-
 // How many of `own` one of the unit named `name` is; nothing for one that does not fit.
 std::optional<double> unit_factor(const std::string& name, Unit own) {
     const auto is_one_of = [&name](std::initializer_list<std::string_view> names) {
@@ -173,7 +153,7 @@ std::string with_short_unit(std::string text) {
 }
 
 std::optional<double> parse_quantity(std::string_view typed, Unit unit, std::string_view shown) {
-    const std::optional<TypedNumber> number = parse_number(trimmed_lower(typed));
+    const std::optional<TypedNumber> number = parse_typed_number(typed);
     if (!number)
         return std::nullopt;
     if (unit == Unit::LEVEL) {
@@ -183,13 +163,29 @@ std::optional<double> parse_quantity(std::string_view typed, Unit unit, std::str
     }
     std::string name = number->unit;
     if (name.empty()) {
-        const std::optional<TypedNumber> shown_number = parse_number(trimmed_lower(shown));
+        const std::optional<TypedNumber> shown_number = parse_typed_number(shown);
         name = shown_number ? shown_number->unit : "";
     }
     const std::optional<double> factor = unit_factor(name, unit);
     if (!factor)
         return std::nullopt;
     return number->value * *factor;
+}
+
+std::optional<TypedNumber> parse_typed_number(std::string_view typed) {
+    std::string text = trimmed_lower(typed);
+    std::replace(text.begin(), text.end(), ',', '.');
+    if (text.starts_with("q ")) // "Q 1.5"
+        text.erase(0, 2);
+    if (text.starts_with('+'))
+        text.erase(0, 1);
+    TypedNumber number;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number.value);
+    if (error != std::errc() || std::isnan(number.value))
+        return std::nullopt;
+    number.unit = trimmed_lower({rest, size_t(end - rest)});
+    return number;
 }
 
 double quantity_distance(double a, double b, Unit unit) {

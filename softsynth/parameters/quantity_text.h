@@ -23,6 +23,14 @@ std::optional<double> parse_quantity(std::string_view typed, Unit unit, std::str
 // How far apart two quantities look: levels count in dB.
 double quantity_distance(double a, double b, Unit unit);
 
+// A number as people type it, "1,5 kHz", with what stands behind it in lower case; it may be
+// infinite.  Nothing for what is no number.
+struct TypedNumber {
+    double value = 0.0;
+    std::string unit{};
+};
+std::optional<TypedNumber> parse_typed_number(std::string_view text);
+
 // In lower case and without the blanks around it.
 std::string trimmed_lower(std::string_view text);
 

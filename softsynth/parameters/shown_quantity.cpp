@@ -3,7 +3,6 @@
 #include "softsynth/parameters/shown_quantity.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 
@@ -68,24 +67,6 @@ std::string place_text(double quantity) {
     return (place < 0.0 ? "L " : "R ") + fixed_number(std::abs(place), 0);
 }
 
-struct Typed {
-    double value = 0.0;
-    std::string unit;
-};
-
-std::optional<Typed> parse_number(std::string text) {
-    std::replace(text.begin(), text.end(), ',', '.');
-    if (text.starts_with('+'))
-        text.erase(0, 1);
-    Typed typed;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, typed.value);
-    if (error != std::errc() || !std::isfinite(typed.value))
-        return std::nullopt;
-    typed.unit = trimmed_lower({rest, size_t(end - rest)});
-    return typed;
-}
-
 // "30 l", "l 30", "c", "-30".
 std::optional<double> parse_place(std::string text) {
     if (text == "c" || text == "centre" || text == "center" || text == "middle")
@@ -95,8 +76,8 @@ std::optional<double> parse_place(std::string text) {
         side = text.front() == 'l' ? -1.0 : 1.0;
         text = trimmed_lower(text.substr(1));
     }
-    const std::optional<Typed> typed = parse_number(text);
-    if (!typed)
+    const std::optional<TypedNumber> typed = parse_typed_number(text);
+    if (!typed || !std::isfinite(typed->value))
         return std::nullopt;
     const std::string& unit = typed->unit;
     if (side == 0.0 && (unit == "l" || unit == "left" || unit == "r" || unit == "right"))
@@ -146,8 +127,8 @@ std::optional<double> parse_musical(unsigned number, std::string_view text, Unit
     const std::string lower = trimmed_lower(text);
     if (kind == Kind::PLACE)
         return parse_place(lower);
-    const std::optional<Typed> typed = parse_number(lower);
-    if (!typed)
+    const std::optional<TypedNumber> typed = parse_typed_number(lower);
+    if (!typed || !std::isfinite(typed->value))
         return std::nullopt;
     const auto* const found =
         std::find_if(std::begin(UNIT_NAMES), std::end(UNIT_NAMES), [&](const UnitName& one) {

@@ -23,6 +23,8 @@ class TempoValues {
     // Of a delay line, whole samples: what is too long for its memory is halved until it fits.
     [[nodiscard]] float delay_samples(int byte) const;
     static constexpr double LONGEST_DELAY = 56832;
+    // Of the retrigger, samples.
+    static constexpr double LONGEST_BEAT = 65535;
 
     // Of chorus and flanger; 0 stands still.
     [[nodiscard]] float sweep_hz(int byte) const;

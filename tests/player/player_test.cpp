@@ -28,6 +28,25 @@ TEST(Player, AnEditOfAProgramSoundsOnItsChannelsOnlyAndOnlyWhereItDiffers) {
     EXPECT_EQ(player->get_instrument(100).get_controller(CTRL_PANNING), 3);
 }
 
+TEST(Player, TheSelectedChannelIsKeptWhereItIsNotTheUsualOne) {
+    Player player;
+    player.set_channel_program(9, 40);
+    player.set_channel_program(3, 40);
+    player.set_edited_program(40);
+    player.set_selected_channel(3);
+    const std::string usual = player.save_state_compact();
+    EXPECT_EQ(usual.find("selected_channel"), std::string::npos);
+    player.set_selected_channel(9);
+    const std::string other = player.save_state_compact();
+    for (const auto& [state, channel] :
+         {std::pair(other, 9U), {usual, 3U}, {other + "selected_channel = 16\n", 3U}}) {
+        Player loaded;
+        ASSERT_EQ(loaded.load_state(state), 0);
+        EXPECT_EQ(loaded.selected_channel(), channel);
+        EXPECT_EQ(loaded.get_bank().get_kept_lines(), KeptLines()) << "no line of the bank's";
+    }
+}
+
 TEST(Player, WhatMidiHasSetOutlivesEditsOfTheProgram) {
     const auto play = [](bool edit) {
         PlayerHost player;

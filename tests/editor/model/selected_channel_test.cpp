@@ -72,6 +72,21 @@ TEST_F(SelectedChannelTest, AProgramOfTheHostIsShownWithTheChannelThatPlaysIt) {
     EXPECT_FALSE(model.is_heard());
 }
 
+TEST_F(SelectedChannelTest, TheChannelIsKeptWithTheSounds) {
+    synth.channel_programs[1] = synth.channel_programs[6] = 40;
+    model.refresh();
+    model.select_channel(6);
+    EXPECT_EQ(synth.selected_channel, 6U);
+    EditorModel reopened{synth};
+    EXPECT_EQ(reopened.channel(), 6U);
+    synth.selected_channel = 1; // another state has been loaded
+    model.refresh();
+    EXPECT_EQ(model.channel(), 1U);
+    synth.selected_channel = 9;
+    model.refresh();
+    EXPECT_EQ(model.channel(), 1U) << "that one does not play what is edited";
+}
+
 TEST_F(SelectedChannelTest, AMessageMovesTheEditorWhereNoAutomationMeansTheProgram) {
     model.select_channel(4);
     play(4, 60);
