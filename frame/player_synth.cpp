@@ -102,6 +102,14 @@ void PlayerSynth::set_band_muted(unsigned band, bool muted) {
     player.set_band_muted(band, muted);
 }
 
+void PlayerSynth::audition(const Instrument& sound, const Phrase& phrase) {
+    player.audition(sound.get_bytes(), phrase);
+}
+
+void PlayerSynth::end_audition() {
+    player.end_audition();
+}
+
 void PlayerSynth::panic() {
     player.silence();
 }

@@ -47,6 +47,8 @@ class PlayerSynth : public EditorSynth {
 
     [[nodiscard]] bool is_band_muted(unsigned band) const override;
     void set_band_muted(unsigned band, bool muted) override;
+    void audition(const Instrument& sound, const Phrase& phrase) override;
+    void end_audition() override;
     void panic() override;
 
     void play_key(unsigned channel, unsigned key, unsigned velocity) override;

@@ -2,6 +2,8 @@
 
 #include "player/player.h"
 
+#include <cmath>
+
 #include "common/assertion.h"
 #include "common/log/log.h"
 #include "instrument/checked_load.h"
@@ -9,6 +11,7 @@
 #include "instrument/state_text.h"
 #include "instrument/text_error.h"
 #include "midi/gm/gm_channel.h"
+#include "midi/gm/gm_laws.h"
 #include "player/channel_programs.h"
 #include "player/shared_waveforms.h"
 
@@ -18,6 +21,9 @@ namespace {
 
 // The drums' phases are others than the melodic parts'.
 constexpr uint32_t DRUM_SEED = 0x9E3779B9;
+constexpr uint32_t AUDITION_SEED = 0x7F4A7C15;
+
+constexpr unsigned MAX_LEVEL = 127;
 
 bool is_bend(unsigned number) {
     return number == CTRL_PITCH_BEND_MSB || number == CTRL_PITCH_BEND_LSB;
@@ -71,7 +77,7 @@ void Player::watch_output(OutputWatch watch) {
 void Player::set_band_muted(unsigned band, bool muted) {
     const LockHolder holder(lock);
     muted_bands[band].store(muted, std::memory_order_relaxed);
-    for (Tarquil* const one : {engine.get(), drum_engine.get()})
+    for (Tarquil* const one : {engine.get(), drum_engine.get(), audition_engine.get()})
         if (one != nullptr)
             one->set_band_muted(band, muted);
 }
@@ -345,6 +351,33 @@ void Player::replace_bank(const TarqSettings& fresh, const ChannelPrograms* chan
 void Player::silence() {
     const LockHolder holder(lock);
     post({.kind = PlayerEdit::Kind::SILENCE});
+}
+
+void Player::audition(const ControllerBytes& sound, const Phrase& phrase) {
+    ControllerBytes bytes = sound;
+    // As loud as on a channel that nobody has turned up or down.
+    if (dialect() == MidiDialect::GENERAL_MIDI)
+        bytes[CTRL_MAIN_VOLUME] = uint8_t(std::lround(
+            exact_volume(sound[CTRL_MAIN_VOLUME], DEFAULT_VOLUME, MAX_LEVEL, MAX_MASTER_VOLUME)));
+    try_sound(std::make_unique<const AuditionRequest>(bytes, phrase));
+}
+
+void Player::end_audition() {
+    try_sound(std::make_unique<const AuditionRequest>());
+}
+
+void Player::try_sound(std::unique_ptr<const AuditionRequest> request) {
+    std::vector<std::unique_ptr<const AuditionRequest>> unused; // freed after the lock is held
+    const LockHolder holder(lock);
+    if (engine == nullptr)
+        return;
+    if (audition_engine == nullptr && request->notes.empty())
+        return;
+    if (audition_engine == nullptr) {
+        audition_engine = make_engine(phase_seed ^ AUDITION_SEED);
+        link.audition_engine.store(audition_engine.get(), std::memory_order_release);
+    }
+    unused = link.audition.offer(std::move(request));
 }
 
 ChannelPrograms Player::all_channel_programs() const {

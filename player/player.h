@@ -123,6 +123,12 @@ class Player {
     // Keys that are down on channels that play the edited program are struck once more.
     void strike_again();
 
+    // Plays a phrase with a sound of no program, beside all else and through an engine of its own:
+    // no channel, no bank and no state knows of it.  One that is played is ended first.  It ends by
+    // itself, with `end_audition`, or when all is silenced.
+    void audition(const ControllerBytes& sound, const Phrase& phrase);
+    void end_audition();
+
     // Silences a band (0..MC_N_BANDS - 1) of the master compressor, or lets it sound again.
     void set_band_muted(unsigned band, bool muted);
     [[nodiscard]] bool is_band_muted(unsigned band) const {
@@ -159,6 +165,7 @@ class Player {
     void follow_dialect(const ChannelPrograms* channels);
     void follow_names();
     void prepare_gm(MidiDialect wanted, const GmSet& set);
+    void try_sound(std::unique_ptr<const AuditionRequest> request);
     std::unique_ptr<Tarquil> make_engine(uint32_t seed);
 
     Lock lock;          // of what follows, and of the link's writing ends
@@ -169,6 +176,7 @@ class Player {
     JobRunner* runner = nullptr;
     // From the first time on that they are wanted.
     std::unique_ptr<Tarquil> drum_engine;
+    std::unique_ptr<Tarquil> audition_engine;
     std::unique_ptr<GmEnsemble> ensemble;
     std::unique_ptr<StereoBuffer[]> output_taps;    // from the first time on that they are watched
     std::atomic<bool> muted_bands[MC_N_BANDS] = {}; // as the engine has it, or will

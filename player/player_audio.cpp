@@ -25,6 +25,8 @@ ChannelPrograms PlayerAudio::wanted_programs() const {
 void PlayerAudio::follow_edits() {
     follow_dialect();
     follows_tempo = link.tempo_sync.load(std::memory_order_relaxed);
+    if (link.audition.take())
+        audition.begin(link.audition.current(), link.bank.current().global());
     // Those that come meanwhile wait for the next call: a writer may be faster than this.
     PlayerEdit edit;
     for (uint32_t count = link.edits.size(); count > 0 && link.edits.pop(edit); count--)
@@ -252,6 +254,7 @@ void PlayerAudio::refresh() {
 
 void PlayerAudio::silence() {
     keys_down.clear();
+    audition.end();
     if (plays_gm()) {
         silence_waits = !gm->panic(curr_time);
         return;
@@ -268,6 +271,7 @@ void PlayerAudio::reset() {
     follow_edits();
     events.clear();
     tempo_clock.clear();
+    audition.end();
     if (plays_gm()) {
         begin_gm();
         return;
@@ -297,10 +301,12 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         return;
     }
     follow_watch(*engine);
+    const uint32_t start = curr_time;
     if (plays_gm())
         run_gm(*engine, pcm, frames);
     else
         run_native(*engine, pcm, frames);
+    audition.run(link.audition_engine.load(std::memory_order_acquire), pcm, frames, start);
     if (link.meters.watched.load(std::memory_order_relaxed))
         measure(*engine, pcm, frames);
     keep_clock_low(*engine);
@@ -325,7 +331,8 @@ Tempo PlayerAudio::next_tempo(uint32_t frames) {
 void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
     const Tempo now = next_tempo(frames);
     Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire);
-    for (Tarquil* const one : {&engine, drums}) {
+    Tarquil* const tried = link.audition_engine.load(std::memory_order_acquire);
+    for (Tarquil* const one : {&engine, drums, tried}) {
         if (one != nullptr)
             one->set_tempo(now);
     }
@@ -352,6 +359,8 @@ void PlayerAudio::keep_clock_low(Tarquil& engine) {
     engine.move_clock_back(frames, curr_time);
     if (Tarquil* const drums = link.drum_engine.load(std::memory_order_acquire))
         drums->move_clock_back(frames, curr_time);
+    if (Tarquil* const tried = link.audition_engine.load(std::memory_order_acquire))
+        tried->move_clock_back(frames, curr_time);
     move_clock_back(frames);
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 
+#include "player/audition.h"
 #include "player/channel_programs.h"
 #include "player/event_queue.h"
 #include "player/keys_down.h"
@@ -133,6 +134,7 @@ class PlayerAudio {
     GmEnsemble* gm = nullptr;                  // from the first time on that it plays
     EventQueue events;                         // the engine's own, or records of gm_message
     TempoClock tempo_clock;
+    Audition audition;
     bool follows_tempo = false;
     uint32_t curr_time = 0;
     ChannelPrograms playing{};

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "common/spsc_queue.h"
+#include "player/audition.h"
 #include "player/bank_bytes.h"
 #include "player/channel_programs.h"
 #include "player/gm_ensemble.h"
@@ -46,7 +47,8 @@ struct PlayerEdit {
 
 struct PlayerLink {
     explicit PlayerLink(const TarqSettings& first_bank)
-        : bank(std::make_unique<BankBytes>(first_bank)), gm_set(std::make_shared<const GmSet>()) {
+        : bank(std::make_unique<BankBytes>(first_bank)), gm_set(std::make_shared<const GmSet>()),
+          audition(std::make_unique<const AuditionRequest>()) {
         const ChannelPrograms usual = usual_channel_programs(MidiDialect::NATIVE);
         std::copy(usual.begin(), usual.end(), channel_programs);
     }
@@ -59,9 +61,11 @@ struct PlayerLink {
     std::atomic<bool> messages_lost{false};
     Handover<std::unique_ptr<BankBytes>> bank; // taken at a refresh
     Handover<std::shared_ptr<const GmSet>> gm_set;
+    Handover<std::unique_ptr<const AuditionRequest>> audition;
 
     std::atomic<Tarquil*> engine{nullptr}; // null until it is made, as are:
     std::atomic<Tarquil*> drum_engine{nullptr};
+    std::atomic<Tarquil*> audition_engine{nullptr};
     std::atomic<GmEnsemble*> ensemble{nullptr};
     // As asked for last; the ensemble is made before it is General MIDI.
     std::atomic<MidiDialect> dialect{MidiDialect::NATIVE};

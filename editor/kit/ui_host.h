@@ -18,6 +18,13 @@ namespace tarquil {
 
 class ResponseWorker;
 
+// A sound on its way to a channel.
+struct CarriedSound {
+    std::string name;
+    Point at;
+    std::optional<unsigned> channel; // that would take it here
+};
+
 // What the pages show apart from the sound itself.
 struct ViewState {
     int plot_note = 60;         // of waves and of filters that follow the key
@@ -29,6 +36,7 @@ struct ViewState {
     double tempo = 120.0;
     [[nodiscard]] double seconds_per_quarter() const { return 60.0 / tempo; }
     [[nodiscard]] double samples_per_quarter() const { return SAMPLE_RATE * 60.0 / tempo; }
+    std::optional<CarriedSound> carried{};
 };
 
 // A file to be chosen.
@@ -59,6 +67,8 @@ class UiHost {
 
     virtual void open_overlay(std::unique_ptr<Overlay> overlay) = 0;
     virtual void choose_file(FileRequest request) = 0;
+    // The channel that takes what is dropped at a place.
+    [[nodiscard]] virtual std::optional<unsigned> channel_at(Point at) = 0;
     // A line at the bottom until the next input.
     virtual void show_message(const std::string& text, MessageKind kind) = 0;
     void show_message(const std::string& text) { show_message(text, MessageKind::NOTE); }

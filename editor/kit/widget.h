@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,11 @@ class Widget {
     virtual void wheel(UiHost& /*host*/, const Pointer& /*pointer*/, double /*steps*/) {}
     // False for a key that means nothing here.
     virtual bool press_key(UiHost& /*host*/, const KeyEvent& /*key*/) { return false; }
+
+    // Its page is on the screen no more.
+    virtual void hide(UiHost& /*host*/) {}
+    // The channel that takes what is dropped here.
+    [[nodiscard]] virtual std::optional<unsigned> dropped_on() const { return std::nullopt; }
 
     // Empty for none.
     virtual std::string tooltip(UiHost& /*host*/) { return ""; }

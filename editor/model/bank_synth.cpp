@@ -57,6 +57,10 @@ void BankSynth::set_instrument(unsigned number, const Instrument& instrument) {
     bank.get_instrument(number) = instrument;
 }
 
+void BankSynth::audition(const Instrument& sound, const Phrase& phrase) {
+    auditioned = std::string(sound.get_name()) + " " + std::to_string(phrase.front().key);
+}
+
 void BankSynth::set_song(const std::string& title, const std::string& author) {
     bank.set_song_title(title);
     bank.set_song_author(author);

@@ -48,6 +48,8 @@ class BankSynth : public EditorSynth {
 
     [[nodiscard]] bool is_band_muted(unsigned band) const override { return muted[band]; }
     void set_band_muted(unsigned band, bool is_muted) override { muted[band] = is_muted; }
+    void audition(const Instrument& sound, const Phrase& phrase) override;
+    void end_audition() override { auditioned.clear(); }
     void panic() override { panics++; }
     [[nodiscard]] EditorNotice read_notice() override { return notice; }
 
@@ -77,6 +79,7 @@ class BankSynth : public EditorSynth {
     int strikes = 0;
     bool is_listening = false;
     std::optional<unsigned> heard_controller;
+    std::string auditioned; // the sound's name and the first key: "Harp 60"; empty for none
 
   private:
     std::array<bool, NUM_COMPRESSOR_BANDS> muted{};

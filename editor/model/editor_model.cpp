@@ -350,11 +350,16 @@ std::string EditorModel::read_bank_file(const std::string& path, TarqSettings& b
     return error != 0 ? explain_bank_error(path, error) : "";
 }
 
+std::string EditorModel::read_instrument_file(const std::string& path, Instrument& instrument) {
+    const int error = load_instrument_checked(instrument, path);
+    return error != 0 ? explain_instrument_error(path, error) : "";
+}
+
 std::string EditorModel::import_instrument(const std::string& path, unsigned program) {
     Instrument loaded = synth.get_instrument(program);
-    const int error = load_instrument_checked(loaded, path);
-    if (error != 0)
-        return explain_instrument_error(path, error);
+    std::string problem = read_instrument_file(path, loaded);
+    if (!problem.empty())
+        return problem;
     replace_instrument("Import instrument", program, loaded);
     return "";
 }

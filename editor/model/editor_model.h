@@ -80,6 +80,9 @@ class EditorModel {
     void rename_program(unsigned program, std::string_view name);
     // As if the channel were selected and the program chosen; of the drum channel, a kit.
     void assign_channel(unsigned channel, unsigned program);
+    // The channel is selected and plays this sound, in a program that no other channel plays unless
+    // the bank has the sound already.  One step.  Empty, or why not.
+    [[nodiscard]] std::string give_to_channel(const Instrument& instrument, unsigned channel);
     void set_song(std::string_view title, std::string_view author);
     void set_dialect(MidiDialect dialect);
     void set_tempo_sync(bool is_on);
@@ -120,7 +123,9 @@ class EditorModel {
     // nothing, an export that fails leaves the file as it was.
     // What a file holds by its keys, whatever its name says; nothing when it is neither.
     static std::optional<TextKind> kind_of_file(const std::string& path);
-    // The bank in a file, with nothing changed.
+    // The instrument or the bank in a file, with nothing changed.  What an instrument's file does
+    // not say of names stays.
+    static std::string read_instrument_file(const std::string& path, Instrument& instrument);
     static std::string read_bank_file(const std::string& path, TarqSettings& bank);
     std::string import_instrument(const std::string& path, unsigned program);
     std::string export_instrument(const std::string& path, unsigned program);
@@ -141,6 +146,7 @@ class EditorModel {
     void follow_channel(bool was_heard);
     void find_channel();
     void keep_channel(unsigned channel);
+    [[nodiscard]] unsigned program_for(unsigned channel) const;
     void replace_instrument(std::string step_name, unsigned program, const Instrument& instrument);
 
     EditorSynth& synth;

@@ -14,6 +14,7 @@
 
 #include "editor/model/editor_keys.h"
 #include "editor/model/editor_notice.h"
+#include "instrument/phrase.h"
 #include "instrument/settings.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/families.h"
@@ -120,7 +121,12 @@ class EditorSynth {
     [[nodiscard]] virtual bool is_band_muted(unsigned band) const = 0;
     virtual void set_band_muted(unsigned band, bool muted) = 0;
 
-    // Ends all notes of all channels.
+    // Plays a phrase with a sound that is in no bank yet, beside all else, instead of one that is
+    // played so already.  Nothing that is edited or saved knows of it.
+    virtual void audition(const Instrument& sound, const Phrase& phrase) = 0;
+    virtual void end_audition() = 0;
+
+    // Ends all notes of all channels, and an audition.
     virtual void panic() = 0;
 
     virtual std::vector<ShippedBank> shipped_banks() { return {}; }

@@ -1,4 +1,4 @@
-// The sounds that the user likes, by their ids, in a small file of the user's.
+// The sounds that the user likes, by their ids.
 
 #pragma once
 
@@ -11,9 +11,6 @@ class Favourites {
   public:
     // Empty where the file is missing.
     explicit Favourites(std::string file_path);
-
-    // $XDG_CONFIG_HOME/tarquil/favourites, else ~/.config/tarquil/favourites; empty without either.
-    static std::string usual_path();
 
     [[nodiscard]] bool has(const std::string& id) const { return ids.contains(id); }
     // Adds it or takes it away.  Empty, or why that could not be kept; it holds for now all the

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "editor/model/audition_phrase.h"
+
 namespace tarquil {
 
 namespace {
@@ -56,16 +58,37 @@ void SoundBrowser::find() {
     rows.clear();
     for (size_t i = 0; i < library.sounds().size(); i++) {
         const LibrarySound& sound = library.sounds()[i];
-        using Place = LibrarySound::Place;
-        const bool is_of_kind = kind == Filter::ALL ||
-                                (kind == Filter::BANK && sound.place == Place::BANK) ||
-                                (kind == Filter::SHIPPED && sound.place == Place::SHIPPED) ||
-                                (kind == Filter::FILES && sound.place == Place::FILES) ||
-                                (kind == Filter::FAVOURITES && favourites.has(sound.id));
-        if (is_of_kind && matches(sound, wanted))
+        if (is_of_kind(sound) && matches(sound, wanted))
             rows.push_back(i);
     }
+    if (kind == Filter::RECENT) {
+        const std::vector<std::string>& ids = recent.get_ids();
+        const auto age = [&](size_t row) {
+            return std::find(ids.begin(), ids.end(), library.sounds()[row].id);
+        };
+        std::stable_sort(rows.begin(), rows.end(),
+                         [&](size_t one, size_t other) { return age(one) < age(other); });
+    }
     mark(current);
+}
+
+bool SoundBrowser::is_of_kind(const LibrarySound& sound) const {
+    switch (kind) {
+    case Filter::BANK:
+        return sound.place == LibrarySound::Place::BANK;
+    case Filter::SHIPPED:
+        return sound.place == LibrarySound::Place::SHIPPED;
+    case Filter::FILES:
+        return sound.place == LibrarySound::Place::FILES;
+    case Filter::FAVOURITES:
+        return favourites.has(sound.id);
+    case Filter::RECENT:
+        return std::find(recent.get_ids().begin(), recent.get_ids().end(), sound.id) !=
+               recent.get_ids().end();
+    case Filter::ALL:
+        break;
+    }
+    return true;
 }
 
 std::optional<size_t> SoundBrowser::marked() const {
@@ -89,10 +112,32 @@ std::string SoundBrowser::toggle_favourite(size_t index) {
     return problem;
 }
 
+void SoundBrowser::audition(EditorSynth& synth) {
+    if (!marked())
+        return;
+    const LibrarySound& sound = row(*marked());
+    // This bank's may have been edited since they were listed.
+    const Instrument instrument = sound.place == LibrarySound::Place::BANK
+                                      ? synth.get_instrument(sound.program)
+                                      : sound.instrument;
+    synth.audition(instrument, audition_phrase(instrument));
+    is_auditioning = true;
+}
+
+void SoundBrowser::end_audition(EditorSynth& synth) {
+    if (is_auditioning)
+        synth.end_audition();
+    is_auditioning = false;
+}
+
 std::string SoundBrowser::load(size_t index, EditorModel& model) {
     if (index >= rows.size())
         return "";
+    end_audition(model.get_synth());
     const LibrarySound& sound = row(index);
+    recent.note(sound.id);
+    if (kind == Filter::RECENT)
+        current = 0;
     if (sound.place == LibrarySound::Place::BANK) {
         model.choose_program(sound.program);
         return "Program " + std::to_string(sound.program) + ": " + sound.name;
@@ -101,8 +146,21 @@ std::string SoundBrowser::load(size_t index, EditorModel& model) {
     const std::string before = model.program_name();
     const std::string name = sound.name; // the bank's rows are read anew
     model.load_instrument(sound.instrument, program);
+    find();
     return "Program " + std::to_string(program) + " is " + name + "; undo brings " + before +
            " back";
+}
+
+std::string SoundBrowser::give_to_channel(size_t index, unsigned channel, EditorModel& model) {
+    end_audition(model.get_synth());
+    const LibrarySound& sound = row(index);
+    std::string problem = model.give_to_channel(
+        sound.place == LibrarySound::Place::BANK ? model.get_synth().get_instrument(sound.program)
+                                                 : sound.instrument,
+        channel);
+    if (problem.empty())
+        recent.note(sound.id);
+    return problem;
 }
 
 std::string SoundBrowser::keep_program(EditorModel& model, std::string& path) {

@@ -9,17 +9,19 @@
 
 #include "editor/model/editor_model.h"
 #include "editor/model/favourites.h"
+#include "editor/model/recent_sounds.h"
 #include "editor/model/sound_library.h"
 
 namespace tarquil {
 
 class SoundBrowser {
   public:
-    enum class Filter { ALL, BANK, SHIPPED, FILES, FAVOURITES };
+    enum class Filter { ALL, BANK, SHIPPED, FILES, FAVOURITES, RECENT };
 
-    // `user_folder` and `favourites_path` as SoundLibrary and Favourites have them.
-    SoundBrowser(std::string user_folder, std::string favourites_path)
-        : folder(std::move(user_folder)), favourites(std::move(favourites_path)) {}
+    // `user_folder` as SoundLibrary has it; the paths are those of small files that it keeps.
+    SoundBrowser(std::string user_folder, std::string favourites_path, std::string recent_path)
+        : folder(std::move(user_folder)), favourites(std::move(favourites_path)),
+          recent(std::move(recent_path)) {}
 
     // Reads what is not read yet, and this bank anew when its names have changed.
     void follow(EditorModel& model);
@@ -46,18 +48,28 @@ class SoundBrowser {
     // Empty, or why it could not be kept.
     std::string toggle_favourite(size_t index);
 
+    // Plays the marked sound aside with a phrase that fits it, until it has ended or is told to.
+    void audition(EditorSynth& synth);
+    void end_audition(EditorSynth& synth);
+
     // Gives the sound to the edited program, in one step of undo; of this bank's, that program is
     // chosen instead.  What was done, for people; empty without a row.
     std::string load(size_t index, EditorModel& model);
+    // Gives it to a channel by itself; of this bank's, the channel plays that program.
+    // Empty, or why not.
+    std::string give_to_channel(size_t index, unsigned channel, EditorModel& model);
     // Writes the edited program into the user's folder, beside what is there.  Empty, or why not.
     std::string keep_program(EditorModel& model, std::string& path);
 
   private:
     void find();
+    [[nodiscard]] bool is_of_kind(const LibrarySound& sound) const;
 
     const std::string folder;
     SoundLibrary library;
     Favourites favourites;
+    RecentSounds recent;
+    bool is_auditioning = false;
     bool is_read = false;
     std::array<std::string, MAX_INSTRUMENTS> bank_names;
     std::string wanted;

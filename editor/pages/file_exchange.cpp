@@ -5,9 +5,11 @@
 #include <filesystem>
 
 #include "editor/kit/window_size.h"
+#include "editor/widgets/given_sound.h"
 #include "editor/widgets/menu.h"
 #include "editor/widgets/program_menu.h"
 #include "editor/widgets/question.h"
+#include "instrument/storable_text.h"
 
 namespace tarquil {
 
@@ -102,6 +104,23 @@ void import_instrument(UiHost& host, unsigned slot) {
                           return "";
                       },
                       BANK_ENDING});
+}
+
+void load_dropped_file(UiHost& host, const std::string& path, unsigned channel) {
+    EditorModel& model = host.get_model();
+    if (model.kind_of_file(path) == TextKind::BANK) {
+        offer_bank(host, path, model.get_state().channel_programs[channel]);
+        return;
+    }
+    Instrument loaded;
+    std::string problem = model.read_instrument_file(path, loaded);
+    if (problem.empty() && loaded.get_name().empty())
+        loaded.set_name(storable_text(std::filesystem::path(path).stem().string()));
+    if (problem.empty())
+        problem = model.give_to_channel(loaded, channel);
+    if (problem.empty())
+        tell_given_sound(host, channel);
+    say(host, problem);
 }
 
 void export_instrument(UiHost& host, unsigned slot) {

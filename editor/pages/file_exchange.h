@@ -10,6 +10,10 @@ namespace tarquil {
 void import_instrument(UiHost& host, unsigned slot);
 void import_bank(UiHost& host);
 
+// One that is dropped onto a channel: an instrument is what that plays from now on, of a bank it is
+// asked what to do with it.
+void load_dropped_file(UiHost& host, const std::string& path, unsigned channel);
+
 void export_instrument(UiHost& host, unsigned slot);
 void export_bank(UiHost& host);
 

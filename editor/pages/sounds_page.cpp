@@ -1,6 +1,7 @@
 // The page of the browser: all sounds that there are, to be searched and loaded.
 
 #include "editor/model/sound_browser.h"
+#include "editor/model/sound_ids.h"
 #include "editor/pages/layout.h"
 #include "editor/pages/pages.h"
 #include "editor/widgets/button.h"
@@ -20,7 +21,10 @@ void add_filter(Page& page, const Rect& area, const Browser& browser, const char
         [browser, filter, name](UiHost& /*host*/) {
             return Button::Look{name, true, browser->filter() == filter};
         },
-        [browser, filter](UiHost& /*host*/) { browser->set_filter(filter); });
+        [browser, filter](UiHost& host) {
+            browser->end_audition(host.get_model().get_synth());
+            browser->set_filter(filter);
+        });
 }
 
 void keep_program(UiHost& host, SoundBrowser& browser) {
@@ -48,21 +52,22 @@ void add_files(Page& page, Rect row, const Browser& browser) {
 
 Page make_sounds_page() {
     Page page{"Sounds", {}, {}};
-    const auto browser =
-        std::make_shared<SoundBrowser>(SoundLibrary::usual_folder(), Favourites::usual_path());
+    const auto browser = std::make_shared<SoundBrowser>(
+        SoundLibrary::usual_folder(), sound_ids_path("favourites"), sound_ids_path("recent"));
     Rect rest = add_panel(page, PAGE_AREA, "Sounds");
     Rect row = rest.cut_top(28);
     rest.cut_top(6);
-    page.add<SoundSearch>(row.cut_left(290), browser);
+    page.add<SoundSearch>(row.cut_left(262), browser);
     row.cut_left(10);
     constexpr std::pair<const char*, SoundBrowser::Filter> FILTERS[] = {
         {"All", SoundBrowser::Filter::ALL},
         {"This bank", SoundBrowser::Filter::BANK},
         {"Shipped", SoundBrowser::Filter::SHIPPED},
         {"Your files", SoundBrowser::Filter::FILES},
-        {"Favourites", SoundBrowser::Filter::FAVOURITES}};
+        {"Favourites", SoundBrowser::Filter::FAVOURITES},
+        {"Recent", SoundBrowser::Filter::RECENT}};
     for (const auto& [name, filter] : FILTERS) {
-        add_filter(page, row.cut_left(84), browser, name, filter);
+        add_filter(page, row.cut_left(76), browser, name, filter);
         row.cut_left(4);
     }
     add_files(page, row, browser);

@@ -33,6 +33,8 @@ void ChannelBox::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     canvas.fill(area, state.is_hovered || is_selected ? theme::HOVER : theme::PANEL, 4);
     if (is_selected)
         canvas.frame(area, model.is_heard() ? theme::ACCENT : theme::WARM, 4, 1.5);
+    if (const auto& carried = host.get_view_state().carried; carried && carried->channel == channel)
+        canvas.frame(area, is_drums ? theme::RED : theme::FOCUS, 4, 2);
     if (is_edited)
         canvas.fill({area.x, area.bottom() - 2.5, area.w, 2.5},
                     is_selected ? theme::ACCENT : theme::ACCENT_DIM, 1);

@@ -7,6 +7,7 @@
 
 #include "common/assertion.h"
 #include "common/characters.h"
+#include "editor/pages/file_exchange.h"
 #include "editor/pages/pages.h"
 #include "editor/view/file_actions.h"
 #include "editor/view/header.h"
@@ -80,20 +81,28 @@ EditorView::EditorView(EditorModel& shown_model, EditorSettings& shown_settings,
 }
 
 EditorView::~EditorView() {
+    hide_page();
     view_state.scope.follow(model.get_synth(), false);
     model.stop_learning();
     model.end_gesture();
 }
 
+void EditorView::hide_page() {
+    view_state.carried.reset();
+    if (pressed != nullptr)
+        pressed->release(*this);
+    pressed = nullptr;
+    for (const auto& widget : pages[current_page].widgets)
+        widget->hide(*this);
+}
+
 void EditorView::show_page(unsigned index) {
     if (index >= pages.size())
         return;
-    if (pressed != nullptr)
-        pressed->release(*this);
+    hide_page();
     model.end_gesture();
     current_page = index;
     hovered = nullptr;
-    pressed = nullptr;
     if (!is_widget_of(header, focused) && !is_widget_of(keyboard_page, focused))
         focused = nullptr;
     is_changed = true;
@@ -176,6 +185,11 @@ Widget* EditorView::widget_at(Point at) {
     return nullptr;
 }
 
+std::optional<unsigned> EditorView::channel_at(Point at) {
+    const Widget* const widget = widget_at(at);
+    return widget != nullptr ? widget->dropped_on() : std::nullopt;
+}
+
 WidgetState EditorView::state_of(const Widget* widget) const {
     const bool is_free = overlays.empty();
     return {is_free && widget == hovered && (pressed == nullptr || pressed == widget),
@@ -254,6 +268,8 @@ std::vector<Rect> EditorView::draw_meters(Canvas& canvas) {
 void EditorView::draw_overlays(Canvas& canvas) {
     for (const auto& overlay : overlays)
         overlay->draw(canvas);
+    if (const auto& carried = view_state.carried)
+        draw_tooltip_box(canvas, carried->at, carried->name);
     const std::string tooltip = tooltip_text();
     if (!tooltip.empty())
         draw_tooltip_box(canvas, pointer_at, tooltip);
@@ -561,6 +577,27 @@ bool EditorView::use_shortcut(const KeyEvent& event) {
     else
         return false;
     return true;
+}
+
+bool EditorView::drag_file(Point at) {
+    if (!overlays.empty() || pressed != nullptr)
+        return false;
+    view_state.carried = {"Load", at, channel_at(at)};
+    is_changed = true;
+    return true;
+}
+
+void EditorView::end_file_drag() {
+    view_state.carried.reset();
+    is_changed = true;
+}
+
+void EditorView::drop_files(const std::vector<std::string>& paths, Point at) {
+    end_file_drag();
+    if (paths.size() == 1)
+        load_dropped_file(*this, paths.front(), channel_at(at).value_or(model.channel()));
+    else
+        show_message("One file at a time can be dropped", MessageKind::FAILED);
 }
 
 void EditorView::press_computer_key(uint32_t code, uint32_t character) {

@@ -80,6 +80,12 @@ class EditorView : public UiHost {
     }
     [[nodiscard]] bool plays_computer_keys() const { return hands.plays_computer_keys(); }
 
+    // A file that the desktop's user drags over the window, drops on it or takes away.  False:
+    // there is no taking it now.
+    bool drag_file(Point at);
+    void drop_files(const std::vector<std::string>& paths, Point at);
+    void end_file_drag();
+
     // What the display is fit for.
     void set_scale_range(const ScaleRange& range) { scales = range; }
     // What the user has chosen, EditorSettings::MIN_SCALE to MAX_SCALE.
@@ -100,6 +106,7 @@ class EditorView : public UiHost {
     ResponseWorker& get_responses() override { return responses; }
     void open_overlay(std::unique_ptr<Overlay> overlay) override;
     void choose_file(FileRequest request) override;
+    [[nodiscard]] std::optional<unsigned> channel_at(Point at) override;
     using UiHost::show_message;
     void show_message(const std::string& text, MessageKind kind) override;
     void set_clipboard(const std::string& text) override;
@@ -118,6 +125,7 @@ class EditorView : public UiHost {
     [[nodiscard]] std::vector<Page*> shown_pages();
     void show_keyboard(bool shown);
     [[nodiscard]] Widget* widget_at(Point at);
+    void hide_page();
     [[nodiscard]] WidgetState state_of(const Widget* widget) const;
     void draw_ground(Canvas& canvas);
     void draw_page(Canvas& canvas);

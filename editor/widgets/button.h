@@ -32,6 +32,7 @@ class Button : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& /*host*/) override { return help; }
+    [[nodiscard]] std::string text(UiHost& host) const { return look(host).text; }
 
   private:
     const std::function<Look(UiHost&)> look;

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
+
+#include "editor/widgets/given_sound.h"
 
 namespace tarquil {
 
@@ -56,18 +59,23 @@ std::string why_empty(const SoundBrowser& browser) {
 } // namespace
 
 bool walk_sounds(SoundBrowser& browser, UiHost& host, const KeyEvent& key) {
+    EditorSynth& synth = host.get_model().get_synth();
+    const auto step = [&](int rows) {
+        browser.step(rows);
+        browser.audition(synth);
+        return true;
+    };
     switch (key.key) {
     case Key::UP:
-        browser.step(-1);
-        return true;
+        return step(-1);
     case Key::DOWN:
-        browser.step(1);
-        return true;
+        return step(1);
     case Key::PAGE_UP:
-        browser.step(-PAGE);
-        return true;
+        return step(-PAGE);
     case Key::PAGE_DOWN:
-        browser.step(PAGE);
+        return step(PAGE);
+    case Key::ESCAPE:
+        browser.end_audition(synth);
         return true;
     case Key::ENTER:
         if (browser.marked())
@@ -88,6 +96,11 @@ Rect SoundList::rows_area() const {
 Rect SoundList::bar_area() const {
     const Rect rows = rows_area();
     return {rows.right(), rows.y, BAR_WIDTH, rows.h};
+}
+
+Point SoundList::row_center(size_t shown_row) const {
+    const Rect rows = rows_area();
+    return {rows.center().x, rows.y + ROW_HEIGHT * (double(shown_row) + 0.5)};
 }
 
 size_t SoundList::rows_shown() const {
@@ -171,6 +184,7 @@ void SoundList::load(UiHost& host) {
 
 bool SoundList::press(UiHost& host, const Pointer& pointer) {
     if (bar_area().contains(pointer.at)) {
+        is_scrolling = true;
         drag(host, pointer);
         return true;
     }
@@ -184,15 +198,48 @@ bool SoundList::press(UiHost& host, const Pointer& pointer) {
         return false;
     }
     browser->mark(index);
-    if (pointer.is_double)
+    if (pointer.is_double) {
         load(host);
-    return false;
+        return false;
+    }
+    browser->audition(host.get_model().get_synth());
+    held_row = index;
+    held_at = pointer.at;
+    return true;
 }
 
-void SoundList::drag(UiHost& /*host*/, const Pointer& pointer) {
+void SoundList::drag(UiHost& host, const Pointer& pointer) {
+    constexpr double REACH = 6.0; // of a hand that does not mean to drag
+    std::optional<CarriedSound>& carried = host.get_view_state().carried;
+    const double way = std::hypot(pointer.at.x - held_at.x, pointer.at.y - held_at.y);
+    if (held_row && (carried || way > REACH))
+        carried = {browser->row(*held_row).name, pointer.at, host.channel_at(pointer.at)};
+    if (!is_scrolling)
+        return;
     const Rect bar = bar_area();
     const double part = (pointer.at.y - bar.y) / bar.h;
     scroll_to(part * double(browser->num_rows()) - double(rows_shown()) / 2);
+}
+
+void SoundList::release(UiHost& host) {
+    const std::optional<CarriedSound> carried =
+        std::exchange(host.get_view_state().carried, std::nullopt);
+    if (held_row && carried && carried->channel)
+        give_to_channel(host, *held_row, *carried->channel);
+    held_row.reset();
+    is_scrolling = false;
+}
+
+void SoundList::give_to_channel(UiHost& host, size_t index, unsigned channel) {
+    const std::string problem = browser->give_to_channel(index, channel, host.get_model());
+    if (problem.empty())
+        tell_given_sound(host, channel);
+    else
+        host.show_message(problem, MessageKind::FAILED);
+}
+
+void SoundList::hide(UiHost& host) {
+    browser->end_audition(host.get_model().get_synth());
 }
 
 void SoundList::wheel(UiHost& /*host*/, const Pointer& /*pointer*/, double steps) {
@@ -215,7 +262,7 @@ std::string SoundList::tooltip(UiHost& /*host*/) {
     const LibrarySound& sound = browser->row(index);
     const std::string comment(sound.instrument.get_text(InstrumentText::COMMENT));
     return sound.name + (comment.empty() ? "" : "\n" + comment) +
-           "\nA double click or Enter gives it to the edited program";
+           "\nA double click or Enter gives it to the edited program, a drag to a channel";
 }
 
 } // namespace tarquil

@@ -20,10 +20,14 @@ class SearchEntry : public Overlay {
             finish();
     }
     void press_key(const KeyEvent& key) override {
-        if (key.key == Key::ESCAPE || key.key == Key::TAB)
+        if (key.key == Key::TAB || key.key == Key::ESCAPE) {
+            browser->end_audition(host.get_model().get_synth());
             finish();
-        else if (!walk_sounds(*browser, host, key) && edit.press_key(key))
+        } else if (!walk_sounds(*browser, host, key) && edit.press_key(key) &&
+                   edit.get_text() != browser->search()) {
+            browser->end_audition(host.get_model().get_synth());
             browser->set_search(edit.get_text());
+        }
     }
     [[nodiscard]] bool takes_text() const override { return true; }
 

@@ -13,6 +13,7 @@
 #include "editor/kit/key_repeat.h"
 #include "editor/view/editor_view.h"
 #include "editor/window/direct_paint.h"
+#include "editor/window/file_drop.h"
 #include "editor/window/lifted_keys.h"
 #include "editor/window/pointer_watch.h"
 #include "editor/window/x_error_trap.h"
@@ -187,6 +188,7 @@ struct EditorWindow::Content {
     Surface surface;
     DirectPaint direct_paint;
     PointerWatch pointer_watch;
+    FileDrop file_drop;
 };
 
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
@@ -196,7 +198,7 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
             uint(pixels(shown_height, shown_scale)), window),
       surface(frame, *this), direct_paint(frame.getNativeWindowHandle()),
-      pointer_watch(frame.getNativeWindowHandle()) {
+      pointer_watch(frame.getNativeWindowHandle()), file_drop(frame.getNativeWindowHandle()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(shown_height, shown_scale)));
     view.write_clipboard = [this](const std::string& text) {
@@ -206,6 +208,12 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
         size_t size = 0;
         const auto* const text = static_cast<const char*>(frame.getClipboard(size));
         return text != nullptr ? std::string(text, strnlen(text, size)) : std::string();
+    };
+    const auto place = [this](int x, int y) { return Point{x / shown_scale, y / shown_scale}; };
+    file_drop.moved = [this, place](int x, int y) { return view.drag_file(place(x, y)); };
+    file_drop.left = [this] { view.end_file_drag(); };
+    file_drop.dropped = [this, place](const std::vector<std::string>& paths, int x, int y) {
+        view.drop_files(paths, place(x, y));
     };
     if (parent == 0)
         frame.setTitle(title.c_str());
@@ -401,6 +409,7 @@ void EditorWindow::idle() {
     content->follow_keys();
     if (content->pointer_watch.has_left())
         content->view.leave();
+    content->file_drop.look();
     if (content->view.tick(passed.count())) {
         content->show_changes();
         content->app.idle();

@@ -54,7 +54,6 @@ unsigned sound_controller(unsigned lsb) {
 void GmChannel::set_defaults(unsigned index) {
     constexpr unsigned FIRST_RELATIVE = MIDI_RESONANCE;
     constexpr unsigned LAST_RELATIVE = MIDI_VIBRATO_DELAY;
-    constexpr unsigned DEFAULT_VOLUME = 100;
     controllers.fill(0);
     std::fill(&controllers[FIRST_RELATIVE], &controllers[LAST_RELATIVE] + 1, uint8_t(MIDI_CENTRE));
     set_value(MIDI_VOLUME, DEFAULT_VOLUME);

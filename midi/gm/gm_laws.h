@@ -9,6 +9,7 @@
 namespace tarquil {
 
 inline constexpr unsigned MAX_MASTER_VOLUME = 16383; // 14 bits
+inline constexpr unsigned DEFAULT_VOLUME = 100;      // of controller 7
 inline constexpr int DEFAULT_REVERB = 40;            // of controller 91
 
 // The gain of a level 0..127: 40 log10(v / 127) dB (General MIDI recommended practice RP-015 and

@@ -28,6 +28,9 @@ class Screen {
     Screen& operator=(const Screen&) = delete;
     ~Screen() { XCloseDisplay(display); }
 
+    [[nodiscard]] Display* get_display() const { return display; }
+    Atom atom(const char* name) { return XInternAtom(display, name, False); }
+
     // Sizes and places in pixels.
     Window make_window(int width, int height, int x = 0) {
         const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), x, 0,

@@ -8,6 +8,7 @@
 
 #include "common/load_string.h"
 #include "editor/model/bank_synth.h"
+#include "instrument/names.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -68,7 +69,8 @@ class SoundBrowserTest : public testing::Test {
     TempDirectory directory;
     ShippingSynth synth;
     EditorModel model{synth};
-    SoundBrowser browser{directory.path("sounds"), directory.path("config/favourites")};
+    SoundBrowser browser{directory.path("sounds"), directory.path("config/favourites"),
+                         directory.path("config/recent")};
 };
 
 TEST_F(SoundBrowserTest, FindsByEveryWordInNameCategoryTagsOrAuthor) {
@@ -108,7 +110,7 @@ TEST_F(SoundBrowserTest, FavouritesComeBackInTheNextSession) {
     EXPECT_EQ(browser.toggle_favourite(3), "");
     EXPECT_EQ(browser.toggle_favourite(2), "") << "no longer";
     EXPECT_NE(browser.toggle_favourite(0), "") << "this bank's are not the same tomorrow";
-    SoundBrowser next(directory.path("sounds"), directory.path("config/favourites"));
+    SoundBrowser next(directory.path("sounds"), directory.path("config/favourites"), "");
     next.follow(model);
     next.set_filter(SoundBrowser::Filter::FAVOURITES);
     ASSERT_EQ(next.num_rows(), 2U);
@@ -116,6 +118,73 @@ TEST_F(SoundBrowserTest, FavouritesComeBackInTheNextSession) {
     EXPECT_EQ(next.row(1).name, "Filed Bass");
     next.toggle_favourite(0);
     EXPECT_EQ(next.num_rows(), 1U);
+}
+
+TEST_F(SoundBrowserTest, TheLastSoundsComeFirstInAnotherWindowAndTheNextSession) {
+    SoundBrowser other(directory.path("sounds"), "", directory.path("config/recent"));
+    other.follow(model);
+    browser.load(1, model); // the brass
+    other.load(3, model);   // the bass
+    browser.follow(model);
+    EXPECT_EQ(browser.give_to_channel(3, 2, model), ""); // the pad
+    browser.load(0, model);                              // this bank's: no sound of tomorrow
+    EXPECT_THAT(only(SoundBrowser::Filter::RECENT),
+                ElementsAre("Dark Pad", "Filed Bass", "Bright Brass"));
+    browser.load(1, model);
+    browser.follow(model);
+    EXPECT_THAT(names(), ElementsAre("Filed Bass", "Dark Pad", "Bright Brass"));
+    EXPECT_EQ(browser.marked(), 0U);
+    RecentSounds kept(directory.path("config/recent"));
+    EXPECT_EQ(kept.get_ids().size(), 3U);
+    for (int i = 0; i < 30; i++)
+        kept.note("sound " + std::to_string(i));
+    EXPECT_EQ(RecentSounds(directory.path("config/recent")).get_ids().size(), 20U);
+    EXPECT_EQ(kept.get_ids().front(), "sound 29");
+}
+
+TEST_F(SoundBrowserTest, AnAuditionLeavesTheEditedProgramAloneAndEndsWithALoad) {
+    const EditorState before = model.get_state();
+    browser.mark(1);
+    browser.audition(synth);
+    EXPECT_EQ(synth.auditioned, "Bright_Brass 53");
+    browser.mark(2);
+    browser.audition(synth);
+    EXPECT_EQ(synth.auditioned, "Dark_Pad 57");
+    browser.mark(0); // as it is now, not as it was when it was listed
+    synth.bank.get_instrument(7).set_text(InstrumentText::COMMENT,
+                                          "Phrase: at 90 bpm, quarters: D4");
+    browser.audition(synth);
+    EXPECT_EQ(synth.auditioned, "My_Lead 62");
+    model.refresh();
+    EXPECT_EQ(model.get_state(), before);
+    EXPECT_EQ(model.undo_name(), "");
+    browser.load(1, model);
+    EXPECT_EQ(synth.auditioned, "");
+}
+
+TEST_F(SoundBrowserTest, AChannelGetsASoundByItself) {
+    EXPECT_EQ(browser.give_to_channel(1, 2, model), "");
+    EXPECT_EQ(model.channel(), 2U);
+    EXPECT_EQ(model.program_name(), "Bright_Brass");
+    EXPECT_EQ(synth.channel_programs[2], 2) << "its own program, which no other channel plays";
+    model.undo();
+    EXPECT_EQ(model.undo_name(), "") << "one step";
+    EXPECT_EQ(synth.bank.get_instrument(2).get_name(), default_instrument_name(2));
+    synth.channel_programs.fill(0);
+    synth.bank.get_instrument(1).set_name("Taken");
+    model.refresh();
+    EXPECT_EQ(browser.give_to_channel(1, 2, model), "");
+    EXPECT_EQ(synth.channel_programs[2], 2) << "the first that nobody has filled";
+    EXPECT_EQ(synth.channel_programs[0], 0);
+    EXPECT_EQ(browser.give_to_channel(1, 3, model), "");
+    EXPECT_EQ(synth.channel_programs[3], 2) << "the bank has it already";
+    for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
+        synth.bank.get_instrument(i).set_name("Full");
+    model.refresh();
+    EXPECT_EQ(browser.give_to_channel(2, 4, model), "");
+    EXPECT_EQ(synth.channel_programs[4], 127) << "the last that no channel plays";
+    model.set_dialect(MidiDialect::GENERAL_MIDI);
+    EXPECT_NE(browser.give_to_channel(2, 9, model), "") << "drums are no program";
 }
 
 TEST_F(SoundBrowserTest, AProgramIsKeptBesideWhatHasItsName) {
@@ -126,7 +195,7 @@ TEST_F(SoundBrowserTest, AProgramIsKeptBesideWhatHasItsName) {
         EXPECT_EQ(path, directory.path(file));
     }
     EXPECT_THAT(only(SoundBrowser::Filter::FILES), ElementsAre("Mine", "Mine", "Filed Bass"));
-    SoundBrowser nowhere("/dev/null/sounds", "");
+    SoundBrowser nowhere("/dev/null/sounds", "", "");
     std::string path;
     EXPECT_NE(nowhere.keep_program(model, path), "");
 }

@@ -28,6 +28,7 @@ class FakeWindow : public UiHost {
     ResponseWorker& get_responses() override { return responses; }
     void open_overlay(std::unique_ptr<Overlay> overlay) override { opened = std::move(overlay); }
     void choose_file(FileRequest /*request*/) override {}
+    std::optional<unsigned> channel_at(Point /*at*/) override { return std::nullopt; }
     void show_message(const std::string& /*text*/, MessageKind /*kind*/) override {}
 
     std::unique_ptr<Overlay> opened;
