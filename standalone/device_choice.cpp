@@ -12,6 +12,7 @@ namespace tarquil {
 namespace {
 
 constexpr std::string_view ALSA_PREFIX = "alsa:";
+constexpr std::string_view FILE_PREFIX = "file:";
 
 uint32_t read_within(const char* option, const std::string& text, uint32_t first, uint32_t last,
                      const char* unit) {
@@ -38,9 +39,13 @@ void parse_device(const std::string& text, DeviceChoice& choice) {
         choice.kind = DeviceKind::SILENT;
     } else if (text == "null:fast") {
         choice.kind = DeviceKind::FAST;
+    } else if (text.starts_with(FILE_PREFIX) && text.size() > FILE_PREFIX.size()) {
+        choice.kind = DeviceKind::RECORDED;
+        choice.file = text.substr(FILE_PREFIX.size());
     } else {
         throw BadInput("--device " + text +
-                       ": not jack, alsa, alsa:NAME, null or null:fast; --list shows the names");
+                       ": not jack, alsa, alsa:NAME, null, null:fast or file:OUT.wav; --list shows "
+                       "the names");
     }
 }
 

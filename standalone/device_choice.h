@@ -12,18 +12,20 @@ enum class DeviceKind {
     AUTO, // JACK, else ALSA
     JACK,
     ALSA,
-    SILENT, // in real time
-    FAST,   // silent too, as fast as it goes
+    SILENT,   // in real time
+    FAST,     // silent too, as fast as it goes
+    RECORDED, // in real time, into a file
 };
 
 struct DeviceChoice {
     DeviceKind kind = DeviceKind::AUTO;
     std::string alsa_name = "default";
+    std::string file{};             // of RECORDED
     std::optional<uint32_t> rate;   // Hz; else the device's own
     std::optional<uint32_t> period; // frames of a block; else what is usual for the device
 };
 
-// "jack", "alsa", "alsa:NAME", "null" or "null:fast".  BadInput for anything else.
+// "jack", "alsa", "alsa:NAME", "null", "null:fast" or "file:PATH".  BadInput for anything else.
 void parse_device(const std::string& text, DeviceChoice& choice);
 // 8000..384000 Hz.
 uint32_t parse_device_rate(const std::string& text);

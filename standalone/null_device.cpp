@@ -1,4 +1,5 @@
-// Plays to nobody, so that meters and envelopes move without a device, and tests hear each frame.
+// Plays to nobody but a listener, so that meters and envelopes move without a device, what is
+// played can be kept in a file, and tests hear each frame.
 
 #include <atomic>
 #include <chrono>
@@ -18,10 +19,10 @@ constexpr uint32_t USUAL_PERIOD = 512;
 
 class NullDevice : public AudioDevice {
   public:
-    NullDevice(DevicePlayer& played, uint32_t device_rate, uint32_t frames, bool real_time,
-               Listener heard_by)
-        : player(played), rate(device_rate), period(frames), is_real_time(real_time),
-          listener(std::move(heard_by)), thread([this] { run(); }) {}
+    NullDevice(DevicePlayer& played, std::string called, uint32_t device_rate, uint32_t frames,
+               bool real_time, Listener heard_by)
+        : player(played), title(std::move(called)), rate(device_rate), period(frames),
+          is_real_time(real_time), listener(std::move(heard_by)), thread([this] { run(); }) {}
     NullDevice(const NullDevice&) = delete;
     NullDevice& operator=(const NullDevice&) = delete;
     ~NullDevice() override {
@@ -30,8 +31,7 @@ class NullDevice : public AudioDevice {
     }
 
     [[nodiscard]] std::string name() const override {
-        return (is_real_time ? "silent, " : "silent and as fast as it goes, ") +
-               std::to_string(period) + " frames at " + std::to_string(rate) + " Hz";
+        return title + ", " + std::to_string(period) + " frames at " + std::to_string(rate) + " Hz";
     }
     [[nodiscard]] bool is_lost() const override { return false; }
     [[nodiscard]] uint32_t num_dropouts() const override { return 0; }
@@ -57,6 +57,7 @@ class NullDevice : public AudioDevice {
     }
 
     DevicePlayer& player;
+    const std::string title;
     const uint32_t rate;
     const uint32_t period;
     const bool is_real_time;
@@ -64,6 +65,17 @@ class NullDevice : public AudioDevice {
     std::atomic<bool> is_stopping{false};
     std::thread thread; // the last: it uses the others
 };
+
+std::string title_of(const DeviceChoice& choice) {
+    switch (choice.kind) {
+    case DeviceKind::RECORDED:
+        return "into " + choice.file;
+    case DeviceKind::FAST:
+        return "silent and as fast as it goes";
+    default:
+        return "silent";
+    }
+}
 
 } // namespace
 
@@ -74,7 +86,8 @@ std::unique_ptr<AudioDevice> open_null_device(DevicePlayer& player, const Device
         reason = "nothing plays at " + std::to_string(rate) + " Hz";
         return nullptr;
     }
-    return std::make_unique<NullDevice>(player, rate, choice.period.value_or(USUAL_PERIOD),
+    return std::make_unique<NullDevice>(player, title_of(choice), rate,
+                                        choice.period.value_or(USUAL_PERIOD),
                                         choice.kind != DeviceKind::FAST, std::move(listener));
 }
 

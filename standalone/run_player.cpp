@@ -55,7 +55,9 @@ void run_player(DevicePlayer& player, const PlaySettings& settings) {
             throw Failure(STATUS_CANNOT, reason);
     }
     const EndSignals signals;
-    DeviceKeeper keeper(choose_device(player, settings.device, settings.has_window), settings.say);
+    DeviceKeeper keeper(
+        choose_device(player, settings.device, settings.has_window, settings.listener),
+        settings.say);
     if (!keeper.open(reason))
         throw Failure(STATUS_CANNOT, reason);
     if (!reason.empty())

@@ -7,6 +7,7 @@
 
 #include "standalone/device_choice.h"
 #include "standalone/device_player.h"
+#include "standalone/devices.h"
 
 namespace tarquil {
 
@@ -14,6 +15,7 @@ struct PlaySettings {
     DeviceChoice device;
     bool has_window = true;
     std::string bank_path; // the file that the player's bank came from, empty for none
+    Listener listener{};   // of a device that plays to nobody else
     // Told what a user has to know, a line each.
     std::function<void(const std::string&)> say;
 };

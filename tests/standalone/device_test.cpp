@@ -116,7 +116,10 @@ TEST(DeviceChoice, TakesNamesRatesAndPeriodsAndNothingElse) {
     EXPECT_EQ(choice.alsa_name, "hw:0,3");
     parse_device("null:fast", choice);
     EXPECT_EQ(choice.kind, DeviceKind::FAST);
-    for (const char* name : {"", "jac", "alsa:", "null:", "JACK", "hw:0"})
+    parse_device("file:my take.flac", choice);
+    EXPECT_EQ(choice.kind, DeviceKind::RECORDED);
+    EXPECT_EQ(choice.file, "my take.flac");
+    for (const char* name : {"", "jac", "alsa:", "null:", "file:", "JACK", "hw:0"})
         EXPECT_THROW(parse_device(name, choice), BadInput) << name;
     EXPECT_EQ(parse_device_rate("384000"), 384000U);
     EXPECT_EQ(parse_period("16"), 16U);

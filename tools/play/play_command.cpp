@@ -6,6 +6,7 @@
 #include <string>
 
 #include "common/failure.h"
+#include "common/load_string.h"
 #include "midi/smf/song_file.h"
 #include "sounds/shipped_sounds.h"
 #include "sounds/starting_sounds.h"
@@ -14,6 +15,7 @@
 #include "tools/bank_error.h"
 #include "tools/command.h"
 #include "tools/notice.h"
+#include "tools/play/recording.h"
 #include "tools/render/gm_options.h"
 #include "tools/write_result.h"
 
@@ -29,6 +31,16 @@ struct PlayOptions {
     bool is_list = false;
 };
 
+// A file of the window's has them beside the bank.
+void choose_channel_programs(const std::string& bank_path, Player& player) {
+    std::string text;
+    if (find_shipped_bank(bank_path) != nullptr || load_file_to_string(bank_path, text) != 0)
+        return;
+    const ChannelPrograms programs = find_channel_programs(text, player.dialect());
+    for (unsigned channel = 0; channel < programs.size(); channel++)
+        player.set_channel_program(channel, programs[channel]);
+}
+
 // A song has the sounds that a render gives it; without one, messages mean what the bank says,
 // which is the General MIDI set if none is named.
 void choose_sounds(const PlayOptions& options, Player& player) {
@@ -41,8 +53,10 @@ void choose_sounds(const PlayOptions& options, Player& player) {
         options.song_path.empty() && sounds.map_path.empty() && sounds.midi == DialectChoice::AUTO;
     if (is_as_bank_says) {
         give_starting_sounds(player);
-        if (!sounds.bank_path.empty())
+        if (!sounds.bank_path.empty()) {
             player.set_bank(bank);
+            choose_channel_programs(sounds.bank_path, player);
+        }
     } else {
         const std::shared_ptr<const GmSet> set = choose_gm_set(sounds, bank, &report);
         player.set_gm_set(set);
@@ -71,10 +85,19 @@ void play(const PlayOptions& options) {
         player->set_song(*song);
     else if (options.device.kind == DeviceKind::FAST)
         throw BadInput("--device null:fast: plays a song only; name one, or use --device null");
-    run_player(*player, {.device = options.device,
-                         .has_window = !options.has_no_window,
-                         .bank_path = path_of_bank(options.sounds->bank_path),
-                         .say = [](const std::string& line) { print_notice(line); }});
+    PlaySettings settings{.device = options.device,
+                          .has_window = !options.has_no_window,
+                          .bank_path = path_of_bank(options.sounds->bank_path),
+                          .say = [](const std::string& line) { print_notice(line); }};
+    std::optional<Recording> recording;
+    if (options.device.kind == DeviceKind::RECORDED) {
+        recording.emplace(options.device.file, options.device.rate);
+        settings.device.rate = recording->get_rate();
+        settings.listener = recording->listener();
+    }
+    run_player(*player, settings);
+    if (recording && !recording->finish())
+        print_notice(options.device.file + ": holds the beginning only, no more fits into it");
 }
 
 void add_device_options(CLI::App& command, const std::shared_ptr<PlayOptions>& options) {
@@ -83,8 +106,9 @@ void add_device_options(CLI::App& command, const std::shared_ptr<PlayOptions>& o
             .add_option_function<std::string>(
                 "--device",
                 [options](const std::string& text) { parse_device(text, options->device); },
-                "Play through jack, alsa, alsa:NAME, null (nobody hears it) or null:fast; if not "
-                "given, the JACK server where one runs, else ALSA's default device")
+                "Play through jack, alsa, alsa:NAME, null (nobody hears it), null:fast or into "
+                "file:OUT.wav; if not given, the JACK server where one runs, else ALSA's default "
+                "device")
             ->type_name("NAME");
     command
         .add_option_function<std::string>(
