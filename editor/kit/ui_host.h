@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "editor/kit/overlay.h"
@@ -37,6 +38,8 @@ struct ViewState {
     [[nodiscard]] double seconds_per_quarter() const { return 60.0 / tempo; }
     [[nodiscard]] double samples_per_quarter() const { return SAMPLE_RATE * 60.0 / tempo; }
     std::optional<CarriedSound> carried{};
+    std::set<std::string> locked_sections{}; // that a sound left to chance keeps
+    int chance_percent = 25;                 // how far a value may go
 };
 
 // A file to be chosen.

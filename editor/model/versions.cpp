@@ -1,6 +1,7 @@
 // The editor's two versions of a program, and programs as text.
 
 #include "editor/model/editor_model.h"
+#include "editor/model/section_text.h"
 #include "instrument/checked_load.h"
 
 namespace tarquil {
@@ -42,6 +43,9 @@ std::string EditorModel::copied_text(unsigned program) {
 }
 
 std::string EditorModel::paste_text(const std::string& text, unsigned program) {
+    const std::string section = section_of_text(text);
+    if (!section.empty())
+        return "The clipboard holds " + section + " alone: paste it on a panel, by its three dots";
     Instrument pasted = synth.get_instrument(program);
     if (load_instrument_checked_from_string(pasted, text) != 0)
         return "The clipboard holds no program";

@@ -214,7 +214,8 @@ void EditorView::draw_page(Canvas& canvas) {
         if (button.w > 0.0)
             draw_section_button(canvas, button,
                                 overlays.empty() && pressed == nullptr && hovered == nullptr &&
-                                    button.contains(pointer_at));
+                                    button.contains(pointer_at),
+                                is_locked(view_state, pages[current_page], panel));
     }
     for (Page* page : shown_pages()) {
         for (const auto& widget : page->widgets) {
@@ -446,7 +447,7 @@ void EditorView::press_panel(const Pointer& pointer) {
         const Rect button = section_button(page, panel);
         const bool is_right = pointer.button == Pointer::Button::RIGHT;
         if (button.w > 0.0 && (is_right ? panel.area : button).contains(pointer.at))
-            open_overlay(make_section_menu(*this, page, panel));
+            open_overlay(make_section_menu(*this, pages, page, panel));
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "editor/model/bank_synth.h"
 #include "editor/model/section.h"
+#include "editor/model/section_text.h"
 #include "softsynth/parameters/families.h"
 
 namespace tarquil {
@@ -84,6 +85,64 @@ TEST_F(ExploreTest, ChanceKeepsToItsAmountAndNeverEndsTheSound) {
         model.undo();
     }
     EXPECT_GT(moved, 30);
+}
+
+std::vector<unsigned> envelope(unsigned index) {
+    const EnvelopeRows rows = envelope_rows(index);
+    return {rows.attack, rows.decay, rows.sustain, rows.release};
+}
+
+std::vector<unsigned> mono_effect(unsigned index) {
+    const EffectRows rows = mono_effect_rows(index);
+    return {rows.type,         rows.parameter(0), rows.parameter(1),
+            rows.parameter(2), rows.parameter(3), rows.parameter(4)};
+}
+
+TEST_F(ExploreTest, ASectionGoesThroughTextToItsLikeAnywhere) {
+    for (unsigned i = 0; i < 4; i++)
+        model.set_value(envelope(0)[i], int(30 + 11 * i));
+    model.set_value(mono_effect(1)[0], 2);
+    model.set_value(mono_effect(1)[5], 77);
+    BankSynth other_synth;
+    EditorModel other(other_synth);
+    const std::string text = copied_section(model, "Envelope 1", envelope(0));
+    EXPECT_EQ(paste_section(other, "Envelope 3", envelope(2), text), "");
+    for (unsigned i = 0; i < 4; i++)
+        EXPECT_EQ(other.value(envelope(2)[i]), int(30 + 11 * i));
+    EXPECT_EQ(other.undo_name(), "Paste Envelope 3");
+    other.undo();
+    EXPECT_EQ(other.undo_name(), "") << "one step";
+    EXPECT_EQ(paste_section(other, "Mono effect 1", mono_effect(0),
+                            copied_section(model, "Mono effect 2", mono_effect(1))),
+              "");
+    EXPECT_EQ(other.value(mono_effect(0)[0]), 2);
+    EXPECT_EQ(other.value(mono_effect(0)[5]), 77);
+    EXPECT_EQ(paste_section(other, "Envelope 1", envelope(0), model.copied_text(0)), "")
+        << "a whole program has it too";
+    EXPECT_EQ(other.value(envelope(0)[1]), 41);
+}
+
+TEST_F(ExploreTest, ASectionDoesNotFitElsewhere) {
+    const ControllerBytes before = model.get_state().bytes;
+    const std::string text = copied_section(model, "Envelope 1", envelope(0));
+    const LfoRows lfo = lfo_rows(0);
+    const unsigned lfo_controllers[] = {lfo.type, lfo.speed, lfo.phase};
+    const EffectRows stereo = STEREO_EFFECT_ROWS;
+    const unsigned stereo_controllers[] = {
+        stereo.type,         stereo.parameter(0), stereo.parameter(1), stereo.parameter(2),
+        stereo.parameter(3), stereo.parameter(4), CTRL_CHANFX2_WET};
+    const unsigned two_envelopes[] = {envelope(1)[0], envelope(2)[0]};
+    EXPECT_EQ(paste_section(model, "LFO 1", lfo_controllers, text),
+              "Envelope 1 of the clipboard does not fit into LFO 1");
+    EXPECT_NE(paste_section(model, "Stereo effect", stereo_controllers,
+                            copied_section(model, "Mono effect 1", mono_effect(0))),
+              "");
+    EXPECT_NE(paste_section(model, "Envelopes", two_envelopes, text), "");
+    EXPECT_NE(paste_section(model, "LFO 1", lfo_controllers, "hello"), "");
+    EXPECT_NE(paste_section(model, "LFO 1", lfo_controllers, ""), "");
+    EXPECT_NE(model.paste_text(text, 0), "") << "and is no program with nothing else in it";
+    EXPECT_EQ(model.get_state().bytes, before);
+    EXPECT_EQ(model.undo_name(), "");
 }
 
 TEST_F(ExploreTest, AProgramGoesThroughTextAndNonsenseDoesNot) {

@@ -11,6 +11,7 @@
 #include "common/load_string.h"
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
+#include "editor/view/section_menu.h"
 #include "editor/widgets/pair_slider.h"
 #include "editor/widgets/sound_list.h"
 #include "softsynth/parameters/filter_type.h"
@@ -191,6 +192,26 @@ TEST_F(SoundsPageTest, AFileIsDroppedOnAChannelOrAskedAbout) {
     press_key(Key::RIGHT);
     press_key(Key::ENTER);
     EXPECT_EQ(model.get_state().song_title, "Dropped");
+}
+
+TEST_F(EditorViewTest, ChanceLeavesLockedSectionsAlone) {
+    find(CTRL_ENV1_ATTACK);
+    ViewState& state = view.get_view_state();
+    const std::vector<Page>& pages = view.get_pages();
+    const auto has = [&](unsigned number) {
+        const std::vector<unsigned> open = unlocked_controllers(pages, state);
+        return std::find(open.begin(), open.end(), number) != open.end();
+    };
+    EXPECT_TRUE(has(CTRL_ENV1_ATTACK));
+    EXPECT_TRUE(has(CTRL_FILTER1_CUTOFF));
+    EXPECT_FALSE(has(CTRL_FCMPR_PRE_GAIN)) << "no part of a sound";
+    press({30, 130}, 3); // the first envelope's panel: its menu
+    for (int i = 0; i < 6; i++)
+        press_key(Key::DOWN);
+    press_key(Key::ENTER);
+    EXPECT_FALSE(has(CTRL_ENV1_ATTACK));
+    EXPECT_TRUE(has(CTRL_ENV2_ATTACK));
+    EXPECT_TRUE(has(CTRL_FILTER1_CUTOFF));
 }
 
 TEST_F(EditorViewTest, DragWheelDoubleClickAndShift) {
