@@ -11,6 +11,7 @@
 #include "editor/view/header.h"
 #include "editor/view/tabs.h"
 #include "editor/widgets/button.h"
+#include "editor/widgets/pair_slider.h"
 #include "editor/widgets/sound_list.h"
 #include "editor/widgets/sound_search.h"
 #include "softsynth/parameters/controller_table.h"
@@ -27,7 +28,7 @@ void print_page(const Page& page, UiHost& host) {
     for (const auto& widget : page.widgets) {
         const Rect& area = widget->get_area();
         const std::vector<unsigned> controllers = widget->controllers();
-        if (controllers.size() == 1)
+        if (controllers.size() == 1 || dynamic_cast<const PairSlider*>(widget.get()) != nullptr)
             print_place(page.title + " " + find_controller(controllers[0])->key, area.center());
         if (const auto channel = widget->dropped_on())
             print_place("channel " + std::to_string(*channel + 1), area.center());

@@ -2,6 +2,7 @@
 
 #include "tools/render/renderer.h"
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <utility>
@@ -28,10 +29,10 @@ void play(const RenderOptions& options, const Song& song, SongDriver& driver, Ma
     const float* last = blocks[1];
     uint32_t num_frames = 0; // of the last block
     const auto write_last = [&] {
-        if (num_frames == 0)
-            return;
-        output.write(last, num_frames);
-        if (stems != nullptr)
+        // In pieces that are always the same: on them depends what Vorbis makes of the sound.
+        for (uint32_t done = 0; done < num_frames; done += DEFAULT_BLOCK)
+            output.write(last + size_t(2) * done, std::min(DEFAULT_BLOCK, num_frames - done));
+        if (stems != nullptr && num_frames > 0)
             stems->write(num_frames);
     };
     for (uint32_t time = 0; time < tail.get_end(); time += num_frames) {

@@ -145,6 +145,13 @@ class EditedPlugin {
         const std::vector<Window> windows = screen.children(parent);
         return windows.empty() ? 0 : int(screen.width_of(windows[0]));
     }
+    // Both, within the two seconds that a busy screen may take.
+    bool takes_width(int wanted) {
+        const auto is_taken = [&] { return width() == wanted && shown_width() == wanted; };
+        for (int idles = 0; idles < 130 && !is_taken(); idles++)
+            loop.idle();
+        return is_taken();
+    }
 
     Screen& screen;
     HostLoop loop;
@@ -247,10 +254,7 @@ const char* try_host_sizes(EditedPlugin& plugin) {
             return "a size that fits does not stay";
         if (plugin.view->on_size(&fitting) != OK)
             return "a size that fits is not taken";
-        plugin.loop.idle();
-        plugin.loop.idle();
-        const int wanted = fitting.right - fitting.left;
-        if (plugin.width() != wanted || plugin.shown_width() != wanted)
+        if (!plugin.takes_width(fitting.right - fitting.left))
             return "the size is not the one that was set";
     }
     return plugin.frame.num_asked == 0 ? nullptr : "the host is asked for what it has set itself";
@@ -281,9 +285,7 @@ const char* try_user_sizes(EditedPlugin& plugin) {
     plugin.loop.idle();
     if (!choose_size(plugin))
         return "the host is not asked for the size that the user chooses";
-    plugin.loop.idle();
-    if (plugin.frame.asked_width == 1040 || plugin.width() != plugin.frame.asked_width ||
-        plugin.shown_width() != plugin.frame.asked_width)
+    if (plugin.frame.asked_width == 1040 || !plugin.takes_width(plugin.frame.asked_width))
         return "the window has not the size that the host has granted";
     const int granted = plugin.width();
     plugin.frame.grants_size = false;
@@ -291,9 +293,8 @@ const char* try_user_sizes(EditedPlugin& plugin) {
         return "the host is not asked a second time";
     plugin.loop.idle();
     plugin.frame.grants_size = true;
-    return plugin.width() == granted && plugin.shown_width() == granted
-               ? nullptr
-               : "the window has a size that the host has refused";
+    return plugin.takes_width(granted) ? nullptr
+                                       : "the window has a size that the host has refused";
 }
 
 int run_three() {
