@@ -16,11 +16,10 @@ bool ends_notes(unsigned controller) {
 } // namespace
 
 void KeysDown::follow_note(const midi_event& event) {
-    uint8_t& velocity = velocities[midi_channel(event.status)][event.data1];
-    if (midi_kind(event.status) == MIDI_NOTE_ON)
-        velocity = event.data2;
-    else if (midi_kind(event.status) == MIDI_NOTE_OFF)
-        velocity = 0;
+    const unsigned kind = midi_kind(event.status);
+    if (kind == MIDI_NOTE_ON || kind == MIDI_NOTE_OFF)
+        velocities[midi_channel(event.status)][event.data1] =
+            kind == MIDI_NOTE_ON ? event.data2 : uint8_t(0);
 }
 
 void KeysDown::follow_event(const midi_event& event) {
