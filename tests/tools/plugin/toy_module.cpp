@@ -28,8 +28,9 @@ intptr_t VST_CALL dispatch(AEffect* /*effect*/, int32_t opcode, int32_t /*index*
     if (opcode != effProcessEvents)
         return 0;
     const auto* events = static_cast<const VstEvents*>(ptr);
+    const VstEvent* const* const records = events->events; // as many as there are
     for (int32_t i = 0; i < events->numEvents; i++) {
-        const auto& event = *reinterpret_cast<const VstMidiEvent*>(events->events[i]);
+        const auto& event = *reinterpret_cast<const VstMidiEvent*>(records[i]);
         if ((event.midiData[0] & 0x70) == 0x10) // a note-on
             changes.push_back({event.deltaFrames, event.midiData[2] != 0 ? 0.25F : NAN});
     }

@@ -48,7 +48,9 @@ int32_t RecordedSequence::any_delay(int32_t frames) {
 }
 
 void RecordedSequence::set_parameter() {
-    host.set(int32_t(any(NUM_PARAMS)), float(any_byte()) / 127.0F);
+    // Drawn one by one, here and below: compilers do not agree on the order of arguments.
+    const uint32_t byte = any_byte();
+    host.set(int32_t(any(NUM_PARAMS)), float(byte) / 127.0F);
 }
 
 // A few settings each, so that most programs still sound; the first channel leaves its usual
@@ -78,17 +80,22 @@ void RecordedSequence::send_message(int32_t frames) {
     case 6:
         host.midi(0x80 | channel, note, any_byte(), delay);
         break;
-    case 7:
-        host.midi(0xE0 | channel, any(128), any_byte(), delay);
+    case 7: {
+        const uint32_t coarse = any_byte();
+        host.midi(0xE0 | channel, any(128), coarse, delay);
         break;
+    }
     case 8:
-        if (one_in(3))
-            host.midi(0xC0 | channel, 1 + any(NUM_PROGRAMS_USED - 1), 0,
-                      int32_t(any(uint32_t(frames))));
-        else if (one_in(4))
+        if (one_in(3)) {
+            const auto within = int32_t(any(uint32_t(frames)));
+            host.midi(0xC0 | channel, 1 + any(NUM_PROGRAMS_USED - 1), 0, within);
+        } else if (one_in(4)) {
             host.midi(0xB0 | channel, ALL_NOTES_OFF, 0, delay);
-        else // is none of the engine's messages, or broken
-            host.midi(0xA0 | (any(6) << 4U) | channel, any(256), any(256), delay);
+        } else { // is none of the engine's messages, or broken
+            const uint32_t data2 = any(256);
+            const uint32_t data1 = any(256);
+            host.midi(0xA0 | (any(6) << 4U) | channel, data1, data2, delay);
+        }
         break;
     default: {
         const uint32_t number = one_in(3) ? LIVE_CONTROLLERS[any(std::size(LIVE_CONTROLLERS))]
