@@ -122,6 +122,8 @@ class EditorView : public UiHost {
     std::function<std::string()> read_clipboard;
 
   private:
+    static constexpr double TOOLTIP_DELAY = 0.6; // seconds
+
     [[nodiscard]] std::vector<Page*> shown_pages();
     void show_keyboard(bool shown);
     [[nodiscard]] Widget* widget_at(Point at);

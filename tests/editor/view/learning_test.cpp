@@ -2,49 +2,23 @@
 
 #include <gtest/gtest.h>
 
-#include "editor/model/bank_synth.h"
-#include "editor/pictures/picture.h"
-#include "editor/view/editor_view.h"
 #include "editor/widgets/learned_list.h"
-#include "tests/editor/user_input.h"
+#include "tests/editor/view/view_fixture.h"
 
 namespace tarquil {
 
 namespace {
 
-class LearningTest : public testing::Test {
+class LearningTest : public EditorViewTest {
   protected:
-    Point find(unsigned number) {
-        for (unsigned page = 0; page < view.get_pages().size(); page++) {
-            for (const auto& widget : view.get_pages()[page].widgets) {
-                if (widget->controllers() == std::vector<unsigned>{number}) {
-                    view.show_page(page);
-                    return widget->get_area().center();
-                }
-            }
-        }
-        ADD_FAILURE() << number;
-        return {};
-    }
-    void press(Point at, int button) {
-        view.press({at.x, at.y, button, false, false, now += 1000});
-        view.release({at.x, at.y, button, false, false, now});
-    }
-    void press_key(Key key) { view.key({key, "", false, false}); }
     // The item behind reset, copy, paste and the typed value.
     void start_learning(unsigned number) {
-        press(find(number), 3);
+        click(find(number), 3);
         for (int i = 0; i < 5; i++)
             press_key(Key::DOWN);
         press_key(Key::ENTER);
     }
     [[nodiscard]] LearnedControls learned() const { return synth.bank.get_learned(); }
-
-    BankSynth synth;
-    EditorModel model{synth};
-    EditorSettings settings;
-    EditorView view{model, settings, true};
-    uint32_t now = 0;
 };
 
 TEST_F(LearningTest, AControlWaitsForAControllerAndIsMovedByItAsOneStep) {
@@ -71,7 +45,7 @@ TEST_F(LearningTest, AClickEscapeOrTheWindowsEndGivesUp) {
         start_learning(CTRL_FILTER1_CUTOFF);
         ASSERT_TRUE(model.learning());
         if (way == 0)
-            press(nowhere, 1);
+            click(nowhere, 1);
         else
             press_key(Key::ESCAPE);
         EXPECT_FALSE(model.learning());
@@ -98,12 +72,7 @@ class LearnedListTest : public LearningTest {
         view.open_overlay(std::make_unique<LearnedList>(view));
     }
     void click(unsigned row, LearnedList::Cell cell) {
-        press(LearnedList::cell_area(row, cell).center(), 1);
-    }
-    void type(const std::string& text) {
-        for (const char c : text)
-            view.key({Key::CHARACTER, std::string(1, c), false, false});
-        press_key(Key::ENTER);
+        EditorViewTest::click(LearnedList::cell_area(row, cell).center());
     }
 };
 
@@ -132,20 +101,19 @@ TEST_F(LearnedListTest, EndsAreTypedInUnitsTurnedRoundAndTakenAway) {
 }
 
 TEST_F(LearnedListTest, TheLastRowsComeInSightAndCanAllBeRemoved) {
-    Picture picture{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     for (int i = 0; i < 50; i++)
         press_key(Key::DOWN);
     press_key(Key::DEL);
     EXPECT_FALSE(learned().get(119)) << "the last of them";
     for (int i = 0; i < 40; i++) {
-        view.draw(picture.context());
+        draw();
         press_key(Key::DEL);
     }
-    view.draw(picture.context());
+    draw();
     EXPECT_EQ(learned(), LearnedControls());
     view.wheel({400, 300, 0, false, false, now}, -3.0);
     press_key(Key::ENTER);
-    view.draw(picture.context());
+    draw();
 }
 
 TEST_F(LearningTest, HeldNotesAreStruckAgainWhereThatIsWanted) {
@@ -166,7 +134,6 @@ TEST_F(LearningTest, HeldNotesAreStruckAgainWhereThatIsWanted) {
 }
 
 TEST_F(LearningTest, WhatFollowsTheTempoIsDrawnAtTheHosts) {
-    const Picture picture{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     const auto hertz = [&] { return double(view.get_view_state().times.lfo_hz(0)[64]); };
     view.tick(1.0);
     EXPECT_FALSE(view.get_view_state().times.is_on());
@@ -177,7 +144,7 @@ TEST_F(LearningTest, WhatFollowsTheTempoIsDrawnAtTheHosts) {
     synth.meters.tempo = 90.0;
     EXPECT_TRUE(view.tick(1.0)) << "there is something to draw";
     EXPECT_NEAR(hertz(), at_120 * 0.75, 1e-5);
-    view.draw(picture.context());
+    draw();
     EXPECT_FALSE(view.tick(1.0)) << "nothing since";
     model.set_tempo_sync(false);
     view.tick(1.0);
