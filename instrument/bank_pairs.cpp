@@ -72,14 +72,16 @@ void BankPairs::take_other(const TextPair& line, LoadReport* report) {
         take_switch(line, OFF_VALUE, ON_VALUE, report);
         return;
     }
-    if (midi_controller_of_key(line.key) && parse_learned(without_blanks_at_end(line.value))) {
-        if (others.get(line.key).empty())
-            others.set(line.key, without_blanks_at_end(line.value));
-        return;
-    }
-    if (midi_controller_of_key(line.key))
+    if (midi_controller_of_key(line.key)) {
+        const std::string_view value = without_blanks_at_end(line.value);
+        if (parse_learned(value)) {
+            if (others.get(line.key).empty())
+                others.set(line.key, value);
+            return;
+        }
         report_warning(report, std::string(line.key) + " = " + std::string(line.value) +
                                    " is not known, nothing is learned");
+    }
     if (is_indented_key_of(TextKind::BANK, line.key))
         report_warning(report, "\"" + std::string(line.key) + "\" is indented and not read");
     if (!others.keep(line.key, line.value))

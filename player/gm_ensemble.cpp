@@ -3,30 +3,12 @@
 #include "player/gm_ensemble.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/assertion.h"
 #include "player/controller_events.h"
 #include "player/gm_sounds_of.h"
 
 namespace tarquil {
-
-namespace {
-
-// -120 dBFS.
-constexpr float SILENCE = 1e-6F;
-
-bool is_silent(const float* pcm, uint32_t frames) {
-    return std::all_of(pcm, pcm + size_t(2) * frames,
-                       [](float value) { return std::fabs(value) < SILENCE; });
-}
-
-void add(const float* sound, float* sum, uint32_t frames) {
-    for (uint32_t i = 0; i < 2 * frames; i++)
-        sum[i] += sound[i];
-}
-
-} // namespace
 
 void GmEnsemble::Queues::put(unsigned engine, const midi_event& event) {
     TARQ_ASSERT(counts[engine] < CAPACITY);
@@ -54,7 +36,7 @@ void GmEnsemble::begin(uint32_t time, const GmSet& new_set,
     queues->counts = {};
     refresh_waits = is_ending = false;
     silence(MELODIC_ENGINE, time);
-    if (quiet_frames < STOP_AFTER)
+    if (!drum_side.rests())
         silence(RHYTHM_ENGINE, time);
     take_set(new_set);
     dialect.start(time);
@@ -89,7 +71,7 @@ void GmEnsemble::end(uint32_t time) {
     queues->counts = {};
     dialect.panic(time, *queues);
     queues->counts[MELODIC_ENGINE] = 0;
-    is_ending = quiet_frames < STOP_AFTER || !limiter.is_idle();
+    is_ending = !drum_side.rests() || !limiter.is_idle();
 }
 
 void GmEnsemble::put_globals(uint32_t time) {
@@ -139,7 +121,9 @@ bool GmEnsemble::panic(uint32_t time) {
 void GmEnsemble::run(const Engines& engines, float* pcm, uint32_t frames, uint32_t time) {
     TARQ_ASSERT(frames <= LONGEST_RUN);
     dialect.advance(time + frames, *queues);
-    run_engine(MELODIC_ENGINE, *engines.melodic, take_events(MELODIC_ENGINE), pcm, frames, time);
+    const std::span<const midi_event> events = take_events(MELODIC_ENGINE);
+    engines.melodic->run(pcm, frames, events.data(), uint32_t(events.size()), time);
+    count_voices(MELODIC_ENGINE, *engines.melodic);
     add_drums(engines.drums, pcm, frames, time);
     limiter.render(pcm, frames);
 }
@@ -157,7 +141,10 @@ void GmEnsemble::perform_drums(DeferredRuns& later, Tarquil* engine) {
                                           std::span<const midi_event> events, float* pcm) {
         if (engine != nullptr)
             engine->set_tempo(run.tempo);
-        later.set_drums_heard(place, run_drums(engine, events, pcm, run.frames, run.time));
+        const bool is_heard = drum_side.render(engine, events, pcm, run.frames, run.time);
+        if (is_heard)
+            count_voices(RHYTHM_ENGINE, *engine);
+        later.set_drums_heard(place, is_heard);
         if (engine != nullptr && run.moved_back > 0)
             engine->move_clock_back(run.moved_back, run.time + run.frames);
     });
@@ -170,7 +157,7 @@ void GmEnsemble::mix(DeferredRuns& later, float* pcm) {
                            std::span<const midi_event> /*events*/, const float* melody) {
                            std::copy_n(melody, size_t(2) * run.frames, pcm);
                            if (later.are_drums_heard(place))
-                               add(drums, pcm, run.frames);
+                               add_sound(drums, pcm, run.frames);
                            limiter.render(pcm, run.frames);
                            drums += size_t(2) * run.frames;
                            pcm += size_t(2) * run.frames;
@@ -183,10 +170,10 @@ void GmEnsemble::run_rest(Tarquil* drum_engine, float* pcm, uint32_t frames, uin
         add_drums(drum_engine, pcm + size_t(2) * done, piece, time + done);
         limiter.render(pcm + size_t(2) * done, piece);
     }
-    const bool drums_sound = drum_engine != nullptr && quiet_frames == 0;
+    const bool drums_sound = drum_engine != nullptr && drum_side.was_heard();
     is_ending = drums_sound || !limiter.is_idle();
     if (!is_ending)
-        quiet_frames = STOP_AFTER;
+        drum_side.rest();
 }
 
 std::span<const midi_event> GmEnsemble::take_events(unsigned engine) {
@@ -195,28 +182,9 @@ std::span<const midi_event> GmEnsemble::take_events(unsigned engine) {
     return {queues->events[engine].data(), count};
 }
 
-void GmEnsemble::run_engine(unsigned index, Tarquil& engine, std::span<const midi_event> events,
-                            float* pcm, uint32_t frames, uint32_t time) {
-    engine.run(pcm, frames, events.data(), uint32_t(events.size()), time);
-    count_voices(index, engine);
-}
-
-bool GmEnsemble::run_drums(Tarquil* engine, std::span<const midi_event> events, float* pcm,
-                           uint32_t frames, uint32_t time) {
-    if (!events.empty())
-        quiet_frames = 0;
-    if (engine == nullptr || quiet_frames >= STOP_AFTER)
-        return false;
-    run_engine(RHYTHM_ENGINE, *engine, events, pcm, frames, time);
-    const bool is_quiet = engine_voices[RHYTHM_ENGINE] == 0 && is_silent(pcm, frames);
-    quiet_frames = is_quiet ? quiet_frames + frames : 0;
-    return true;
-}
-
 void GmEnsemble::add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time) {
-    alignas(16) float drums[2 * LONGEST_RUN];
-    if (run_drums(engine, take_events(RHYTHM_ENGINE), drums, frames, time))
-        add(drums, pcm, frames);
+    if (drum_side.run(engine, take_events(RHYTHM_ENGINE), pcm, frames, time))
+        count_voices(RHYTHM_ENGINE, *engine);
 }
 
 } // namespace tarquil

@@ -20,6 +20,7 @@
 #include "player/deferred_runs.h"
 #include "player/event_queue.h"
 #include "player/gm_set.h"
+#include "player/side_engine.h"
 #include "softsynth/core/core.h"
 #include "softsynth/effects/limiter.h"
 
@@ -138,15 +139,10 @@ class GmEnsemble {
     void put_globals(uint32_t time);
     // Takes the events of the next run; valid until it is there.
     std::span<const midi_event> take_events(unsigned engine);
-    void run_engine(unsigned index, Tarquil& engine, std::span<const midi_event> events, float* pcm,
-                    uint32_t frames, uint32_t time);
-    // False for silence, which is not written.
-    bool run_drums(Tarquil* engine, std::span<const midi_event> events, float* pcm, uint32_t frames,
-                   uint32_t time);
     void add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time);
 
     // The drums' engine stops after half a second of silence.
-    static constexpr uint32_t STOP_AFTER = SAMPLE_RATE / 2;
+    static constexpr uint32_t REST_AFTER = SAMPLE_RATE / 2;
 
     std::array<ControllerBytes, GM_PROGRAMS> programs{};
     ControllerBytes globals{};
@@ -155,7 +151,7 @@ class GmEnsemble {
     std::unique_ptr<Queues> queues;
     bool refresh_waits = false; // for room
     Limiter limiter;
-    uint32_t quiet_frames = STOP_AFTER; // in which the drums' engine was silent
+    SideEngine drum_side{REST_AFTER};
     bool is_ending = false;
     std::array<unsigned, NUM_GM_ENGINES> engine_voices{};
     std::array<unsigned, NUM_GM_ENGINES> most_voices{};

@@ -8,7 +8,6 @@
 #include "midi/gm/gm_message.h"
 #include "midi/midifilter.h"
 #include "player/controller_events.h"
-#include "softsynth/parameters/rhythm_channel.h"
 
 namespace tarquil {
 
@@ -89,7 +88,7 @@ void PlayerAudio::follow(const PlayerEdit& edit) {
 
 void PlayerAudio::strike_again(unsigned program) {
     for (unsigned channel = 0; channel < playing.size(); channel++) {
-        const bool has_kit = plays_gm() && channel == RHYTHM_CHANNEL;
+        const bool has_kit = plays_gm() && gm->channel(channel).is_rhythm;
         if (playing[channel] != program || has_kit)
             continue;
         for (unsigned key = 0; key < NUM_KEYS; key++) {

@@ -21,21 +21,27 @@ bool is_at_rest(const float* pcm, uint32_t frames) {
 
 } // namespace
 
-void SideEngine::run(Tarquil* engine, std::span<const midi_event> events, float* pcm,
-                     uint32_t frames, uint32_t time) {
-    TARQ_ASSERT(frames <= LONGEST_RUN);
+bool SideEngine::render(Tarquil* engine, std::span<const midi_event> events, float* pcm,
+                        uint32_t frames, uint32_t time) {
     if (!events.empty())
         quiet_frames = 0;
     if (engine == nullptr || rests())
-        return;
+        return false;
     static constexpr midi_event NONE;
-    alignas(16) float sound[2 * LONGEST_RUN];
-    engine->run(sound, frames, events.empty() ? &NONE : events.data(), uint32_t(events.size()),
-                time);
-    for (uint32_t i = 0; i < 2 * frames; i++)
-        pcm[i] += sound[i];
-    const bool is_quiet = engine->num_voices() == 0 && is_at_rest(sound, frames);
+    engine->run(pcm, frames, events.empty() ? &NONE : events.data(), uint32_t(events.size()), time);
+    const bool is_quiet = engine->num_voices() == 0 && is_at_rest(pcm, frames);
     quiet_frames = is_quiet ? quiet_frames + frames : 0;
+    return true;
+}
+
+bool SideEngine::run(Tarquil* engine, std::span<const midi_event> events, float* pcm,
+                     uint32_t frames, uint32_t time) {
+    TARQ_ASSERT(frames <= LONGEST_RUN);
+    alignas(16) float sound[2 * LONGEST_RUN];
+    const bool is_heard = render(engine, events, sound, frames, time);
+    if (is_heard)
+        add_sound(sound, pcm, frames);
+    return is_heard;
 }
 
 } // namespace tarquil

@@ -18,16 +18,30 @@ class SideEngine {
     // It runs until it has been silent for so long, in frames.
     explicit SideEngine(uint32_t silence) : rest_after(silence), quiet_frames(silence) {}
 
-    // Adds `frames` (whole granules, at most LONGEST_RUN) that start at `time`, with their events,
-    // to interleaved stereo.  Nothing without an engine, or when it rests and there is no event.
-    void run(Tarquil* engine, std::span<const midi_event> events, float* pcm, uint32_t frames,
+    // Renders `frames` (whole granules) that start at `time`, with their events, into interleaved
+    // stereo.  False, and nothing is written, without an engine, or when it rests and there is no
+    // event.
+    bool render(Tarquil* engine, std::span<const midi_event> events, float* pcm, uint32_t frames,
+                uint32_t time);
+    // Adds the same, at most LONGEST_RUN, to what is there.
+    bool run(Tarquil* engine, std::span<const midi_event> events, float* pcm, uint32_t frames,
              uint32_t time);
 
     [[nodiscard]] bool rests() const { return quiet_frames >= rest_after; }
+    // In its last run.
+    [[nodiscard]] bool was_heard() const { return quiet_frames == 0; }
+    // Lets it rest from now on.
+    void rest() { quiet_frames = rest_after; }
 
   private:
     const uint32_t rest_after;
     uint32_t quiet_frames;
 };
+
+// Interleaved.
+inline void add_sound(const float* sound, float* sum, uint32_t frames) {
+    for (uint32_t i = 0; i < 2 * frames; i++)
+        sum[i] += sound[i];
+}
 
 } // namespace tarquil

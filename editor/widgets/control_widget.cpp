@@ -41,9 +41,16 @@ std::string shown_text(const EditorModel& model, unsigned number, int byte) {
     return control_text(number, byte, state.bytes, state.tempo_sync);
 }
 
-std::string learned_line(const EditorModel& model, unsigned number) {
-    const std::optional<unsigned> by = model.get_state().learned.find(number);
-    return by ? "\nMoved by MIDI controller " + std::to_string(*by) : "";
+std::string control_remarks(const EditorModel& model, unsigned number) {
+    std::string text;
+    const std::string reason = why_without_effect(number, model.get_state().bytes);
+    if (!reason.empty())
+        text += "\nNo effect now: " + reason;
+    if (acts_from_next_note(number))
+        text += "\nHeard from the next note on";
+    if (const std::optional<unsigned> by = model.get_state().learned.find(number))
+        text += "\nMoved by MIDI controller " + std::to_string(*by);
+    return text;
 }
 
 std::string control_tooltip(EditorModel& model, unsigned number) {
@@ -54,12 +61,7 @@ std::string control_tooltip(EditorModel& model, unsigned number) {
     const std::string help = control_help(number, bytes);
     if (!help.empty())
         text += "\n" + help;
-    const std::string reason = why_without_effect(number, bytes);
-    if (!reason.empty())
-        text += "\nNo effect now: " + reason;
-    if (acts_from_next_note(number))
-        text += "\nHeard from the next note on";
-    text += learned_line(model, number);
+    text += control_remarks(model, number);
     const int parameter = model.get_synth().host_parameter(number);
     if (parameter != 0)
         text += std::string("\n") + info.key + ", host parameter " + std::to_string(parameter);

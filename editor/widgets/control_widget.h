@@ -66,8 +66,9 @@ void reset_control(EditorModel& model, unsigned number);
 
 // A value as it is shown now.
 std::string shown_text(const EditorModel& model, unsigned number, int byte);
-// A line of its tooltip, behind a line break; empty when nothing is learned.
-std::string learned_line(const EditorModel& model, unsigned number);
+// The tooltip's last lines, each behind a line break: why it has no effect, when it is heard, what
+// moves it.  Empty when there is nothing to say.
+std::string control_remarks(const EditorModel& model, unsigned number);
 // The lines of a control's tooltip: name and value; what it is for; why it has no effect; when it
 // is heard; the host's name of it.
 std::string control_tooltip(EditorModel& model, unsigned number);

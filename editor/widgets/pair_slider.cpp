@@ -167,12 +167,7 @@ std::string PairSlider::tooltip(UiHost& host) {
                               : " moves it between " + pair_text(pair, -std::abs(quantity)) +
                                     " and " + pair_text(pair, std::abs(quantity)));
     }
-    const std::string reason = why_without_effect(number, shown);
-    if (!reason.empty())
-        text += "\nNo effect now: " + reason;
-    if (acts_from_next_note(number))
-        text += "\nHeard from the next note on";
-    text += learned_line(model, number);
+    text += control_remarks(model, number);
     const int parameter = model.get_synth().host_parameter(number);
     if (parameter != 0)
         text += "\nHost parameters " + std::to_string(parameter) + " and " +
