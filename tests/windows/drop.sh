@@ -5,33 +5,27 @@
 set -euo pipefail
 readonly TARQUIL=$1 PLACES=$2 DESK=$3
 . "$(dirname "$0")/virtual_screen.sh"
-export XDG_STATE_HOME=$work/state HOME=$work
+. "$(dirname "$0")/stand_alone.sh"
 
-fail() {
-    echo "FAILED $1" >&2
-    exit 1
-}
 mkdir "$work/a folder"
 "$TARQUIL" bank extract originals 0 "$work/a folder/bass.tqi" >/dev/null
 "$TARQUIL" bank new "$work/mine.tqb" "0=$work/a folder/bass.tqi" --title Mine >/dev/null
 "$TARQUIL" play --device null >"$work/play.log" 2>&1 &
-readonly PLAYER=$!
-for _ in $(seq 100); do
-    window=$(xdotool search --name Tarquil 2>/dev/null | head -n 1) && [ -n "$window" ] && break
-    sleep 0.1
-done
+player=$!
+wait_for_window
 sleep 0.5
+shown=$(window)
 # drop CHANNEL FILE WHAT: is taken or refused
 drop() {
     local place answer
     place=$("$PLACES" | grep "^channel $1	" | cut -f 2)
     # shellcheck disable=SC2086
-    answer=$("$DESK" drop "$window" $place "$2")
+    answer=$("$DESK" drop "$shown" $place "$2")
     [ "$answer" = "$3" ] || fail "a drop is \"$answer\", not $3"
     sleep 0.2
 }
 save() { # FILE
-    xdotool windowfocus "$window" key ctrl+shift+s
+    xdotool windowfocus "$shown" key ctrl+shift+s
     sleep 0.3
     for _ in $(seq 60); do xdotool key BackSpace; done
     xdotool type --delay 20 "$1"
@@ -51,6 +45,6 @@ xdotool key Right Return        # load as bank
 sleep 0.3
 save "$work/two"
 grep -q "^song_title = Mine" "$work/two.tqb" || fail "the dropped bank is not there"
-kill "$PLAYER"
-wait "$PLAYER" || fail "the program does not end well"
+kill "$player"
+wait "$player" || fail "the program does not end well"
 echo "ok a dropped instrument plays on its channel, a dropped bank is asked about and loaded"

@@ -10,23 +10,8 @@
 set -euo pipefail
 readonly TARQUIL=$1 PLACES=$2 DESK=$3
 . "$(dirname "$0")/virtual_screen.sh"
-export XDG_STATE_HOME=$work/state HOME=$work
-player=
+. "$(dirname "$0")/stand_alone.sh"
 
-fail() {
-    echo "FAILED $1; the title is \"$(title)\"" >&2
-    cat "$work/play.log" >&2
-    exit 1
-}
-window() { xdotool search --name Tarquil 2>/dev/null | head -n 1; }
-title() { xdotool getwindowname "$(window)" 2>/dev/null || true; }
-wait_for_title() { # TEXT WHAT
-    for _ in $(seq 100); do
-        [ "$(title)" = "$1" ] && return
-        sleep 0.1
-    done
-    fail "$2"
-}
 # start RECORDING [arguments]
 start() {
     recording=$1
@@ -38,10 +23,7 @@ start() {
         sleep 0.02
     done
     begun=$EPOCHREALTIME
-    for _ in $(seq 100); do
-        [ -n "$(window)" ] && break
-        sleep 0.1
-    done
+    wait_for_window
     sleep 1
     shown=$(window)
     xdotool windowfocus "$shown"

@@ -3,31 +3,12 @@
 set -euo pipefail
 readonly TARQUIL=$1
 . "$(dirname "$0")/virtual_screen.sh"
-export XDG_STATE_HOME=$work/state HOME=$work
-player=
+. "$(dirname "$0")/stand_alone.sh"
 
-fail() {
-    echo "FAILED $1; the title is \"$(title)\"" >&2
-    cat "$work/play.log" >&2
-    exit 1
-}
-window() { xdotool search --name Tarquil 2>/dev/null | head -n 1; }
-title() { xdotool getwindowname "$(window)" 2>/dev/null || true; }
-# wait_for_title TEXT WHAT
-wait_for_title() {
-    for _ in $(seq 100); do
-        [ "$(title)" = "$1" ] && return
-        sleep 0.1
-    done
-    fail "$2"
-}
 start() {
     "$TARQUIL" play --device null "$@" >"$work/play.log" 2>&1 &
     player=$!
-    for _ in $(seq 100); do
-        [ -n "$(window)" ] && break
-        sleep 0.1
-    done
+    wait_for_window
     sleep 0.5
 }
 turn_a_knob() { xdotool mousemove --window "$(window)" 544 190 click 4; }
