@@ -145,6 +145,26 @@ TEST_P(LearnedControlsIn, HeldKeysAreStruckAgain) {
     EXPECT_LT(peak(pedal.render(640)), 1e-4F);
 }
 
+TEST(StrikeAgain, LeavesKitsAloneOnAnyChannelThatPlaysOne) {
+    TaughtPlayer taught(MidiDialect::GENERAL_MIDI);
+    const uint8_t use_for_rhythm[] = {0xF0, 0x41, 0x10, 0x42, 0x12, 0x40,
+                                      0x14, 0x15, 0x02, 0x15, 0xF7}; // channel 4
+    taught.midi(0x80, 48, 64);
+    taught.player.audio().add_exclusive(use_for_rhythm, taught.player.audio().time());
+    taught.midi(0x93, 36, 100);
+    taught.render(640);
+    const auto count = [&] { return taught.player.audio().ensemble()->report().messages; };
+    const auto before = count();
+    taught.player.strike_again();
+    taught.render(640);
+    EXPECT_EQ(count(), before);
+    taught.midi(0x90, 60, 100);
+    taught.render(640);
+    taught.player.strike_again();
+    taught.render(640);
+    EXPECT_EQ(count(), before + 3) << "one that plays the program is struck";
+}
+
 INSTANTIATE_TEST_SUITE_P(Dialects, LearnedControlsIn,
                          testing::Values(MidiDialect::NATIVE, MidiDialect::GENERAL_MIDI),
                          [](const auto& dialect) {
