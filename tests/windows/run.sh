@@ -10,8 +10,10 @@ readonly HOST=$1
 "$HOST" three
 
 # A user: drags and turns the wheel all over the page, clicks in the header, types.
-"$HOST" play 12 >"$work/play.log" &
+mkfifo "$work/at_work"
+"$HOST" play <"$work/at_work" >"$work/play.log" &
 readonly PLAY=$!
+exec 7>"$work/at_work"
 wait_for window "$work/play.log"
 sleep 1
 for y in $(seq 120 60 640); do
@@ -23,6 +25,8 @@ xdotool mousemove 150 20 click 1
 sleep 0.3
 xdotool type --delay 5 "Etude #3"
 xdotool key Return key Escape
+sleep 1
+exec 7>&-
 wait "$PLAY"
 tail -n 1 "$work/play.log"
 grep -Eq '^begun ([1-9][0-9]*) automated [1-9][0-9]* ended \1, bank changed$' "$work/play.log" || {

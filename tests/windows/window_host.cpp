@@ -6,7 +6,8 @@
 //   window_host eight          eight instances that play, are automated, load, save, change
 //   programs
 //                              and show their editors at once; made for the thread sanitizer
-//   window_host play SECONDS   one editor for a user (or xdotool); prints what the host was told
+//   window_host play           one editor for a user (or xdotool) until the input ends; prints
+//                              what the host was told
 
 #include <unistd.h>
 
@@ -23,6 +24,7 @@
 #include "tests/vst/plugin_host.h"
 #include "tests/windows/process_entries.h"
 #include "tests/windows/screen.h"
+#include "tests/windows/user_at_work.h"
 
 namespace tarquil {
 
@@ -220,7 +222,7 @@ int run_eight() {
     return 0;
 }
 
-int run_for_a_user(int seconds) {
+int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen, 0);
     if (!plugin.open())
@@ -228,7 +230,8 @@ int run_for_a_user(int seconds) {
     std::printf("window %lu\n", plugin.parent);
     std::fflush(stdout);
     const std::string before = plugin.host.save(false);
-    plugin.idle(seconds * 1000 / 15);
+    while (is_user_at_work())
+        plugin.idle(1);
     plugin.close();
     std::printf("begun %d automated %d ended %d, bank %s\n", begun.load(), automated.load(),
                 ended.load(), plugin.host.save(false) == before ? "as before" : "changed");
@@ -248,7 +251,7 @@ int main(int argc, char** argv) {
         return run_three();
     if (mode == "eight")
         return run_eight();
-    if (mode == "play" && argc == 3)
-        return run_for_a_user(int(std::strtol(argv[2], nullptr, 10)));
-    return fail("usage: window_host cycles N | three | eight | play SECONDS");
+    if (mode == "play")
+        return run_for_a_user();
+    return fail("usage: window_host cycles N | three | eight | play");
 }

@@ -3,7 +3,8 @@
 //
 //   cycles N       opens and closes the editor N times
 //   three          by timers, by descriptors and as a window of its own, with audio running
-//   play SECONDS   one editor for a user (or xdotool); prints what the host was told
+//   play           one editor for a user (or xdotool) until the input ends; prints what the host
+//                  was told
 
 #include <poll.h>
 
@@ -19,6 +20,7 @@
 #include "tests/formats/clap/clap_host.h"
 #include "tests/windows/process_entries.h"
 #include "tests/windows/screen.h"
+#include "tests/windows/user_at_work.h"
 
 namespace tarquil {
 
@@ -267,7 +269,7 @@ int run_three() {
     return 0;
 }
 
-int run_for_a_user(int seconds) {
+int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen, with_timers);
     if (!plugin.open())
@@ -279,7 +281,7 @@ int run_for_a_user(int seconds) {
     int told = 0;
     int ended = 0;
     std::map<clap_id, double> values;
-    for (int round = 0; round < seconds * 1000 / 15; round++) {
+    for (int round = 0; is_user_at_work(); round++) {
         idle({&plugin.host});
         // Half of the time the host does not process, but flushes when it is asked to.
         if (round % 200 < 100)
@@ -318,7 +320,7 @@ int main(int argc, char** argv) {
         return run_cycles(std::atoi(argv[2]));
     if (mode == "three")
         return run_three();
-    if (mode == "play" && argc == 3)
-        return run_for_a_user(std::atoi(argv[2]));
-    return fail("usage: clap_window_host cycles N | three | play SECONDS");
+    if (mode == "play")
+        return run_for_a_user();
+    return fail("usage: clap_window_host cycles N | three | play");
 }

@@ -3,7 +3,8 @@
 //
 //   cycles N       opens and closes the editor N times
 //   three          three instances with audio, states and sizes, a parent window destroyed first
-//   play SECONDS   one editor for a user (or xdotool); prints what the host was told
+//   play           one editor for a user (or xdotool) until the input ends; prints what the host
+//                  was told
 
 #include <poll.h>
 
@@ -19,6 +20,7 @@
 #include "tests/formats/vst3/vst3_host.h"
 #include "tests/windows/process_entries.h"
 #include "tests/windows/screen.h"
+#include "tests/windows/user_at_work.h"
 
 namespace tarquil::vst3 {
 
@@ -366,7 +368,7 @@ int run_three() {
     return 0;
 }
 
-int run_for_a_user(int seconds) {
+int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen);
     if (!plugin.open())
@@ -374,7 +376,7 @@ int run_for_a_user(int seconds) {
     std::printf("window %lu\n", plugin.parent);
     std::fflush(stdout);
     const std::string before = plugin.host.save();
-    for (int round = 0; round < seconds * 1000 / 15; round++) {
+    while (is_user_at_work()) {
         plugin.loop.idle();
         // What the window has told comes back with a block, as from a host.
         std::swap(plugin.host.changes.queues, plugin.handler.edits.queues);
@@ -422,7 +424,7 @@ int main(int argc, char** argv) {
         return vst3::run_cycles(std::atoi(argv[2]));
     if (mode == "three")
         return vst3::run_three();
-    if (mode == "play" && argc == 3)
-        return vst3::run_for_a_user(std::atoi(argv[2]));
-    return fail("usage: vst3_window_host cycles N | three | play SECONDS");
+    if (mode == "play")
+        return vst3::run_for_a_user();
+    return fail("usage: vst3_window_host cycles N | three | play");
 }
