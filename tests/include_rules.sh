@@ -31,6 +31,7 @@ editor/plots:          SHOWN editor/model editor/kit
 editor/widgets:        SHOWN editor/model editor/kit editor/plots
 editor/pages:          SHOWN editor/model editor/kit editor/plots editor/widgets
 editor/view:           SHOWN editor/model editor/kit editor/plots editor/widgets editor/pages
+editor/access:         common editor/kit
 editor/window:         common editor TOOLKIT
 editor/pictures:       SHOWN editor
 frame:                 common softsynth/parameters instrument player sounds editor

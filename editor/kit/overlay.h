@@ -4,6 +4,7 @@
 
 #include "editor/kit/canvas.h"
 #include "editor/kit/events.h"
+#include "editor/kit/spoken.h"
 
 namespace tarquil {
 
@@ -19,6 +20,9 @@ class Overlay {
     virtual void move(const Pointer& /*pointer*/) {}
     virtual void wheel(const Pointer& /*pointer*/, double /*steps*/) {}
     virtual void press_key(const KeyEvent& key) = 0;
+
+    // What a screen reader is told: something in it has the focus.
+    virtual Spoken spoken() = 0;
 
     // True while it wants characters typed by the user.
     [[nodiscard]] virtual bool takes_text() const { return false; }

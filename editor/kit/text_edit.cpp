@@ -29,6 +29,15 @@ size_t behind(const std::string& text, size_t position) {
 
 } // namespace
 
+Spoken TextEdit::spoken(std::string name, const Rect& area) const {
+    Spoken field{SpokenRole::FIELD, std::move(name)};
+    field.text = text;
+    field.area = area;
+    field.caret = size_t(std::count_if(text.begin(), text.begin() + ptrdiff_t(cursor),
+                                       [](char c) { return !is_utf8_continuation(c); }));
+    return field;
+}
+
 void TextEdit::replace_selection() {
     if (all_selected) {
         text.clear();

@@ -6,6 +6,7 @@
 
 #include "editor/kit/canvas.h"
 #include "editor/kit/events.h"
+#include "editor/kit/spoken.h"
 
 namespace tarquil {
 
@@ -15,6 +16,9 @@ class TextEdit {
     explicit TextEdit(std::string start = "") : text(std::move(start)), cursor(text.size()) {}
 
     [[nodiscard]] const std::string& get_text() const { return text; }
+
+    // Of a field with this name.
+    [[nodiscard]] Spoken spoken(std::string name, const Rect& area) const;
 
     // False for a key that means nothing here.
     bool press_key(const KeyEvent& key);

@@ -8,6 +8,7 @@
 
 #include "editor/kit/canvas.h"
 #include "editor/kit/events.h"
+#include "editor/kit/spoken.h"
 #include "editor/kit/ui_host.h"
 
 namespace tarquil {
@@ -44,6 +45,8 @@ class Widget {
 
     // Empty for none.
     virtual std::string tooltip(UiHost& /*host*/) { return ""; }
+    // What a screen reader is told; the view adds its place, its focus and its identity.
+    virtual Spoken spoken(UiHost& host) { return spoken_of_tooltip(tooltip(host)); }
     [[nodiscard]] virtual bool takes_focus() const { return true; }
     // Looks different when nothing but the meters has changed, and within its area only.
     [[nodiscard]] virtual bool shows_meters() const { return false; }

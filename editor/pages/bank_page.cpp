@@ -118,7 +118,7 @@ Page make_bank_page() {
     const TextStyle heading{theme::SMALL, theme::TEXT_MUTED};
     page.add<Caption>(song.cut_top(18), "Title", heading);
     page.add<TextField>(
-        song.cut_top(28), "no title",
+        song.cut_top(28), "Title", "no title",
         [](EditorModel& model) { return model.get_state().song_title; },
         [](EditorModel& model, const std::string& text) {
             model.set_song(text, model.get_state().song_author);
@@ -126,7 +126,7 @@ Page make_bank_page() {
     song.cut_top(10);
     page.add<Caption>(song.cut_top(18), "Author", heading);
     page.add<TextField>(
-        song.cut_top(28), "no author",
+        song.cut_top(28), "Author", "no author",
         [](EditorModel& model) { return model.get_state().song_author; },
         [](EditorModel& model, const std::string& text) {
             model.set_song(model.get_state().song_title, text);

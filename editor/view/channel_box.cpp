@@ -107,4 +107,12 @@ std::string ChannelBox::tooltip(UiHost& host) {
            "\nClick to edit what it plays, again or with the right button for another program";
 }
 
+Spoken ChannelBox::spoken(UiHost& host) {
+    Spoken spoken = spoken_of_tooltip(tooltip(host));
+    spoken.role = SpokenRole::SWITCH;
+    spoken.is_on = channel == host.get_model().channel();
+    spoken.press = [this, &host] { choose(host); };
+    return spoken;
+}
+
 } // namespace tarquil

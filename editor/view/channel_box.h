@@ -17,6 +17,7 @@ class ChannelBox : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override;
     [[nodiscard]] std::optional<unsigned> dropped_on() const override { return channel; }
     [[nodiscard]] bool shows_meters() const override { return true; }
     std::vector<Rect> moved_areas(UiHost& host) override;

@@ -96,6 +96,10 @@ class EditorView : public UiHost {
     [[nodiscard]] bool may_close();
     [[nodiscard]] bool is_close_chosen() const { return close_chosen; }
 
+    // All of it as screen readers are told, and what their users do then.
+    Spoken spoken();
+    void act(const std::function<void()>& action);
+
     void show_page(unsigned index);
     [[nodiscard]] const std::vector<Page>& get_pages() const { return pages; }
     void wait_for_responses();
@@ -134,6 +138,8 @@ class EditorView : public UiHost {
     std::vector<Rect> draw_meters(Canvas& canvas);
     void draw_overlays(Canvas& canvas);
     [[nodiscard]] std::string tooltip_text();
+    [[nodiscard]] Spoken spoken_widget(Widget& widget);
+    [[nodiscard]] Spoken spoken_page(const Page& page, const std::string& name);
     std::vector<Widget*> meter_widgets();
     bool update_meters(double seconds);
     bool update_notice(double seconds);

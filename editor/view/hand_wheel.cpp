@@ -80,4 +80,18 @@ void HandWheel::wheel(UiHost& /*host*/, const Pointer& pointer, double steps) {
     use.set(std::clamp(use.get() + steps * NOTCH * (pointer.shift ? FINE : 1.0), 0.0, 1.0));
 }
 
+Spoken HandWheel::spoken(UiHost& /*host*/) {
+    Spoken spoken = spoken_of_tooltip(use.tooltip());
+    spoken.role = SpokenRole::SLIDER;
+    if (const size_t end = spoken.name.find(": "); end != std::string::npos) {
+        spoken.text = spoken.name.substr(end + 2);
+        spoken.name.resize(end);
+    }
+    spoken.is_enabled = use.is_enabled();
+    spoken.range = SpokenRange{use.get(), 0.0, 1.0, NOTCH};
+    if (!use.let_go && use.is_enabled())
+        spoken.set = [this](double part) { use.set(std::clamp(part, 0.0, 1.0)); };
+    return spoken;
+}
+
 } // namespace tarquil

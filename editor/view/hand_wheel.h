@@ -29,6 +29,7 @@ class HandWheel : public Widget {
     void release(UiHost& host) override;
     void wheel(UiHost& host, const Pointer& pointer, double steps) override;
     std::string tooltip(UiHost& /*host*/) override { return use.tooltip(); }
+    Spoken spoken(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
     std::vector<Rect> moved_areas(UiHost& host) override;

@@ -27,11 +27,11 @@ class VoiceCount : public Widget {
   public:
     using Widget::Widget;
     void draw(Canvas& canvas, UiHost& host, const WidgetState& /*state*/) override {
-        const unsigned voices = host.get_meters().voices;
-        drawn = voices;
-        canvas.text(area, std::to_string(voices) + (voices == 1 ? " voice" : " voices"),
-                    {theme::SMALL, voices > 0 ? theme::TEXT : theme::TEXT_MUTED, Align::RIGHT});
+        drawn = host.get_meters().voices;
+        canvas.text(area, text(),
+                    {theme::SMALL, drawn > 0 ? theme::TEXT : theme::TEXT_MUTED, Align::RIGHT});
     }
+    Spoken spoken(UiHost& /*host*/) override { return {SpokenRole::LABEL, text()}; }
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
     std::vector<Rect> moved_areas(UiHost& host) override {
@@ -39,6 +39,10 @@ class VoiceCount : public Widget {
     }
 
   private:
+    [[nodiscard]] std::string text() const {
+        return std::to_string(drawn) + (drawn == 1 ? " voice" : " voices");
+    }
+
     unsigned drawn = 0;
 };
 
@@ -68,6 +72,12 @@ class HeardOn : public Widget {
                          " plays\nA program that you choose is given to that channel"
                    : "What is edited is not heard\nChoose it in the list to play it on channel " +
                          channel + ", or click a channel to edit what that plays";
+    }
+    Spoken spoken(UiHost& host) override {
+        const auto [upper, lower] = texts(host.get_model());
+        Spoken spoken{SpokenRole::LABEL, upper + (lower.empty() ? "" : " " + lower)};
+        spoken.help = tooltip(host);
+        return spoken;
     }
     [[nodiscard]] bool takes_focus() const override { return false; }
 
@@ -104,7 +114,8 @@ void add_program(Page& page, Rect& row) {
         "Another program for the selected channel: all 128, with a search");
     row.cut_left(3);
     page.add<TextField>(
-        row.cut_left(150), "no name", [](EditorModel& model) { return model.program_name(); },
+        row.cut_left(150), "Program name", "no name",
+        [](EditorModel& model) { return model.program_name(); },
         [](EditorModel& model, const std::string& text) {
             model.rename_program(model.get_state().program, text);
         });

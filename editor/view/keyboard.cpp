@@ -26,7 +26,7 @@ class LiveButton : public Button {
           look(std::move(look_now)) {}
 
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override {
-        was_lit = look(host).is_lit;
+        was_lit = look(host).is_lit.value_or(false);
         Button::draw(canvas, host, state);
     }
     [[nodiscard]] bool shows_meters() const override { return true; }

@@ -62,4 +62,11 @@ std::string MainMenu::tooltip(UiHost& host) {
     return host.get_document() != nullptr ? "Files, MIDI and looks" : "MIDI and looks";
 }
 
+Spoken MainMenu::spoken(UiHost& host) {
+    Spoken spoken{SpokenRole::BUTTON, "Main menu"};
+    spoken.help = tooltip(host);
+    spoken.press = [this, &host] { open(host); };
+    return spoken;
+}
+
 } // namespace tarquil

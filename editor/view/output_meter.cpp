@@ -119,4 +119,11 @@ std::string OutputMeter::tooltip(UiHost& /*host*/) {
            "output has clipped; a click puts it out";
 }
 
+Spoken OutputMeter::spoken(UiHost& host) {
+    Spoken spoken = spoken_of_tooltip(tooltip(host));
+    spoken.text = "peak " + peak_text() + " dB" + (meter.is_clipped() ? ", clipped" : "");
+    spoken.press = clear;
+    return spoken;
+}
+
 } // namespace tarquil

@@ -16,6 +16,7 @@ class OutputMeter : public Widget {
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override;
     [[nodiscard]] bool takes_focus() const override { return false; }
     [[nodiscard]] bool shows_meters() const override { return true; }
     std::vector<Rect> moved_areas(UiHost& host) override;

@@ -43,7 +43,8 @@ void draw_lock(Canvas& canvas, Point at) {
 void ask_amount(UiHost& host, const Rect& near) {
     const Rect field{near.right() - 90, near.y, 90, 24};
     host.open_overlay(std::make_unique<TextEntry>(
-        field, std::to_string(host.get_view_state().chance_percent) + " %",
+        field, "How far a value may go",
+        std::to_string(host.get_view_state().chance_percent) + " %",
         [&host](const std::string& text) {
             int percent = 0;
             const auto [end, error] =

@@ -45,6 +45,13 @@ class Tab : public Widget {
         return is_press;
     }
 
+    Spoken spoken(UiHost& /*host*/) override {
+        Spoken spoken{SpokenRole::TAB, title};
+        spoken.is_on = get_current() == index;
+        spoken.press = [this] { show(index); };
+        return spoken;
+    }
+
   private:
     const std::string title;
     const unsigned index;

@@ -13,6 +13,7 @@ class Caption : public Widget {
     void draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& /*state*/) override {
         canvas.text(area, text, style);
     }
+    Spoken spoken(UiHost& /*host*/) override { return {SpokenRole::LABEL, text}; }
     [[nodiscard]] bool takes_focus() const override { return false; }
 
   private:

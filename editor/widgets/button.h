@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "editor/kit/widget.h"
 
@@ -13,7 +15,7 @@ class Button : public Widget {
     struct Look {
         std::string text;
         bool is_enabled = true;
-        bool is_lit = false;
+        std::optional<bool> is_lit{}; // of one that is a switch
         Color light = theme::ACCENT_DIM;
     };
 
@@ -32,6 +34,7 @@ class Button : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& /*host*/) override { return help; }
+    Spoken spoken(UiHost& host) override;
     [[nodiscard]] std::string text(UiHost& host) const { return look(host).text; }
 
   private:

@@ -51,6 +51,12 @@ bool ChoiceBox::press(UiHost& host, const Pointer& pointer) {
     return ControlWidget::press(host, pointer);
 }
 
+Spoken ChoiceBox::spoken(UiHost& host) {
+    Spoken spoken = ControlWidget::spoken(host);
+    spoken.role = SpokenRole::CHOICE;
+    return spoken;
+}
+
 void draw_switch(Canvas& canvas, const Rect& track, bool is_on, bool is_used, bool is_hovered) {
     canvas.fill(track,
                 is_on && is_used ? theme::ACCENT_DIM : (is_hovered ? theme::HOVER : theme::CONTROL),
@@ -90,6 +96,13 @@ bool SwitchBox::press_key(UiHost& host, const KeyEvent& key) {
     if (is_press)
         toggle(host);
     return is_press || ControlWidget::press_key(host, key);
+}
+
+Spoken SwitchBox::spoken(UiHost& host) {
+    Spoken spoken = ControlWidget::spoken(host);
+    spoken.role = SpokenRole::SWITCH;
+    spoken.is_on = host.get_model().value(number) != 0;
+    return spoken;
 }
 
 } // namespace tarquil

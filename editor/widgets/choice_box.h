@@ -12,6 +12,7 @@ class ChoiceBox : public ControlWidget {
     using ControlWidget::ControlWidget;
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
+    Spoken spoken(UiHost& host) override;
 
   private:
     [[nodiscard]] Rect box_area() const;
@@ -29,6 +30,7 @@ class SwitchBox : public ControlWidget {
     void draw(Canvas& canvas, UiHost& host, const WidgetState& state) override;
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
+    Spoken spoken(UiHost& host) override;
 
   private:
     void toggle(UiHost& host);

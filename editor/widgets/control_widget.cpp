@@ -155,6 +155,27 @@ std::string ControlWidget::tooltip(UiHost& host) {
     return control_tooltip(host.get_model(), number);
 }
 
+// The tooltip's first line is name and value.
+Spoken ControlWidget::spoken(UiHost& host) {
+    EditorModel& model = host.get_model();
+    const ControllerBytes& bytes = model.get_state().bytes;
+    const std::string lines = tooltip(host);
+    Spoken spoken = spoken_of_tooltip(lines);
+    spoken.role = SpokenRole::SLIDER;
+    spoken.name = full_name(number, bytes);
+    spoken.text = text_now(model);
+    spoken.is_enabled = meaning_of(number, bytes).is_used;
+    const ControllerChoices& choices = find_controller(number)->choices;
+    const double reach = choices.last - choices.first;
+    spoken.range = SpokenRange{choices.first + place(model) * reach, double(choices.first),
+                               double(choices.last), 1.0};
+    spoken.set = [this, &host, first = choices.first, reach](double value) {
+        set_place(host.get_model(), std::clamp((value - first) / reach, 0.0, 1.0));
+    };
+    spoken.press = [this, &host] { press_key(host, {Key::ENTER, "", false, false}); };
+    return spoken;
+}
+
 void ControlWidget::draw_note_mark(Canvas& canvas, Point at) const {
     constexpr double RADIUS = 1.8;
     constexpr double STEM = 6.0;
@@ -202,7 +223,8 @@ void ControlWidget::set_place(EditorModel& model, double part) {
 
 void ControlWidget::open_entry(UiHost& host) {
     host.open_overlay(std::make_unique<TextEntry>(
-        entry_area(), text_now(host.get_model()), [this, &host](const std::string& text) {
+        entry_area(), find_controller(number)->name, text_now(host.get_model()),
+        [this, &host](const std::string& text) {
             const std::string would_do = take_text(host.get_model(), text);
             if (!would_do.empty())
                 host.show_message("\"" + text + "\" is no value here: " + would_do + " would do");

@@ -21,6 +21,7 @@ class ControlWidget : public Widget {
     void wheel(UiHost& host, const Pointer& pointer, double steps) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override;
     [[nodiscard]] std::vector<unsigned> controllers() const override { return {number}; }
 
   protected:

@@ -221,4 +221,38 @@ void FileBrowser::press_key(const KeyEvent& key) {
     }
 }
 
+Spoken FileBrowser::spoken() {
+    Spoken dialog{SpokenRole::DIALOG, request.title};
+    dialog.help = problem.empty() ? folder : problem;
+    dialog.area = AREA;
+    const auto add_button = [&](const std::string& text, const Rect& area,
+                                std::function<void()> press) {
+        Spoken button{SpokenRole::BUTTON, text};
+        button.area = area;
+        button.press = std::move(press);
+        dialog.items.push_back(std::move(button));
+    };
+    add_button("Up", UP, [this] { enter(fs::path(folder).parent_path().string()); });
+    Spoken list{SpokenRole::LIST, folder};
+    list.area = LIST;
+    for (size_t i = first; i < std::min(entries.size(), first + SHOWN_ROWS); i++) {
+        Spoken item{SpokenRole::ITEM, entries[i].name + (entries[i].is_folder ? "/" : "")};
+        item.area = entry_area(i);
+        item.is_on = item.is_focused = i == current;
+        item.press = [this, i] { activate(i); };
+        list.items.push_back(std::move(item));
+    }
+    dialog.items.push_back(std::move(list));
+    Spoken field = name.spoken(request.is_new ? "File name" : "File name or path", NAME);
+    field.is_focused = current == NO_ENTRY;
+    field.type = [this](const std::string& text) {
+        name = TextEdit(text);
+        return true;
+    };
+    dialog.items.push_back(std::move(field));
+    add_button(request.is_new ? "Save" : "Open", ACCEPT, [this] { accept(); });
+    add_button("Cancel", CANCEL, [this] { finish(); });
+    return dialog;
+}
+
 } // namespace tarquil

@@ -23,6 +23,7 @@ class FileBrowser : public Overlay {
     void press(const Pointer& pointer) override;
     void wheel(const Pointer& pointer, double steps) override;
     void press_key(const KeyEvent& key) override;
+    Spoken spoken() override;
     [[nodiscard]] bool takes_text() const override { return true; }
 
   private:

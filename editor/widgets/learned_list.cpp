@@ -63,6 +63,15 @@ std::optional<LearnedList::Place> LearnedList::place_at(Point point) const {
     return std::nullopt;
 }
 
+std::string LearnedList::cell_text(unsigned midi_controller, Cell cell) const {
+    const EditorState& state = host.get_model().get_state();
+    const LearnedControl& learned = *state.learned.get(midi_controller);
+    if (cell == REVERSE || cell == REMOVE)
+        return cell == REVERSE ? "Reverse" : "Remove";
+    const uint8_t byte = cell == AT_BOTTOM ? learned.first : learned.last;
+    return control_text(learned.target, byte, state.bytes, state.tempo_sync);
+}
+
 void LearnedList::draw_row(Canvas& canvas, unsigned row, unsigned midi_controller) const {
     const EditorState& state = host.get_model().get_state();
     const LearnedControl& learned = *state.learned.get(midi_controller);
@@ -73,16 +82,13 @@ void LearnedList::draw_row(Canvas& canvas, unsigned row, unsigned midi_controlle
     const double name_x = LIST_ROWS.x + LIST_NUMBER_WIDTH;
     canvas.text({name_x, y, cell_area(0, AT_BOTTOM).x - name_x - 8, LIST_ROW_HEIGHT},
                 find_controller(learned.target)->name, {});
-    const auto shown = [&](uint8_t byte) {
-        return control_text(learned.target, byte, state.bytes, state.tempo_sync);
-    };
-    const std::string texts[] = {shown(learned.first), shown(learned.last), "Reverse", "Remove"};
     for (const Cell cell : {AT_BOTTOM, AT_TOP, REVERSE, REMOVE}) {
         const Rect place = cell_area(row - first, cell);
         const bool is_current = current == Place{row, cell};
         canvas.fill(place, cell < REVERSE ? theme::WELL : theme::CONTROL, 4);
         canvas.frame(place, is_current ? theme::FOCUS : theme::OUTLINE, 4, is_current ? 2 : 1);
-        canvas.text(place.inset(4, 0), texts[cell], {theme::SMALL, theme::TEXT, Align::CENTER});
+        canvas.text(place.inset(4, 0), cell_text(midi_controller, cell),
+                    {theme::SMALL, theme::TEXT, Align::CENTER});
     }
 }
 
@@ -128,7 +134,7 @@ void LearnedList::type_end(const Place& place, unsigned midi_controller) {
     const bool is_bottom = place.cell == AT_BOTTOM;
     const uint8_t byte = is_bottom ? learned.first : learned.last;
     host.open_overlay(std::make_unique<TextEntry>(
-        cell_area(place.row - first, place.cell),
+        cell_area(place.row - first, place.cell), LIST_HEADINGS[place.cell],
         control_text(learned.target, byte, state.bytes, state.tempo_sync),
         [this, midi_controller, learned, is_bottom](const std::string& text) {
             const EditorState& now = host.get_model().get_state();
@@ -221,6 +227,34 @@ void LearnedList::press_key(const KeyEvent& key) {
         return;
     }
     keep_in_sight();
+}
+
+Spoken LearnedList::spoken() {
+    Spoken dialog{SpokenRole::DIALOG, "MIDI controllers of this bank"};
+    dialog.area = LIST_AREA;
+    const std::vector<unsigned> all = rows();
+    dialog.is_focused = all.empty();
+    for (unsigned row = first; row < std::min(unsigned(all.size()), first + LIST_SHOWN_ROWS);
+         row++) {
+        const LearnedControl& learned = *host.get_model().get_state().learned.get(all[row]);
+        const std::string who = "Controller " + std::to_string(all[row]) + ", " +
+                                find_controller(learned.target)->name + ": ";
+        for (const Cell cell : {AT_BOTTOM, AT_TOP, REVERSE, REMOVE}) {
+            const bool is_end = cell < REVERSE;
+            const std::string text = cell_text(all[row], cell);
+            Spoken button{SpokenRole::BUTTON,
+                          who + (is_end ? LIST_HEADINGS[cell] + (" " + text) : text)};
+            button.area = cell_area(row - first, cell);
+            button.is_focused = current == Place{row, cell};
+            button.press = [this, row, cell] { act({row, cell}); };
+            dialog.items.push_back(std::move(button));
+        }
+    }
+    Spoken close{SpokenRole::BUTTON, "Close"};
+    close.area = LIST_CLOSE;
+    close.press = [this] { finish(); };
+    dialog.items.push_back(std::move(close));
+    return dialog;
 }
 
 } // namespace tarquil

@@ -21,6 +21,7 @@ class LearnedList : public Overlay {
     void move(const Pointer& pointer) override;
     void wheel(const Pointer& pointer, double steps) override;
     void press_key(const KeyEvent& key) override;
+    Spoken spoken() override;
 
     // What a row has, from left to right; for tests their places, of the shown rows.
     enum Cell { AT_BOTTOM, AT_TOP, REVERSE, REMOVE };
@@ -36,6 +37,7 @@ class LearnedList : public Overlay {
     // The MIDI controllers that have been taught something.
     [[nodiscard]] std::vector<unsigned> rows() const;
     [[nodiscard]] std::optional<Place> place_at(Point point) const;
+    [[nodiscard]] std::string cell_text(unsigned midi_controller, Cell cell) const;
     void draw_row(Canvas& canvas, unsigned row, unsigned midi_controller) const;
     void act(const Place& place);
     void type_end(const Place& place, unsigned midi_controller);

@@ -160,4 +160,22 @@ void Menu::press_key(const KeyEvent& key) {
     }
 }
 
+Spoken Menu::spoken() {
+    Spoken menu{SpokenRole::MENU, has_search_field ? "Search: " + search.get_text() : "Menu"};
+    menu.area = area;
+    menu.is_focused = current == NO_ROW;
+    for (size_t row = 0; row < rows.size(); row++) {
+        const MenuItem& item = items[rows[row]];
+        Spoken entry{SpokenRole::MENU_ITEM, item.text};
+        entry.area = row_area(row);
+        entry.is_enabled = item.is_enabled;
+        entry.is_on = item.is_checked;
+        entry.is_focused = row == current;
+        entry.identity = &item;
+        entry.press = [this, row] { choose(row); };
+        menu.items.push_back(std::move(entry));
+    }
+    return menu;
+}
+
 } // namespace tarquil

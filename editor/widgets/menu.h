@@ -27,6 +27,7 @@ class Menu : public Overlay {
     void press(const Pointer& pointer) override;
     void move(const Pointer& pointer) override;
     void press_key(const KeyEvent& key) override;
+    Spoken spoken() override;
     [[nodiscard]] bool takes_text() const override { return has_search_field; }
 
   private:

@@ -52,4 +52,15 @@ std::string MultiplySwitch::tooltip(UiHost& /*host*/) {
            "on";
 }
 
+Spoken MultiplySwitch::spoken(UiHost& host) {
+    const ControllerBytes& bytes = host.get_model().get_state().bytes;
+    const unsigned number = modulation_rows(slot).amount;
+    Spoken spoken{SpokenRole::SWITCH, std::string(MODULATION_TARGET_NAMES[slot]) + ": multiply"};
+    spoken.help = tooltip(host);
+    spoken.is_on = bytes[number] == MULTIPLYING_AMOUNT;
+    spoken.is_enabled = meaning_of(number, bytes).is_used;
+    spoken.press = [this, &host] { toggle(host); };
+    return spoken;
+}
+
 } // namespace tarquil

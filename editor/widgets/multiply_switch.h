@@ -15,6 +15,7 @@ class MultiplySwitch : public Widget {
     bool press(UiHost& host, const Pointer& pointer) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override;
 
   private:
     void toggle(UiHost& host);

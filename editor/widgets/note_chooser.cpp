@@ -62,4 +62,14 @@ bool NoteChooser::press_key(UiHost& host, const KeyEvent& key) {
     return true;
 }
 
+Spoken NoteChooser::spoken(UiHost& host) {
+    int& note = host.get_view_state().plot_note;
+    Spoken spoken{SpokenRole::SLIDER, "Drawn at"};
+    spoken.text = note_name(note);
+    spoken.help = tooltip(host);
+    spoken.range = SpokenRange{double(note), 0.0, 127.0, 1.0};
+    spoken.set = [&note](double value) { note = int(std::lround(std::clamp(value, 0.0, 127.0))); };
+    return spoken;
+}
+
 } // namespace tarquil

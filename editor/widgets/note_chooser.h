@@ -18,6 +18,7 @@ class NoteChooser : public Widget {
     std::string tooltip(UiHost& /*host*/) override {
         return "The note that is drawn; it does not change the sound\nDrag, or use the wheel";
     }
+    Spoken spoken(UiHost& host) override;
 
   private:
     double dragged_note = 0.0;

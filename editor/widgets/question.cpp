@@ -95,4 +95,19 @@ void Question::press_key(const KeyEvent& key) {
         current = current < last ? current + 1 : 0;
 }
 
+Spoken Question::spoken() {
+    Spoken dialog{SpokenRole::DIALOG, ""};
+    for (const std::string& line : lines)
+        dialog.name += (dialog.name.empty() ? "" : " ") + line;
+    dialog.area = QUESTION_AREA;
+    for (size_t i = 0; i < answers.size(); i++) {
+        Spoken answer{SpokenRole::BUTTON, answers[i].name};
+        answer.area = area_of(i);
+        answer.is_focused = i == current;
+        answer.press = [this, i] { choose(i); };
+        dialog.items.push_back(std::move(answer));
+    }
+    return dialog;
+}
+
 } // namespace tarquil

@@ -25,6 +25,7 @@ class Question : public Overlay {
     void press(const Pointer& pointer) override;
     void move(const Pointer& pointer) override;
     void press_key(const KeyEvent& key) override;
+    Spoken spoken() override;
 
   private:
     [[nodiscard]] Rect area_of(size_t answer) const;

@@ -120,4 +120,17 @@ std::string SlotGrid::tooltip(UiHost& host) {
            std::to_string(host.get_model().channel() + 1) + ", drag to swap";
 }
 
+Spoken SlotGrid::spoken(UiHost& host) {
+    const EditorState& shown = host.get_model().get_state();
+    Spoken list{SpokenRole::LIST, "Programs of the bank"};
+    for (unsigned slot = 0; slot < MAX_INSTRUMENTS; slot++) {
+        Spoken item{SpokenRole::ITEM, std::to_string(slot) + " " + shown.names[slot]};
+        item.area = slot_area(slot);
+        item.is_on = slot == host.get_view_state().selected_slot;
+        item.press = [&host, slot] { host.get_view_state().selected_slot = slot; };
+        list.items.push_back(std::move(item));
+    }
+    return list;
+}
+
 } // namespace tarquil

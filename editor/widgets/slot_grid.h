@@ -18,6 +18,7 @@ class SlotGrid : public Widget {
     void hover(UiHost& host, Point at) override;
     bool press_key(UiHost& host, const KeyEvent& key) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override;
 
   private:
     [[nodiscard]] Rect slot_area(unsigned slot) const;

@@ -265,4 +265,25 @@ std::string SoundList::tooltip(UiHost& /*host*/) {
            "\nA double click or Enter gives it to the edited program, a drag to a channel";
 }
 
+Spoken SoundList::spoken(UiHost& host) {
+    browser->follow(host.get_model());
+    show_marked();
+    Spoken list{SpokenRole::LIST, browser->num_rows() > 0 ? "Sounds" : why_empty(*browser)};
+    const Rect rows = rows_area();
+    const size_t end = std::min(browser->num_rows(), first + rows_shown());
+    for (size_t i = first; i < end; i++) {
+        const LibrarySound& sound = browser->row(i);
+        Spoken item{SpokenRole::ITEM, sound.name};
+        item.help = sound.category + (browser->is_favourite(i) ? ", favourite" : "");
+        item.area = {rows.x, rows.y + ROW_HEIGHT * double(i - first), rows.w, ROW_HEIGHT};
+        item.is_on = browser->marked() == i;
+        item.press = [this, &host, i] {
+            browser->mark(i);
+            load(host);
+        };
+        list.items.push_back(std::move(item));
+    }
+    return list;
+}
+
 } // namespace tarquil

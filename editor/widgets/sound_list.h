@@ -24,6 +24,7 @@ class SoundList : public Widget {
     bool press_key(UiHost& host, const KeyEvent& key) override;
     void hide(UiHost& host) override;
     std::string tooltip(UiHost& host) override;
+    Spoken spoken(UiHost& host) override; // of the rows on the screen
 
     // Of a row on the screen, 0 for the first.
     [[nodiscard]] Point row_center(size_t shown_row) const;

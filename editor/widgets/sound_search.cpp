@@ -29,6 +29,13 @@ class SearchEntry : public Overlay {
             browser->set_search(edit.get_text());
         }
     }
+    Spoken spoken() override {
+        Spoken spoken = edit.spoken("Search sounds", area);
+        spoken.is_focused = true;
+        if (const auto marked = browser->marked())
+            spoken.help = browser->row(*marked).name;
+        return spoken;
+    }
     [[nodiscard]] bool takes_text() const override { return true; }
 
   private:
@@ -63,6 +70,18 @@ bool SoundSearch::press_key(UiHost& host, const KeyEvent& key) {
         return false;
     open(host);
     return true;
+}
+
+Spoken SoundSearch::spoken(UiHost& host) {
+    Spoken spoken{SpokenRole::FIELD, "Search sounds"};
+    spoken.text = browser->search();
+    spoken.help = tooltip(host);
+    spoken.press = [this, &host] { open(host); };
+    spoken.type = [this](const std::string& text) {
+        browser->set_search(text);
+        return true;
+    };
+    return spoken;
 }
 
 } // namespace tarquil

@@ -20,6 +20,7 @@ class SoundSearch : public Widget {
     std::string tooltip(UiHost& /*host*/) override {
         return "Type words of names, categories, tags or authors\nArrows choose, Enter loads";
     }
+    Spoken spoken(UiHost& host) override;
 
   private:
     void open(UiHost& host);

@@ -4,9 +4,10 @@
 
 namespace tarquil {
 
-TextEntry::TextEntry(const Rect& field, std::string start,
+TextEntry::TextEntry(const Rect& field, std::string field_name, std::string start,
                      std::function<bool(const std::string& text)> take_text)
-    : area(field), before(start), edit(std::move(start)), take(std::move(take_text)) {}
+    : area(field), name(std::move(field_name)), before(start), edit(std::move(start)),
+      take(std::move(take_text)) {}
 
 void TextEntry::draw(Canvas& canvas) {
     edit.draw(canvas, area, true);
@@ -32,6 +33,17 @@ void TextEntry::press_key(const KeyEvent& key) {
     } else if (edit.press_key(key)) {
         is_refused = false;
     }
+}
+
+Spoken TextEntry::spoken() {
+    Spoken spoken = edit.spoken(name, area);
+    spoken.is_focused = true;
+    spoken.type = [this](const std::string& text) {
+        edit = TextEdit(text);
+        press_key({Key::ENTER, "", false, false});
+        return is_done();
+    };
+    return spoken;
 }
 
 } // namespace tarquil

@@ -14,16 +14,18 @@ class TextEntry : public Overlay {
   public:
     // `take` gets the text at Enter or a click elsewhere; false: it means nothing, and the field
     // stays.
-    TextEntry(const Rect& field, std::string start,
+    TextEntry(const Rect& field, std::string field_name, std::string start,
               std::function<bool(const std::string& text)> take_text);
 
     void draw(Canvas& canvas) override;
     void press(const Pointer& pointer) override;
     void press_key(const KeyEvent& key) override;
+    Spoken spoken() override;
     [[nodiscard]] bool takes_text() const override { return true; }
 
   private:
     const Rect area;
+    const std::string name;
     const std::string before;
     TextEdit edit;
     const std::function<bool(const std::string& text)> take;

@@ -18,7 +18,7 @@ void TextField::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
 }
 
 void TextField::open(UiHost& host) {
-    host.open_overlay(std::make_unique<TextEntry>(area, read(host.get_model()),
+    host.open_overlay(std::make_unique<TextEntry>(area, name, read(host.get_model()),
                                                   [this, &host](const std::string& text) {
                                                       write(host.get_model(), text);
                                                       return true;
@@ -36,6 +36,17 @@ bool TextField::press_key(UiHost& host, const KeyEvent& key) {
         return false;
     open(host);
     return true;
+}
+
+Spoken TextField::spoken(UiHost& host) {
+    Spoken spoken{SpokenRole::FIELD, name};
+    spoken.text = read(host.get_model());
+    spoken.press = [this, &host] { open(host); };
+    spoken.type = [this, &host](const std::string& text) {
+        write(host.get_model(), text);
+        return true;
+    };
+    return spoken;
 }
 
 } // namespace tarquil

@@ -10,12 +10,14 @@
 #include "Application.hpp"
 #include "Cairo.hpp"
 #include "Window.hpp"
+#include "editor/access/screen_reader.h"
 #include "editor/kit/key_repeat.h"
 #include "editor/view/editor_view.h"
 #include "editor/window/direct_paint.h"
 #include "editor/window/file_drop.h"
 #include "editor/window/lifted_keys.h"
 #include "editor/window/pointer_watch.h"
+#include "editor/window/window_place.h"
 #include "editor/window/x_error_trap.h"
 
 namespace tarquil {
@@ -126,7 +128,7 @@ int pixels(int units, double scale) {
 
 struct EditorWindow::Content {
     Content(EditorWindow& window, uintptr_t parent_window, EditorView& shown_view,
-            const std::string& title);
+            const std::string& shown_title);
 
     // Turns the toolkit's events into the view's.
     class Surface : public DGL::CairoTopLevelWidget {
@@ -170,6 +172,7 @@ struct EditorWindow::Content {
     void follow_focus();
     void follow_keys();
     void check_parent();
+    ScreenReader::Window told_window();
 
     EditorWindow& owner;
     EditorView& view;
@@ -189,16 +192,35 @@ struct EditorWindow::Content {
     DirectPaint direct_paint;
     PointerWatch pointer_watch;
     FileDrop file_drop;
+    std::string title;
+    std::unique_ptr<WindowPlaceFinder> place_finder; // once it is wanted
+    ScreenReader screen_reader;
 };
 
+ScreenReader::Window EditorWindow::Content::told_window() {
+    return {[this] {
+                Spoken spoken = view.spoken();
+                spoken.name = title;
+                return spoken;
+            },
+            [this](const std::function<void()>& action) { view.act(action); },
+            [this] {
+                if (place_finder == nullptr)
+                    place_finder =
+                        std::make_unique<WindowPlaceFinder>(frame.getNativeWindowHandle());
+                return place_finder->find(shown_scale);
+            }};
+}
+
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
-                               EditorView& shown_view, const std::string& title)
+                               EditorView& shown_view, const std::string& shown_title)
     : owner(window), view(shown_view), parent(parent_window), shown_scale(view.scale()),
       shown_height(view.height()), app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
             uint(pixels(shown_height, shown_scale)), window),
       surface(frame, *this), direct_paint(frame.getNativeWindowHandle()),
-      pointer_watch(frame.getNativeWindowHandle()), file_drop(frame.getNativeWindowHandle()) {
+      pointer_watch(frame.getNativeWindowHandle()), file_drop(frame.getNativeWindowHandle()),
+      title(shown_title), screen_reader(told_window()) {
     surface.setSize(uint(pixels(EditorView::WIDTH, shown_scale)),
                     uint(pixels(shown_height, shown_scale)));
     view.write_clipboard = [this](const std::string& text) {
@@ -382,6 +404,7 @@ bool EditorWindow::is_closed_by_user() const {
 
 void EditorWindow::set_title(const std::string& title) {
     const XErrorTrap trap;
+    content->title = title;
     content->frame.setTitle(title.c_str());
 }
 
@@ -410,6 +433,7 @@ void EditorWindow::idle() {
     if (content->pointer_watch.has_left())
         content->view.leave();
     content->file_drop.look();
+    content->screen_reader.idle();
     if (content->view.tick(passed.count())) {
         content->show_changes();
         content->app.idle();

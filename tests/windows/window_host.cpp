@@ -1,7 +1,7 @@
 // A host with windows: opens the plug-in's editor in windows of its own, plays and automates
 // meanwhile, and counts what is left behind.
 //
-//   window_host cycles N       opens and closes the editor N times
+//   window_host cycles N [I]   opens and closes the editor N times, with I idle calls between
 //   window_host three          three instances with audio running, a parent window destroyed first
 //   window_host eight          eight instances that play, are automated, load, save, change
 //   programs
@@ -85,7 +85,7 @@ class EditedPlugin {
     Window parent = 0;
 };
 
-int run_cycles(int cycles) {
+int run_cycles(int cycles, int idles) {
     Screen screen;
     EditedPlugin plugin(screen, 0);
     GrowthCheck growth;
@@ -94,7 +94,7 @@ int run_cycles(int cycles) {
             return fail("the editor does not open");
         if (screen.children(plugin.parent).size() != 1)
             return fail("the editor's window is not in the host's");
-        plugin.idle(2);
+        plugin.idle(idles);
         plugin.close();
         if (screen.children(plugin.parent).size() != 0)
             return fail("a window is left");
@@ -245,13 +245,16 @@ int run_for_a_user() {
 int main(int argc, char** argv) {
     using namespace tarquil;
     const std::string mode = argc > 1 ? argv[1] : "";
-    if (mode == "cycles" && argc == 3)
-        return run_cycles(int(std::strtol(argv[2], nullptr, 10)));
+    const auto number = [&](int index, int usual) {
+        return argc > index ? int(std::strtol(argv[index], nullptr, 10)) : usual;
+    };
+    if (mode == "cycles" && (argc == 3 || argc == 4))
+        return run_cycles(number(2, 0), number(3, 2));
     if (mode == "three")
         return run_three();
     if (mode == "eight")
         return run_eight();
     if (mode == "play")
         return run_for_a_user();
-    return fail("usage: window_host cycles N | three | eight | play");
+    return fail("usage: window_host cycles N [I] | three | eight | play");
 }

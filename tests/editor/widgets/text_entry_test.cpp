@@ -22,7 +22,7 @@ class TextEntryTest : public testing::Test {
   protected:
     std::optional<std::string> taken;
     bool is_meaningful = true;
-    TextEntry entry{FIELD, "before", [this](const std::string& text) {
+    TextEntry entry{FIELD, "Name", "before", [this](const std::string& text) {
                         taken = text;
                         return is_meaningful;
                     }};
@@ -30,7 +30,7 @@ class TextEntryTest : public testing::Test {
 
 TEST_F(TextEntryTest, EnterAndTabTakeTheText) {
     for (const Key key : {Key::ENTER, Key::TAB}) {
-        TextEntry each{FIELD, "before", [this](const std::string& text) {
+        TextEntry each{FIELD, "Name", "before", [this](const std::string& text) {
                            taken = text;
                            return true;
                        }};

@@ -1,0 +1,180 @@
+"""A small screen reader over the library that the real ones use: reader.py STEP, as reader.sh tells."""
+
+import subprocess
+import sys
+import time
+
+import pyatspi
+from gi.repository import GLib
+
+CUTOFF = "Filter cutoff"
+heard = []  # events since the last expectation: kind, name of the part, detail
+
+
+def check(is_right, what):
+    if not is_right:
+        sys.exit(f"reader: {what}; heard {heard[-12:]}")
+
+
+def on_event(event):
+    name = event.source.name if event.source else ""
+    heard.append((str(event.type), name, event.detail1))
+
+
+def settle(seconds):
+    loop = GLib.MainLoop()
+    GLib.timeout_add(int(seconds * 1000), loop.quit)
+    loop.run()
+
+
+def wait_until(is_so, what):
+    for _ in range(100):
+        if is_so():
+            return
+        settle(0.05)
+    check(False, what)
+
+
+def hears(kind, name, detail=None):
+    wait_until(
+        lambda: any(k.startswith(kind) and n == name and detail in (None, d) for k, n, d in heard),
+        f"{kind} of {name} is not heard",
+    )
+    heard.clear()
+
+
+def program():
+    desktop = pyatspi.Registry.getDesktop(0)
+    return next((one for one in desktop if one and one.name == "Tarquil"), None)
+
+
+def parts(start):
+    yield start
+    for child in start:
+        if child:
+            yield from parts(child)
+
+
+def find(name, role=None):
+    found = []
+
+    def look():
+        found[:] = [
+            p for p in parts(program()) if p.name == name and role in (None, p.getRoleName())
+        ]
+        return found
+
+    wait_until(look, f'there is no {role or "part"} "{name}"')
+    return found[0]
+
+
+def value_text(part):
+    return dict(a.split(":", 1) for a in part.getAttributes()).get("valuetext", "")
+
+
+def press(part):
+    check(part.queryAction().doAction(0), f"{part.name} can not be pressed")
+
+
+def has(part, state):
+    return part.getState().contains(state)
+
+
+def xdotool(*words):
+    subprocess.run(["xdotool", *words], check=True)
+
+
+def listen():
+    for kind in ("object:state-changed", "object:property-change", "object:text-changed",
+                 "object:children-changed", "window"):
+        pyatspi.Registry.registerEventListener(on_event, kind)
+    settle(0.3)
+    heard.clear()
+
+
+def nobody():
+    wait_until(lambda: program() is None, "the window is shown without being asked for")
+
+
+def walk():
+    wait_until(lambda: program() is not None, "the window is not shown")
+    frame = program()[0]
+    check(frame.getRoleName() == "frame" and frame.name.endswith("Tarquil"), "no frame")
+    wait_until(lambda: has(frame, pyatspi.STATE_ACTIVE), "the window that has the keyboard is not active")
+    press(find("Filter", "page tab"))
+    cutoff = find(CUTOFF, "slider")
+    check(cutoff.parent.name == "Voice filter", f"it stands in {cutoff.parent.name}")
+    check(value_text(cutoff).endswith("Hz"), f"its value is {value_text(cutoff)}")
+    check(len(cutoff.description) > 10, "it has no help")
+    started = time.time()
+    count = sum(1 for part in parts(program()) if part.getRoleName() and part.getState())
+    print(f"{count} parts in {time.time() - started:.3f} s")
+
+
+def edit():
+    listen()
+    kind = find("Filter type", "combo box")
+    cutoff = find(CUTOFF)
+    before = value_text(cutoff)
+    for index in (0, 1):  # off, and the first kind of filter
+        press(kind)
+        items = [p for p in find("Menu", "menu")]
+        check(any(has(p, pyatspi.STATE_FOCUSED) for p in items), "no item of a menu has the focus")
+        chosen = items[index].name
+        press(items[index])
+        hears("object:state-changed:enabled", CUTOFF, index)
+        check(value_text(kind) == chosen == kind.queryText().getText(0, -1), "it was not chosen")
+        check(has(cutoff, pyatspi.STATE_ENABLED) == bool(index), "its state is as before")
+        check(("No effect now" in cutoff.description) != bool(index), "it does not say why")
+    value = cutoff.queryValue()
+    value.currentValue = 40
+    hears("object:property-change:accessible-value", CUTOFF)
+    check(value.currentValue == 40 and value.maximumValue == 127, "the value is not set")
+    check(value_text(cutoff) != before, "its text stays")
+    for wrong in (float("nan"), float("inf")):
+        value.currentValue = wrong
+    check(value.currentValue == 40, "nonsense is taken for a value")
+    name = find("Program name", "entry")
+    name.queryEditableText().setTextContents("Orgel")
+    hears("object:text-changed:insert", "Program name")
+    check(name.queryText().getText(0, 3) == "Org", "the name is not typed")
+    keys = find("Keys", "toggle button")
+    was_on = has(keys, pyatspi.STATE_CHECKED)
+    box = keys.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    xdotool("mousemove", str(box.x + box.width // 2), str(box.y + box.height // 2), "click", "1")
+    hears("object:state-changed:checked", "Keys", 0 if was_on else 1)
+
+
+def keys():
+    listen()
+    cutoff = find(CUTOFF)
+    check(cutoff.queryComponent().grabFocus(), "it takes no focus")
+    hears("object:state-changed:focused", CUTOFF, 1)
+    for key in ("Up", "Down"):
+        xdotool("key", key)
+        hears("object:property-change:accessible-value", CUTOFF)
+    xdotool("key", "Tab")
+    hears("object:state-changed:focused", CUTOFF, 0)
+    xdotool("key", "Escape")
+
+
+def saves():
+    listen()
+    xdotool("key", "Return")
+    wait_until(
+        lambda: any(k.startswith("object:state-changed:showing") and "read.tqb" in n
+                    for k, n, _ in heard),
+        "what was saved is not said",
+    )
+
+
+def host():
+    wait_until(lambda: program() is not None, "the plug-in's window is not shown")
+    find("Panic", "push button")
+    slider = next(p for p in parts(program()) if p.getRoleName() == "slider" and p.parent.name == "Mix")
+    slider.queryValue().currentValue = 77
+    check(slider.queryValue().currentValue == 77, "the value is not set")
+
+
+STEPS = {step.__name__: step for step in (nobody, walk, edit, keys, saves, host)}
+STEPS[sys.argv[1]]()
