@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "common/log/log.h"
 #include "editor/window/display_scale.h"
@@ -140,6 +141,7 @@ bool EditorFrame::open(uintptr_t parent) {
     window->may_close = [this] { return view->may_close(); };
     static_cast<void>(synth.read_keys()); // what was struck while nobody looked
     player.meters().watched = true;
+    last_idle = std::chrono::steady_clock::now();
     shown = true;
     follow_document();
     return true;
@@ -151,6 +153,7 @@ void EditorFrame::close() {
     shown = false;
     player.meters().watched = false;
     model->end_gesture();
+    synth.window_closed();
     keep_settings();
     host_scale.reset();
     given_scale.reset();
@@ -167,6 +170,8 @@ void EditorFrame::keep_settings() {
 void EditorFrame::idle() {
     if (!shown)
         return;
+    const auto now = std::chrono::steady_clock::now();
+    synth.pass_time(std::chrono::duration<double>(now - std::exchange(last_idle, now)).count());
     const uint32_t changes = player.num_changes();
     if (changes != shown_changes)
         view->host_changed();

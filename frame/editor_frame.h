@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -88,6 +89,7 @@ class EditorFrame {
     std::unique_ptr<EditorWindow> window;
     std::atomic<bool> shown{false};
     uint32_t shown_changes = 0; // of the player
+    std::chrono::steady_clock::time_point last_idle;
 };
 
 } // namespace tarquil

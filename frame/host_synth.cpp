@@ -50,6 +50,33 @@ void HostSynth::set_learned(const LearnedControls& learned) {
     host.programs_changed();
 }
 
+struct HostSynth::Told {
+    EditListener& host;
+    Player& player;
+
+    bool begin_edit(unsigned number) {
+        host.begin_edit(number);
+        return true;
+    }
+    bool edited(unsigned number) {
+        host.edited(number, player.get_controller(number));
+        return true;
+    }
+    bool end_edit(unsigned number) {
+        host.end_edit(number);
+        return true;
+    }
+};
+
+void HostSynth::pass_time(double seconds) {
+    moves.take(get_player().moved_controls());
+    moves.tell(seconds, Told{host, get_player()});
+}
+
+void HostSynth::window_closed() {
+    moves.end(Told{host, get_player()});
+}
+
 EditorNotice HostSynth::read_notice() {
     std::string warning = host.warning();
     return {warning.empty() ? EditorNotice::Kind::NONE : EditorNotice::Kind::WARNING,

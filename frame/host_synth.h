@@ -4,6 +4,7 @@
 
 #include "frame/edit_listener.h"
 #include "frame/player_synth.h"
+#include "player/move_gestures.h"
 
 namespace tarquil {
 
@@ -25,9 +26,15 @@ class HostSynth : public PlayerSynth {
     void set_tempo_sync(bool is_on) override;
     void set_learned(const LearnedControls& learned) override;
     [[nodiscard]] EditorNotice read_notice() override;
+    // The host is told of what learned MIDI controllers move, as of what is moved in the window.
+    void pass_time(double seconds) override;
+    void window_closed() override;
 
   private:
+    struct Told;
+
     EditListener& host;
+    MoveGestures moves;
 };
 
 } // namespace tarquil

@@ -58,6 +58,9 @@ class PlayerSynth : public EditorSynth {
     EditorKeys read_keys() override;
     void strike_again() override { player.strike_again(); }
 
+  protected:
+    Player& get_player() { return player; }
+
   private:
     Player& player;
     NoteView note; // the last that was whole

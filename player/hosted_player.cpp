@@ -64,6 +64,12 @@ bool HostedPlayer::add_message(std::span<const uint8_t> message, uint32_t frame)
     return sound.audio().add_message(channel_message.data(), time);
 }
 
+void HostedPlayer::move_learned(unsigned midi_controller, unsigned data, uint32_t frame) {
+    const uint32_t time = event_time(frame);
+    make_room(NUM_CONTROLLERS);
+    sound.audio().move_learned(midi_controller, data, time);
+}
+
 void HostedPlayer::set_tempo(const HostTempo& said, uint32_t frame) {
     const uint32_t time = event_time(frame);
     if (!sound.audio().has_room_for_tempo())
@@ -88,7 +94,7 @@ void HostedPlayer::hold_controller(unsigned number) {
 }
 
 void HostedPlayer::set_controller(unsigned number, int value, uint32_t frame) {
-    if (played.load(std::memory_order_relaxed) < held_until[number].load(std::memory_order_relaxed))
+    if (is_held(number))
         return;
     const uint32_t time = event_time(frame);
     make_room(NUM_CONTROLLERS);

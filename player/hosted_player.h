@@ -47,6 +47,10 @@ class HostedPlayer {
     // The user has changed a controller in a window, and a host that is told says so itself, a
     // little later: for half a second nothing that it says of this controller is taken.
     void hold_controller(unsigned number);
+    [[nodiscard]] bool is_held(unsigned number) const {
+        return played.load(std::memory_order_relaxed) <
+               held_until[number].load(std::memory_order_relaxed);
+    }
 
     // All below is for the audio thread alone; nothing allocates, waits or calls the system.
 
@@ -63,6 +67,8 @@ class HostedPlayer {
     // nearest.  System exclusive ones, whole, mean something to General MIDI only.  False when
     // there was no room for it, which takes thousands of messages within a millisecond.
     bool add_message(std::span<const uint8_t> message, uint32_t frame);
+    // A MIDI controller on any channel moves what it has been taught, and does nothing else.
+    void move_learned(unsigned midi_controller, unsigned data, uint32_t frame);
     // What the host says of its tempo, and of its place if it plays, at `frame`: as often as it
     // likes.
     void set_tempo(const HostTempo& said, uint32_t frame);

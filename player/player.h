@@ -147,6 +147,9 @@ class Player {
     // Read and taken by whoever shows them.
     Meters& meters() { return link.meters; }
     SoundingKeys& sounding_keys() { return link.keys; }
+    // What learned MIDI controllers have moved, to be told a host: by the window while one is open,
+    // as the meters' `watched` says, else by the audio thread.
+    MovedControls& moved_controls() { return link.moved; }
     // What the meters keep of the output from the next block on.
     void watch_output(OutputWatch watch);
     // Changes whenever a value, a name or a channel's program has.

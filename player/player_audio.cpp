@@ -106,12 +106,20 @@ bool PlayerAudio::take_learned(const uint8_t* message, uint32_t time) {
     if (midi_kind(message[0]) != MIDI_CONTROL_CHANGE || is_midi_status(message[1]) ||
         is_midi_status(message[2]))
         return false;
-    if (link.learned.hears(message[1]))
+    return move_learned(message[1], message[2], time);
+}
+
+bool PlayerAudio::move_learned(unsigned midi_controller, unsigned data, uint32_t time) {
+    if (link.learned.hears(midi_controller))
         return true;
-    const std::optional<LearnedControl> learned = link.learned.get(message[1]);
-    if (learned)
-        set_controller(learned->target, learned->value(message[2]), time);
-    return learned.has_value();
+    const std::optional<LearnedControl> learned = link.learned.get(midi_controller);
+    if (!learned)
+        return false;
+    const int before = get_controller(learned->target);
+    set_controller(learned->target, learned->value(data), time);
+    if (get_controller(learned->target) != before)
+        link.moved.note(learned->target);
+    return true;
 }
 
 bool PlayerAudio::add_message(const uint8_t* message, uint32_t time) {

@@ -33,6 +33,9 @@ class PlayerAudio {
     bool add_message(const uint8_t* message, uint32_t time);
     // The same with a system exclusive message, from 0xF0 to 0xF7, which only General MIDI takes.
     bool add_exclusive(std::span<const uint8_t> message, uint32_t time);
+    // A MIDI controller, 0..127, becomes `data`, 0..127, as far as the bank has been taught it.
+    // False when it has not.
+    bool move_learned(unsigned midi_controller, unsigned data, uint32_t time);
     // Lets all keys and pedals go at `time`.  False when there is no room.
     bool release_all(uint32_t time);
 

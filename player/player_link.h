@@ -16,6 +16,7 @@
 #include "player/handover.h"
 #include "player/learned_table.h"
 #include "player/meters.h"
+#include "player/moved_controls.h"
 #include "player/sounding_keys.h"
 #include "softsynth/core/core.h"
 #include "softsynth/parameters/midi_dialect.h"
@@ -73,6 +74,7 @@ struct PlayerLink {
     std::atomic<bool> tempo_sync{false};
     // What the bank's MIDI controllers have been taught.
     LearnedTable learned;
+    MovedControls moved;
     // What each channel plays: as asked for last, by either side.
     std::atomic<uint8_t> channel_programs[NUM_CHANNELS]{};
     // The program that hosts and editors work on.

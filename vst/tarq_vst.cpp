@@ -177,6 +177,31 @@ template <typename Write> void TarqVST::render_pieces(int32_t frames, const Writ
         write(stream.next(uint32_t(piece)), done, piece);
         done += piece;
     }
+    tell_moves(frames);
+}
+
+// What learned controllers have moved, unless a window says so.
+void TarqVST::tell_moves(int32_t frames) {
+    struct Told {
+        TarqVST& plugin;
+
+        [[nodiscard]] bool begin_edit(unsigned number) const {
+            plugin.beginEdit(controller_to_vst_param(int(number)));
+            return true;
+        }
+        [[nodiscard]] bool edited(unsigned number) const {
+            const int value = plugin.synth.audio().get_controller(number);
+            plugin.automate(controller_to_vst_param(int(number)), byte_to_vst_value(value));
+            return true;
+        }
+        [[nodiscard]] bool end_edit(unsigned number) const {
+            plugin.endEdit(controller_to_vst_param(int(number)));
+            return true;
+        }
+    };
+    if (!synth.meters().watched.load(std::memory_order_relaxed))
+        moves.take(synth.moved_controls());
+    moves.tell(double(frames) / SAMPLE_RATE, Told{*this});
 }
 
 void TarqVST::process(float** /*inputs*/, float** outputs, int32_t frames) {

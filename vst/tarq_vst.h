@@ -14,6 +14,7 @@
 
 #include "common/platform/lock.h"
 #include "player/granule_stream.h"
+#include "player/move_gestures.h"
 #include "player/player.h"
 #include "vst/abi/audio_effect_x.h"
 #include "vst/plugin_editor.h"
@@ -104,6 +105,7 @@ class TarqVST : public AudioEffectX {
     // Calls write(frames rendered, first frame, frame count) for each piece of a host's block.
     void ask_tempo();
     template <typename Write> void render_pieces(int32_t frames, const Write& write);
+    void tell_moves(int32_t frames);
 
     unsigned current_program() { return synth.edited_program(); }
 
@@ -111,6 +113,7 @@ class TarqVST : public AudioEffectX {
     // An audio call is on its way: one that comes meanwhile, from another thread, does nothing.
     std::atomic_flag is_in_audio;
     GranuleStream stream;
+    MoveGestures moves; // of learned controls, while no window is open
     std::atomic<bool> block_size_is_known{false};
     std::atomic<float> told_rate{float(SAMPLE_RATE)};
     std::unique_ptr<AEffEditor> tarq_editor;

@@ -131,6 +131,10 @@ class EditorSynth {
 
     virtual std::vector<ShippedBank> shipped_banks() { return {}; }
     [[nodiscard]] virtual EditorNotice read_notice() { return {}; }
+    // Now and then while a window is open, with the seconds since the last call; and once it is
+    // closed.
+    virtual void pass_time(double /*seconds*/) {}
+    virtual void window_closed() {}
 
     // Played by hand in the window: no host is told.  Channel 0..15, key 0..127, velocity 0..127 of
     // which 0 lets the key go; the others' ranges are those of EditorKeys.

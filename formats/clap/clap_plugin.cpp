@@ -80,6 +80,7 @@ bool ClapPlugin::activate(double rate) {
         hosted.player().set_runner(job_runner);
     if (is_active || !hosted.activate(rate))
         return false;
+    host_rate = rate;
     input.reset();
     if (told_latency != hosted.latency_frames()) {
         told_latency = hosted.latency_frames();
@@ -112,7 +113,7 @@ clap_process_status ClapPlugin::process(const clap_process& process) {
         hosted.set_tempo(read_transport(*process.transport), 0);
     play(process.in_events);
     hosted.end_block();
-    tell(process.out_events);
+    tell(process.out_events, process.frames_count);
     return CLAP_PROCESS_CONTINUE;
 }
 
@@ -132,7 +133,7 @@ void ClapPlugin::flush(const clap_input_events* in, const clap_output_events* ou
         });
         told_programs = hosted.player().all_channel_programs();
     }
-    tell(out);
+    tell(out, 0);
 }
 
 void ClapPlugin::play(const clap_input_events* in) {
@@ -153,11 +154,41 @@ void ClapPlugin::play_change(const ControlChange& change, uint32_t frame) {
         told_programs[change.control->number] = uint8_t(change.value);
 }
 
-void ClapPlugin::tell(const clap_output_events* out) {
+void ClapPlugin::tell(const clap_output_events* out, uint32_t frames) {
     if (out == nullptr)
         return;
     edits.send(*out);
     tell_programs(*out);
+    if (is_active)
+        tell_moves(*out, frames);
+}
+
+// What learned controllers have moved, unless a window says so.
+void ClapPlugin::tell_moves(const clap_output_events& out, uint32_t frames) {
+    struct Told {
+        ClapPlugin& plugin;
+        const clap_output_events& out;
+
+        [[nodiscard]] bool begin_edit(unsigned number) const {
+            return send_gesture(out, CLAP_EVENT_PARAM_GESTURE_BEGIN, number);
+        }
+        [[nodiscard]] bool edited(unsigned number) const {
+            const int value = plugin.hosted.get_controller(number);
+            if (!send_value(out, number, value, CLAP_EVENT_IS_LIVE))
+                return false;
+            // The type of an effect decides what its parameters are.
+            if (find_host_control(number)->is_list)
+                plugin.make_stale(CLAP_PARAM_RESCAN_TEXT);
+            return true;
+        }
+        [[nodiscard]] bool end_edit(unsigned number) const {
+            return send_gesture(out, CLAP_EVENT_PARAM_GESTURE_END, number);
+        }
+    };
+    Player& player = hosted.player();
+    if (!player.meters().watched.load(std::memory_order_relaxed))
+        moves.take(player.moved_controls());
+    moves.tell(frames / host_rate, Told{*this, out});
 }
 
 // Program changes by MIDI, which the host records as such.

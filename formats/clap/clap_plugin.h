@@ -15,6 +15,7 @@
 #include "formats/clap/clap_window.h"
 #include "formats/clap/window_edits.h"
 #include "formats/common/instance_player.h"
+#include "player/move_gestures.h"
 
 namespace tarquil {
 
@@ -70,8 +71,9 @@ class ClapPlugin {
     const char* take_preset(uint32_t kind, const char* location, const char* load_key);
     void play(const clap_input_events* in);
     void play_change(const ControlChange& change, uint32_t frame);
-    void tell(const clap_output_events* out);
+    void tell(const clap_output_events* out, uint32_t frames);
     void tell_programs(const clap_output_events& out);
+    void tell_moves(const clap_output_events& out, uint32_t frames);
     void make_stale(StaleFlags flags);
 
     clap_plugin interface;
@@ -86,6 +88,8 @@ class ClapPlugin {
 
     bool is_active = false;
     uint32_t told_latency = 0;
+    double host_rate = 0;
+    MoveGestures moves; // of learned controls, while no window is open
     // What each channel plays, as the host knows it.
     std::array<uint8_t, NUM_CHANNELS> told_programs{};
     // What the host is to read again, once it lets the main thread in.

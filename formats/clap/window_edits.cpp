@@ -14,13 +14,13 @@ template <typename Event> clap_event_header header_of(uint16_t type, uint32_t fl
             .flags = flags};
 }
 
+} // namespace
+
 bool send_gesture(const clap_output_events& out, uint16_t type, uint32_t id) {
     const clap_event_param_gesture event = {
         .header = header_of<clap_event_param_gesture>(type, CLAP_EVENT_IS_LIVE), .param_id = id};
     return out.try_push(&out, &event.header);
 }
-
-} // namespace
 
 bool send_value(const clap_output_events& out, uint32_t id, int value, uint32_t flags) {
     const clap_event_param_value event = {

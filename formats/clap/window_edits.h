@@ -40,5 +40,7 @@ class WindowEdits {
 // A parameter's new value at the block's start, for a host that has not set it.  False when it is
 // not taken.  `flags`: CLAP_EVENT_*.
 bool send_value(const clap_output_events& out, uint32_t id, int value, uint32_t flags);
+// The begin or end of a gesture, as `type` says.
+bool send_gesture(const clap_output_events& out, uint16_t type, uint32_t id);
 
 } // namespace tarquil

@@ -31,7 +31,8 @@ LV2_Handle instantiate(const LV2_Descriptor* /*descriptor*/, double rate, const 
     if (map == nullptr)
         return nullptr;
     auto synth = std::make_unique<Lv2Synth>(
-        rate, *map, find_feature<LV2_Worker_Schedule>(features, LV2_WORKER__schedule));
+        rate, *map, find_feature<LV2_Worker_Schedule>(features, LV2_WORKER__schedule),
+        find_feature<Lv2PortChangeRequest>(features, LV2_PORT_CHANGE_REQUEST_URI));
     // A rate beyond reason fails here, where the host can say so.
     return synth->activate() ? synth.release() : nullptr;
 }

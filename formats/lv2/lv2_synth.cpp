@@ -8,9 +8,10 @@
 
 namespace tarquil {
 
-Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker)
-    : rate(host_rate), urids(map), schedule(worker), controls(lv2_controls()),
-      control_ports(controls.size()) {
+Lv2Synth::Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker,
+                   const Lv2PortChangeRequest* request)
+    : rate(host_rate), urids(map), schedule(worker), port_changes(request),
+      controls(lv2_controls()), control_ports(controls.size()) {
     for (const Lv2Control& control : controls)
         taken.push_back(control.first_byte());
     seen.assign(controls.size(), std::numeric_limits<float>::quiet_NaN());
@@ -82,6 +83,7 @@ void Lv2Synth::run(uint32_t frames) {
         take_event(*event, uint32_t(std::clamp<int64_t>(event->time.frames, 0, frames)));
     }
     hosted.end_block();
+    tell_moves();
     const uint32_t changes = player().num_changes();
     if (changes != told_changes)
         tell_state_change();
@@ -210,6 +212,21 @@ void Lv2Synth::tell_program() {
     lv2_atom_forge_key(&forge, urids.patch_value);
     lv2_atom_forge_int(&forge, int32_t(player().edited_program()));
     lv2_atom_forge_pop(&forge, &object);
+}
+
+// What learned controllers have moved; a window writes the ports itself.
+void Lv2Synth::tell_moves() {
+    if (port_changes == nullptr || player().meters().watched.load(std::memory_order_relaxed))
+        return;
+    player().moved_controls().take([this](unsigned number) {
+        const uint32_t port = lv2_port_of(number);
+        if (port == 0)
+            return;
+        hold_port(port);
+        const Lv2Control& control = controls[port - NUM_FIXED_LV2_PORTS];
+        port_changes->request_change(port_changes->handle, port,
+                                     control.value(hosted.get_controller(number)));
+    });
 }
 
 void Lv2Synth::tell_state_change() {

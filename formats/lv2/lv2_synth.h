@@ -16,6 +16,7 @@
 #include <lv2/worker/worker.h>
 
 #include "formats/common/instance_player.h"
+#include "formats/lv2/port_change_request.h"
 #include "formats/lv2/port_table.h"
 #include "formats/lv2/urids.h"
 
@@ -25,8 +26,10 @@ namespace tarquil {
 // changed, so that none overwrites a restored state or what a window or a program change has set.
 class Lv2Synth {
   public:
-    // `worker` may be null: then files are not loaded.
-    Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker);
+    // `worker` may be null: then files are not loaded; and `request`: then a control that a learned
+    // MIDI controller moves is told by a window alone.
+    Lv2Synth(double host_rate, LV2_URID_Map& map, const LV2_Worker_Schedule* worker,
+             const Lv2PortChangeRequest* request);
 
     // The host's operations, each on the thread that LV2 says.
     void connect(uint32_t port, void* data);
@@ -54,10 +57,12 @@ class Lv2Synth {
     void end_notifications();
     void tell_program();
     void tell_state_change();
+    void tell_moves();
 
     const double rate;
     const Urids urids;
     const LV2_Worker_Schedule* const schedule;
+    const Lv2PortChangeRequest* const port_changes;
     InstancePlayer hosted;
     const std::vector<Lv2Control>& controls;
 

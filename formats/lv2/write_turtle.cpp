@@ -13,6 +13,7 @@
 #include "common/number_text.h"
 #include "formats/common/preset_banks.h"
 #include "formats/lv2/lv2_names.h"
+#include "formats/lv2/port_change_request.h"
 #include "formats/lv2/port_table.h"
 
 namespace tarquil {
@@ -239,7 +240,8 @@ tarquil:file
     lv2:minorVersion 2 ;
     lv2:microVersion 0 ;
     lv2:requiredFeature urid:map ;
-    lv2:optionalFeature lv2:hardRTCapable , state:threadSafeRestore , work:schedule ;
+    lv2:optionalFeature lv2:hardRTCapable , state:threadSafeRestore , work:schedule ,
+        <)" LV2_PORT_CHANGE_REQUEST_URI R"(> ;
     lv2:extensionData state:interface , work:interface ;
     patch:writable tarquil:program , tarquil:file ;
 )";

@@ -16,8 +16,11 @@ namespace {
 constexpr size_t TEXT_ROOM = sizeof(String128) / sizeof(char16_t);
 constexpr unsigned BEND_STEPS = 16383;
 
-unsigned last_step(const MidiParameter& parameter) {
-    return parameter.number == MAPPED_BEND ? BEND_STEPS : 127;
+// Of a hidden parameter, which stands for messages; nothing for another.
+std::optional<unsigned> last_step(ParameterId id) {
+    if (const auto midi = find_midi_parameter(id))
+        return midi->number == MAPPED_BEND ? BEND_STEPS : 127;
+    return find_learning_parameter(id) ? std::optional(127U) : std::nullopt;
 }
 
 bool is_normalized(double value) {
@@ -84,8 +87,8 @@ Result Controller::get_parameter_info(int32_t index, ParameterInfo* info) {
 Result Controller::get_parameter_text(ParameterId id, double value, char16_t* text) {
     if (text == nullptr || !is_normalized(value))
         return BAD_ARGUMENT;
-    if (const auto midi = find_midi_parameter(id)) {
-        put_text(text, TEXT_ROOM, std::to_string(std::lround(value * last_step(*midi))));
+    if (const auto last = last_step(id)) {
+        put_text(text, TEXT_ROOM, std::to_string(std::lround(value * *last)));
         return OK;
     }
     const HostControl* const control = find_host_control(id);
@@ -110,15 +113,15 @@ Result Controller::get_parameter_by_text(ParameterId id, char16_t* text, double*
 }
 
 double Controller::normalized_to_plain(ParameterId id, double value) {
-    if (const auto midi = find_midi_parameter(id))
-        return value * last_step(*midi);
+    if (const auto last = last_step(id))
+        return value * *last;
     const HostControl* const control = find_host_control(id);
     return control != nullptr ? control->first + value * (control->last - control->first) : value;
 }
 
 double Controller::plain_to_normalized(ParameterId id, double value) {
-    if (const auto midi = find_midi_parameter(id))
-        return value / last_step(*midi);
+    if (const auto last = last_step(id))
+        return value / *last;
     const HostControl* const control = find_host_control(id);
     return control != nullptr ? (value - control->first) / (control->last - control->first) : value;
 }
@@ -137,7 +140,7 @@ double Controller::get_normalized(ParameterId id) {
 
 Result Controller::set_normalized(ParameterId id, double value) {
     // What stands for messages is no state, and hosts restore it all the same.
-    if (find_midi_parameter(id))
+    if (last_step(id))
         return OK;
     const HostControl* const control = find_host_control(id);
     if (control == nullptr || !is_normalized(value))

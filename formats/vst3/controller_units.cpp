@@ -21,9 +21,11 @@ bool is_program(int32_t list, int32_t program) {
 } // namespace
 
 Result Controller::get_assignment(int32_t bus, int16_t channel, int16_t number, ParameterId* id) {
-    if (bus != 0 || channel < 0 || number < 0 || id == nullptr)
+    if (bus != 0 || channel < 0 || channel >= int(NUM_CHANNELS) || number < 0 || id == nullptr)
         return NO;
-    const auto found = midi_parameter_id(unsigned(channel), unsigned(number));
+    auto found = midi_parameter_id(unsigned(channel), unsigned(number));
+    if (!found)
+        found = learning_parameter_id(unsigned(number));
     if (!found)
         return NO;
     *id = *found;

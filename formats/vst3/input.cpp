@@ -43,9 +43,15 @@ void play_parameter(HostedPlayer& hosted, const MidiParameter& parameter, double
     }
 }
 
+bool is_message(ParameterId id) {
+    return find_midi_parameter(id) || find_learning_parameter(id);
+}
+
 void play_point(HostedPlayer& hosted, ParameterId id, double value, uint32_t frame) {
     if (const auto midi = find_midi_parameter(id)) {
         play_parameter(hosted, *midi, value, frame);
+    } else if (const auto learned = find_learning_parameter(id)) {
+        hosted.move_learned(*learned, steps(value, 127), frame);
     } else if (const HostControl* const control = find_host_control(id)) {
         if (const auto said = value_of(*control, value))
             set_control(hosted, *control, *said, frame);
@@ -102,7 +108,7 @@ void Input::play(HostedPlayer& hosted, ProcessData& data) {
     for (int32_t i = 0; i < num_changes; i++) {
         ParameterPoints* const points = data.input_changes->get_parameter_data(i);
         const int32_t num_points = points != nullptr ? points->get_point_count() : 0;
-        if (num_points > 0 && is_dump && find_midi_parameter(points->get_parameter_id()))
+        if (num_points > 0 && is_dump && is_message(points->get_parameter_id()))
             continue;
         for (int32_t j = 0; j < num_points; j++) {
             Item item;

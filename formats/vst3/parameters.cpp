@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "formats/vst3/text.h"
+#include "instrument/learned_controls.h"
 #include "softsynth/parameters/constants.h"
 
 namespace tarquil::vst3 {
@@ -39,6 +40,25 @@ constexpr uint8_t MAPPED[] = {0,          1,
                               125,        126,
                               127,        MAPPED_PRESSURE,
                               MAPPED_BEND};
+
+// A controller that no channel has for itself: it is there to be learned, which any channel does.
+constexpr ParameterId FIRST_LEARNING_ID = FIRST_MIDI_ID + NUM_CHANNELS * IDS_PER_CHANNEL;
+
+bool is_mapped(unsigned number) {
+    return number <= MAPPED_BEND && std::ranges::find(MAPPED, uint8_t(number)) != std::end(MAPPED);
+}
+
+const std::vector<uint8_t>& learning_numbers() {
+    static const std::vector<uint8_t> all = [] {
+        std::vector<uint8_t> found;
+        for (unsigned number = 0; number < NUM_MIDI_CONTROLLERS; number++) {
+            if (is_learnable(number) && !is_mapped(number))
+                found.push_back(uint8_t(number));
+        }
+        return found;
+    }();
+    return all;
+}
 
 constexpr int32_t PROGRAM_UNIT = unit_of_channel(NUM_CHANNELS);
 constexpr int32_t BANK_UNIT = PROGRAM_UNIT + 1;
@@ -93,6 +113,16 @@ std::string midi_name(unsigned number) {
     return "controller " + std::to_string(number);
 }
 
+void get_learning_info(unsigned number, ParameterInfo& info) {
+    info = {};
+    info.id = *learning_parameter_id(number);
+    put_text(info.title, "Any channel " + midi_name(number));
+    put_text(info.short_title, midi_name(number));
+    info.step_count = 127;
+    info.unit = ROOT_UNIT;
+    info.flags = CAN_AUTOMATE | IS_HIDDEN;
+}
+
 void get_midi_info(unsigned index, ParameterInfo& info) {
     const unsigned channel = index / unsigned(std::size(MAPPED));
     const unsigned number = MAPPED[index % std::size(MAPPED)];
@@ -119,14 +149,24 @@ std::optional<MidiParameter> find_midi_parameter(ParameterId id) {
 }
 
 std::optional<ParameterId> midi_parameter_id(unsigned channel, unsigned number) {
-    if (channel >= unsigned(NUM_CHANNELS) || number > MAPPED_BEND ||
-        std::ranges::find(MAPPED, uint8_t(number)) == std::end(MAPPED))
+    if (channel >= unsigned(NUM_CHANNELS) || !is_mapped(number))
         return std::nullopt;
     return FIRST_MIDI_ID + channel * IDS_PER_CHANNEL + number;
 }
 
+std::optional<unsigned> find_learning_parameter(ParameterId id) {
+    const ParameterId number = id - FIRST_LEARNING_ID;
+    return learning_parameter_id(number) == id ? std::optional(number) : std::nullopt;
+}
+
+std::optional<ParameterId> learning_parameter_id(unsigned number) {
+    if (number >= NUM_MIDI_CONTROLLERS || !is_learnable(number) || is_mapped(number))
+        return std::nullopt;
+    return FIRST_LEARNING_ID + number;
+}
+
 int32_t num_midi_parameters() {
-    return int32_t(NUM_CHANNELS * std::size(MAPPED));
+    return int32_t(NUM_CHANNELS * std::size(MAPPED) + learning_numbers().size());
 }
 
 int32_t num_parameters() {
@@ -136,7 +176,12 @@ int32_t num_parameters() {
 void get_parameter_info(int32_t index, ParameterInfo& info) {
     const auto controls = host_controls();
     if (size_t(index) >= controls.size()) {
-        get_midi_info(unsigned(index) - unsigned(controls.size()), info);
+        const size_t hidden = size_t(index) - controls.size();
+        constexpr size_t NUM_MAPPED = NUM_CHANNELS * std::size(MAPPED);
+        if (hidden < NUM_MAPPED)
+            get_midi_info(unsigned(hidden), info);
+        else
+            get_learning_info(learning_numbers()[hidden - NUM_MAPPED], info);
         return;
     }
     const HostControl& control = controls[size_t(index)];

@@ -21,6 +21,11 @@ std::optional<MidiParameter> find_midi_parameter(ParameterId id);
 // The id of a message; nothing for one that no hidden parameter stands for, since it does nothing.
 std::optional<ParameterId> midi_parameter_id(unsigned channel, unsigned number);
 
+// The other controllers that can be learned have one each for all channels, since what they move
+// is the same on any.
+std::optional<unsigned> find_learning_parameter(ParameterId id);
+std::optional<ParameterId> learning_parameter_id(unsigned number);
+
 int32_t num_parameters();
 int32_t num_midi_parameters(); // the hidden ones
 // Index 0 up to that; texts of the player are not asked for.

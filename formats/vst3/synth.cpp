@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "formats/common/host_controls.h"
+#include "formats/vst3/parameters.h"
 #include "formats/vst3/text.h"
 
 namespace tarquil::vst3 {
@@ -52,7 +53,9 @@ HostTempo read_tempo(const ProcessContext& context) {
 
 Synth::Synth()
     : controller(static_cast<Component&>(*this), hosted), input(std::make_unique<Input>()) {
-    host_controls(); // made here, so that the audio thread finds them
+    // Made here, so that the audio thread finds them.
+    static_cast<void>(host_controls());
+    static_cast<void>(num_parameters());
 }
 
 Result Synth::query_interface(const uint8_t* id, void** object) {
@@ -201,9 +204,30 @@ Result Synth::process(ProcessData* data) {
         hosted.set_tempo(read_tempo(*data->context), 0);
     input->play(hosted, *data);
     hosted.end_block();
+    if (data->output_changes != nullptr)
+        tell_moves(*data->output_changes);
     if (sounds)
         data->outputs[0].silence_flags = 0;
     return OK;
+}
+
+// What learned controllers have moved, while no window says so with gestures.
+void Synth::tell_moves(ParameterChanges& changes) {
+    Player& player = hosted.player();
+    if (player.meters().watched.load(std::memory_order_relaxed))
+        return;
+    player.moved_controls().take([&](unsigned number) {
+        const ParameterId id = number;
+        int32_t index = 0;
+        ParameterPoints* const points = changes.add_parameter_data(&id, &index);
+        if (points == nullptr) { // no room: the next block's
+            player.moved_controls().note(number);
+            return;
+        }
+        hosted.hold_controller(number);
+        const HostControl& control = *find_host_control(id);
+        points->add_point(0, normalized(control, hosted.get_controller(number)), &index);
+    });
 }
 
 } // namespace tarquil::vst3

@@ -58,6 +58,8 @@ class Synth final : public Component, public AudioProcessor, public ProcessConte
   private:
     ~Synth() = default;
 
+    void tell_moves(ParameterChanges& changes);
+
     InstancePlayer hosted;
     Controller controller;
     std::unique_ptr<Input> input;

@@ -80,6 +80,10 @@ class ClapDriver final : public FormatDriver {
                 host.text(id, value);
         }
     }
+    std::vector<std::string> take_told() override {
+        return take_noted([](const Told& one) { return int(one.value); });
+    }
+    [[nodiscard]] bool tells_gestures() const override { return true; }
     [[nodiscard]] std::string complaint() const override {
         return host.wrong_threads == 0 ? "" : "the host is called on a wrong thread";
     }
@@ -91,10 +95,23 @@ class ClapDriver final : public FormatDriver {
     float* sides[2] = {};
     clap_audio_buffer buffer{};
     const clap_input_events in = host.events_in();
-    // What is put out needs no memory of the host's.
+    bool take_output(const clap_event_header& event) {
+        if (event.type == CLAP_EVENT_PARAM_VALUE) {
+            const auto& change = reinterpret_cast<const clap_event_param_value&>(event);
+            note_told({"", change.param_id, change.value});
+        } else {
+            const auto& gesture = reinterpret_cast<const clap_event_param_gesture&>(event);
+            note_told(
+                {event.type == CLAP_EVENT_PARAM_GESTURE_BEGIN ? "begin" : "end", gesture.param_id});
+        }
+        return true;
+    }
+
     const clap_output_events out = {
-        .ctx = nullptr,
-        .try_push = [](const clap_output_events*, const clap_event_header*) { return true; }};
+        .ctx = this,
+        .try_push = [](const clap_output_events* list, const clap_event_header* event) {
+            return static_cast<ClapDriver*>(list->ctx)->take_output(*event);
+        }};
     clap_process block{};
 };
 

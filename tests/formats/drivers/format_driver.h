@@ -2,9 +2,13 @@
 
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/formats/common/format_song.h"
@@ -58,6 +62,11 @@ class FormatDriver {
     virtual void look(unsigned /*round*/) {}
     // What the plug-in has done that it must not, if anything.
     [[nodiscard]] virtual std::string complaint() const { return ""; }
+    // What the plug-in has told its host of its parameters since the last call, a window being
+    // closed: "begin 7", "7 = 64" and "end 7" with controllers and bytes, gestures where the format
+    // has them then.
+    virtual std::vector<std::string> take_told() = 0;
+    [[nodiscard]] virtual bool tells_gestures() const { return false; }
     // What of a block's messages reaches the plug-in, in its order.
     [[nodiscard]] virtual std::vector<SongMessage>
     passed(const std::vector<SongMessage>& messages) const {
@@ -68,6 +77,30 @@ class FormatDriver {
 
   protected:
     static constexpr size_t ANY_PIECE = 1U << 20U;
+
+    // Fixed memory, as it is written within audio calls.
+    struct Told {
+        const char* what = ""; // "begin", "end" or nothing, for a value
+        unsigned controller = 0;
+        double value = 0;
+    };
+    void note_told(const Told& one) {
+        if (num_told < told.size())
+            told[num_told++] = one;
+    }
+    std::vector<std::string> take_noted(const std::function<int(const Told&)>& byte_of) {
+        std::vector<std::string> texts;
+        for (const Told& one : std::span(told).first(std::exchange(num_told, 0))) {
+            const std::string number = std::to_string(one.controller);
+            texts.push_back(*one.what != '\0' ? std::string(one.what) + " " + number
+                                              : number + " = " + std::to_string(byte_of(one)));
+        }
+        return texts;
+    }
+
+  private:
+    std::array<Told, 512> told;
+    size_t num_told = 0;
 };
 
 // A new instance of the built module, in General MIDI; VST 2, which starts in the native dialect,

@@ -24,6 +24,9 @@ class Lv2Driver final : public FormatDriver {
         if (!other->is_loaded())
             return false;
         host = std::move(other);
+        host->on_request = [this](uint32_t port, float value) {
+            note_told({"", lv2_controls()[port - NUM_FIXED_LV2_PORTS].number(), double(value)});
+        };
         rate = wanted;
         is_active = true;
         return true;
@@ -74,6 +77,12 @@ class Lv2Driver final : public FormatDriver {
     }
     bool load(const std::string& state, size_t /*piece*/) override {
         return started().restore_text(state) == LV2_STATE_SUCCESS;
+    }
+    std::vector<std::string> take_told() override {
+        return take_noted([](const Told& one) {
+            return lv2_controls()[lv2_port_of(one.controller) - NUM_FIXED_LV2_PORTS].byte(
+                float(one.value));
+        });
     }
     [[nodiscard]] bool has_exact_parameters() const override { return false; }
 

@@ -1,5 +1,7 @@
 // The VST 2 plug-in, driven.
 
+#include <atomic>
+
 #include "tests/formats/drivers/format_driver.h"
 #include "tests/vst/plugin_host.h"
 #include "vst/plugin_parameters.h"
@@ -11,6 +13,7 @@ namespace {
 class Vst2Driver final : public FormatDriver {
   public:
     Vst2Driver() {
+        newest = this;
         if (!host.load(InstancePlayer().save_state(), false))
             throw std::runtime_error("VST 2 does not take the state");
     }
@@ -49,9 +52,33 @@ class Vst2Driver final : public FormatDriver {
     }
     [[nodiscard]] bool has_exact_parameters() const override { return false; }
 
+    ~Vst2Driver() override { newest = newest == this ? nullptr : newest.load(); }
+    std::vector<std::string> take_told() override {
+        return take_noted([](const Told& one) { return vst_value_to_byte(float(one.value)); });
+    }
+    [[nodiscard]] bool tells_gestures() const override { return true; }
+
   private:
+    static intptr_t VST_CALL answer(AEffect* effect, int32_t opcode, int32_t index, intptr_t, void*,
+                                    float value) {
+        if (opcode == audioMasterVersion)
+            return kVstVersion;
+        Vst2Driver* const driver = newest;
+        const bool is_told = opcode == audioMasterAutomate || opcode == audioMasterBeginEdit ||
+                             opcode == audioMasterEndEdit;
+        if (is_told && driver != nullptr && driver->host.effect == effect)
+            driver->note_told({opcode == audioMasterAutomate    ? ""
+                               : opcode == audioMasterBeginEdit ? "begin"
+                                                                : "end",
+                               unsigned(vst_param_to_controller(index)), double(value)});
+        return 0;
+    }
+
+    // The callback knows no host.
+    static inline std::atomic<Vst2Driver*> newest{nullptr};
+
     static constexpr int32_t BLOCK = 1024;
-    PluginHost host{BLOCK, false};
+    PluginHost host{BLOCK, false, answer};
     PluginHost::Batch batch;
     float* outputs[2] = {};
     int32_t num_frames = 0;

@@ -8,8 +8,45 @@ namespace tarquil {
 
 namespace {
 
+// What the plug-in puts out: one point at a time.
+class ToldChanges final : public vst3::HostObject<vst3::ParameterChanges> {
+  public:
+    int32_t get_parameter_count() override { return 0; }
+    vst3::ParameterPoints* get_parameter_data(int32_t) override { return nullptr; }
+    vst3::ParameterPoints* add_parameter_data(const vst3::ParameterId* id, int32_t*) override {
+        points.id = *id;
+        return &points;
+    }
+
+    std::function<void(vst3::ParameterId id, double value)> take;
+
+  private:
+    class Points final : public vst3::HostObject<vst3::ParameterPoints> {
+      public:
+        explicit Points(ToldChanges& told) : changes(told) {}
+        vst3::ParameterId get_parameter_id() override { return id; }
+        int32_t get_point_count() override { return 0; }
+        vst3::Result get_point(int32_t, int32_t*, double*) override { return vst3::NO; }
+        vst3::Result add_point(int32_t, double value, int32_t*) override {
+            changes.take(id, value);
+            return vst3::OK;
+        }
+        vst3::ParameterId id = 0;
+
+      private:
+        ToldChanges& changes;
+    };
+    Points points{*this};
+};
+
 class Vst3Driver final : public FormatDriver {
   public:
+    Vst3Driver() {
+        told_changes.take = [this](vst3::ParameterId id, double value) {
+            note_told({"", unsigned(id), value});
+        };
+    }
+
     bool activate(double rate) override { return host.setup(rate) == vst3::OK; }
     void deactivate() override { host.component->set_active(0); }
 
@@ -35,6 +72,7 @@ class Vst3Driver final : public FormatDriver {
         sides[0] = left;
         sides[1] = right;
         host.prepare(out, int32_t(frames), data);
+        data.output_changes = &told_changes;
     }
     void call() noexcept override { host.processor->process(&data); }
     void finish() override { host.finish(); }
@@ -54,8 +92,14 @@ class Vst3Driver final : public FormatDriver {
         host.units->get_program_name(1, int32_t(round % 128), text);
     }
 
-    // Controllers that no hidden parameter stands for do nothing, and parameters come first within
-    // a frame.
+    std::vector<std::string> take_told() override {
+        return take_noted([](const Told& one) {
+            return vst3::value_of(*find_host_control(one.controller), one.value).value_or(-1);
+        });
+    }
+
+    // Controllers that channels have no hidden parameter for can be learned only, and parameters
+    // come first within a frame.
     [[nodiscard]] std::vector<SongMessage>
     passed(const std::vector<SongMessage>& messages) const override {
         std::vector<SongMessage> kept = messages;
@@ -75,6 +119,7 @@ class Vst3Driver final : public FormatDriver {
     float* sides[2] = {};
     vst3::AudioBuffers out{2, 0, {sides}};
     vst3::ProcessData data{};
+    ToldChanges told_changes;
 };
 
 } // namespace

@@ -58,12 +58,19 @@ void call_audio(FormatDriver& plugin) noexcept CALLED_IN_REAL_TIME {
 }
 
 TEST_P(FormatsRealtime, TheAudioCallOnlyComputes) {
-    const std::string state = start("")->save(); // the General MIDI set
+    // The General MIDI set, with controllers that move something.
+    HostedPlayer taught;
+    ASSERT_EQ(taught.load_state(start("")->save()), 0);
+    LearnedControls learned;
+    learned.learn(20, CTRL_PANNING);
+    learned.learn(11, CTRL_CHANFX1_TYPE);
+    taught.player().set_learned(learned);
+    const std::string state = taught.save_state();
     std::vector<float> left(MAX_FRAMES);
     std::vector<float> right(MAX_FRAMES);
     CallbackCounts counts[std::size(PHASES)];
     for (const double rate : {44100.0, 48000.0, 96000.0}) {
-        const auto plugin = start_at(rate);
+        const auto plugin = start_at(rate, state);
         for (const bool is_counted : {false, true}) { // at first it is warmed up
             std::atomic<bool> is_over{false};
             std::thread beside([&] {

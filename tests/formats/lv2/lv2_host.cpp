@@ -65,6 +65,13 @@ LV2_Worker_Status Lv2Host::schedule(LV2_Worker_Schedule_Handle handle, uint32_t 
     return LV2_WORKER_SUCCESS;
 }
 
+int32_t Lv2Host::request_change(void* handle, uint32_t port, float value) {
+    const auto& host = *static_cast<Lv2Host*>(handle);
+    if (host.on_request)
+        host.on_request(port, value);
+    return 0;
+}
+
 Lv2Host::Lv2Host(double rate, const std::string& state)
     : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
       notifications(512) {

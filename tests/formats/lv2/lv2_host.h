@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -15,6 +16,7 @@
 #include <lv2/urid/urid.h>
 #include <lv2/worker/worker.h>
 
+#include "formats/lv2/port_change_request.h"
 #include "formats/lv2/port_table.h"
 #include "player/hosted_player.h"
 
@@ -78,6 +80,9 @@ class Lv2Host {
     // Hands that in as it is; the plug-in's answer.
     LV2_State_Status restore_text(const std::string& text);
 
+    // The plug-in asks for another value of a port.
+    std::function<void(uint32_t port, float value)> on_request;
+
     LilvInstance* get_instance() { return instance; }
     std::vector<float> left;
     std::vector<float> right;
@@ -86,6 +91,7 @@ class Lv2Host {
     static LV2_URID map_name(LV2_URID_Map_Handle handle, const char* name);
     static LV2_Worker_Status schedule(LV2_Worker_Schedule_Handle handle, uint32_t size,
                                       const void* data);
+    static int32_t request_change(void* handle, uint32_t port, float value);
     void read_notifications();
     void start_events();
 
@@ -95,7 +101,9 @@ class Lv2Host {
     LV2_Worker_Schedule worker{this, schedule};
     LV2_Feature map_feature{LV2_URID__map, &map};
     LV2_Feature worker_feature{LV2_WORKER__schedule, &worker};
-    const LV2_Feature* features[3] = {&map_feature, &worker_feature, nullptr};
+    Lv2PortChangeRequest requests{this, request_change};
+    LV2_Feature requests_feature{LV2_PORT_CHANGE_REQUEST_URI, &requests};
+    const LV2_Feature* features[4] = {&map_feature, &worker_feature, &requests_feature, nullptr};
 
     LilvWorld* world = nullptr;
     const LilvPlugin* plugin = nullptr;

@@ -69,6 +69,29 @@ TEST(Vst3, ParametersHaveForEverTheirIds) {
     EXPECT_EQ(get_text(info_of(host, 0x10000 + 0x200 + 64).title, 128), "Channel 3 controller 64");
 }
 
+TEST(Vst3, EveryControllerOfEachChannelCanBeLearned) {
+    Vst3Host host(RATE);
+    EXPECT_LT(host.controller->get_parameter_count(), 1000) << "hosts cut longer lists";
+    EXPECT_EQ(get_text(info_of(host, 0x11000 + 20).title, 128), "Any channel controller 20");
+    for (unsigned number = 0; number < NUM_MIDI_CONTROLLERS; number++) {
+        ParameterId id = 0;
+        for (int16_t channel = 0; channel < 16; channel++)
+            EXPECT_EQ(host.mapping->get_assignment(0, channel, int16_t(number), &id) == OK,
+                      number != 122) // local control, which nobody has
+                << number;
+        if (!is_learnable(number))
+            continue;
+        HostedPlayer taught;
+        LearnedControls learned;
+        learned.learn(number, CTRL_PANNING);
+        taught.player().set_learned(learned);
+        ASSERT_EQ(host.load(taught.save_state()), OK);
+        host.add_message(0, uint8_t(0xB0 + number % 16), uint8_t(number), 100);
+        host.run(64);
+        EXPECT_NEAR(host.controller->get_normalized(CTRL_PANNING), 100.0 / 127, 1e-9) << number;
+    }
+}
+
 TEST(Vst3, ValuesAsTextsBothWays) {
     Vst3Host host(RATE);
     String128 text;

@@ -14,6 +14,7 @@ namespace tarquil {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 std::vector<std::string> told; // to the host
 
@@ -157,6 +158,29 @@ TEST_F(EditTellerTest, BandsAreMutedOneByOne) {
         EXPECT_EQ(synth.is_band_muted(band), band == 2);
     synth.set_band_muted(2, false);
     EXPECT_FALSE(synth.is_band_muted(2));
+}
+
+TEST_F(EditTellerTest, WhatALearnedControllerMovesIsToldByTheOpenWindowWithinAGesture) {
+    LearnedControls learned;
+    learned.learn(20, CTRL_PANNING);
+    synth.set_learned(learned);
+    plugin.player().meters().watched = true;
+    told.clear();
+    send_midi(plugin, 0xB2, 20, 127);
+    render(256);
+    EXPECT_THAT(told, IsEmpty()) << "on the audio thread";
+    const std::string parameter = std::to_string(synth.host_parameter(CTRL_PANNING));
+    synth.pass_time(0.016);
+    EXPECT_THAT(told, ElementsAre("begin " + parameter, parameter + " 127"));
+    told.clear();
+    synth.pass_time(0.4);
+    send_midi(plugin, 0xB2, 20, 0);
+    synth.pass_time(0.4);
+    synth.pass_time(0.4);
+    EXPECT_THAT(told, ElementsAre(parameter + " 0"));
+    synth.window_closed();
+    synth.window_closed();
+    EXPECT_THAT(told, ElementsAre(parameter + " 0", "end " + parameter));
 }
 
 } // namespace
