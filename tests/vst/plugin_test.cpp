@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <filesystem>
-#include <random>
 #include <set>
 #include <thread>
 
@@ -17,7 +16,6 @@ namespace {
 
 constexpr int32_t NUM_PARAMS = 173;
 constexpr int32_t FIRST_PITCH_BEND_PARAM = 110;
-constexpr int32_t KEYLESS_PARAM = 172; // belongs to no controller of a file
 
 bool is_settable(int32_t index) {
     return index != 0 && index != FIRST_PITCH_BEND_PARAM && index != FIRST_PITCH_BEND_PARAM + 1;
@@ -85,6 +83,16 @@ TEST(Plugin, AnswersWhatHostsAsk) {
     EXPECT_EQ(host.call(effCanDo, 0, 0, nullptr), 0);
     EXPECT_EQ(host.call(effString2Parameter, 1, 0, nullptr), 1) << "it can";
     EXPECT_EQ(host.call(effProcessEvents, 0, 0, nullptr), 0);
+    std::set<std::string> names;
+    for (int32_t i = 0; i < NUM_PARAMS; i++) {
+        names.insert(host.text(effGetParamName, i));
+        EXPECT_EQ(host.call(effCanBeAutomated, i), is_settable(i) ? 1 : 0);
+    }
+    EXPECT_EQ(int32_t(names.size()), NUM_PARAMS);
+    EXPECT_EQ(host.text(effGetParamDisplay, 0), "(none)");
+    EXPECT_EQ(host.text(effGetParamLabel, 5), " none   ");
+    char nonsense[] = " loud";
+    EXPECT_EQ(host.call(effString2Parameter, 1, 0, nonsense), 0);
     VstPinProperties pin;
     EXPECT_EQ(host.call(effGetInputProperties, 0, 0, &pin), 0);
     EXPECT_EQ(host.call(effGetOutputProperties, 0, 0, &pin), 1);
@@ -151,30 +159,6 @@ TEST(Plugin, SurvivesEveryOpcodeWithNonsense) {
     EXPECT_EQ(host.get(1), 0.0F);
 }
 
-TEST(Plugin, ShowsParametersAsTextThatItReads) {
-    PluginHost host;
-    EXPECT_EQ(host.text(effGetParamDisplay, 0), "(none)");
-    EXPECT_EQ(host.text(effGetParamLabel, 5), " none   ");
-    std::set<std::string> names;
-    for (int32_t i = 0; i < NUM_PARAMS; i++) {
-        names.insert(host.text(effGetParamName, i));
-        EXPECT_EQ(host.call(effCanBeAutomated, i), is_settable(i) ? 1 : 0);
-        if (!is_settable(i))
-            continue;
-        for (const float value : {0.0F, 0.3F, 0.5F, 1.0F}) {
-            host.set(i, value);
-            std::string shown = host.text(effGetParamDisplay, i);
-            const float stored = host.get(i);
-            host.set(i, 0.7F);
-            EXPECT_EQ(host.call(effString2Parameter, i, 0, shown.data()), 1);
-            EXPECT_EQ(host.get(i), stored) << host.text(effGetParamName, i) << " " << shown;
-        }
-        char nonsense[] = " loud";
-        EXPECT_EQ(host.call(effString2Parameter, i, 0, nonsense), 0);
-    }
-    EXPECT_EQ(int32_t(names.size()), NUM_PARAMS);
-}
-
 TEST(Plugin, ProgramsAreTheBanksInstruments) {
     PluginHost host;
     EXPECT_EQ(host.text(effGetProgramName), "instrument_0");
@@ -197,89 +181,6 @@ TEST(Plugin, ProgramsAreTheBanksInstruments) {
     EXPECT_EQ(host.get(1), 31 / 127.0F);
 }
 
-TEST(Plugin, StatesComeBackExactly) {
-    const unsigned seed = std::random_device()();
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> any(0.0F, 1.0F);
-    PluginHost saved;
-    for (int32_t program = 0; program < 128; program++) {
-        saved.call(effSetProgram, 0, program);
-        // A controller without a key has no place in a file.
-        for (int32_t i = 0; i < KEYLESS_PARAM; i++)
-            saved.set(i, any(random));
-        char name[] = "sound  #1\t%d";
-        saved.call(effSetProgramName, 0, 0, name);
-    }
-    const std::string bank = saved.save(false);
-    PluginHost loaded;
-    ASSERT_TRUE(loaded.load(bank, false));
-    EXPECT_EQ(loaded.save(false), bank) << "seed " << seed;
-    for (int32_t program = 0; program < 128; program++) {
-        saved.call(effSetProgram, 0, program);
-        loaded.call(effSetProgram, 0, program);
-        ASSERT_EQ(loaded.text(effGetProgramName), saved.text(effGetProgramName));
-        for (int32_t i = 0; i < KEYLESS_PARAM; i++)
-            ASSERT_EQ(loaded.get(i), saved.get(i)) << "parameter " << i << ", seed " << seed;
-    }
-    EXPECT_NE(bank.find("channel_programs = 0 1 2 3"), std::string::npos);
-    saved.midi(0xC4, 9);
-    saved.midi(0xCF, 127);
-    saved.block(64);
-    const std::string with_programs = saved.save(false);
-    EXPECT_NE(with_programs, bank);
-    ASSERT_TRUE(loaded.load(with_programs, false));
-    EXPECT_EQ(loaded.save(false), with_programs);
-    // A damaged list is no reason to refuse the sounds.
-    EXPECT_TRUE(loaded.load(with_programs.substr(0, with_programs.size() - 4) + "999\n", false));
-
-    PluginHost other;
-    other.call(effSetProgram, 0, 77);
-    const std::string program = saved.save(true);
-    ASSERT_TRUE(other.load(program, true));
-    EXPECT_EQ(other.save(true), program);
-}
-
-TEST(Plugin, RefusesDamagedStatesAndKeepsTheSound) {
-    PluginHost host;
-    make_rich(host);
-    const std::string bank = host.save(false);
-    const std::string program = host.save(true);
-    std::mt19937 random(5);
-    for (int i = 0; i < 3; i++) {
-        std::string noise(1 << 20, '\0');
-        for (char& byte : noise)
-            byte = char(random());
-        EXPECT_FALSE(host.load(noise, false));
-        EXPECT_FALSE(host.load(noise, true));
-        EXPECT_FALSE(host.load("MVFS" + noise, false));
-        EXPECT_FALSE(host.load("MFIL" + noise, true));
-    }
-    std::string image = "MVFSMFIL" + std::string("default.tqi") + std::string(245, '\0') +
-                        std::string("\0\0\0\x04", 4) + "abcd";
-    EXPECT_FALSE(host.load(image.substr(0, image.size() - 1), true));
-    EXPECT_EQ(host.save(false), bank);
-
-    // Text that is cut or damaged either loads, as text with defaults, or changes nothing.
-    const auto check = [&](const std::string& chunk, bool is_program) {
-        const std::string before = host.save(false);
-        const bool refused = !host.load(chunk, is_program);
-        ASSERT_TRUE(!refused || host.save(false) == before);
-    };
-    for (size_t length = 0; length < program.size(); length += 7)
-        check(program.substr(0, length), true);
-    for (size_t length = 0; length < bank.size(); length += bank.size() / 23)
-        check(bank.substr(0, length), false);
-    for (int i = 0; i < 40; i++) {
-        std::string flipped = i < 20 ? bank : program;
-        flipped[random() % flipped.size()] ^= char(1U << random() % 8);
-        check(flipped, i >= 20);
-    }
-    ASSERT_TRUE(host.load(bank, false));
-    EXPECT_EQ(host.save(false), bank);
-    host.midi(0x90, 60, 100);
-    EXPECT_TRUE(is_sound(host.render(4096)));
-}
-
 TEST(Plugin, PlaysAnImageOfABank) {
     PluginHost host;
     host.set(1, 0.2F);
@@ -293,36 +194,12 @@ TEST(Plugin, PlaysAnImageOfABank) {
     EXPECT_TRUE(loaded.load(image + bank, false));
     EXPECT_EQ(loaded.save(false), bank);
     EXPECT_FALSE(loaded.load("MFIL" + header, false));
+    EXPECT_FALSE(loaded.load(image + bank.substr(1), false)) << "it is shorter than it says";
+    EXPECT_EQ(loaded.save(false), bank);
     // Hosts pad what they keep.
     PluginHost padded;
     EXPECT_TRUE(padded.load(image + bank + std::string(300, '\0'), false));
     EXPECT_EQ(padded.save(false), bank);
-}
-
-TEST(Plugin, AnyParametersAndAnyMidiGiveFiniteSoundThatEnds) {
-    const unsigned seed = std::random_device()();
-    std::mt19937 random(seed);
-    PluginHost host(512);
-    const std::string bank = host.save(false);
-    for (int round = 0; round < 40; round++) {
-        for (int32_t i = 0; i < NUM_PARAMS; i++)
-            host.set(i, round % 2 == 0 ? float(random() % 1001) / 1000 : float(random() % 2));
-        for (int i = 0; i < 60; i++)
-            host.midi(unsigned(0x80 + random() % 0x80), unsigned(random() % 140),
-                      unsigned(random() % 140), int32_t(random() % 700) - 100);
-        ASSERT_TRUE(is_sound(host.render(5 * 512, 512))) << "seed " << seed;
-    }
-    host.load(bank, false);
-    for (unsigned channel = 0; channel < 16; channel++) {
-        host.midi(0xC0 + channel, channel);
-        host.midi(0xB0 + channel, 123);
-        host.midi(0xE0 + channel, 0, 64);
-    }
-    // The default reverb and what effects still hold die away to nothing at all.
-    int seconds = 0;
-    while (seconds < 120 && peak(host.render(44100, 2048)) > 0.0F)
-        seconds++;
-    EXPECT_LT(seconds, 120) << "seed " << seed;
 }
 
 TEST(Plugin, ADropOfAFullQueueIsToldAndTheBankStaysHeard) {

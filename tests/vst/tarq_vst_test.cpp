@@ -1,4 +1,4 @@
-// The plug-in object: its clock, its programs on the channels, and its warnings.
+// The plug-in object: its clock, a full queue, and its warnings.
 
 #include "vst/tarq_vst.h"
 
@@ -99,45 +99,6 @@ TEST(TarqVST, NotesHeldForHoursStayAndKeepTheirOrder) {
     const std::vector<float> sound = play(true);
     EXPECT_GT(peak(sound), 0.001F);
     EXPECT_EQ(sound, play(false));
-}
-
-TEST(TarqVST, AnEditedProgramChangesInEveryChannelThatPlaysIt) {
-    ClockedVST vst;
-    vst.midi(0xC4, 7, 0);
-    vst.midi(0xC5, 7, 0);
-    EXPECT_EQ(vst.get_current_instrument(5), 7);
-    vst.render(64);
-    EXPECT_EQ(vst.num_queued_events(), 0U);
-    vst.setProgram(7);
-    EXPECT_EQ(vst.num_queued_events(), 0U);
-    vst.set_controller(CTRL_PANNING, 0);
-    EXPECT_EQ(vst.num_queued_events(), 3U); // channels 4, 5 and 7
-    vst.set_controller(CTRL_REVERB_WET, 0);
-    EXPECT_EQ(vst.num_queued_events(), 4U);
-    vst.midi(0x95, 60, 100);
-    const std::vector<float> sound = vst.render(4096);
-    EXPECT_GT(peak({sound.begin(), sound.begin() + 4096}), 0.01F);
-    EXPECT_EQ(peak({sound.begin() + 4096, sound.end()}), 0.0F);
-    vst.set_controller(CTRL_OSC1_TYPE, 77);
-    EXPECT_EQ(vst.get_controller(CTRL_OSC1_TYPE), 5);
-    vst.setParameter(110, 1.0F);
-    EXPECT_EQ(vst.get_controller(CTRL_PITCH_BEND_MSB), 64);
-}
-
-TEST(TarqVST, AProgramChangeByMidiActsAtItsTime) {
-    const auto play = [](unsigned program) {
-        ClockedVST vst;
-        vst.setProgram(7);
-        vst.set_controller(CTRL_PANNING, 0);
-        vst.midi(0x90, 60, 100);
-        vst.midi(0xC0, program, 0, 1000);
-        return vst.render(2048);
-    };
-    const std::vector<float> sound = play(7);
-    const std::vector<float> same = play(0);
-    EXPECT_GT(peak(sound), 0.01F);
-    const auto first = std::mismatch(sound.begin(), sound.end(), same.begin()).first;
-    EXPECT_EQ(first - sound.begin(), 1000);
 }
 
 TEST(TarqVST, GlobalsThatFoundNoRoomFollow) {

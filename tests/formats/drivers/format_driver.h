@@ -72,6 +72,8 @@ class FormatDriver {
     passed(const std::vector<SongMessage>& messages) const {
         return messages;
     }
+    // Whether the call takes a lock, for parameters, that the control side may hold.
+    [[nodiscard]] virtual bool locks_for_parameters() const { return false; }
     // Whether parameters act on their frame or at the block's start.
     [[nodiscard]] virtual bool has_exact_parameters() const { return true; }
 

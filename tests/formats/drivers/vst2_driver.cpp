@@ -30,7 +30,7 @@ class Vst2Driver final : public FormatDriver {
         host.midi(message.bytes[0], message.bytes[1], message.bytes[2], int32_t(message.frame));
     }
     void set(unsigned controller, int byte, uint32_t /*frame*/) override {
-        host.set(controller_to_vst_param(int(controller)), float(byte) / 127.0F);
+        changes.emplace_back(controller_to_vst_param(int(controller)), byte_to_vst_value(byte));
     }
 
     void prepare(float* left, float* right, uint32_t frames) override {
@@ -41,15 +41,29 @@ class Vst2Driver final : public FormatDriver {
     }
     void call() noexcept override {
         host.call(effProcessEvents, 0, 0, batch.events);
+        for (const auto& [index, value] : changes)
+            host.set(index, value);
         host.effect->processReplacing(host.effect, nullptr, outputs, num_frames);
     }
-    void finish() override {}
+    void finish() override { changes.clear(); }
     uint32_t latency_frames() override { return uint32_t(host.effect->initialDelay); }
 
     std::string save(size_t /*piece*/) override { return host.save(false); }
     bool load(const std::string& state, size_t /*piece*/) override {
         return host.load(state, false);
     }
+    void look(unsigned round) override {
+        char name[] = "renamed";
+        host.call(effSetProgram, 0, intptr_t(round % 128));
+        host.call(effSetProgramName, 0, 0, name);
+        host.call(effCopyProgram, int32_t(round % 16));
+        host.text(effGetProgramNameIndexed, int32_t(round % 128));
+        for (int32_t i = int32_t(round % 5); i < NUM_VST_PARAMS; i += 5) {
+            host.text(effGetParamDisplay, i);
+            host.set(i, host.get(i));
+        }
+    }
+    [[nodiscard]] bool locks_for_parameters() const override { return true; }
     [[nodiscard]] bool has_exact_parameters() const override { return false; }
 
     ~Vst2Driver() override { newest = newest == this ? nullptr : newest.load(); }
@@ -80,6 +94,7 @@ class Vst2Driver final : public FormatDriver {
     static constexpr int32_t BLOCK = 1024;
     PluginHost host{BLOCK, false, answer};
     PluginHost::Batch batch;
+    std::vector<std::pair<int32_t, float>> changes;
     float* outputs[2] = {};
     int32_t num_frames = 0;
 };

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <thread>
 
+#include "instrument/settings.h"
 #include "softsynth/parameters/host_parameters.h"
 #include "tests/formats/every/every_format.h"
 #include "tests/vst/callback_watch.h"
@@ -15,6 +16,39 @@ namespace {
 using FormatsRealtime = EveryFormat;
 
 constexpr uint32_t MAX_FRAMES = 1024;
+
+// A different heavy sound in each of the first programs of the native dialect.
+std::string heavy_state() {
+    TarqSettings bank;
+    for (int program = 0; program < 32; program++) {
+        for (const auto& [number, byte] : std::initializer_list<std::pair<unsigned, int>>{
+                 {CTRL_FILTER1_TYPE, program % 25},
+                 {CTRL_FILTER1_DEPTH, program % 5},
+                 {CTRL_OSC1_TYPE, program % 6},
+                 {CTRL_OSC2_TYPE, 5},
+                 {CTRL_OSC1_MULTI_COUNT, program * 4},
+                 {CTRL_CHANFX1_TYPE, program % 6},
+                 {CTRL_CHANFX1B_TYPE, (program + 1) % 6},
+                 {CTRL_CHANFX2_TYPE, program % 4},
+                 {CTRL_CHAN_FILTER1_TYPE, program % 9},
+                 {CTRL_CUTOFF1_INFLUENCE1_SOURCE, program % 10},
+                 {CTRL_OSC2_INFLUENCE_SOURCE, program % 6},
+                 {CTRL_AUX1_LEVEL, 90},
+                 {CTRL_AUX2_LEVEL, 90}})
+            bank.get_instrument(unsigned(program)).set_controller(number, byte);
+    }
+    return save_state_compact(bank);
+}
+
+// The General MIDI set, with controllers that move something.
+std::string taught_state() {
+    InstancePlayer taught;
+    LearnedControls learned;
+    learned.learn(20, CTRL_PANNING);
+    learned.learn(11, CTRL_CHANFX1_TYPE);
+    taught.player().set_learned(learned);
+    return taught.save_state();
+}
 
 struct Phase {
     const char* name;
@@ -30,7 +64,7 @@ const Phase PHASES[] = {
      }},
     {"parameters and controllers",
      [](FormatDriver& plugin) {
-         for (const ControllerInfo& info : channel_controller_rows()) {
+         for (const ControllerInfo& info : controller_rows()) {
              if (is_automatable_controller(info.number))
                  plugin.set(info.number, filter_controller(info.number, int(info.number % 16)),
                             info.number % 64);
@@ -57,30 +91,31 @@ void call_audio(FormatDriver& plugin) noexcept CALLED_IN_REAL_TIME {
     plugin.call();
 }
 
+// In both dialects in turn.
 TEST_P(FormatsRealtime, TheAudioCallOnlyComputes) {
-    // The General MIDI set, with controllers that move something.
-    HostedPlayer taught;
-    ASSERT_EQ(taught.load_state(start("")->save()), 0);
-    LearnedControls learned;
-    learned.learn(20, CTRL_PANNING);
-    learned.learn(11, CTRL_CHANFX1_TYPE);
-    taught.player().set_learned(learned);
-    const std::string state = taught.save_state();
+    const std::string states[] = {heavy_state(), taught_state()};
     std::vector<float> left(MAX_FRAMES);
     std::vector<float> right(MAX_FRAMES);
     CallbackCounts counts[std::size(PHASES)];
-    for (const double rate : {44100.0, 48000.0, 96000.0}) {
-        const auto plugin = start_at(rate, state);
+    const bool locks = start()->locks_for_parameters();
+    for (const double wanted : {44100.0, 48000.0, 96000.0}) {
+        if (locks && wanted != rate())
+            continue;
+        const auto plugin = start_at(wanted);
+        const auto load = [&](unsigned round) {
+            plugin->save();
+            plugin->load(states[round % 2]);
+        };
         for (const bool is_counted : {false, true}) { // at first it is warmed up
-            std::atomic<bool> is_over{false};
+            std::atomic<bool> is_over{locks};
             std::thread beside([&] {
-                for (unsigned round = 0; !is_over; round++) {
-                    plugin->save();
-                    plugin->load(state);
-                }
+                for (unsigned round = 0; !is_over; round++)
+                    load(round);
             });
             for (size_t phase = 0; phase < std::size(PHASES); phase++) {
                 for (const uint32_t frames : {64U, 61U, MAX_FRAMES, 0U}) {
+                    if (locks)
+                        load(frames);
                     PHASES[phase].prepare(*plugin);
                     plugin->prepare(left.data(), right.data(), frames);
                     const auto play = [&] {
@@ -99,7 +134,7 @@ TEST_P(FormatsRealtime, TheAudioCallOnlyComputes) {
     }
     for (size_t phase = 0; phase < std::size(PHASES); phase++) {
         EXPECT_EQ(counts[phase].allocations, 0) << PHASES[phase].name;
-        EXPECT_EQ(counts[phase].all_locks, 0) << PHASES[phase].name;
+        EXPECT_EQ(locks ? counts[phase].locks : counts[phase].all_locks, 0) << PHASES[phase].name;
         EXPECT_EQ(counts[phase].system_calls, 0)
             << PHASES[phase].name << ": " << counts[phase].last_system_call;
     }

@@ -14,7 +14,7 @@ namespace {
 using FormatsThreads = EveryFormat;
 
 TEST_P(FormatsThreads, TheMainThreadDoesEverythingItMayWhileAudioRuns) {
-    const auto plugin = start_at(48000);
+    const auto plugin = start_at(rate());
     const std::string state = plugin->save();
     std::atomic<bool> is_over{false};
     std::atomic<bool> is_always_bounded{true};
