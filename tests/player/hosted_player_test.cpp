@@ -1,4 +1,4 @@
-// Tests of the player as plug-in formats use it: blocks of any length, events at their frame.
+// Tests of the player as plug-in formats use it; tests/formats/every cuts its blocks.
 
 #include "player/hosted_player.h"
 
@@ -37,20 +37,6 @@ class HostedPlayerTest : public testing::Test {
     HostedPlayer hosted;
     StereoSound sound;
 };
-
-TEST(HostedPlayer, ASongHasTheSameBytesHoweverItsBlocksAreCut) {
-    for (const double rate : {44100.0, 48000.0, 22050.0, 96000.0}) {
-        const StereoSound whole = hosted_song(rate, {SONG_FRAMES});
-        ASSERT_GT(peak(whole.left), 0.01F);
-        ASSERT_TRUE(is_sound(whole.left));
-        for (const uint32_t length : {1U, 17U, 64U, 1024U})
-            EXPECT_EQ(hosted_song(rate, song_blocks(length, false)).hash(), whole.hash())
-                << rate << " Hz, blocks of " << length;
-        for (const uint32_t seed : {1U, 2U, 3U})
-            EXPECT_EQ(hosted_song(rate, song_blocks(700, true, seed)).hash(), whole.hash())
-                << rate << " Hz, random blocks, seed " << seed;
-    }
-}
 
 TEST_F(HostedPlayerTest, FramesOutOfOrderOrBeyondTheBlockCountAsTheNearest) {
     const auto one_note = [](std::initializer_list<uint32_t> frames) {

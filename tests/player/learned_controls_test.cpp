@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "player/player.h"
 #include "softsynth/parameters/filter_type.h"
-#include "tests/support/engine_host.h"
+#include "tests/support/player_host.h"
 
 namespace tarquil {
 
@@ -24,23 +23,15 @@ class TaughtPlayer {
         render(64);
         midi(0x90, 48, 100);
     }
-    void midi(unsigned status, unsigned data1, unsigned data2) {
-        player.audio().follow_edits();
-        const uint8_t message[] = {uint8_t(status), uint8_t(data1), uint8_t(data2)};
-        ASSERT_TRUE(player.audio().add_message(message, player.audio().time()));
-    }
-    std::vector<float> render(uint32_t frames) {
-        std::vector<float> sound(size_t(2) * frames);
-        for (uint32_t done = 0; done < frames; done += 64)
-            player.audio().run(&sound[size_t(2) * done], 64);
-        return sound;
-    }
+    void midi(unsigned status, unsigned data1, unsigned data2) { host.midi(status, data1, data2); }
+    std::vector<float> render(uint32_t frames) { return host.render(frames); }
     std::vector<float> after(unsigned status, unsigned data1, unsigned data2) {
         midi(status, data1, data2);
         return render(4096);
     }
 
-    Player player;
+    PlayerHost host{false};
+    Player& player = *host;
 };
 
 class LearnedControlsIn : public testing::TestWithParam<MidiDialect> {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "midi/gm/gm_map_file.h"
+#include "softsynth/parameters/filter_type.h"
 #include "tests/support/player_host.h"
 
 namespace tarquil {
@@ -118,6 +119,7 @@ TEST_F(PlayerDialect, ASwitchWhileNotesAreHeldLeavesNothingHanging) {
         midi(0x90, 60, 100);
         midi(0x99, 36, 100);
         EXPECT_GT(peak(render(640)), 0.001F);
+        midi(0xB0, 7, 0); // which the other dialect has not been told
         player->set_dialect(first == GM ? NATIVE : GM);
         EXPECT_TRUE(falls_silent());
         EXPECT_EQ(player->meters().voices.load(), 0);
@@ -195,6 +197,48 @@ TEST_F(PlayerDialect, TheWindowSeesProgramsWhoeverChangesThem) {
     EXPECT_EQ(player->channel_program(4), 44U);
     render(64);
     EXPECT_EQ(player->channel_program(4), 0U);
+}
+
+TEST_F(PlayerDialect, GlobalsAreHeardHoweverTheyCome) {
+    enum class Way { NONE, START, LOAD, SWITCH, SET };
+    const auto play = [this](Way way, uint8_t status, uint8_t key) {
+        TarqSettings bank;
+        bank.set_midi_dialect(way == Way::SWITCH ? NATIVE : GM);
+        const auto other_set = std::make_shared<GmSet>();
+        other_set->map = set->map;
+        other_set->drums = std::make_unique<TarqSettings>();
+        for (TarqSettings* each : {&bank, other_set->drums.get()}) {
+            each->set_global_controller(CTRL_GLOBAL_FILTER1_TYPE, FILTER_HIGHPASS);
+            each->set_global_controller(CTRL_GLOBAL_FILTER1_CUTOFF, 90);
+        }
+        renew();
+        const auto take = [&] {
+            player->set_bank(bank);
+            player->set_gm_set(other_set);
+        };
+        if (way == Way::START)
+            take();
+        player->set_gm_set(way == Way::START ? other_set : set);
+        player->set_dialect(way == Way::SWITCH ? NATIVE : GM);
+        player->start();
+        render(640);
+        if (way == Way::LOAD || way == Way::SWITCH)
+            take();
+        if (way == Way::SET)
+            player->set_gm_set(other_set);
+        player->set_dialect(GM);
+        render(640);
+        midi(status, key, 100);
+        return render(6400);
+    };
+    for (const uint8_t status : {uint8_t(0x90), uint8_t(0x99)}) {
+        const std::vector<float> wanted = play(Way::START, status, 36);
+        EXPECT_GT(peak(wanted), 0.001F);
+        EXPECT_NE(play(Way::NONE, status, 36), wanted);
+        EXPECT_EQ(play(Way::LOAD, status, 36), wanted);
+        EXPECT_EQ(play(Way::SWITCH, status, 36), wanted);
+    }
+    EXPECT_EQ(play(Way::SET, 0x99, 36), play(Way::START, 0x99, 36));
 }
 
 TEST_F(PlayerDialect, DrumsComeAndGoWithTheirSet) {

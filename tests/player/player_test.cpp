@@ -87,6 +87,8 @@ TEST(Player, StatesComeBackInAPlayerThatPlaysAnother) {
     player->get_bank().text_save_to_string(bank);
     ASSERT_EQ(player->load_state(bank), 0);
     EXPECT_EQ(player->channel_program(5), 5U);
+    EXPECT_EQ(player->load_state(bank + "channel_programs = 1 2 999\n"), 0) << "a damaged list";
+    EXPECT_EQ(player->channel_program(5), 5U);
     EXPECT_NE(player->load_state("nonsense"), 0);
     EXPECT_EQ(player->channel_program(5), 5U);
 }
@@ -112,6 +114,17 @@ TEST(Player, BanksThatReplaceEachOtherBeforeAnyIsHeardEndAsTheLast) {
     const std::vector<float> wanted = expected.render(512);
     EXPECT_EQ(player.render(512), wanted);
     EXPECT_GT(peak(wanted), 0.0F);
+}
+
+TEST(Player, BandsThatAreMutedBeforeTheStartAreMuted) {
+    PlayerHost player(false);
+    for (unsigned band = 0; band < MC_N_BANDS; band++)
+        player->set_band_muted(band, true);
+    player->start();
+    player.midi(0x90, 60, 100);
+    EXPECT_EQ(peak(player.render(2048)), 0.0F);
+    player->set_band_muted(1, false);
+    EXPECT_GT(peak(player.render(2048)), 0.001F);
 }
 
 TEST(Player, EditsWithoutEndLoseNothing) {
