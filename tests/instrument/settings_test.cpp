@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -49,18 +48,6 @@ TEST(Settings, ABankSurvivesItsFile) {
             ASSERT_EQ(loaded.get_instrument(i).get_controller(number),
                       saved->get_instrument(i).get_controller(number));
     }
-}
-
-TEST(Settings, TextHasGlobalsInstrumentsAndSong) {
-    const std::string text = text_of(TarqSettings());
-    EXPECT_EQ(text.rfind("global_filter1_type = 0.000000\nglobal_filter1_cutoff = 0.236220\n", 0),
-              0U);
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 59 + 128 + 2);
-    const size_t last_global = text.find("\nfcmpr_band34_crossover_freq = ");
-    const size_t first_instrument = text.find("\ninstrument0 = hex:6e616d65");
-    ASSERT_NE(last_global, std::string::npos);
-    EXPECT_EQ(first_instrument, text.find('\n', last_global + 1));
-    EXPECT_NE(text.find("\nsong_title = \nsong_author = \n"), std::string::npos);
 }
 
 TEST(Settings, AMissingInstrumentIsReadFromTheDefaultFile) {

@@ -48,6 +48,10 @@ std::vector<float> play(JobRunner* runner) {
     for (int channel = 0; channel < NUM_CHANNELS; channel++) {
         host.set_plain(channel, 1 + upto(3));
         host.set(channel, CTRL_OSC1_MULTI_COUNT, upto(9));
+        host.set(channel, CTRL_OSC2_INFLUENCE_SOURCE, upto(5));
+        host.set(channel, CTRL_OSC2_INFLUENCE_AMOUNT, 90);
+        host.set(channel, CTRL_CUTOFF1_INFLUENCE1_SOURCE, upto(9));
+        host.set(channel, CTRL_CUTOFF1_INFLUENCE1_AMOUNT, 80);
         host.set(channel, CTRL_FILTER1_TYPE, upto(24));
         host.set(channel, CTRL_FILTER1_DEPTH, 1 + upto(3));
         host.set(channel, CTRL_CHANFX1_TYPE, upto(5));

@@ -62,37 +62,20 @@ TEST_F(MonoEffectTest, LofiBeyondItsRangeYieldsTheLowestValue) {
               Samples({127.5F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F, -128.0F}));
 }
 
-TEST_F(MonoEffectTest, FilterFollowsItsControllers) {
+TEST_F(MonoEffectTest, AFilterOfAnotherDepthOrTypeStartsEmpty) {
     cutoff.set_mapping(0.0F, 10.0F / 127);
-    resonance.set_mapping(0.0F, 7.5F / 127);
     cutoff.push_back({0, 40});
-    cutoff.push_back({64, 90});
-    resonance.push_back({0, 30});
-    cutoffs.init(128);
-    resonances.init(128);
-    cutoff.render(cutoffs, 0, false);
-    resonance.render(resonances, 0, false);
     const Samples input = noise(128);
-
-    Samples expected = input;
-    Filter filter; // type 12 is the waveshaped band-pass
-    filter.init(FILTER_BANDPASS, 1, 3, 0.0F);
-    filter.render(expected.data(), 128, cutoffs.get_first_sample_ptr(),
-                  resonances.get_first_sample_ptr());
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 25 + 12, 5 + 3, 0}, input), expected);
-    EXPECT_NE(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 3, 0}, input), expected);
-    // A new number of stages, or of the type, starts with empty sections.
-    run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 2, 0}, input);
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 12, 3, 0}, input), expected);
-
-    expected = input;
-    LadderFilter ladder;
-    ladder.init(FilterType(21), 0.0F);
-    ladder.render(expected.data(), 128, cutoffs.get_first_sample_ptr(),
-                  resonances.get_first_sample_ptr());
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);
-    run(MonoEffect::MONO_EFFECT_LOFI, {0, 0, 0, 0, 0}, input);
-    EXPECT_EQ(run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, 21, 3, 0}, input), expected);
+    for (const int type : {12, 21}) {
+        const auto start = [&](int before) {
+            run(MonoEffect::MONO_EFFECT_OFF, {}, input);
+            run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, before, type == before ? 2 : 3, 0}, input);
+            return run(MonoEffect::MONO_EFFECT_FILTER, {0, 0, type, 3, 0}, input);
+        };
+        const Samples expected = start(0);
+        EXPECT_EQ(start(13), expected) << type;
+        EXPECT_EQ(start(type) == expected, type == 12) << "a ladder has no depth";
+    }
 }
 
 TEST_F(MonoEffectTest, EverySettingForgetsWhatIsNotFinite) {

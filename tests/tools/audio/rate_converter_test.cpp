@@ -1,12 +1,10 @@
-// Tests of the conversion to a file's sample rate.
+// Tests of the conversion to a file's sample rate; `./dev formats` compares its bytes with hosts'.
 
 #include "tools/audio/rate_converter.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-
-#include "softsynth/rate/rate_bridge.h"
 
 namespace tarquil {
 
@@ -41,28 +39,6 @@ TEST(RateConverter, KeepsPitchLevelAndLength) {
             ASSERT_NEAR(output[2 * i], value, 1e-4) << rate;
             ASSERT_NEAR(output[2 * i + 1], -value, 1e-4) << rate;
         }
-    }
-}
-
-// A file has the bytes that a host at its rate hears, without the latency.
-TEST(RateConverter, UpwardsItIsWhatAHostHears) {
-    const std::vector<float> output = convert_sine(997.0, 48000, 5000);
-    ASSERT_EQ(output.size(), 2U * 48000);
-    RateBridge bridge;
-    ASSERT_TRUE(bridge.activate(48000.0, 64));
-    const uint32_t latency = bridge.latency_frames();
-    std::vector<float> left(48000 + latency);
-    std::vector<float> right(left.size());
-    bridge.render(left.data(), right.data(), uint32_t(left.size()), [&](float* frames, uint32_t n) {
-        for (uint64_t i = bridge.engine_frame(); n > 0; i++, n--) {
-            const double value = std::sin(2.0 * M_PI * 997.0 * double(i) / 44100.0) / 2.0;
-            *frames++ = i < SECOND_OF_FRAMES ? float(value) : 0.0F;
-            *frames++ = i < SECOND_OF_FRAMES ? float(-value) : 0.0F;
-        }
-    });
-    for (size_t i = 0; i < 48000; i++) {
-        ASSERT_EQ(output[2 * i], left[i + latency]) << i;
-        ASSERT_EQ(output[2 * i + 1], right[i + latency]) << i;
     }
 }
 
