@@ -180,7 +180,7 @@ for program in "${PROGRAMS[@]}"; do
     [[ $program =~ $NOT_GTEST ]] ||
         suites_of[$program]=$("$build/$program" --gtest_list_tests | grep -oE '^[^ .]+' | tr '/' '\n' | sort -u | paste -sd' ')
     SECONDS=0
-    run_program "$program" 1800 || fail "without a fault ${program##*/} fails: $(tail -n 20 "$scratch/test.log")"
+    run_program "$program" 1800 || fail "without a fault ${program##*/} fails: $(grep -A 8 -m 1 Failure "$scratch/test.log" || tail -n 20 "$scratch/test.log")"
     seconds_of[$program]=$((20 + 4 * SECONDS))
 done
 mapfile -t PROGRAMS < <(for program in "${PROGRAMS[@]}"; do
