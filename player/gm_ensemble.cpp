@@ -42,6 +42,9 @@ void GmEnsemble::begin(uint32_t time, const GmSet& new_set,
     dialect.start(time);
     for (unsigned channel = 0; channel < channel_programs.size(); channel++)
         dialect.choose_program(channel, channel_programs[channel]);
+    put_programs(MELODIC_ENGINE, time);
+    if (set->drums != nullptr)
+        put_programs(RHYTHM_ENGINE, time);
     put_globals(time);
 }
 
@@ -83,6 +86,12 @@ void GmEnsemble::put_globals(uint32_t time) {
     put(MELODIC_ENGINE, globals);
     if (set->drums != nullptr)
         put(RHYTHM_ENGINE, set->drums->get_global_bytes());
+}
+
+void GmEnsemble::put_programs(unsigned engine, uint32_t time) {
+    uint32_t& count = queues->counts[engine];
+    for (unsigned channel = 0; channel < unsigned(NUM_CHANNELS); channel++)
+        count += program_events(programs[channel], channel, time, &queues->events[engine][count]);
 }
 
 bool GmEnsemble::play(const midi_event& record) {

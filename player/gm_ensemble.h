@@ -121,8 +121,8 @@ class GmEnsemble {
     }
 
   private:
-    // As many as an engine takes in one run without allocating.
-    static constexpr uint32_t CAPACITY = EventQueue::CAPACITY;
+    // Less than an engine takes in one run without allocating: those of full calls, and of a begin.
+    static constexpr uint32_t CAPACITY = EventQueue::CAPACITY + NUM_CHANNELS * NUM_CONTROLLERS;
 
     // The events of the next run, each engine's in order.
     class Queues : public EngineEvents {
@@ -137,6 +137,9 @@ class GmEnsemble {
     void silence(unsigned engine, uint32_t time);
     void take_set(const GmSet& new_set);
     void put_globals(uint32_t time);
+    // Program c on channel c, as in a new engine: a filter reads controls up to CONTROL_PERIOD
+    // samples before its note has set them.
+    void put_programs(unsigned engine, uint32_t time);
     // Takes the events of the next run; valid until it is there.
     std::span<const midi_event> take_events(unsigned engine);
     void add_drums(Tarquil* engine, float* pcm, uint32_t frames, uint32_t time);

@@ -6,8 +6,6 @@
 
 namespace tarquil {
 
-namespace {} // namespace
-
 void EngineChannel::place(unsigned engine_index, unsigned channel_index) {
     engine = engine_index;
     channel = channel_index;

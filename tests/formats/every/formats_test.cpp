@@ -198,6 +198,34 @@ TEST_P(FormatsAtAnyRate, ASongFollowsTheHostsTempo) {
 FOR_EVERY_FORMAT(Formats);
 FOR_FORMATS_AT_ANY_RATE(FormatsAtAnyRate);
 
+using AllFormats = EveryFormat;
+
+TEST_P(AllFormats, AStateThatComesLateSoundsAsOneThatTheInstanceHasHadBefore) {
+    const std::string state = InstancePlayer().save_state();
+    const auto first_notes = [&](const std::string& first, uint32_t frame) {
+        const auto plugin = start_at(44100, first);
+        plugin->run(1024);
+        if (first != state) {
+            EXPECT_TRUE(plugin->load(state));
+        }
+        for (uint8_t channel = 0; channel < 10; channel++) {
+            plugin->add({frame, {uint8_t(0xC0U | channel), uint8_t(8 * channel), 0}});
+            plugin->add({frame, {uint8_t(0x90U | channel), 60, 100}});
+        }
+        return plugin->run(1024);
+    };
+    for (const uint32_t frame : {1U, 20U, 63U}) {
+        const StereoSound wanted = first_notes(state, frame);
+        EXPECT_GT(peak(wanted.left), 0.001F);
+        EXPECT_TRUE(first_notes(plain_state(), frame) == wanted) << frame;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, AllFormats,
+                         testing::Values(Format{"vst2", drive_vst2}, Format{"clap", drive_clap},
+                                         Format{"vst3", drive_vst3}, Format{"lv2", drive_lv2}),
+                         [](const auto& given) { return std::string(given.param.name); });
+
 } // namespace
 
 } // namespace tarquil
