@@ -232,6 +232,9 @@ tarquil:file
     rdfs:comment "A bank, or an instrument for the program that is edited." ;
     rdfs:range atom:Path .
 
+<)" LV2_PORT_CHANGE_REQUEST_URI R"(>
+    a lv2:Feature .
+
 <)" TARQUIL_LV2_URI R"(>
     a lv2:InstrumentPlugin , lv2:Plugin ;
     doap:name "Tarquil" ;
