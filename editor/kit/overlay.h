@@ -18,6 +18,7 @@ class Overlay {
     virtual void draw(Canvas& canvas) = 0;
     virtual void press(const Pointer& pointer) = 0;
     virtual void move(const Pointer& /*pointer*/) {}
+    virtual void release() {} // of the left button
     virtual void wheel(const Pointer& /*pointer*/, double /*steps*/) {}
     virtual void press_key(const KeyEvent& key) = 0;
 
@@ -26,6 +27,11 @@ class Overlay {
 
     // True while it wants characters typed by the user.
     [[nodiscard]] virtual bool takes_text() const { return false; }
+
+    // True while the keyboard along the bottom can be played beside it.
+    [[nodiscard]] virtual bool leaves_keyboard() const { return false; }
+    // True when it looks different after that time.
+    virtual bool pass_time(double /*seconds*/) { return false; }
 
     [[nodiscard]] bool is_done() const { return done; }
 

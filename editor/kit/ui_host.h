@@ -11,6 +11,7 @@
 #include "editor/kit/overlay.h"
 #include "editor/model/editor_document.h"
 #include "editor/model/editor_model.h"
+#include "editor/model/morph.h"
 #include "editor/model/output_scope.h"
 #include "softsynth/parameters/constants.h"
 #include "softsynth/parameters/tempo_values.h"
@@ -40,6 +41,8 @@ struct ViewState {
     std::optional<CarriedSound> carried{};
     std::set<std::string> locked_sections{}; // that a sound left to chance keeps
     int chance_percent = 25;                 // how far a value may go
+    MorphLength morph_length{};              // of a morph that goes by itself
+    bool morph_swings = false;               // to and fro
 };
 
 // A file to be chosen.

@@ -63,6 +63,7 @@ void EditorModel::begin_gesture(std::string name) {
 }
 
 void EditorModel::end_gesture() {
+    morph.reset();
     if (!in_gesture)
         return;
     in_gesture = false;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "editor/model/editor_synth.h"
+#include "editor/model/morph.h"
 #include "editor/model/undo_history.h"
 #include "instrument/keys.h"
 
@@ -106,6 +107,18 @@ class EditorModel {
     void compare();
     void copy_to_other_version();
 
+    // The way from version A to B, as one gesture, with what lies between them in the program: it
+    // sounds, is shown and told the host as what is edited by hand.  False: they do not differ.
+    [[nodiscard]] bool start_morph();
+    // 0: A to 1: B; nothing while there is none, as when something else has ended the gesture.
+    [[nodiscard]] std::optional<double> morph_position() const;
+    // At most an edit for each controller of a program.
+    void set_morph(double position);
+    // What lies there stays, as one step.
+    void keep_morph();
+    // All is as before, without a step.
+    void drop_morph();
+
     // A program as the text of its file, for the desktop's clipboard; the latter returns why it
     // could not be done, empty when it was.
     [[nodiscard]] std::string copied_text(unsigned program);
@@ -141,6 +154,7 @@ class EditorModel {
     void change_controller(unsigned number, int value);
     void change_in_gesture(unsigned number, int value);
     void change_with_starts(unsigned number, int value);
+    void set_program_bytes(const ControllerBytes& bytes);
     void apply(const VersionEdit& change, bool forward);
     [[nodiscard]] Instrument other_version(unsigned program);
     void follow_channel(bool was_heard);
@@ -159,6 +173,14 @@ class EditorModel {
     };
     std::map<unsigned, Version> versions; // of programs, once compared
     UndoHistory history;
+
+    struct Morph {
+        ControllerBytes a{};
+        ControllerBytes b{};
+        ControllerBytes before{}; // the one of them that was heard
+        double position = 0.0;
+    };
+    std::optional<Morph> morph; // while it is the gesture
 
     std::optional<unsigned> learned_control; // while it is being learned
     bool strike_is_due = false;

@@ -65,7 +65,7 @@ Page make_compressor_page() {
     for (unsigned band = 0; band < NUM_COMPRESSOR_BANDS; band++) {
         const Rect area = column_of(rest, band, NUM_COMPRESSOR_BANDS);
         Rect inside = add_panel(page, area, "Band " + std::to_string(band + 1));
-        add_mute_buttons(page, {area.right() - 124, area.y + 4, 112, 24}, band);
+        add_mute_buttons(page, {area.right() - 146, area.y + 4, 112, 24}, band);
         const Rect lower = inside.cut_bottom(78);
         const Rect middle = inside.cut_bottom(82);
         inside.cut_bottom(2);

@@ -17,6 +17,7 @@ Rect add_filter(Page& page, const Rect& area, const FilterRows& rows, unsigned i
     page.panels.back().title = std::to_string(index + 1);
     Rect box = inside.cut_top(26);
     box.cut_left(18);
+    box.cut_right(20); // the panel's three dots
     page.add<ChoiceBox>(box, rows.type, "");
     return inside;
 }

@@ -37,7 +37,7 @@ Page make_output_page() {
         page.add<Slider>(row_of(out, row++, 4, 4), control.number, control.label);
     right.cut_top(GAP);
     const Rect playing = add_panel(page, right.cut_top(124), "Playing");
-    page.add<Slider>(row_of(playing, 0, 2, 4), CTRL_CHAN_MAX_VOICES, "Maximum voices");
+    page.add<Slider>(row_of(playing, 0, 2, 4), CTRL_CHAN_MAX_VOICES, "Voice limit");
     page.add<PairSlider>(row_of(playing, 1, 2, 4), BEND_PAIR, "Pitch bend");
     right.cut_top(GAP);
     Rect speech = add_panel(page, right, "Speech (stored with the sound, not heard)");

@@ -19,6 +19,7 @@
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
 #include "editor/view/editor_view.h"
+#include "editor/view/morph_strip.h"
 #include "editor/widgets/learned_list.h"
 #include "instrument/checked_load.h"
 #include "softsynth/parameters/effect_type.h"
@@ -114,6 +115,16 @@ void show_learned(EditorView& view) {
     view.open_overlay(std::make_unique<LearnedList>(view));
 }
 
+void morph(EditorView& view) {
+    EditorModel& model = view.get_model();
+    model.compare();
+    model.set_value(CTRL_OSC2_TYPE, 4);
+    model.set_value(CTRL_OSC1_OSC2_MIX, 100);
+    model.compare();
+    open_morph(view);
+    model.set_morph(0.4);
+}
+
 void follow_tempo(EditorView& view) {
     view.get_model().set_tempo_sync(true);
     view.tick(1.0);
@@ -158,6 +169,7 @@ std::vector<Scene> make_scenes(bool for_looking) {
     scenes.push_back({"open-entry", first, 0, true, type_nonsense});
     scenes.push_back({"open-tooltip", first, 0, true, show_tooltip});
     scenes.push_back({"open-learned", first, 0, true, show_learned});
+    scenes.push_back({"open-morph", first, 0, true, morph});
     scenes.push_back({"tempo-lfos", "LFOs", page_of(view, "LFOs"), true, follow_tempo});
     if (for_looking) // what lies in the folder depends on the machine
         scenes.push_back({"open-files", first, 0, true, choose_file});

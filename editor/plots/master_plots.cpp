@@ -78,10 +78,13 @@ void RetriggerPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& /*stat
                     is_on ? theme::PARTS[i < repeats ? 0 : 1] : theme::TEXT_DIM, 1.8);
     }
     canvas.unclip();
-    if (!is_on)
-        canvas.text({area.x, area.y, area.w, area.h / 2},
-                    "Choose a speed-up and a wet level to repeat beats",
-                    {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
+    if (!is_on) {
+        const std::string hint = "Choose a speed-up and a wet level to repeat beats";
+        const double width = canvas.text_width(hint, theme::NORMAL) + 24;
+        const Rect place{inside.center().x - width / 2, inside.y + inside.h / 4 - 12, width, 24};
+        canvas.fill(place, theme::WELL, 4);
+        canvas.text(place, hint, {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
+    }
 }
 
 } // namespace tarquil

@@ -54,7 +54,7 @@ void PlotFrame::draw(Canvas& canvas, const std::vector<GridLine>& columns,
         canvas.line({place, area.y}, {place, area.bottom()},
                     line.text.empty() ? theme::GRID : theme::GRID_STRONG, 1);
         if (numbers == Numbers::OUTSIDE)
-            canvas.text({place - 20, area.bottom() + 1, 40, 12}, line.text,
+            canvas.text({place - 28, area.bottom() + 1, 56, 12}, line.text,
                         {TEXT_SIZE, theme::TEXT_MUTED, Align::CENTER});
         else
             canvas.text({place + 3, area.bottom() - 13, 60, 12}, line.text, style);

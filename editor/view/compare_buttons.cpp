@@ -2,15 +2,21 @@
 
 #include "editor/view/compare_buttons.h"
 
+#include "editor/view/morph_strip.h"
 #include "editor/widgets/button.h"
 
 namespace tarquil {
 
 void add_compare_buttons(Page& header, const Rect& area) {
     constexpr double SPACE = 3.0;
+    constexpr double A_WIDTH = 32.0;
+    constexpr double MORPH_WIDTH = 56.0;
     Rect row = area;
+    header.add<Button>(row.cut_right(MORPH_WIDTH), "Morph", open_morph,
+                       "The way from version A to version B, by hand or over time");
+    row.cut_right(SPACE);
     header.add<Button>(
-        row.cut_left((area.w - SPACE) * 0.4),
+        row.cut_left(A_WIDTH),
         [](UiHost& host) {
             const bool is_b = host.get_model().is_version_b();
             return Button::Look{is_b ? "B" : "A", true, is_b};

@@ -148,6 +148,7 @@ class EditorView : public UiHost {
     void draw_learned_frame(Canvas& canvas, const Widget& widget);
     bool update_scope(double seconds);
     void drop_finished_overlays();
+    [[nodiscard]] Overlay* overlay_at(Point at);
     void press_panel(const Pointer& pointer);
     void move_focus(int steps);
     bool use_key(const KeyEvent& event);

@@ -26,8 +26,11 @@ void EditorView::draw_ground(Canvas& canvas) {
     canvas.fill({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, theme::BACKGROUND);
     canvas.fill({0, WINDOW_HEIGHT, WINDOW_WIDTH, KEYBOARD_HEIGHT}, theme::HEADER);
     canvas.fill({0, 0, WINDOW_WIDTH, HEADER_HEIGHT}, theme::HEADER);
-    for (const Panel& panel : pages[current_page].panels)
+    for (const Panel& panel : pages[current_page].panels) {
         canvas.fill(panel.area, theme::PANEL, 6);
+        if (get_theme() == ThemeKind::HIGH_CONTRAST) // where it is as dark as the ground
+            canvas.frame(panel.area, theme::GRID_STRONG, 6);
+    }
 }
 
 void EditorView::draw_page(Canvas& canvas) {

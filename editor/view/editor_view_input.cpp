@@ -50,6 +50,16 @@ bool EditorView::is_double_click(const PointerEvent& event) {
     return is_second;
 }
 
+// What gets the pointer instead of the page; null: the page does.
+Overlay* EditorView::overlay_at(Point at) {
+    if (overlays.empty())
+        return nullptr;
+    Overlay& top = *overlays.back();
+    const bool is_played = settings.shows_keyboard && top.leaves_keyboard() &&
+                           (pressed != nullptr || at.y >= WINDOW_HEIGHT);
+    return is_played ? nullptr : &top;
+}
+
 void EditorView::press(const PointerEvent& event) {
     Pointer pointer = pointer_of(event);
     pointer.is_double = is_double_click(event);
@@ -61,8 +71,8 @@ void EditorView::press(const PointerEvent& event) {
         model.stop_learning();
         return;
     }
-    if (!overlays.empty()) {
-        overlays.back()->press(pointer);
+    if (Overlay* const overlay = overlay_at(pointer.at)) {
+        overlay->press(pointer);
         drop_finished_overlays();
         return;
     }
@@ -95,8 +105,9 @@ void EditorView::move(const PointerEvent& event) {
     is_changed = true;
     still_for = 0.0;
     pointer_at = pointer.at;
-    if (!overlays.empty()) {
-        overlays.back()->move(pointer);
+    if (Overlay* const overlay = overlay_at(pointer.at)) {
+        hovered = nullptr;
+        overlay->move(pointer);
         return;
     }
     if (pressed != nullptr) {
@@ -110,8 +121,13 @@ void EditorView::move(const PointerEvent& event) {
 
 void EditorView::release(const PointerEvent& event) {
     const Pointer pointer = pointer_of(event);
-    if (pressed == nullptr || pointer.button != Pointer::Button::LEFT)
+    if (pointer.button != Pointer::Button::LEFT)
         return;
+    if (pressed == nullptr) {
+        if (!overlays.empty())
+            overlays.back()->release();
+        return;
+    }
     is_changed = true;
     pressed->release(*this);
     pressed = nullptr;
@@ -121,8 +137,8 @@ void EditorView::release(const PointerEvent& event) {
 void EditorView::wheel(const PointerEvent& event, double steps) {
     const Pointer pointer = pointer_of(event);
     is_changed = true;
-    if (!overlays.empty()) {
-        overlays.back()->wheel(pointer, steps);
+    if (Overlay* const overlay = overlay_at(pointer.at)) {
+        overlay->wheel(pointer, steps);
         return;
     }
     Widget* widget = widget_at(pointer.at);
@@ -157,6 +173,7 @@ void EditorView::move_focus(int steps) {
 bool EditorView::key(const KeyEvent& event) {
     if (!overlays.empty()) {
         is_changed = true;
+        status.message.clear();
         overlays.back()->press_key(event);
         drop_finished_overlays();
         return true;

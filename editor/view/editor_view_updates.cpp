@@ -91,6 +91,10 @@ bool EditorView::tick(double seconds) {
     const bool is_learned = update_learning();
     is_changed = is_changed || is_tooltip_due || is_model_new || is_response_new || is_notice_new ||
                  is_learned;
+    if (!overlays.empty()) {
+        is_changed = overlays.back()->pass_time(seconds) || is_changed;
+        drop_finished_overlays();
+    }
     model.strike_if_due(settings.strikes_again);
     until_meters -= seconds;
     since_meters += seconds;

@@ -28,6 +28,7 @@ void HandWheel::draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& state)
     drawn = shown();
     const Rect groove = slot();
     canvas.fill(groove, state.is_hovered && is_enabled ? theme::CONTROL : theme::WELL, 4);
+    canvas.frame(groove, theme::OUTLINE, 4);
     const double way = groove.h - THUMB_HEIGHT;
     const auto height_of = [&](double of) {
         return groove.y + (1.0 - of) * way + THUMB_HEIGHT / 2;

@@ -62,7 +62,7 @@ class HeardOn : public Widget {
         const Color color = model.is_heard() ? theme::TEXT_MUTED : theme::WARM;
         const auto [upper, lower] = texts(model);
         Rect rest = area;
-        canvas.text(rest.cut_top(area.h / 2), upper, {theme::SMALL, color});
+        canvas.text(lower.empty() ? area : rest.cut_top(area.h / 2), upper, {theme::SMALL, color});
         canvas.text(rest, lower, {theme::SMALL, color});
     }
     std::string tooltip(UiHost& host) override {

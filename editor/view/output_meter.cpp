@@ -72,6 +72,8 @@ void OutputMeter::draw_scale(Canvas& canvas) const {
     for (const int level : {-60, -48, -36, -24, -12, -6, 0}) {
         const double x = place(level);
         canvas.line({x, bars.bottom() + 1}, {x, bars.bottom() + 3}, theme::OUTLINE);
+        if (level == -6) // no room between its neighbours
+            continue;
         Rect text{x - 14, bars.bottom() + 3, 28, area.bottom() - bars.bottom() - 3};
         Align align = Align::CENTER;
         if (level == 0) {

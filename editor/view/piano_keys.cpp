@@ -44,7 +44,7 @@ std::vector<Rect> PianoKeys::moved_areas(UiHost& /*host*/) {
 
 void PianoKeys::draw(Canvas& canvas, UiHost& /*host*/, const WidgetState& /*state*/) {
     drawn = lights();
-    canvas.fill(area, theme::WELL);
+    canvas.fill(area, BLACK); // between the white ones
     for (const bool is_black : {false, true}) {
         for (int key = layout.first(); key <= layout.last(); key++) {
             if (KeyLayout::is_black(key) == is_black)

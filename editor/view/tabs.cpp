@@ -2,6 +2,8 @@
 
 #include "editor/view/tabs.h"
 
+#include <numeric>
+
 #include "editor/kit/window_size.h"
 #include "editor/view/compare_buttons.h"
 #include "editor/view/header.h"
@@ -59,22 +61,32 @@ class Tab : public Widget {
     const std::function<void(unsigned)> show;
 };
 
+// As wide as the titles are when they are current.
+std::vector<double> title_widths(const std::vector<Page>& pages) {
+    cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
+    cairo_t* const context = cairo_create(surface);
+    std::vector<double> widths;
+    for (const Page& page : pages)
+        widths.push_back(
+            Canvas(context, ThemeKind::DARK).text_width(page.title, theme::NORMAL, Weight::BOLD));
+    cairo_destroy(context);
+    cairo_surface_destroy(surface);
+    return widths;
+}
+
 } // namespace
 
 void add_tabs(Page& header, const std::vector<Page>& pages,
               const std::function<unsigned()>& get_current,
               const std::function<void(unsigned)>& show) {
-    // As wide as their titles ask for.
-    constexpr double PADDING = 4.0; // in characters
-    double num_characters = 0.0;
-    for (const Page& page : pages)
-        num_characters += double(page.title.size()) + PADDING;
-    constexpr double COMPARE_WIDTH = 84.0;
-    const double unit = (WINDOW_WIDTH - 24 - COMPARE_WIDTH - 8) / num_characters;
+    constexpr double COMPARE_WIDTH = 142.0;
+    const std::vector<double> widths = title_widths(pages);
+    const double room =
+        WINDOW_WIDTH - 24 - COMPARE_WIDTH - 8 - std::accumulate(widths.begin(), widths.end(), 0.0);
     double x = 12.0;
     for (unsigned i = 0; i < pages.size(); i++) {
-        const double width = unit * (double(pages[i].title.size()) + PADDING);
-        header.add<Tab>(Rect{x, HEADER_HEIGHT + 2, width - 2, TAB_HEIGHT}, pages[i].title, i,
+        const double width = widths[i] + room / double(pages.size());
+        header.add<Tab>(Rect{x, HEADER_HEIGHT + 2, width - 1, TAB_HEIGHT}, pages[i].title, i,
                         get_current, show);
         x += width;
     }

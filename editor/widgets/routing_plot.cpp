@@ -91,13 +91,15 @@ void RoutingPlot::draw_lines(Canvas& canvas, const ControllerBytes& bytes) const
         const double most = largest_pair_quantity(amount_pair(slot));
         const bool multiplies = bytes[rows.amount] == MULTIPLYING_AMOUNT;
         const double part = multiplies ? 1.0 : std::abs(amount_of(bytes, slot)) / most;
-        const Point end{to.x - 132, to.center().y};
+        const std::string text = amount_text(bytes, slot);
+        const double text_width = canvas.text_width(text, theme::SMALL);
+        const Point end{to.x - text_width - 16, to.center().y};
         canvas.curve({from.right() + 4, from.center().y}, end,
                      multiplies ? theme::TEXT : source_color(source),
                      1.0 + 4.0 * std::min(1.0, part));
         // Signed at the line's end: downwards is warm.
         const bool is_negative = !multiplies && amount_of(bytes, slot) < 0.0;
-        canvas.text({end.x + 8, to.y, 116, to.h}, amount_text(bytes, slot),
+        canvas.text({end.x, to.y, text_width + 8, to.h}, text,
                     {theme::SMALL, is_negative ? theme::WARM : theme::TEXT, Align::RIGHT});
     }
 }
@@ -108,6 +110,13 @@ void RoutingPlot::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
     const ControllerBytes& bytes = host.get_model().get_state().bytes;
     canvas.fill(area, theme::WELL, 4);
     draw_lines(canvas, bytes);
+    bool has_line = false;
+    for (unsigned slot = 0; slot < NUM_MODULATION_SLOTS; slot++)
+        has_line = has_line || bytes[modulation_rows(slot).source] != INFL_NONE;
+    if (!has_line && !is_dragging)
+        canvas.text(area.inset(CHIP_WIDTH + 2 * MARGIN, 0),
+                    "Drag a source on the left onto what it is to move",
+                    {theme::NORMAL, theme::TEXT_MUTED, Align::CENTER});
     if (chosen && is_dragging)
         canvas.line({source_area(*chosen).right() + 4, source_area(*chosen).center().y}, pointer_at,
                     source_color(*chosen), 2);

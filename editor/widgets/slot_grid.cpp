@@ -52,7 +52,7 @@ void SlotGrid::draw(Canvas& canvas, UiHost& host, const WidgetState& state) {
         std::string number = std::to_string(slot);
         canvas.text({place.x + 4, place.y, 22, place.h}, number,
                     {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
-        canvas.text({place.x + 31, place.y, place.w - 33, place.h}, shown.names[slot],
+        canvas.text({place.x + 29, place.y, place.w - 30, place.h}, shown.names[slot],
                     {theme::SMALL, is_untouched ? theme::TEXT_MUTED : theme::TEXT});
     }
     if (state.is_focused)
