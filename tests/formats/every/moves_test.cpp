@@ -15,7 +15,7 @@ using testing::IsEmpty;
 constexpr uint8_t TAUGHT = 20;
 const std::string PANNING = std::to_string(CTRL_PANNING);
 
-std::string taught_state() {
+std::string plain_taught_state() {
     HostedPlayer player;
     LearnedControls learned;
     learned.learn(TAUGHT, CTRL_PANNING);
@@ -27,7 +27,7 @@ std::string taught_state() {
 using Moves = EveryFormat;
 
 TEST_P(Moves, OfLearnedControllersAreToldTheHostOnce) {
-    const auto plugin = start_at(44100, taught_state());
+    const auto plugin = start_at(44100, plain_taught_state());
     const auto told_after = [&](std::initializer_list<SongMessage> messages, uint32_t frames) {
         for (const SongMessage& message : messages)
             plugin->add(message);
