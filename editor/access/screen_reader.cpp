@@ -16,10 +16,13 @@ constexpr std::chrono::milliseconds UPDATE_PERIOD{50}; // of what has changed
 // Who walks through the tree asks again as soon as it is answered: the idle call stays for that.
 constexpr int NEXT_CALL_MS = 2;
 constexpr std::chrono::milliseconds LONGEST_STAY{12};
+constexpr std::chrono::milliseconds LONGEST_KEY{150};
 
 const BusReference STATUS{"org.a11y.Bus", "/org/a11y/bus"};
 constexpr const char* PROPERTIES = "org.freedesktop.DBus.Properties";
 const BusReference REGISTRY{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+const BusReference KEY_EVENTS{"org.a11y.atspi.Registry",
+                              "/org/a11y/atspi/registry/deviceeventcontroller"};
 
 // Empty for none; no bus is started.
 std::string desktop_address() {
@@ -245,6 +248,28 @@ void ScreenReader::tell(const AccessibleChange& change) {
     case Kind::FOCUSED:
         return state("focused");
     }
+}
+
+bool ScreenReader::takes_key(const Keystroke& key) {
+    // The answer may come when nobody waits for it any more.
+    const auto taken = std::make_shared<std::optional<bool>>();
+    bus->call(
+        KEY_EVENTS, "org.a11y.atspi.DeviceEventController", "NotifyListenersSync",
+        [&](BusWriter& writer) {
+            writer.structure([&](BusWriter& event) {
+                event.word(key.is_press ? 0 : 1).integer(int32_t(key.symbol));
+                // Not as the registry's own description says, but as it takes them.
+                event.integer(int32_t(key.code)).integer(int32_t(key.modifiers)).integer(0);
+                event.text(key.name).boolean(false);
+            });
+        },
+        [taken, library = dbus](const BusMessage& answer) {
+            *taken = BusReader(*library, answer).boolean().value_or(false);
+        });
+    const Clock::time_point end = Clock::now() + LONGEST_KEY;
+    while (!*taken && bus->is_open() && Clock::now() < end)
+        bus->look(NEXT_CALL_MS);
+    return taken->value_or(false);
 }
 
 bool ScreenReader::answer(const BusMessage& call, BusWriter& writer) {

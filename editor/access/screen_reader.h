@@ -32,6 +32,20 @@ class ScreenReader {
 
     void idle();
 
+    // A key that goes to a window of its own, as X tells it.
+    struct Keystroke {
+        bool is_press = false;
+        uint32_t symbol = 0;
+        uint32_t code = 0;
+        uint32_t modifiers = 0;
+        std::string name;
+    };
+    // Whether a screen reader is told of keys at all.
+    [[nodiscard]] bool hears_keys() const { return is_known; }
+    // True when the reader keeps it for itself: it is one of its own commands.  Waits for its
+    // answer, but not long.
+    bool takes_key(const Keystroke& key);
+
   private:
     using Clock = std::chrono::steady_clock;
 

@@ -168,11 +168,15 @@ struct EditorWindow::Content {
     };
 
     void show_changes();
-    void follow_size();
+    bool follow_size();
+    // In pixels, of what is drawn: the view may have another scale already.
+    [[nodiscard]] int pixels_wide() const { return pixels(EditorView::WIDTH, shown_scale); }
+    [[nodiscard]] int pixels_high() const { return pixels(shown_height, shown_scale); }
     void follow_focus();
     void follow_keys();
     void check_parent();
     ScreenReader::Window told_window();
+    bool is_readers_key(bool is_press, uint32_t code, uint32_t modifiers);
 
     EditorWindow& owner;
     EditorView& view;
@@ -195,6 +199,7 @@ struct EditorWindow::Content {
     std::string title;
     std::unique_ptr<WindowPlaceFinder> place_finder; // once it is wanted
     ScreenReader screen_reader;
+    bool is_key_taken = false; // the last one, by a screen reader
 };
 
 ScreenReader::Window EditorWindow::Content::told_window() {
@@ -243,7 +248,7 @@ EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
 }
 
 void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsContext& context) {
-    const bool is_empty = content.picture.resize(content.owner.width(), content.owner.height());
+    const bool is_empty = content.picture.resize(content.pixels_wide(), content.pixels_high());
     cairo_t* cr = cairo_create(content.picture.get_surface());
     cairo_scale(cr, content.shown_scale, content.shown_scale);
     if (is_empty)
@@ -257,7 +262,7 @@ void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsCont
 // Meters move 30 times a second: only where they have moved the window is painted.
 void EditorWindow::Content::show_changes() {
     if (view.needs_whole_drawing() || !direct_paint.is_possible() ||
-        !picture.is_of_size(owner.width(), owner.height())) {
+        !picture.is_of_size(pixels_wide(), pixels_high())) {
         surface.repaint();
         return;
     }
@@ -304,7 +309,32 @@ bool EditorWindow::Content::Surface::onScroll(const ScrollEvent& event) {
     return true;
 }
 
+// A screen reader hears of the keys of a window of its own first; in a host's that is the host's.
+bool EditorWindow::Content::is_readers_key(bool is_press, uint32_t code, uint32_t modifiers) {
+    constexpr uint32_t X_SHIFT = 1;
+    constexpr uint32_t X_CONTROL = 4;
+    constexpr uint32_t X_ALT = 8; // Mod1, and Mod4 is the other, on all usual keyboards
+    constexpr uint32_t X_SUPER = 64;
+    constexpr std::pair<uint32_t, uint32_t> MASKS[] = {{DGL::kModifierShift, X_SHIFT},
+                                                       {DGL::kModifierControl, X_CONTROL},
+                                                       {DGL::kModifierAlt, X_ALT},
+                                                       {DGL::kModifierSuper, X_SUPER}};
+    if (parent != 0 || !screen_reader.hears_keys() || place_finder == nullptr)
+        return false;
+    ScreenReader::Keystroke key;
+    key.is_press = is_press;
+    key.code = code;
+    for (const auto& [modifier, mask] : MASKS)
+        key.modifiers |= (modifiers & modifier) != 0 ? mask : 0;
+    key.symbol = place_finder->symbol_of(code, (modifiers & DGL::kModifierShift) != 0);
+    key.name = WindowPlaceFinder::name_of(key.symbol);
+    return screen_reader.takes_key(key);
+}
+
 bool EditorWindow::Content::Surface::onKeyboard(const KeyboardEvent& event) {
+    content.is_key_taken = content.is_readers_key(event.press, event.keycode, event.mod);
+    if (content.is_key_taken)
+        return true;
     if (!event.press) {
         content.key_repeat.release(event.keycode, event.time);
         return false;
@@ -332,8 +362,8 @@ bool EditorWindow::Content::Surface::onKeyboard(const KeyboardEvent& event) {
 }
 
 bool EditorWindow::Content::Surface::onCharacterInput(const CharacterInputEvent& event) {
-    if (event.character < FIRST_PRINTABLE || event.character == DELETE_CHARACTER ||
-        (event.mod & DGL::kModifierControl) != 0)
+    if (content.is_key_taken || event.character < FIRST_PRINTABLE ||
+        event.character == DELETE_CHARACTER || (event.mod & DGL::kModifierControl) != 0)
         return false;
     // It plays, over and over perhaps: a text field that opens meanwhile gets none of it.
     if (content.view.computer_keys_down().contains(event.keycode))
@@ -344,15 +374,17 @@ bool EditorWindow::Content::Surface::onCharacterInput(const CharacterInputEvent&
     return content.view.key(typed);
 }
 
-void EditorWindow::Content::follow_size() {
+// True when there is all to draw anew.
+bool EditorWindow::Content::follow_size() {
     if (view.scale() == shown_scale && view.height() == shown_height)
-        return;
+        return false;
     shown_scale = view.scale();
     shown_height = view.height();
     surface.setSize(uint(owner.width()), uint(owner.height()));
     surface.repaint();
     if (owner.on_resize)
         owner.on_resize(owner.width(), owner.height());
+    return true;
 }
 
 // In a host's window the keyboard is taken while a text field is open or keys play, and given back.
@@ -434,11 +466,11 @@ void EditorWindow::idle() {
         content->view.leave();
     content->file_drop.look();
     content->screen_reader.idle();
-    if (content->view.tick(passed.count())) {
+    const bool is_resized = content->follow_size();
+    if (content->view.tick(passed.count()) || is_resized) {
         content->show_changes();
         content->app.idle();
     }
-    content->follow_size();
     content->follow_focus();
     if (XErrorTrap::has_caught() && content->parent != 0)
         content->is_dead = !window_exists(content->parent);

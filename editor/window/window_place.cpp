@@ -2,7 +2,7 @@
 
 #include "editor/window/window_place.h"
 
-#include <X11/Xlib.h>
+#include <X11/XKBlib.h>
 
 namespace tarquil {
 
@@ -20,6 +20,17 @@ WindowPlace WindowPlaceFinder::find(double scale) const {
     XGetInputFocus(display, &focused, &revert);
     place.is_active = focused == window;
     return place;
+}
+
+uint32_t WindowPlaceFinder::symbol_of(uint32_t code, bool is_shifted) const {
+    return connection.is_open() ? uint32_t(XkbKeycodeToKeysym(connection.display, KeyCode(code), 0,
+                                                              is_shifted ? 1 : 0))
+                                : 0;
+}
+
+std::string WindowPlaceFinder::name_of(uint32_t symbol) {
+    const char* const name = XKeysymToString(symbol);
+    return name != nullptr ? name : "";
 }
 
 } // namespace tarquil

@@ -6,7 +6,7 @@
 in_ardour() {
     LD_LIBRARY_PATH=/usr/lib/ardour7 ARDOUR_DLL_PATH=/usr/lib/ardour7 \
         ARDOUR_DATA_PATH=/usr/share/ardour7 ARDOUR_CONFIG_PATH=/etc/ardour7 \
-        timeout 60 "$@"
+        timeout "${ARDOUR_SECONDS:-60}" "$@"
 }
 
 # Runs a script.  Its back end without a sound card now and then cannot register a track's port

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Plays the plug-in in hosts without a screen: a line per step, exit status 1 at the first failure.
+# Plays the plug-in in hosts, without a screen but a virtual one: a line per step, exit status 1 at the first failure.
 #
 #     run.sh PLUGIN.so PLUGIN.clap PLUGIN.vst3 PLUGIN.lv2
 #
@@ -44,3 +44,4 @@ expect() {                           # STEP COMMAND ...
 
 . "$here/ardour.sh"
 . "$here/qtractor.sh"
+. "$here/ardour_window.sh"

@@ -158,6 +158,33 @@ def keys():
     xdotool("key", "Escape")
 
 
+def command():
+    """Up is the reader's own now; other keys go on to the window."""
+    taken = []
+
+    def on_key(event):
+        taken.append((event.event_string, event.type == pyatspi.KEY_PRESSED_EVENT))
+        return event.event_string == "Up"
+
+    listen()
+    check(find(CUTOFF).queryComponent().grabFocus(), "it takes no focus")
+    pyatspi.Registry.registerKeystrokeListener(
+        on_key, kind=(pyatspi.KEY_PRESSED_EVENT, pyatspi.KEY_RELEASED_EVENT), mask=0,
+        synchronous=True, preemptive=True)
+    settle(0.3)
+    value = find(CUTOFF).queryValue()
+    before = value.currentValue
+    xdotool("key", "Up")
+    wait_until(lambda: ("Up", True) in taken and ("Up", False) in taken, f"keys are not told: {taken}")
+    settle(0.3)
+    check(value.currentValue == before, "the reader's key reaches the window")
+    xdotool("key", "Down")
+    wait_until(lambda: value.currentValue == before - 1, "another key does not")
+    xdotool("key", "End")
+    wait_until(lambda: value.currentValue == 127, "another key does not")
+    value.currentValue = before
+
+
 def saves():
     listen()
     xdotool("key", "Return")
@@ -176,5 +203,5 @@ def host():
     check(slider.queryValue().currentValue == 77, "the value is not set")
 
 
-STEPS = {step.__name__: step for step in (nobody, walk, edit, keys, saves, host)}
+STEPS = {step.__name__: step for step in (nobody, walk, edit, keys, command, saves, host)}
 STEPS[sys.argv[1]]()

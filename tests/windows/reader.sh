@@ -28,6 +28,7 @@ want_readers true
 reader walk
 reader edit
 reader keys
+reader command
 xdotool key ctrl+shift+s
 sleep 0.5
 for _ in $(seq 60); do xdotool key BackSpace; done
