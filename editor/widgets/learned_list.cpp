@@ -240,10 +240,13 @@ Spoken LearnedList::spoken() {
         const std::string who = "Controller " + std::to_string(all[row]) + ", " +
                                 find_controller(learned.target)->name + ": ";
         for (const Cell cell : {AT_BOTTOM, AT_TOP, REVERSE, REMOVE}) {
-            const bool is_end = cell < REVERSE;
-            const std::string text = cell_text(all[row], cell);
-            Spoken button{SpokenRole::BUTTON,
-                          who + (is_end ? LIST_HEADINGS[cell] + (" " + text) : text)};
+            std::string name = who;
+            if (cell < REVERSE) {
+                name += LIST_HEADINGS[cell];
+                name += ' ';
+            }
+            name += cell_text(all[row], cell);
+            Spoken button{SpokenRole::BUTTON, std::move(name)};
             button.area = cell_area(row - first, cell);
             button.is_focused = current == Place{row, cell};
             button.press = [this, row, cell] { act({row, cell}); };

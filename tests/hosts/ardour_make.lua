@@ -71,6 +71,7 @@ local control = plugin:to_automatable():automation_control(parameter, false)
 check(not control:isnil(), "the panning can not be automated")
 control:set_automation_state(ARDOUR.AutoState.Play)
 
+os.execute(SETTLE) -- what was set is the plug-in's with its next block
 Session:save_state("", false, false, false, false, false)
 close_session()
 quit()
