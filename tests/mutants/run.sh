@@ -18,11 +18,12 @@ root=$(readlink -f "$here/../..")
 tree=$root/build/mutants/tree
 build=$tree/build/release
 readonly ALL_PROGRAMS=(tests/tarquil_tests tests/tarquil_vst_tests tests/tarquil_editor_tests
-    tests/tarquil_tools_tests tests/tarquil_standalone_tests tests/tarquil_sounds_tests
+    tests/tarquil_tools_tests tests/tarquil_standalone_tests
     tests/tarquil_golden tests/tarquil_recorded editor/tarquil_editor_pictures
     tests/formats/every/tarquil_formats_tests tests/formats/clap/tarquil_clap_tests
     tests/formats/vst3/tarquil_vst3_tests tests/formats/lv2/tarquil_lv2_tests
     tests/formats/table/tarquil_format_table)
+# Not tarquil_sounds_tests, which hears every sound for minutes and looks at the sounds, not the code.
 readonly NOT_GTEST='golden|recorded|pictures|format_table'
 # What these do with a plug-in does not reach its editor.
 readonly PLUGIN_USERS='vst_tests|tools_tests|recorded|tests/formats/'
