@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "midi/gm/gm_map_file.h"
 #include "softsynth/parameters/filter_type.h"
 #include "tests/support/player_host.h"
@@ -352,20 +354,56 @@ TEST_F(PlayerDialect, AFloodIsPlayedLaterAndNotLost) {
         EventQueue::CAPACITY - 20U);
 }
 
+// Slopes, glides, delays, automation, and events that were queued before and are played after.
 TEST_F(PlayerDialect, TheClockMayBeMovedBackWhileEverythingSounds) {
-    const auto play = [this](uint32_t clock) {
+    const auto play = [this](MidiDialect dialect, uint32_t clock) {
         renew();
+        for (const auto& [number, byte] :
+             std::initializer_list<std::pair<unsigned, int>>{{CTRL_ENV1_ATTACK, 60},
+                                                             {CTRL_ENV1_RELEASE, 50},
+                                                             {CTRL_PORTAMENTO_TIME, 60},
+                                                             {CTRL_FILTER1_TYPE, 21},
+                                                             {CTRL_CUTOFF1_INFLUENCE1_SOURCE, 2},
+                                                             {CTRL_CUTOFF1_INFLUENCE1_AMOUNT, 90},
+                                                             {CTRL_CHANFX2_TYPE, 1},
+                                                             {CTRL_AUX1_LEVEL, 90},
+                                                             {CTRL_AUX2_LEVEL, 90}})
+            player->set_controller(number, byte);
         player->audio().set_clock(clock);
-        start(GM);
+        start(dialect);
         midi(0xB0, 7, 30);
-        midi(0x90, 60, 100);
+        midi(0x90, 50, 100);
         midi(0x99, 36, 100);
         midi(0xB0, 7, 120);
-        return render(12800);
+        for (const auto& [delay, status, data1, data2] :
+             std::initializer_list<std::array<uint16_t, 4>>{{500, 0x90, 62, 100},
+                                                            {2990, 0x90, 57, 100},
+                                                            {3010, 0xE0, 0, 80},
+                                                            {3500, 0x80, 50, 0},
+                                                            {5000, 0x80, 62, 0}}) {
+            const uint8_t message[] = {uint8_t(status), uint8_t(data1), uint8_t(data2)};
+            player->audio().add_message(message, player->audio().time() + delay);
+        }
+        std::vector<float> sound;
+        for (int piece = 0; piece < 40; piece++) {
+            player->set_controller(CTRL_FILTER1_CUTOFF, piece * 3);
+            player->set_controller(CTRL_MAIN_VOLUME, 127 - piece);
+            player->audio().follow_edits();
+            const std::vector<float> part = render(256);
+            sound.insert(sound.end(), part.begin(), part.end());
+        }
+        return sound;
     };
-    const std::vector<float> wanted = play(Tarquil::MIN_MOVED_CLOCK);
-    EXPECT_GT(peak(wanted), 0.001F);
-    EXPECT_EQ(play(PlayerAudio::CLOCK_LIMIT - 6400), wanted);
+    for (const MidiDialect dialect : {GM, NATIVE}) {
+        const std::vector<float> wanted = play(dialect, Tarquil::MIN_MOVED_CLOCK);
+        EXPECT_GT(peak(wanted), 0.001F);
+        for (const uint32_t before : {128U, 3072U, 6400U, 500U, 2990U, 3011U, 3600U, 5001U}) {
+            if (dialect == GM && before % 128 != 0)
+                continue; // the grid of its vibrato and its glides
+            EXPECT_EQ(play(dialect, PlayerAudio::CLOCK_LIMIT - before), wanted) << before;
+            EXPECT_LT(player->audio().time(), PlayerAudio::CLOCK_LIMIT);
+        }
+    }
 }
 
 } // namespace
