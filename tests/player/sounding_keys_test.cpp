@@ -108,7 +108,8 @@ TEST_P(SoundingKeysTest, ANoteWhoseEndFoundNoRoomEndsAllTheSame) {
     sounding(1);
     EXPECT_EQ(sounding(1), "");
     player.play_key(1, 61, 100);
-    EXPECT_EQ(sounding(1), "61 ");
+    for (int i = 0; i < 2; i++)
+        EXPECT_EQ(sounding(1), "61 ") << "what comes later is not ended with it";
 }
 
 INSTANTIATE_TEST_SUITE_P(Dialects, SoundingKeysTest,

@@ -65,7 +65,10 @@ TEST_F(EditorModelTest, TheRevisionComesBackWithUndoAndWithNothingElse) {
         model.undo();
     EXPECT_NE(model.revision(), start) << "what cannot be undone to is not taken for it";
     const auto oldest = model.revision();
-    model.begin_anew(synth.bank, {});
+    TarqSettings other;
+    other.get_instrument(3).set_name("other");
+    model.begin_anew(other, {});
+    EXPECT_EQ(name(3), "other");
     EXPECT_EQ(model.undo_name(), "");
     EXPECT_NE(model.revision(), oldest);
 }

@@ -81,6 +81,17 @@ TEST_F(OutputScopeTest, ASteadyToneStandsStillAndAPauseKeepsThePicture) {
     EXPECT_EQ(std::vector<float>(scope.left().begin(), scope.left().end()).size(), 882U);
 }
 
+TEST_F(OutputScopeTest, TheRangeGrowsAtOnceAndShrinksAfterAWhile) {
+    play(300.0, 0.1);
+    scope.update(synth, 1.0);
+    EXPECT_EQ(scope.range(), 1.0);
+    scope.update(synth, 1.5);
+    EXPECT_EQ(scope.range(), 0.125);
+    play(300.0, 0.9);
+    scope.update(synth, 0.03);
+    EXPECT_EQ(scope.range(), 1.0);
+}
+
 TEST_F(OutputScopeTest, WhatNoPageShowsIsNotWatched) {
     EXPECT_EQ(synth.watched, ScopeSource::WHOLE);
     scope.source = ScopeSource::PROGRAM;

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <random>
+#include <thread>
 #include <vector>
 
 #include "player/worker_threads.h"
@@ -106,6 +108,27 @@ TEST(ParallelChannels, LittleWorkIsNotSharedOut) {
         host.note_on(1, note);
     host.render(64, 64);
     EXPECT_GT(runner.num_jobs, 0U);
+}
+
+TEST(WorkerThreads, JobsRunBesideEachOther) {
+    struct Meeting {
+        std::atomic<int> here{0};
+        std::atomic<int> met{0};
+    } meeting;
+    WorkerThreads workers(2);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100)); // they look for jobs, then sleep
+    workers.run(
+        2,
+        [](const void* context, uint32_t /*index*/) {
+            auto& both = *static_cast<Meeting*>(
+                const_cast<void*>(context)); // NOLINT(cppcoreguidelines-pro-type-const-cast)
+            both.here++;
+            for (int i = 0; i < 10000 && both.here < 2; i++)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            both.met += both.here == 2 ? 1 : 0;
+        },
+        &meeting);
+    EXPECT_EQ(meeting.met, 2);
 }
 
 TEST(WorkerThreads, EveryJobIsDoneOnceBeforeTheCallReturns) {
