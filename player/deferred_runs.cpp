@@ -18,7 +18,11 @@ void DeferredRuns::clear() {
 
 void DeferredRuns::add_run(uint32_t time, uint32_t frames, const Tempo& tempo) {
     runs.push_back({.time = time, .frames = frames, .tempo = tempo});
-    inputs.resize(std::max(inputs.size(), runs.size()));
+    blocks.resize(std::max(blocks.size(), runs.size()));
+    StagedBlock& block = blocks[runs.size() - 1];
+    block.time = time;
+    block.size = frames;
+    block.tempo = tempo;
     for (std::vector<float>& sound : sounds)
         sound.resize(sound.size() + size_t(2) * frames);
     drums_heard.push_back(0);

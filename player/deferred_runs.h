@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "midi/gm/engine_events.h"
-#include "softsynth/core/master_input.h"
+#include "softsynth/core/staged_block.h"
 #include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/tempo.h"
 
@@ -40,8 +40,8 @@ class DeferredRuns {
     // Whether the drums have made any in run `run`; otherwise their sound is not defined.
     [[nodiscard]] bool are_drums_heard(size_t run) const { return drums_heard[run] != 0; }
     void set_drums_heard(size_t run, bool is_heard) { drums_heard[run] = uint8_t(is_heard); }
-    // What the native or melodic engine's channels have left for its master section in run `run`.
-    [[nodiscard]] MasterInput& master_input(size_t run) { return inputs[run]; }
+    // The native or melodic engine's, in run `run`.
+    [[nodiscard]] StagedBlock& block(size_t run) { return blocks[run]; }
 
     // Calls act(index of a run, the run, its events, its sound) for each run, in order.
     template <typename Act> void for_each_run(unsigned engine, const Act& act) {
@@ -63,7 +63,7 @@ class DeferredRuns {
     std::array<std::vector<midi_event>, NUM_GM_ENGINES> events_of;
     std::array<std::vector<float>, NUM_GM_ENGINES> sounds;
     std::vector<uint8_t> drums_heard;
-    std::vector<MasterInput> inputs; // at least as many as there are runs; they keep their memory
+    std::vector<StagedBlock> blocks; // at least as many as there are runs; they keep their memory
 };
 
 } // namespace tarquil

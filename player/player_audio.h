@@ -65,11 +65,12 @@ class PlayerAudio {
     // The same for a caller that may allocate and wait, while no window looks: many runs at once,
     // in steps that several threads share.  `defer` puts the next `frames` (at most a run of
     // General MIDI) down behind the others: events are taken and the clock moves there.  Then come
-    // the parts, each of them on any thread; when all are done, `finish`, which may go on while the
-    // parts of the next runs are done; and `mix`, which stores the sound.
+    // the parts, each of them on any thread; when all are done, `go_on`; then `finish`; then `mix`,
+    // which stores the sound.  Steps of different runs may be done at the same time.
     void defer(DeferredRuns& later, uint32_t frames);
     [[nodiscard]] unsigned num_parts() const { return plays_gm() ? NUM_GM_ENGINES : 1; }
     void perform(DeferredRuns& later, unsigned part);
+    void go_on(DeferredRuns& later);
     void finish(DeferredRuns& later);
     void mix(DeferredRuns& later, float* pcm);
 

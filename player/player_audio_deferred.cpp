@@ -36,20 +36,25 @@ void PlayerAudio::perform(DeferredRuns& later, unsigned part) {
     Tarquil& engine = *link.engine.load(std::memory_order_acquire);
     later.for_each_run(part, [&](size_t place, const DeferredRuns::Run& run,
                                  std::span<const midi_event> due, float* /*pcm*/) {
-        engine.run_channels(later.master_input(place), run.frames, due.data(), uint32_t(due.size()),
-                            run.time, run.tempo);
+        engine.run_voices(later.block(place), due.data(), uint32_t(due.size()));
         if (plays_gm())
             gm->count_voices(part, engine);
         if (run.moved_back > 0)
-            engine.move_channels_clock_back(run.moved_back, run.time + run.frames);
+            engine.move_voices_clock_back(run.moved_back, run.time + run.frames);
     });
+}
+
+void PlayerAudio::go_on(DeferredRuns& later) {
+    Tarquil& engine = *link.engine.load(std::memory_order_acquire);
+    for (size_t place = 0; place < later.get_runs().size(); place++)
+        engine.run_channels(later.block(place));
 }
 
 void PlayerAudio::finish(DeferredRuns& later) {
     Tarquil& engine = *link.engine.load(std::memory_order_acquire);
     later.for_each_run(MELODIC_ENGINE, [&](size_t place, const DeferredRuns::Run& run,
                                            std::span<const midi_event> /*due*/, float* pcm) {
-        engine.run_master(later.master_input(place), pcm);
+        engine.run_master(later.block(place), pcm);
         if (run.moved_back > 0)
             engine.move_master_clock_back(run.moved_back);
     });

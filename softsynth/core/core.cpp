@@ -56,47 +56,53 @@ void Tarquil::run(float* pcm_out, uint32_t num_samples, const midi_event* events
     TARQ_ASSERT((num_samples & (GRANULARITY-1)) == 0);
     // clang-format on
     const FlushToZero flush_to_zero;
-    run_into(master.get_buses(), num_samples, events, num_events, time);
+    process_midi_messages(events, num_events);
+    render_channels(master.get_buses(), num_samples, time);
+    follow_globals();
     master.render(master_settings, time, echo_silence, pcm_out);
 }
 
-void Tarquil::run_channels(MasterInput& to, uint32_t num_samples, const midi_event* events,
-                           uint32_t num_events, uint32_t time, const Tempo& now) {
-    TARQ_ASSERT(events && num_samples > 0 && num_samples <= MAX_NUM_SAMPLES &&
-                num_samples % GRANULARITY == 0);
+void Tarquil::run_voices(StagedBlock& block, const midi_event* events, uint32_t num_events) {
+    TARQ_ASSERT(events && block.size > 0 && block.size <= MAX_NUM_SAMPLES &&
+                block.size % GRANULARITY == 0);
     const FlushToZero flush_to_zero;
-    follow_tempo(now);
-    run_into(scratch.buses, num_samples, events, num_events, time);
-    to.time = time;
-    to.size = num_samples;
-    to.settings = master_settings;
-    to.tempo = now;
-    to.silence = echo_silence;
-    to.buses.clear();
+    follow_tempo(block.tempo);
+    process_midi_messages(events, num_events);
+    render_voices(block.size, block.time);
+    for (int c = 0; c < NUM_CHANNELS; c++) {
+        channels[c].render_voices(block.size, block.time, scratch.voice_sums, block.channels[c]);
+        channels[c].get_controllers().reset();
+    }
+    follow_globals();
+    block.settings = master_settings;
+    block.silence = echo_silence;
+}
+
+void Tarquil::run_channels(StagedBlock& block) {
+    const FlushToZero flush_to_zero;
+    follow_chain_tempo(block.tempo);
+    clear(scratch.buses, block.size);
+    for (int c = 0; c < NUM_CHANNELS; c++) {
+        channels[c].render_chain(block.channels[c], scratch.channel, scratch.channel_output);
+        scratch.channel_output.add_to(scratch.buses, nullptr);
+    }
+    block.buses.clear();
     for (const StereoBuffer& bus : scratch.buses) {
         const float* samples = bus.get_first_left_sample_ptr();
-        to.buses.insert(to.buses.end(), samples, samples + size_t(2) * num_samples);
+        block.buses.insert(block.buses.end(), samples, samples + size_t(2) * block.size);
     }
 }
 
-void Tarquil::run_master(const MasterInput& from, float* pcm_out) {
+void Tarquil::run_master(const StagedBlock& block, float* pcm_out) {
     const FlushToZero flush_to_zero;
-    master.follow(from.tempo);
-    const float* samples = from.buses.data();
+    master.follow(block.tempo);
+    const float* samples = block.buses.data();
     for (StereoBuffer& bus : master.get_buses()) {
-        bus.init(from.size);
-        std::copy_n(samples, size_t(2) * from.size, bus.get_first_left_sample_ptr());
-        samples += size_t(2) * from.size;
+        bus.init(block.size);
+        std::copy_n(samples, size_t(2) * block.size, bus.get_first_left_sample_ptr());
+        samples += size_t(2) * block.size;
     }
-    master.render(from.settings, from.time, from.silence, pcm_out);
-}
-
-void Tarquil::run_into(Buses& buses, uint32_t num_samples, const midi_event* events,
-                       uint32_t num_events, uint32_t time) {
-    echo_silence.reset();
-    process_midi_messages(events, num_events);
-    render_channels(buses, num_samples, time);
-    follow_globals();
+    master.render(block.settings, block.time, block.silence, pcm_out);
 }
 
 void Tarquil::follow_globals() {
@@ -125,24 +131,29 @@ NoteView Tarquil::newest_note(uint32_t mask, uint32_t start, uint32_t num_sample
 
 void Tarquil::set_tempo(const Tempo& now) {
     follow_tempo(now);
+    follow_chain_tempo(now);
     master.follow(now);
 }
 
 void Tarquil::follow_tempo(const Tempo& now) {
     tempo_values.follow(now.samples_per_quarter);
     const TempoValues* const followed = tempo_values.is_on() ? &tempo_values : nullptr;
-    scratch.channel.stereo_effect.tempo = followed;
     voice_renderer.follow(followed);
     if (parallel != nullptr)
         parallel->follow(followed);
 }
 
+void Tarquil::follow_chain_tempo(const Tempo& now) {
+    chain_tempo.follow(now.samples_per_quarter);
+    scratch.channel.stereo_effect.tempo = chain_tempo.is_on() ? &chain_tempo : nullptr;
+}
+
 void Tarquil::move_clock_back(uint32_t frames, uint32_t now) {
-    move_channels_clock_back(frames, now);
+    move_voices_clock_back(frames, now);
     move_master_clock_back(frames);
 }
 
-void Tarquil::move_channels_clock_back(uint32_t frames, uint32_t now) {
+void Tarquil::move_voices_clock_back(uint32_t frames, uint32_t now) {
     TARQ_ASSERT(now >= frames && now - frames >= MIN_MOVED_CLOCK);
     for (Channel& channel : channels)
         channel.move_clock_back(frames, now);
@@ -150,6 +161,7 @@ void Tarquil::move_channels_clock_back(uint32_t frames, uint32_t now) {
 }
 
 void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_events) {
+    echo_silence.reset();
     for (uint32_t i = 0; i < num_events; i++) {
         const midi_event& event = events[i];
         Channel& channel = channels[midi_channel(event.status)];
@@ -184,15 +196,13 @@ void Tarquil::process_midi_messages(const midi_event* events, uint32_t num_event
 
 void Tarquil::render_channels(Buses& buses, uint32_t num_samples, uint32_t time) {
     clear(buses, num_samples);
-    Voice* active[VoicePool::NUM_VOICES];
-    uint32_t count = 0;
-    active_voices().for_each([&](uint32_t place) { active[count++] = &voice_pool.at(place); });
-    const std::span<Voice* const> voices = {active, count};
+    Voice* places[VoicePool::NUM_VOICES];
+    const std::span<Voice* const> voices = list_voices(places);
     const bool is_shared_out = parallel != nullptr && parallel->is_worth_it(voices, num_samples);
     if (is_shared_out) {
         parallel->render_voices(voices, time, num_samples);
         parallel->render_channels(channels, time, num_samples);
-    } else if (count > 0) {
+    } else if (!voices.empty()) {
         voice_renderer.render(voices, time, num_samples);
     }
     for (int c = 0; c < NUM_CHANNELS; c++) {
@@ -203,6 +213,19 @@ void Tarquil::render_channels(Buses& buses, uint32_t num_samples, uint32_t time)
         output.add_to(buses, channel_taps == nullptr ? nullptr : &channel_taps[c]);
         channels[c].get_controllers().reset();
     }
+}
+
+void Tarquil::render_voices(uint32_t num_samples, uint32_t time) {
+    Voice* places[VoicePool::NUM_VOICES];
+    const std::span<Voice* const> voices = list_voices(places);
+    if (!voices.empty())
+        voice_renderer.render(voices, time, num_samples);
+}
+
+std::span<Voice* const> Tarquil::list_voices(std::span<Voice*, VoicePool::NUM_VOICES> places) {
+    uint32_t count = 0;
+    active_voices().for_each([&](uint32_t place) { places[count++] = &voice_pool.at(place); });
+    return places.first(count);
 }
 
 VoiceSet Tarquil::active_voices() const {

@@ -11,12 +11,13 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "instrument/settings.h"
 #include "softsynth/core/engine_scratch.h"
-#include "softsynth/core/master_input.h"
 #include "softsynth/core/master_section.h"
 #include "softsynth/core/parallel_channels.h"
+#include "softsynth/core/staged_block.h"
 #include "softsynth/parameters/midi_event.h"
 #include "softsynth/parameters/tempo.h"
 #include "softsynth/parameters/tempo_values.h"
@@ -50,19 +51,19 @@ class Tarquil {
     void run(float* pcm_out, uint32_t num_samples, const midi_event* events, uint32_t num_events,
              uint32_t time);
 
-    // A run in two halves.  The second may be that of an earlier run while another thread does the
-    // first of a later one; each half's go in order.  The tempo is not that of `set_tempo` then.
-    // The first allocates.
-    void run_channels(MasterInput& to, uint32_t num_samples, const midi_event* events,
-                      uint32_t num_events, uint32_t time, const Tempo& now);
-    void run_master(const MasterInput& from, float* pcm_out);
+    // A run in three stages: events and voices, the channels' chains, the master section.  Threads
+    // may do stages of different blocks at the same time, each stage's blocks in order.  The tempo
+    // is not that of `set_tempo` then, and no runner helps.  Allocates.
+    void run_voices(StagedBlock& block, const midi_event* events, uint32_t num_events);
+    void run_channels(StagedBlock& block);
+    void run_master(const StagedBlock& block, float* pcm_out);
 
     // Between two runs, the next of which would start at `now`: lets the clock start `frames`
     // later, so that the next run starts at `now - frames`.  Inaudible when that is still beyond
     // the longest envelope and portamento (MIN_MOVED_CLOCK).
     void move_clock_back(uint32_t frames, uint32_t now);
-    // The same for each half.
-    void move_channels_clock_back(uint32_t frames, uint32_t now);
+    // The same in stages, of which the second has no clock.
+    void move_voices_clock_back(uint32_t frames, uint32_t now);
     void move_master_clock_back(uint32_t frames) { master.move_clock_back(frames); }
 
     // The earliest time that a moved clock may show: 6087 s, longer than any slope that a note has.
@@ -107,11 +108,12 @@ class Tarquil {
 
   private:
     void follow_tempo(const Tempo& now);
-    // What a run does before the master section.
-    void run_into(Buses& buses, uint32_t num_samples, const midi_event* events, uint32_t num_events,
-                  uint32_t time);
+    void follow_chain_tempo(const Tempo& now);
     void process_midi_messages(const midi_event* events, uint32_t num_events);
+    void render_voices(uint32_t num_samples, uint32_t time);
     void render_channels(Buses& buses, uint32_t num_samples, uint32_t time);
+    // Those that sound, by their places in the pool.
+    std::span<Voice* const> list_voices(std::span<Voice*, VoicePool::NUM_VOICES> places);
     void follow_globals();
     [[nodiscard]] VoiceSet active_voices() const;
 
@@ -121,7 +123,8 @@ class Tarquil {
     VoiceRenderer voice_renderer;
     const TarqSettings* settings;
     PhaseRandom phase_random;
-    TempoValues tempo_values; // the channels'
+    TempoValues tempo_values; // the voices'
+    TempoValues chain_tempo;
     StereoBuffer* channel_taps = nullptr;
     std::optional<uint32_t> echo_silence; // the first of the block
     MasterSettings master_settings;       // of the global controllers, which live in channel 0,

@@ -7,12 +7,16 @@
 namespace tarquil {
 
 struct EngineScratch {
-    explicit EngineScratch(const WaveformStore& all_waves) : waves(all_waves), channel(all_waves) {}
+    explicit EngineScratch(const WaveformStore& all_waves)
+        : waves(all_waves), channel(all_waves), voice_sums(all_waves) {}
 
     const WaveformStore& waves;
-    Buses buses; // when the master section has its own at work
     ChannelScratch channel;
     ChannelOutput channel_output;
+
+    // of stages, while others are at work with what is theirs
+    ChannelScratch voice_sums;
+    Buses buses;
 };
 
 } // namespace tarquil

@@ -78,20 +78,85 @@ int Channel::last_int(unsigned controller) const {
     return controllers.get_controller(controller).get_last_int_value();
 }
 
-void Channel::render(uint32_t size, uint32_t start, ChannelScratch& scratch,
-                     ChannelOutput& output) {
-    output.clear(size);
-    if (fade != Fade::NONE && fading_voices == 0 && is_silent(start))
-        forget_echoes();
+template <typename Take>
+void Channel::for_each_step(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                            const Take& take) {
+    if (fade != Fade::NONE && fading_voices == 0 && is_silent(start)) {
+        fade = Fade::NONE;
+        take(ChainStep{.kind = ChainStep::Kind::FORGET}, settings);
+    }
     if (!voices.any() && is_silent(start))
         return;
     scratch.init(size);
-    if (fade == Fade::DUE)
-        begin_fade();
+    if (fade == Fade::DUE) {
+        fade = Fade::RUNNING;
+        later_sound = false;
+        take(ChainStep{.kind = ChainStep::Kind::BEGIN_FADE,
+                       .past_type = StereoEffect::effect_type(frozen.bytes[CTRL_CHANFX2_TYPE])},
+             settings);
+    }
     if (fade == Fade::RUNNING)
-        render_fading(size, start, scratch, output);
+        take_fading(size, start, scratch, take);
     else
-        render_present(start, scratch, output);
+        take_present(start, scratch, take);
+}
+
+void Channel::follow_step(const ChainStep& step, const ChainSettings& step_settings,
+                          ChannelScratch& scratch, ChannelOutput& output) {
+    switch (step.kind) {
+    case ChainStep::Kind::FORGET:
+        chains[chain].reset();
+        stereo_effect.reset();
+        break;
+    case ChainStep::Kind::BEGIN_FADE:
+        chain = 1 - chain;
+        chains[chain].reset();
+        chain_is_empty = false;
+        stereo_effect.split(step.past_type);
+        break;
+    case ChainStep::Kind::PAST: {
+        StereoBuffer& mix = output.add(step_settings);
+        chains[1 - chain].render(step_settings, step.is_still, stereo_effect, DelayLine::Part::PAST,
+                                 scratch, mix);
+        FadeOut::apply(mix.get_first_left_sample_ptr(), mix.get_buf_size(), step.fade_age);
+        break;
+    }
+    case ChainStep::Kind::PRESENT:
+        if (!step.has_sound && chain_is_empty && step_settings.passes_silence && step.is_still) {
+            output.add_silence(step_settings);
+            break;
+        }
+        chains[chain].render(step_settings, step.is_still, stereo_effect, DelayLine::Part::PRESENT,
+                             scratch, output.add(step_settings));
+        chain_is_empty = step_settings.passes_silence;
+        break;
+    }
+}
+
+void Channel::render(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                     ChannelOutput& output) {
+    output.clear(size);
+    for_each_step(size, start, scratch,
+                  [&](const ChainStep& step, const ChainSettings& step_settings) {
+                      follow_step(step, step_settings, scratch, output);
+                  });
+}
+
+void Channel::render_voices(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                            ChainRecord& record) {
+    record.clear(size);
+    for_each_step(size, start, scratch,
+                  [&](const ChainStep& step, const ChainSettings& step_settings) {
+                      record.add(step, step_settings, scratch);
+                  });
+}
+
+void Channel::render_chain(const ChainRecord& record, ChannelScratch& scratch,
+                           ChannelOutput& output) {
+    output.clear(record.get_size());
+    record.for_each(scratch, [&](const ChainStep& step, const ChainSettings& step_settings) {
+        follow_step(step, step_settings, scratch, output);
+    });
 }
 
 const ChainSettings& Channel::present_settings() {
@@ -102,33 +167,35 @@ const ChainSettings& Channel::present_settings() {
     return settings;
 }
 
-void Channel::render_present(uint32_t start, ChannelScratch& scratch, ChannelOutput& output) {
-    const bool has_sound = render_voices(scratch.signal, start, false);
+template <typename Take>
+void Channel::take_present(uint32_t start, ChannelScratch& scratch, const Take& take) {
+    const bool has_sound = sum_voices(scratch.signal, start, false);
     if (is_silent(start))
         return;
     const SoundControls controls = get_sound_controls(false);
     const ChainSettings& present = present_settings();
-    if (!has_sound && chain_is_empty && present.passes_silence && controls.are_still()) {
-        output.add_silence(present);
-        return;
-    }
-    chains[chain].render(present, controls, start, stereo_effect, DelayLine::Part::PRESENT, scratch,
-                         output.add(present));
-    chain_is_empty = present.passes_silence;
+    ChannelChain::render_rows(present, controls, start, scratch);
+    take(ChainStep{.kind = ChainStep::Kind::PRESENT,
+                   .has_sound = has_sound,
+                   .is_still = controls.are_still()},
+         present);
 }
 
-void Channel::render_fading(uint32_t size, uint32_t start, ChannelScratch& scratch,
-                            ChannelOutput& output) {
+template <typename Take>
+void Channel::take_fading(uint32_t size, uint32_t start, ChannelScratch& scratch,
+                          const Take& take) {
     const SoundControls controls = get_sound_controls(true);
     const ChainSettings past(controls);
-    render_voices(scratch.signal, start, true);
-    StereoBuffer& mix = output.add(past);
-    chains[1 - chain].render(past, controls, start, stereo_effect, DelayLine::Part::PAST, scratch,
-                             mix);
-    FadeOut::apply(mix.get_first_left_sample_ptr(), size, int32_t(start - frozen.time));
+    const bool has_sound = sum_voices(scratch.signal, start, true);
+    ChannelChain::render_rows(past, controls, start, scratch);
+    take(ChainStep{.kind = ChainStep::Kind::PAST,
+                   .has_sound = has_sound,
+                   .is_still = controls.are_still(),
+                   .fade_age = int32_t(start - frozen.time)},
+         past);
     later_sound = later_sound || voices.count() > fading_voices;
     if (later_sound)
-        render_present(start, scratch, output);
+        take_present(start, scratch, take);
     if (int32_t(start + size - frozen.time) >= int32_t(FadeOut::LENGTH))
         end_fade(start + size);
 }
@@ -153,15 +220,6 @@ void Channel::silence(uint32_t time) {
     frozen.take(controllers, time);
 }
 
-void Channel::begin_fade() {
-    fade = Fade::RUNNING;
-    later_sound = false;
-    chain = 1 - chain;
-    chains[chain].reset();
-    chain_is_empty = false;
-    stereo_effect.split(StereoEffect::effect_type(frozen.bytes[CTRL_CHANFX2_TYPE]));
-}
-
 void Channel::end_fade(uint32_t end) {
     const VoiceSet before = voices; // those that end leave it
     before.for_each([this](uint32_t place) {
@@ -174,17 +232,11 @@ void Channel::end_fade(uint32_t end) {
         last_render_time = end - FRESH_SILENCE;
 }
 
-void Channel::forget_echoes() {
-    chains[chain].reset();
-    stereo_effect.reset();
-    fade = Fade::NONE;
-}
-
 bool Channel::is_silent(uint32_t start) const {
     return int32_t(start - last_render_time) > SILENCE_AFTER;
 }
 
-bool Channel::render_voices(MonoBuffer& signal, uint32_t start, bool fading) {
+bool Channel::sum_voices(MonoBuffer& signal, uint32_t start, bool fading) {
     signal.nullify();
     bool any = false;
     const VoiceSet before = voices; // those that end leave it

@@ -9,6 +9,7 @@
 #include "softsynth/effects/stereo_effect.h"
 #include "softsynth/signal/buffer.h"
 #include "softsynth/voices/chain_settings.h"
+#include "softsynth/voices/chain_step.h"
 #include "softsynth/voices/channel_chain.h"
 #include "softsynth/voices/channel_output.h"
 #include "softsynth/voices/channel_scratch.h"
@@ -46,6 +47,11 @@ class Channel {
     // each with a scratch of its own.
     void render(uint32_t size, uint32_t start, ChannelScratch& scratch, ChannelOutput& output);
 
+    // The same in two halves: what voices and controllers give, then the chain.  The second may be
+    // that of an earlier block while another thread does the first of a later one.
+    void render_voices(uint32_t size, uint32_t start, ChannelScratch& scratch, ChainRecord& record);
+    void render_chain(const ChainRecord& record, ChannelScratch& scratch, ChannelOutput& output);
+
     // Those that sound, by their places in the pool.
     [[nodiscard]] const VoiceSet& get_voices() const { return voices; }
 
@@ -71,25 +77,33 @@ class Channel {
   private:
     // True when the last voice before `start` lies so far back that its tails count as silence.
     [[nodiscard]] bool is_silent(uint32_t start) const;
+    // The first half: calls take(step, settings) when the scratch holds what the step needs.
+    template <typename Take>
+    void for_each_step(uint32_t size, uint32_t start, ChannelScratch& scratch, const Take& take);
+    // The second one.
+    void follow_step(const ChainStep& step, const ChainSettings& step_settings,
+                     ChannelScratch& scratch, ChannelOutput& output);
+
     // The sum of the voices that fade, or of the others; false when there is none.
-    bool render_voices(MonoBuffer& signal, uint32_t start, bool fading);
-    void render_fading(uint32_t size, uint32_t start, ChannelScratch& scratch,
-                       ChannelOutput& output);
-    void render_present(uint32_t start, ChannelScratch& scratch, ChannelOutput& output);
+    bool sum_voices(MonoBuffer& signal, uint32_t start, bool fading);
+    template <typename Take>
+    void take_fading(uint32_t size, uint32_t start, ChannelScratch& scratch, const Take& take);
+    template <typename Take>
+    void take_present(uint32_t start, ChannelScratch& scratch, const Take& take);
     const ChainSettings& present_settings();
-    void begin_fade();
     void end_fade(uint32_t end);
-    void forget_echoes();
 
     [[nodiscard]] int last_int(unsigned controller) const;
 
     ControllerArray controllers;
+    ChainSettings settings;               // of the controllers after so many changes
+    uint32_t settings_count = UINT32_MAX; // none yet
+
+    // the second half's
     ChannelChain chains[2]; // the one in use, and what fades behind another
     unsigned chain = 0;
     StereoEffect stereo_effect;
-    ChainSettings settings;               // of the controllers after so many changes
-    uint32_t settings_count = UINT32_MAX; // none yet
-    bool chain_is_empty = true;           // no memory behind silence
+    bool chain_is_empty = true; // no memory behind silence
 
     // memory while the channel is being silenced
     enum class Fade { NONE, DUE, RUNNING };

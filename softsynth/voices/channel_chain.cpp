@@ -8,16 +8,13 @@ namespace tarquil {
 
 namespace {
 
-void make_stereo(const ChainSettings& settings, const SoundControls& controls, uint32_t start,
-                 ChannelScratch& scratch, StereoBuffer& mix) {
-    if (controls.are_still()) {
+void make_stereo(const ChainSettings& settings, bool is_still, ChannelScratch& scratch,
+                 StereoBuffer& mix) {
+    if (is_still)
         mix.make_from_mono(scratch.signal, settings.volume, settings.left_gain,
                            settings.right_gain);
-        return;
-    }
-    controls.render(CTRL_MAIN_VOLUME, scratch.volume, start, true);
-    controls.render_sqr(CTRL_PANNING, scratch.left_gain, scratch.right_gain, start);
-    mix.make_from_mono(scratch.signal, scratch.volume, scratch.left_gain, scratch.right_gain);
+    else
+        mix.make_from_mono(scratch.signal, scratch.volume, scratch.left_gain, scratch.right_gain);
 }
 
 void render_stereo(const ChainSettings& settings, StereoEffect& stereo_effect, DelayLine::Part part,
@@ -35,29 +32,34 @@ void render_stereo(const ChainSettings& settings, StereoEffect& stereo_effect, D
 
 } // namespace
 
-void ChannelChain::render(const ChainSettings& settings, const SoundControls& controls,
-                          uint32_t start, StereoEffect& stereo_effect, DelayLine::Part part,
-                          ChannelScratch& scratch, StereoBuffer& mix) {
-    MonoBuffer& signal = scratch.signal;
-    scrub_non_finite(signal.get_first_sample_ptr(), signal.get_buf_size());
-    for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++)
-        render_insert_effect(i, settings.inserts[i], controls, start, scratch);
-    render_filters(settings, signal);
-    make_stereo(settings, controls, start, scratch, mix);
-    render_stereo(settings, stereo_effect, part, scratch, mix);
+void ChannelChain::render_rows(const ChainSettings& settings, const SoundControls& controls,
+                               uint32_t start, ChannelScratch& scratch) {
+    if (!controls.are_still()) {
+        controls.render(CTRL_MAIN_VOLUME, scratch.volume, start, true);
+        controls.render_sqr(CTRL_PANNING, scratch.left_gain, scratch.right_gain, start);
+    }
+    for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++) {
+        if (settings.inserts[i].type != MonoEffect::MONO_EFFECT_FILTER)
+            continue;
+        const EffectRows rows = mono_effect_rows(i);
+        controls.render_controls(rows.parameter(0), scratch.cutoff[i], start, 0, false);
+        controls.render_controls(rows.parameter(1), scratch.resonance[i], start, 0, false);
+    }
 }
 
-void ChannelChain::render_insert_effect(unsigned index, const ChainSettings::Insert& insert,
-                                        const SoundControls& controls, uint32_t start,
-                                        ChannelScratch& scratch) {
-    if (insert.type == MonoEffect::MONO_EFFECT_FILTER) {
-        const EffectRows rows = mono_effect_rows(index);
-        controls.render_controls(rows.parameter(0), scratch.cutoff, start, 0, false);
-        controls.render_controls(rows.parameter(1), scratch.resonance, start, 0, false);
+void ChannelChain::render(const ChainSettings& settings, bool is_still, StereoEffect& stereo_effect,
+                          DelayLine::Part part, ChannelScratch& scratch, StereoBuffer& mix) {
+    MonoBuffer& signal = scratch.signal;
+    scrub_non_finite(signal.get_first_sample_ptr(), signal.get_buf_size());
+    for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++) {
+        const ChainSettings::Insert& insert = settings.inserts[i];
+        const int* p = insert.parameters;
+        insert_effects[i].render(insert.type, signal, p[0], p[1], p[2], p[3], p[4],
+                                 scratch.cutoff[i], scratch.resonance[i]);
     }
-    const int* p = insert.parameters;
-    insert_effects[index].render(insert.type, scratch.signal, p[0], p[1], p[2], p[3], p[4],
-                                 scratch.cutoff, scratch.resonance);
+    render_filters(settings, signal);
+    make_stereo(settings, is_still, scratch, mix);
+    render_stereo(settings, stereo_effect, part, scratch, mix);
 }
 
 void ChannelChain::render_filters(const ChainSettings& settings, MonoBuffer& signal) {

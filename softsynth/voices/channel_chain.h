@@ -16,20 +16,20 @@ namespace tarquil {
 
 class ChannelChain {
   public:
-    // Makes `mix` of the scratch's signal, for the block that starts at `start`.  `settings` are
-    // those of the controls, which are read over time too unless they are still.  The stereo effect
-    // belongs to the channel, since its memory is large.
-    void render(const ChainSettings& settings, const SoundControls& controls, uint32_t start,
-                StereoEffect& stereo_effect, DelayLine::Part part, ChannelScratch& scratch,
-                StereoBuffer& mix);
+    // Leaves in the scratch what `render` reads over time: volume and pan unless the controls are
+    // still, and the insert effects' filters.  The block starts at `start`.
+    static void render_rows(const ChainSettings& settings, const SoundControls& controls,
+                            uint32_t start, ChannelScratch& scratch);
+
+    // Makes `mix` of the scratch's signal.  The stereo effect belongs to the channel, since its
+    // memory is large.
+    void render(const ChainSettings& settings, bool is_still, StereoEffect& stereo_effect,
+                DelayLine::Part part, ChannelScratch& scratch, StereoBuffer& mix);
 
     // Clears all memory.
     void reset() { *this = ChannelChain(); }
 
   private:
-    void render_insert_effect(unsigned index, const ChainSettings::Insert& insert,
-                              const SoundControls& controls, uint32_t start,
-                              ChannelScratch& scratch);
     void render_filters(const ChainSettings& settings, MonoBuffer& signal);
 
     Filter filters[NUM_CHANNEL_FILTERS];

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "softsynth/effects/stereo_effect.h"
+#include "softsynth/parameters/families.h"
 #include "softsynth/signal/buffer.h"
 
 namespace tarquil {
@@ -15,8 +16,12 @@ struct ChannelScratch {
 
     // Sizes all buffers for a block.
     void init(uint32_t size) {
-        for (MonoBuffer* buffer : {&signal, &volume, &left_gain, &right_gain, &cutoff, &resonance})
+        for (MonoBuffer* buffer : {&signal, &volume, &left_gain, &right_gain})
             buffer->init(size);
+        for (unsigned i = 0; i < NUM_MONO_EFFECTS; i++) {
+            cutoff[i].init(size);
+            resonance[i].init(size);
+        }
     }
 
     MonoBuffer signal; // the voices' sum on its way through the inserts and filters
@@ -24,9 +29,9 @@ struct ChannelScratch {
     MonoBuffer left_gain;
     MonoBuffer right_gain;
 
-    // Of an insert effect's filter: a value at every CONTROL_PERIOD samples.
-    MonoBuffer cutoff;
-    MonoBuffer resonance;
+    // Of the insert effects' filters: a value at every CONTROL_PERIOD samples.
+    MonoBuffer cutoff[NUM_MONO_EFFECTS];
+    MonoBuffer resonance[NUM_MONO_EFFECTS];
 
     StereoEffectScratch stereo_effect;
 };

@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <random>
-#include <utility>
 
 #include "midi/gm/gm_map_file.h"
 #include "player/player.h"
@@ -92,22 +93,24 @@ class DeferredRunsTest : public testing::TestWithParam<MidiDialect> {
         start();
         std::vector<float> sound;
         PlayerAudio& audio = player->audio();
-        DeferredRuns later[2];
-        for (uint32_t run = 0; run <= NUM_RUNS; run += RUNS_AT_ONCE) {
-            std::swap(later[0], later[1]);
-            later[1].clear();
+        DeferredRuns later[3];
+        for (uint32_t run = 0; run < NUM_RUNS + 2 * RUNS_AT_ONCE; run += RUNS_AT_ONCE) {
+            std::rotate(later, later + 1, std::end(later));
+            later[2].clear();
             for (uint32_t i = 0; i < RUNS_AT_ONCE; i++) {
                 queue_run();
-                audio.defer(later[1], RUN);
+                audio.defer(later[2], RUN);
             }
             const auto work = [&](uint32_t job) {
                 if (job < audio.num_parts())
-                    audio.perform(later[1], job);
+                    audio.perform(later[2], job);
+                else if (job == audio.num_parts())
+                    audio.go_on(later[1]);
                 else
                     audio.finish(later[0]);
             };
             runner.run(
-                audio.num_parts() + 1,
+                audio.num_parts() + 2,
                 [](const void* context, uint32_t job) {
                     (*static_cast<const decltype(work)*>(context))(job);
                 },

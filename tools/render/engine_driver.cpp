@@ -2,8 +2,9 @@
 
 #include "tools/render/engine_driver.h"
 
+#include <algorithm>
 #include <exception>
-#include <utility>
+#include <iterator>
 
 #include "common/failure.h"
 #include "midi/midi_message.h"
@@ -56,23 +57,25 @@ void EngineDriver::render(float* pcm, const Beside& beside) {
         SongDriver::render(pcm, beside);
         return;
     }
-    if (later[1].get_runs().empty())
+    while (later[1].get_runs().empty())
         render_ahead([] {});
     render_ahead(beside);
     player.audio().mix(later[0], pcm);
 }
 
 void EngineDriver::render_ahead(const Beside& beside) {
-    std::swap(later[0], later[1]);
-    later[1].clear();
+    std::rotate(later, later + 1, std::end(later));
+    later[2].clear();
     for (uint32_t done = 0; done < DEFERRED_FRAMES; done += QuantumStream::QUANTUM)
         play_next(QuantumStream::QUANTUM, nullptr);
     const uint32_t num_parts = player.audio().num_parts();
     std::exception_ptr failure; // of what is done beside
     const auto work = [&](uint32_t job) {
         if (job < num_parts) {
-            player.audio().perform(later[1], job);
+            player.audio().perform(later[2], job);
         } else if (job == num_parts) {
+            player.audio().go_on(later[1]);
+        } else if (job == num_parts + 1) {
             player.audio().finish(later[0]);
         } else {
             try {
@@ -83,7 +86,7 @@ void EngineDriver::render_ahead(const Beside& beside) {
         }
     };
     workers.run(
-        num_parts + 2,
+        num_parts + 3,
         [](const void* context, uint32_t job) {
             (*static_cast<const decltype(work)*>(context))(job);
         },
@@ -94,7 +97,7 @@ void EngineDriver::render_ahead(const Beside& beside) {
 
 void EngineDriver::run(float* pcm, uint32_t frames, uint32_t /*block_start*/) {
     if (is_deferring)
-        player.audio().defer(later[1], frames);
+        player.audio().defer(later[2], frames);
     else
         player.audio().run(pcm, frames);
 }

@@ -66,7 +66,7 @@ class EngineDriver : public SongDriver {
     void run(float* pcm, uint32_t frames, uint32_t block_start) override;
 
   private:
-    // Performs a block while what the last call has performed is finished.
+    // Performs a block while what the last calls have performed goes on and is finished.
     void render_ahead(const Beside& beside);
 
     // Some milliseconds of work: little is lost by waiting for the last thread.
@@ -82,7 +82,7 @@ class EngineDriver : public SongDriver {
     WorkerThreads workers; // of the player
     Player player;
     bool is_deferring;
-    DeferredRuns later[2]; // to be finished, to be performed
+    DeferredRuns later[3]; // to be finished, to go on, to be performed
     std::vector<StereoBuffer> taps;
 };
 
