@@ -4,6 +4,7 @@
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <cairo-xlib.h>
 
 #include <bit>
 
@@ -38,9 +39,18 @@ DirectPaint::~DirectPaint() {
         XFreeGC(connection.display, static_cast<GC>(context));
 }
 
+void DirectPaint::follow(cairo_surface_t* whole) {
+    ahead = cairo_surface_get_type(whole) == CAIRO_SURFACE_TYPE_XLIB
+                ? cairo_xlib_surface_get_display(whole)
+                : nullptr;
+}
+
 void DirectPaint::paint(cairo_surface_t* picture, const std::vector<PixelArea>& areas) {
     if (areas.empty())
         return;
+    if (ahead != nullptr)
+        XSync(static_cast<Display*>(ahead), False);
+    ahead = nullptr;
     cairo_surface_flush(picture);
     XImage image{};
     image.width = cairo_image_surface_get_width(picture);

@@ -29,6 +29,10 @@ class DirectPaint {
     // The window's pixels are those of CAIRO_FORMAT_RGB24.
     [[nodiscard]] bool is_possible() const { return context != nullptr; }
 
+    // The toolkit's connection has sent a whole picture, drawn on that surface: what is painted
+    // from now on comes behind it, though the server may take connections in any order.
+    void follow(cairo_surface_t* whole);
+
     // Copies the areas, which lie within the picture, to their places.
     void paint(cairo_surface_t* picture, const std::vector<PixelArea>& areas);
 
@@ -37,6 +41,7 @@ class DirectPaint {
     const uintptr_t window;
     void* visual = nullptr;  // Xlib's
     void* context = nullptr; // Xlib's
+    void* ahead = nullptr;   // Xlib's display, of a picture that may be on its way
 };
 
 } // namespace tarquil

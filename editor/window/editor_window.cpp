@@ -257,6 +257,7 @@ void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsCont
         content.view.draw_changes(cr);
     cairo_destroy(cr);
     show_picture(context.handle, content.picture.get_surface());
+    content.direct_paint.follow(cairo_get_target(context.handle));
 }
 
 // Meters move 30 times a second: only where they have moved the window is painted.
