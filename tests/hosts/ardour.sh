@@ -90,6 +90,6 @@ try_format LXVST 173 0
 
 run in_ardour /usr/lib/ardour7/ardour-vst3-scanner -f "$vst3"
 expect "Ardour scans the VST 3 plug-in" grep -o "Found Plugin: .*Tarquil" <<<"$seen"
-try_format VST3 794 0
+try_format VST3 884 0
 
 try_format LV2 175 5

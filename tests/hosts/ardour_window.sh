@@ -144,5 +144,5 @@ try_window() {
 }
 
 start_desk
-try_window VST3 794
+try_window VST3 884
 try_window LV2 175
