@@ -26,6 +26,7 @@ import loudness
 import moves
 import notes
 import players
+import recipes
 import sound_set
 import starts
 import targets
@@ -45,6 +46,7 @@ def arguments(argv):
     parser.add_argument("--rounds", type=int, default=8, help="of least squares, at most; %(default)s if not given")
     parser.add_argument("--generations", type=int, default=20,
                         help=f"of {POPULATION} versions each in the random search; %(default)s if not given")
+    parser.add_argument("--recipes", action="store_true", help="try other waves, filters and noises as well, behind the equalisers")
     parser.add_argument("--scratch", action="store_true", help="start from the plain designs of starts.py as well")
     return parser.parse_args(argv)
 
@@ -213,7 +215,11 @@ def fit(program, options, tables, say=print):
     before = goal.verdict(old) if old else (float("inf"), float("inf"))
     old_fails = health(old, program)[1] if old else []
     found = []
-    for start in choose_start(goal, old, options.scratch, options.seed):
+    chosen = choose_start(goal, old, options.scratch, options.seed)
+    if old and options.recipes and program not in recipes.EVENTS:
+        wanted = fit_notes(program)
+        chosen += recipes.best(old, wanted, goal.ends(wanted))
+    for start in chosen:
         ready = candidates.Version(genes.with_free_peaks(start.instrument), start.laws, start.others)
         found.append((goal.search(ready, options.rounds, options.generations, options.seed), ready))
     (best, loss), ready = min(found, key=lambda pair: pair[0][1])

@@ -50,8 +50,8 @@ def _envelope_genes(instrument):
         genes += [Gene("byte", f"{name}_attack", 0, 100), Gene("byte", f"{name}_decay", 2, 127),
                   Gene("byte", f"{name}_release", 4, 110), Gene("key", f"{name}_decay", -40, 40)]
         if instrument[f"{name}_sustain"] > 0:
-            genes.append(Gene("byte", f"{name}_sustain", 1, 127))
-    genes += [Gene("key", "env1_release", -30, 30), Gene("vel", "env1_attack", -12, 12)]
+            genes += [Gene("byte", f"{name}_sustain", 1, 127), Gene("key", f"{name}_sustain", -12, 12)]
+    genes += [Gene("key", "env1_release", -30, 30), Gene("key", "env1_attack", -12, 12), Gene("vel", "env1_attack", -12, 12)]
     return genes
 
 

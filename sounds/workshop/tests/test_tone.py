@@ -5,7 +5,7 @@ import unittest
 import numpy as np
 import scipy.signal
 
-import features, fit, instrument_text, spectra, tone
+import equalisers, features, fit, instrument_text, spectra
 from players import RATE
 
 
@@ -48,7 +48,7 @@ class Tone(unittest.TestCase):
     def test_slots_in_use_start_where_they_stand_and_others_stay(self):
         instrument = instrument_text.Instrument({"chan_filter1_type": 2, "chan_filter1_cutoff": 30, "chan_filter3_type": 6,
                                                  "chan_filter3_cutoff": 70, "chan_filter3_gain": 80, "chan_filter3_resonance": 12})
-        bank = tone.Bank(instrument)
+        bank = equalisers.Bank(instrument)
         self.assertEqual(bank.slots, [2, 3, 4])
         changes = bank.bytes(bank.start)
         self.assertEqual([changes[f"chan_filter3_{part}"] for part in ("type", "cutoff", "resonance", "gain")], [6, 70, 12, 80])
