@@ -95,6 +95,7 @@ try_window() {
     local ardour editor before quiet silent changed
     export TARQUIL_SESSION=$work/$1/session TARQUIL_PARAMETERS=$2
     before=$(parameters)
+    rm -f "$XDG_CONFIG_HOME/tarquil/editor.conf" # the size that the format before has chosen
     ARDOUR_SECONDS=200 in_ardour "$(echo /usr/lib/ardour7/ardour-7.*)" -n "$TARQUIL_SESSION/first.ardour" >"$work/ardour.log" 2>&1 &
     ardour=$!
     started+=("$ardour")
