@@ -1,6 +1,8 @@
-// UTF-8: where characters begin and end.
+// UTF-8: where characters begin and end, and which they are.
 
 #include "common/utf8.h"
+
+#include <algorithm>
 
 namespace tarquil {
 
@@ -24,6 +26,20 @@ size_t utf8_length(std::string_view text) {
     const bool bad = (first == 0xE0 && second < 0xA0) || (first == 0xED && second >= 0xA0) ||
                      (first == 0xF0 && second < 0x90) || (first == 0xF4 && second >= 0x90);
     return bad ? 0 : length;
+}
+
+size_t utf8_count(std::string_view text) {
+    return size_t(
+        std::count_if(text.begin(), text.end(), [](char c) { return !is_utf8_continuation(c); }));
+}
+
+char32_t utf8_code_point(std::string_view text, size_t length) {
+    if (length == 1)
+        return char32_t(uint8_t(text[0]));
+    char32_t code_point = uint8_t(text[0]) & (0x7FU >> length);
+    for (size_t i = 1; i < length; i++)
+        code_point = code_point << 6U | (uint8_t(text[i]) & 0x3FU);
+    return code_point;
 }
 
 std::string_view utf8_prefix(std::string_view text, size_t max_bytes) {

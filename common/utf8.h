@@ -1,4 +1,4 @@
-// UTF-8: where characters begin and end.
+// UTF-8: where characters begin and end, and which they are.
 
 #pragma once
 
@@ -16,6 +16,12 @@ constexpr bool is_utf8_continuation(char c) {
 // The length of the well-formed character at the start of `text`, which is not empty; 0 when there
 // is none.
 size_t utf8_length(std::string_view text);
+
+// How many characters begin in `text`.
+size_t utf8_count(std::string_view text);
+
+// The code point of the well-formed character of `length` bytes at the start of `text`.
+char32_t utf8_code_point(std::string_view text, size_t length);
 
 // As much of `text` as `max_bytes` hold without cutting a character.  What is no UTF-8 is cut where
 // the room ends.

@@ -2,10 +2,9 @@
 
 #include "standalone/jack_library.h"
 
-#include <dlfcn.h>
-
 #include <optional>
-#include <type_traits>
+
+#include "common/platform/shared_library.h"
 
 namespace tarquil {
 
@@ -14,19 +13,12 @@ namespace {
 constexpr const char* FILE_NAME = "libjack.so.0";
 
 std::optional<JackLibrary> load() {
-    void* file = dlopen(FILE_NAME, RTLD_NOW | RTLD_LOCAL);
-    if (file == nullptr)
-        return std::nullopt;
+    SharedLibrary library(FILE_NAME);
     JackLibrary jack;
-    bool has_all = true;
-    const auto find = [&](auto& function, const char* name) {
-        function = reinterpret_cast<std::decay_t<decltype(function)>>(dlsym(file, name));
-        has_all = has_all && function != nullptr;
-    };
-#define TARQUIL_FIND(name) find(jack.name, "jack_" #name);
+#define TARQUIL_FIND(name) library.find(jack.name, "jack_" #name);
     TARQUIL_JACK_FUNCTIONS(TARQUIL_FIND)
 #undef TARQUIL_FIND
-    if (!has_all)
+    if (!library.has_all())
         return std::nullopt;
     // Its own messages say less than the reasons that are given.
     jack.set_error_function([](const char*) {});

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "editor/access/accessible_role.h"
 #include "editor/access/accessible_tree.h"
 #include "editor/access/bus_message.h"
 
@@ -65,6 +66,7 @@ class AccessibleObject {
     [[nodiscard]] BusReference reference(unsigned number) const;
     [[nodiscard]] std::vector<unsigned> children() const;
     [[nodiscard]] std::vector<std::string> interfaces() const;
+    [[nodiscard]] AccessibleRole own_role() const;
     [[nodiscard]] bool has_text() const;
 
     const World& world;

@@ -12,11 +12,6 @@ namespace {
 
 using Kind = AccessibleChange::Kind;
 
-size_t num_characters(std::string_view text) {
-    return size_t(
-        std::count_if(text.begin(), text.end(), [](char c) { return !is_utf8_continuation(c); }));
-}
-
 bool has(const std::vector<unsigned>& numbers, unsigned wanted) {
     return std::find(numbers.begin(), numbers.end(), wanted) != numbers.end();
 }
@@ -36,15 +31,14 @@ void compare_text(unsigned number, const std::string& before, const std::string&
         rest++;
     while (rest > 0 && is_utf8_continuation(now[now.size() - rest]))
         rest--;
-    const auto place = unsigned(num_characters(std::string_view(now).substr(0, start)));
+    const auto place = unsigned(utf8_count(std::string_view(now).substr(0, start)));
     const std::string gone = before.substr(start, before.size() - rest - start);
     const std::string come = now.substr(start, now.size() - rest - start);
     if (!gone.empty())
-        changes.push_back(
-            {number, Kind::TEXT_REMOVED, place, unsigned(num_characters(gone)), 0, gone});
+        changes.push_back({number, Kind::TEXT_REMOVED, place, unsigned(utf8_count(gone)), 0, gone});
     if (!come.empty())
         changes.push_back(
-            {number, Kind::TEXT_INSERTED, place, unsigned(num_characters(come)), 0, come});
+            {number, Kind::TEXT_INSERTED, place, unsigned(utf8_count(come)), 0, come});
 }
 
 } // namespace

@@ -33,8 +33,7 @@ Spoken TextEdit::spoken(std::string name, const Rect& area) const {
     Spoken field{SpokenRole::FIELD, std::move(name)};
     field.text = text;
     field.area = area;
-    field.caret = size_t(std::count_if(text.begin(), text.begin() + ptrdiff_t(cursor),
-                                       [](char c) { return !is_utf8_continuation(c); }));
+    field.caret = utf8_count(std::string_view(text).substr(0, cursor));
     return field;
 }
 

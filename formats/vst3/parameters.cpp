@@ -48,11 +48,15 @@ bool is_mapped(unsigned number) {
     return number <= MAPPED_BEND && std::ranges::find(MAPPED, uint8_t(number)) != std::end(MAPPED);
 }
 
+bool is_only_learned(unsigned number) {
+    return number < NUM_MIDI_CONTROLLERS && is_learnable(number) && !is_mapped(number);
+}
+
 const std::vector<uint8_t>& learning_numbers() {
     static const std::vector<uint8_t> all = [] {
         std::vector<uint8_t> found;
         for (unsigned number = 0; number < NUM_MIDI_CONTROLLERS; number++) {
-            if (is_learnable(number) && !is_mapped(number))
+            if (is_only_learned(number))
                 found.push_back(uint8_t(number));
         }
         return found;
@@ -160,7 +164,7 @@ std::optional<unsigned> find_learning_parameter(ParameterId id) {
 }
 
 std::optional<ParameterId> learning_parameter_id(unsigned number) {
-    if (number >= NUM_MIDI_CONTROLLERS || !is_learnable(number) || is_mapped(number))
+    if (!is_only_learned(number))
         return std::nullopt;
     return FIRST_LEARNING_ID + number;
 }

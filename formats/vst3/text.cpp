@@ -13,16 +13,6 @@ constexpr char32_t HIGH_START = 0xD800;
 constexpr char32_t LOW_START = 0xDC00;
 constexpr char32_t LOW_END = 0xE000;
 
-// `length`: of a well-formed character.
-char32_t decode(std::string_view text, size_t length) {
-    if (length == 1)
-        return char32_t(uint8_t(text[0]));
-    char32_t character = uint8_t(text[0]) & (0x7FU >> length);
-    for (size_t i = 1; i < length; i++)
-        character = character << 6U | (uint8_t(text[i]) & 0x3FU);
-    return character;
-}
-
 void append(std::string& text, char32_t character) {
     if (character < 0x80) {
         text += char(character);
@@ -40,7 +30,7 @@ void put_text(char16_t* out, size_t room, std::string_view text) {
     size_t count = 0;
     while (!text.empty()) {
         const size_t length = utf8_length(text);
-        const char32_t character = length == 0 ? U'?' : decode(text, length);
+        const char32_t character = length == 0 ? U'?' : utf8_code_point(text, length);
         const size_t units = character < FIRST_PAIR ? 1 : 2;
         if (count + units >= room)
             break;

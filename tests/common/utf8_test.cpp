@@ -1,4 +1,4 @@
-// Tests of cutting text between its characters.
+// Tests of finding the characters of a text.
 
 #include "common/utf8.h"
 
@@ -15,6 +15,17 @@ TEST(Utf8, APrefixEndsBetweenCharacters) {
     for (size_t room = 0; room < std::size(lengths); room++)
         EXPECT_EQ(utf8_prefix(text, room), text.substr(0, lengths[room])) << room;
     EXPECT_EQ(utf8_prefix("", 0), "");
+}
+
+TEST(Utf8, CharactersAreCountedAndKnown) {
+    const std::pair<std::string_view, char32_t> characters[] = {
+        {"a", U'a'}, {"\xC3\xA9", 0xE9}, {"\xE2\x82\xAC", 0x20AC}, {"\xF0\x9D\x84\x9E", 0x1D11E}};
+    std::string text;
+    for (const auto& [bytes, code_point] : characters) {
+        EXPECT_EQ(utf8_code_point(bytes, utf8_length(bytes)), code_point);
+        text += bytes;
+    }
+    EXPECT_EQ(utf8_count(text), std::size(characters));
 }
 
 TEST(Utf8, WhatIsNoUtf8IsCutWhereTheRoomEnds) {
