@@ -61,8 +61,11 @@ Spoken Button::spoken(UiHost& host) {
         spoken.name = now.text;
         spoken.help = help;
     }
-    if (now.is_enabled)
-        spoken.press = [this, &host] { action(host); };
+    // There when it can not be pressed, too: readers ask only once what a part can do.
+    spoken.press = [this, &host] {
+        if (look(host).is_enabled)
+            action(host);
+    };
     return spoken;
 }
 

@@ -8,6 +8,7 @@ import pyatspi
 from gi.repository import GLib
 
 CUTOFF = "Filter cutoff"
+OF_PARENT = 2  # AtspiCoordType, which pyatspi has no name for
 heard = []  # events since the last expectation: kind, name of the part, detail
 
 
@@ -35,11 +36,13 @@ def wait_until(is_so, what):
     check(False, what)
 
 
-def hears(kind, name, detail=None):
-    wait_until(
-        lambda: any(k.startswith(kind) and n == name and detail in (None, d) for k, n, d in heard),
-        f"{kind} of {name} is not heard",
-    )
+def hears(name, *kinds, detail=None):
+    """Every one of these kinds, of the part of that name."""
+    for kind in kinds:
+        wait_until(
+            lambda kind=kind: any(k.startswith(kind) and n == name and detail in (None, d) for k, n, d in heard),
+            f"{kind} of {name} is not heard",
+        )
     heard.clear()
 
 
@@ -108,6 +111,13 @@ def walk():
     check(len(cutoff.description) > 10, "it has no help")
     started = time.time()
     count = sum(1 for part in parts(program()) if part.getRoleName() and part.getState())
+    on_screen = cutoff.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    around = cutoff.parent.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    inside = cutoff.queryComponent().getPosition(OF_PARENT)
+    check(inside == (on_screen.x - around.x, on_screen.y - around.y), f"it stands at {inside}")
+    middle = (on_screen.x + on_screen.width // 2, on_screen.y + on_screen.height // 2)
+    there = frame.queryComponent().getAccessibleAtPoint(*middle, pyatspi.DESKTOP_COORDS)
+    check(there == cutoff, f"{there} is under its middle")
     print(f"{count} parts in {time.time() - started:.3f} s")
 
 
@@ -122,39 +132,43 @@ def edit():
         check(any(has(p, pyatspi.STATE_FOCUSED) for p in items), "no item of a menu has the focus")
         chosen = items[index].name
         press(items[index])
-        hears("object:state-changed:enabled", CUTOFF, index)
+        hears(CUTOFF, "object:state-changed:enabled", detail=index)
         check(value_text(kind) == chosen == kind.queryText().getText(0, -1), "it was not chosen")
         check(has(cutoff, pyatspi.STATE_ENABLED) == bool(index), "its state is as before")
         check(("No effect now" in cutoff.description) != bool(index), "it does not say why")
     value = cutoff.queryValue()
     value.currentValue = 40
-    hears("object:property-change:accessible-value", CUTOFF)
+    hears(CUTOFF, "object:property-change:accessible-value")
     check(value.currentValue == 40 and value.maximumValue == 127, "the value is not set")
     check(value_text(cutoff) != before, "its text stays")
     for wrong in (float("nan"), float("inf")):
         value.currentValue = wrong
     check(value.currentValue == 40, "nonsense is taken for a value")
     name = find("Program name", "entry")
-    name.queryEditableText().setTextContents("Orgel")
-    hears("object:text-changed:insert", "Program name")
-    check(name.queryText().getText(0, 3) == "Org", "the name is not typed")
+    name.queryEditableText().setTextContents("Orgäl")
+    hears("Program name", "object:text-changed:insert")
+    check(name.queryText().getText(0, 4) == "Orgä", "the name is not typed")
+    check(name.queryText().getCharacterAtOffset(3) == ord("ä"), "it is read byte by byte")
+    press(find("Undo", "push button"))
+    hears("Redo", "object:state-changed:enabled", "object:state-changed:sensitive", detail=1)
+    press(find("Redo", "push button"))
     keys = find("Keys", "toggle button")
     was_on = has(keys, pyatspi.STATE_CHECKED)
     box = keys.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
     xdotool("mousemove", str(box.x + box.width // 2), str(box.y + box.height // 2), "click", "1")
-    hears("object:state-changed:checked", "Keys", 0 if was_on else 1)
+    hears("Keys", "object:state-changed:checked", "object:state-changed:pressed", detail=0 if was_on else 1)
 
 
 def keys():
     listen()
     cutoff = find(CUTOFF)
     check(cutoff.queryComponent().grabFocus(), "it takes no focus")
-    hears("object:state-changed:focused", CUTOFF, 1)
+    hears(CUTOFF, "object:state-changed:focused", detail=1)
     for key in ("Up", "Down"):
         xdotool("key", key)
-        hears("object:property-change:accessible-value", CUTOFF)
+        hears(CUTOFF, "object:property-change:accessible-value")
     xdotool("key", "Tab")
-    hears("object:state-changed:focused", CUTOFF, 0)
+    hears(CUTOFF, "object:state-changed:focused", detail=0)
     xdotool("key", "Escape")
 
 

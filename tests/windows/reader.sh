@@ -35,7 +35,7 @@ for _ in $(seq 60); do xdotool key BackSpace; done
 xdotool type --delay 20 "$work/read"
 reader saves
 program=$("$TARQUIL" bank show "$work/read.tqb" 0)
-grep -q "^instrument 0: Orgel" <<<"$program" || fail "the typed name is not in the file"
+grep -q "^instrument 0: Orgäl" <<<"$program" || fail "the typed name is not in the file"
 grep -Eq "^filter1_cutoff +[0-9.]+ +40 " <<<"$program" || fail "the value that was set is not in the file"
 want_readers false
 reader nobody

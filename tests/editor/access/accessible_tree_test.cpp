@@ -117,6 +117,25 @@ TEST_F(AccessibleTreeTest, EachMessageIsShownAnew) {
 TEST_F(AccessibleTreeTest, FindsWhatIsUnderAPoint) {
     EXPECT_EQ(tree.at({15, 15}), knob_number);
     EXPECT_EQ(tree.at({50, 50}), tree.window());
+    Spoken menu = part(SpokenRole::MENU, "Menu"); // a list of items, over the knob
+    menu.items = {part(SpokenRole::MENU_ITEM, "Saw")};
+    menu.items[0].area = {0, 0, 60, 20};
+    window.items.push_back(menu);
+    tree.update(window);
+    EXPECT_EQ(tree.find(tree.at({15, 15}))->spoken->name, "Saw");
+}
+
+TEST(AccessibleStates, AreThoseOfTheRole) {
+    constexpr uint64_t MODAL = 1U << 16U;
+    constexpr uint64_t PRESSED = 1U << 20U;
+    constexpr uint64_t SELECTED = 1U << 23U;
+    for (const auto& [role, its_own] :
+         {std::pair(SpokenRole::DIALOG, MODAL), std::pair(SpokenRole::SWITCH, PRESSED),
+          std::pair(SpokenRole::TAB, SELECTED), std::pair(SpokenRole::BUTTON, uint64_t(0))}) {
+        Spoken spoken = part(role, "");
+        spoken.is_on = true;
+        EXPECT_EQ(accessible_states(spoken, true) & (MODAL | PRESSED | SELECTED), its_own);
+    }
 }
 
 TEST(AccessibleObject, TakesItsOwnPathsOnly) {
