@@ -60,6 +60,7 @@ class AccessibleObject {
     bool answer_component(const std::string& member, BusReader& arguments, BusWriter& answer);
     bool answer_action(const std::string& member, BusReader& arguments, BusWriter& answer);
     bool answer_text(const std::string& member, BusReader& arguments, BusWriter& answer);
+    bool answer_editable_text(const std::string& member, BusReader& arguments, BusWriter& answer);
     void write_states(BusWriter& answer) const;
     void write_extents(BusWriter& answer, int kind) const;
 
