@@ -1,4 +1,7 @@
-// Drawing in the editor's units: shapes, lines and text over a cairo context.
+// Drawing in the editor's units: shapes, lines and text.
+//
+// Upright boxes are filled at once.  All else is a mask of pixels, made by cairo once for each
+// shape and text and kept in a DrawnStore, and a colour through it.
 
 #pragma once
 
@@ -9,8 +12,10 @@
 #include <vector>
 
 #include "curves/plot_point.h"
+#include "editor/kit/drawn_store.h"
 #include "editor/kit/font.h"
 #include "editor/kit/geometry.h"
+#include "editor/kit/pixels.h"
 #include "editor/kit/theme.h"
 
 namespace tarquil {
@@ -26,13 +31,14 @@ struct TextStyle {
 
 class Canvas {
   public:
-    // The context is scaled to the editor's units, and left as it was.
-    explicit Canvas(cairo_t* context, ThemeKind theme = ThemeKind::DARK);
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
-    ~Canvas();
+    // The context is one of an image (CAIRO_FORMAT_RGB24), scaled to the editor's units.  The store
+    // outlives the canvas.
+    Canvas(cairo_t* context, DrawnStore& store, ThemeKind theme = ThemeKind::DARK);
 
     void fill(const Rect& area, Color color, double radius = 0.0, double alpha = 1.0);
+    // What the `covered` areas, to be filled with round corners next, leave of an upright area.
+    void fill_around(const Rect& area, const std::vector<Rect>& covered, double radius,
+                     Color color);
     // Areas that do not overlap.
     void fill_all(const std::vector<Rect>& areas, Color color, double alpha);
     void frame(const Rect& area, Color color, double radius = 0.0, double width = 1.0);
@@ -43,7 +49,7 @@ class Canvas {
     void line(Point from, Point to, Color color, double width = 1.0);
     void polyline(const std::vector<Point>& points, Color color, double width, double alpha = 1.0);
     // The same for a curve that is steep nearly everywhere, in less time.
-    void wave(const std::vector<Point>& points, Color color, double width, double alpha = 1.0);
+    void wave(const std::vector<Point>& points, Color color, double width);
     // The area between the points and the height `base`.
     void fill_below(const std::vector<Point>& points, double base, Color color, double alpha);
     void polygon(const std::vector<Point>& points, Color color);
@@ -59,16 +65,30 @@ class Canvas {
     void clip(const Rect& area) { clip(std::vector<Rect>{area}); }
     void unclip();
 
-    cairo_t* context() { return cr; }
-
   private:
-    void set_color(Color color, double alpha = 1.0);
-    void set_font(double size, Weight weight);
-    double measure(const std::string& printable, double size, Weight weight);
-    void rounded(const Rect& area, double radius);
+    [[nodiscard]] Paint paint_of(Color color, double alpha = 1.0) const;
+    // In pixels.
+    [[nodiscard]] Rect scaled(const Rect& area) const;
+    bool begin(Outline outline, const Rect& pixels_area, const Shape::Style& style = {});
+    bool begin_points(Outline outline, const std::vector<Point>& points, const Shape::Style& style);
+    void add(double x, double y);
+    void finish(const Paint& paint);
+    void rounded(const Rect& pixels_area, double radius, double line_width, const Paint& paint);
+    void corners(const Rect& pixels_area, double radius, double line_width, const Paint& paint);
+    void corner(const PixelBox& box, const Rect& outline, double radius, double line_width,
+                const Paint& paint);
+    void lines(const std::vector<Point>& points, const Paint& paint, double width, bool is_fine);
+    void area_of(const std::vector<Point>& points, const Paint& paint);
+    TextRun& run_of(std::string printable, double size, Weight weight);
 
-    cairo_t* cr;
+    double scale; // pixels a unit
     const Palette& palette;
+    DrawnStore& store;
+    Pixels pixels;
+    // of the shape that is begun
+    Shape shape;
+    int shape_left = 0;
+    int shape_top = 0;
 };
 
 // Removes the last character of UTF-8 text.

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "editor/kit/drawn_store.h"
 #include "editor/kit/level_meter.h"
 #include "editor/kit/page.h"
 #include "editor/kit/window_size.h"
@@ -165,6 +166,7 @@ class EditorView : public UiHost {
     std::atomic<bool> may_have_changed{true};
     ViewState view_state;
     ResponseWorker responses;
+    DrawnStore drawn_store;
     EditorMeters meters;
     LevelMeter level_meter;
     std::array<double, NUM_CHANNELS> channel_lights{};

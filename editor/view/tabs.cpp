@@ -63,15 +63,10 @@ class Tab : public Widget {
 
 // As wide as the titles are when they are current.
 std::vector<double> title_widths(const std::vector<Page>& pages) {
-    cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
-    cairo_t* const context = cairo_create(surface);
     std::vector<double> widths;
     widths.reserve(pages.size());
     for (const Page& page : pages)
-        widths.push_back(
-            Canvas(context, ThemeKind::DARK).text_width(page.title, theme::NORMAL, Weight::BOLD));
-    cairo_destroy(context);
-    cairo_surface_destroy(surface);
+        widths.push_back(TextRun({page.title, theme::NORMAL, Weight::BOLD}).width());
     return widths;
 }
 

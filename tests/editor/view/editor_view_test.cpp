@@ -178,8 +178,42 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
             const Picture anew{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
             view.draw_changes(picture.context());
             view.draw(anew.context());
-            // A curve that is clipped differs by a shade here and there.
+            // A letter's last shade may lie beyond its widget's edge.
             EXPECT_EQ(picture.compare(anew, 1), "") << view.get_pages()[page].title;
+        }
+    }
+}
+
+// What is kept from drawing to drawing shows nothing of before.
+TEST_F(EditorViewTest, APageLooksAsInANewWindowWhateverWasDrawnBefore) {
+    const auto draw_page = [this](EditorView& shown, unsigned page, double scale, Picture& into) {
+        shown.show_page(page);
+        shown.tick(1.0);
+        cairo_save(into.context());
+        cairo_scale(into.context(), scale, scale);
+        shown.draw(into.context());
+        shown.wait_for_responses();
+        shown.draw(into.context());
+        cairo_restore(into.context());
+    };
+    const auto num_pages = unsigned(view.get_pages().size());
+    for (const double scale : {1.0, 1.25, 0.75}) {
+        for (unsigned page = 0; page < num_pages; page++) {
+            for (unsigned number = 0; number < NUM_CONTROLLERS; number += 3) {
+                if (find_controller(number) != nullptr)
+                    model.set_value(number, int(number * 7 + page) % 128);
+            }
+            draw_page(view, page, scale, picture);
+        }
+    }
+    for (unsigned page = 0; page < num_pages; page++) {
+        for (const double scale : {1.0, 1.25}) {
+            Picture warm{1300, 970};
+            Picture cold{1300, 970};
+            draw_page(view, page, scale, warm);
+            EditorView fresh{model, settings, true};
+            draw_page(fresh, page, scale, cold);
+            EXPECT_EQ(warm.compare(cold, 0), "") << view.get_pages()[page].title << " at " << scale;
         }
     }
 }
