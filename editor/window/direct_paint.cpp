@@ -45,6 +45,11 @@ void DirectPaint::follow(cairo_surface_t* whole) {
                 : nullptr;
 }
 
+void DirectPaint::flush_whole() {
+    if (ahead != nullptr)
+        XFlush(static_cast<Display*>(ahead));
+}
+
 void DirectPaint::paint(cairo_surface_t* picture, const std::vector<PixelArea>& areas) {
     if (areas.empty())
         return;

@@ -33,6 +33,9 @@ class DirectPaint {
     // from now on comes behind it, though the server may take connections in any order.
     void follow(cairo_surface_t* whole);
 
+    // Sends what the toolkit still holds of such a picture.
+    void flush_whole();
+
     // Copies the areas, which lie within the picture, to their places.
     void paint(cairo_surface_t* picture, const std::vector<PixelArea>& areas);
 

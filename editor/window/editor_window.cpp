@@ -260,10 +260,10 @@ void EditorWindow::Content::Surface::onCairoDisplay(const DGL::CairoGraphicsCont
     content.direct_paint.follow(cairo_get_target(context.handle));
 }
 
-// Meters move 30 times a second: only where they have moved the window is painted.
+// Past the toolkit, which would hear of it from the server at its next idle, and show it at the one
+// after that.  Meters move 30 times a second: only where they have moved the window is painted.
 void EditorWindow::Content::show_changes() {
-    if (view.needs_whole_drawing() || !direct_paint.is_possible() ||
-        !picture.is_of_size(pixels_wide(), pixels_high())) {
+    if (!direct_paint.is_possible() || !picture.is_of_size(pixels_wide(), pixels_high())) {
         surface.repaint();
         return;
     }
@@ -472,6 +472,7 @@ void EditorWindow::idle() {
         content->show_changes();
         content->app.idle();
     }
+    content->direct_paint.flush_whole();
     content->follow_focus();
     if (XErrorTrap::has_caught() && content->parent != 0)
         content->is_dead = !window_exists(content->parent);

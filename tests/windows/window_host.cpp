@@ -21,9 +21,8 @@
 #include <thread>
 #include <vector>
 
-#include "tests/vst/plugin_host.h"
+#include "tests/windows/edited_plugin.h"
 #include "tests/windows/process_entries.h"
-#include "tests/windows/screen.h"
 #include "tests/windows/user_at_work.h"
 
 namespace tarquil {
@@ -52,42 +51,9 @@ intptr_t answer(AEffect*, int32_t opcode, int32_t, intptr_t, void*, float) {
     }
 }
 
-void pause() {
-    std::this_thread::sleep_for(std::chrono::milliseconds(15));
-}
-
-class EditedPlugin {
-  public:
-    EditedPlugin(Screen& shown_on, int x) : screen(shown_on), host(256, true, answer) {
-        ERect* rect = nullptr;
-        host.call(effEditGetRect, 0, 0, &rect);
-        parent = screen.make_window(rect->right, rect->bottom, x);
-    }
-    EditedPlugin(const EditedPlugin&) = delete;
-    EditedPlugin& operator=(const EditedPlugin&) = delete;
-    ~EditedPlugin() {
-        if (parent != 0)
-            screen.destroy(parent);
-    }
-
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): how the interface takes a window's number
-    bool open() { return host.call(effEditOpen, 0, 0, reinterpret_cast<void*>(parent)) != 0; }
-    void close() { host.call(effEditClose); }
-    void idle(int times) {
-        for (int i = 0; i < times; i++) {
-            host.call(effEditIdle);
-            pause();
-        }
-    }
-
-    Screen& screen;
-    PluginHost host;
-    Window parent = 0;
-};
-
 int run_cycles(int cycles, int idles) {
     Screen screen;
-    EditedPlugin plugin(screen, 0);
+    EditedPlugin plugin(screen, 0, answer);
     GrowthCheck growth;
     for (int i = 0; i < cycles; i++) {
         if (!plugin.open())
@@ -112,7 +78,7 @@ int run_three() {
     {
         std::unique_ptr<EditedPlugin> plugins[3];
         for (int i = 0; i < 3; i++) {
-            plugins[i] = std::make_unique<EditedPlugin>(screen, 100 * i);
+            plugins[i] = std::make_unique<EditedPlugin>(screen, 100 * i, answer);
             if (!plugins[i]->open())
                 return fail("an editor does not open");
         }
@@ -155,7 +121,7 @@ int run_eight() {
     Screen screen;
     std::vector<std::unique_ptr<EditedPlugin>> plugins;
     for (int i = 0; i < COUNT; i++)
-        plugins.push_back(std::make_unique<EditedPlugin>(screen, 100 * i));
+        plugins.push_back(std::make_unique<EditedPlugin>(screen, 100 * i, answer));
     const std::string bank = plugins[0]->host.save(false);
     std::atomic<bool> is_over{false};
     std::atomic<bool> is_sound{true};
@@ -206,7 +172,7 @@ int run_eight() {
         is_open = is_open && plugin.open();
         for (auto& shown : plugins)
             shown->host.call(effEditIdle);
-        pause();
+        pause_host();
     }
     for (auto& plugin : plugins)
         plugin->close();
@@ -224,7 +190,7 @@ int run_eight() {
 
 int run_for_a_user() {
     Screen screen;
-    EditedPlugin plugin(screen, 0);
+    EditedPlugin plugin(screen, 0, answer);
     if (!plugin.open())
         return fail("the editor does not open");
     std::printf("window %lu\n", plugin.parent);
