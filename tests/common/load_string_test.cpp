@@ -22,17 +22,6 @@ std::string all_bytes() {
     return text;
 }
 
-TEST(LoadString, HexGoesBothWays) {
-    EXPECT_EQ(str2hex(std::string_view("a\0\xff", 3)), "6100ff");
-    std::string out;
-    ASSERT_EQ(hex2str(str2hex(all_bytes()), out), 0);
-    EXPECT_EQ(out, all_bytes());
-    EXPECT_EQ(hex2str("", out), 0);
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(hex2str("616", out), 2);
-    EXPECT_EQ(hex2str("61zz", out), 3);
-}
-
 TEST(LoadString, EveryPairIsReadAsScanfReadsIt) {
     for (int i = 0; i < 0x10000; i++) {
         const std::string pair{char(i >> 8), char(i)};

@@ -5,16 +5,15 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <functional>
-#include <set>
 
 #include "common/load_string.h"
+#include "tests/support/file_size_limit.h"
+#include "tests/support/files.h"
 #include "tests/temp_directory.h"
 
 namespace {
@@ -34,85 +33,41 @@ namespace tarquil {
 
 namespace {
 
-std::string contents(const std::string& path) {
-    std::string text;
-    return load_file_to_string(path, text) == 0 ? text : "(cannot be read)";
-}
-
-std::set<std::string> names_in(const std::string& path) {
-    std::set<std::string> names;
-    DIR* handle = nullptr;
-    dirent* entry = nullptr;
-    for (const char* name = find_first_file(path, handle, entry); name != nullptr;
-         name = find_next_file(handle, entry))
-        names.insert(name);
-    find_close(handle);
-    names.erase(".");
-    names.erase("..");
-    return names;
-}
-
-// Any write beyond `bytes` fails.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        old_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &old_limit);
-        const rlimit limit{bytes, old_limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &old_limit);
-        std::signal(SIGXFSZ, old_handler);
+// A folder with one file in it.
+class AtomicFileTest : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_EQ(save_file_to_string(path, "old"), 0); }
+    // Nothing else is in the folder.
+    void expect_file(const std::string& text) {
+        EXPECT_EQ(file_text(path), text);
+        EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
     }
 
-  private:
-    rlimit old_limit{};
-    void (*old_handler)(int) = nullptr;
+    const TempDirectory directory;
+    const std::string path = directory.path("file");
 };
 
-TEST(AtomicFile, TheOldContentsStayUntilTheCommit) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+TEST_F(AtomicFileTest, OnlyACommitChangesAnything) {
+    { EXPECT_TRUE(AtomicFile().open(path)); }
+    { EXPECT_TRUE(AtomicFile().open(directory.path("new"))); }
+    expect_file("old");
     AtomicFile file;
     ASSERT_TRUE(file.open(path));
-    EXPECT_EQ(contents(path), "old");
+    EXPECT_EQ(file_text(path), "old");
     EXPECT_TRUE(file.commit("new"));
-    EXPECT_EQ(contents(path), "new");
-    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+    expect_file("new");
 }
 
-TEST(AtomicFile, WithoutACommitNothingChanges) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    { EXPECT_TRUE(AtomicFile().open(path)); }
-    EXPECT_TRUE(names_in(directory.path()).empty());
-    ASSERT_EQ(save_file_to_string(path, "old"), 0);
-    { EXPECT_TRUE(AtomicFile().open(path)); }
-    EXPECT_EQ(contents(path), "old");
-    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
-}
-
-TEST(AtomicFile, AFailedWriteKeepsTheOldFile) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+TEST_F(AtomicFileTest, AFailedWriteKeepsTheOldFile) {
     {
         const FileSizeLimit limit(1000);
         EXPECT_EQ(save_file_to_string(path, std::string(5000, 'x')), 2);
         EXPECT_EQ(save_file_to_string(directory.path("other"), std::string(5000, 'x')), 2);
     }
-    EXPECT_EQ(contents(path), "old");
-    EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
+    expect_file("old");
 }
 
-TEST(AtomicFile, PermissionsAndLinksStay) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+TEST_F(AtomicFileTest, PermissionsAndLinksStay) {
     ASSERT_EQ(chmod(path.c_str(), 0640), 0);
     ASSERT_EQ(symlink("file", directory.path("link").c_str()), 0);
     ASSERT_EQ(save_file_to_string(directory.path("link"), "new"), 0);
@@ -121,16 +76,15 @@ TEST(AtomicFile, PermissionsAndLinksStay) {
     EXPECT_TRUE(S_ISLNK(info.st_mode));
     ASSERT_EQ(stat(path.c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0640U);
-    EXPECT_EQ(contents(path), "new");
+    EXPECT_EQ(file_text(path), "new");
 }
 
-TEST(AtomicFile, ANewFileHasThePermissionsOfAnyOther) {
-    const TempDirectory directory;
+TEST_F(AtomicFileTest, ANewFileHasThePermissionsOfAnyOther) {
     const mode_t mask = umask(027);
-    EXPECT_EQ(save_file_to_string(directory.path("file"), "text"), 0);
+    EXPECT_EQ(save_file_to_string(directory.path("new"), "text"), 0);
     umask(mask);
     struct stat info {};
-    ASSERT_EQ(stat(directory.path("file").c_str(), &info), 0);
+    ASSERT_EQ(stat(directory.path("new").c_str(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0640U);
 }
 
@@ -166,13 +120,13 @@ TEST(AtomicFile, AFileThatCannotBeReplacedIsOverwritten) {
             ASSERT_TRUE(file.open(path));
             EXPECT_EQ(file.is_in_place(), folder_mode == 0555U);
             EXPECT_FALSE(file.is_direct());
-            EXPECT_EQ(contents(path), "the old contents");
+            EXPECT_EQ(file_text(path), "the old contents");
             EXPECT_TRUE(file.commit("new"));
-            EXPECT_EQ(contents(path), "new");
+            EXPECT_EQ(file_text(path), "new");
             EXPECT_EQ(save_file_to_string(path, std::string(200000, 'x')), 0);
             EXPECT_FALSE(AtomicFile().open(directory.path("missing/other")));
         }
-        EXPECT_EQ(contents(path), std::string(200000, 'x'));
+        EXPECT_EQ(file_text(path), std::string(200000, 'x'));
         EXPECT_EQ(names_in(directory.path()), std::set<std::string>{"file"});
         struct stat after {};
         ASSERT_EQ(stat(path.c_str(), &after), 0);
@@ -183,17 +137,14 @@ TEST(AtomicFile, AFileThatCannotBeReplacedIsOverwritten) {
     }
 }
 
-TEST(AtomicFile, TheDataAndThenItsNameAreFlushed) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    ASSERT_EQ(save_file_to_string(path, "old"), 0);
+TEST_F(AtomicFileTest, TheDataAndThenItsNameAreFlushed) {
     std::vector<std::string> seen;
     flush_watcher = [&](int descriptor) {
         struct stat info {};
         fstat(descriptor, &info);
         seen.push_back(S_ISDIR(info.st_mode)
-                           ? "folder, " + contents(path)
-                           : std::to_string(info.st_size) + ", " + contents(path));
+                           ? "folder, " + file_text(path)
+                           : std::to_string(info.st_size) + ", " + file_text(path));
     };
     EXPECT_EQ(save_file_to_string(path, "newer"), 0);
     EXPECT_EQ(seen, (std::vector<std::string>{"5, old", "folder, newer"}));
@@ -204,13 +155,12 @@ TEST(AtomicFile, TheDataAndThenItsNameAreFlushed) {
     flush_watcher = nullptr;
 }
 
-TEST(AtomicFile, APipeIsWrittenDirectly) {
-    const TempDirectory directory;
-    const std::string path = directory.path("pipe");
-    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+TEST_F(AtomicFileTest, APipeIsWrittenDirectly) {
+    const std::string pipe = directory.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    EXPECT_EQ(save_file_to_string(path, "text"), 0);
+    EXPECT_EQ(save_file_to_string(pipe, "text"), 0);
     char buffer[16];
     EXPECT_EQ(read(reader, buffer, sizeof(buffer)), 4);
     close(reader);

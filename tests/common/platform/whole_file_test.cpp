@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-#include "common/load_string.h"
+#include "tests/support/files.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -17,9 +17,7 @@ TEST(WholeFile, SaysWhatStandsInItsWay) {
     const TempDirectory directory;
     const std::string file = directory.path("file");
     EXPECT_EQ(write_whole_file(file, "text"), "");
-    std::string text;
-    load_file_to_string(file, text);
-    EXPECT_EQ(text, "text");
+    EXPECT_EQ(file_text(file), "text");
     const std::pair<std::string, std::string> cases[] = {
         {directory.path("none/file"), "no such folder"},
         {file + "/below", "no such folder"},
