@@ -28,26 +28,22 @@ class CheckedLoad : public testing::Test {
     void TearDown() override { EXPECT_EQ(testing::internal::GetCapturedStdout(), ""); }
 };
 
-TEST_F(CheckedLoad, ChoicesOfAnInstrumentAreClamped) {
-    Instrument instrument;
-    const std::string text = "osc1_type = 77\nfilter1_depth = 100\nchan_max_voices = 0\n"
-                             "osc1_influence_source = 9\nmain_volume = 1";
-    EXPECT_EQ(load_instrument_checked_from_string(instrument, text), 0);
-    EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 5);
-    EXPECT_EQ(instrument.get_controller(CTRL_FILTER1_DEPTH), 4);
-    EXPECT_EQ(instrument.get_controller(CTRL_CHAN_MAX_VOICES), 1);
-    EXPECT_EQ(instrument.get_controller(CTRL_OSC1_INFLUENCE_SOURCE), 5);
-    EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 127);
-}
-
-TEST_F(CheckedLoad, ChoicesOfABankAreClamped) {
+TEST_F(CheckedLoad, ChoicesAreClamped) {
     TarqSettings bank;
     EXPECT_EQ(load_bank_checked_from_string(
-                  bank, bank_of("osc1_type = 77", "global_filter6_type = 99\n")),
+                  bank, bank_of("osc1_type = 77\nfilter1_depth = 100\nchan_max_voices = 0\n"
+                                "osc1_influence_source = 9\nmain_volume = 1",
+                                "global_filter6_type = 99\n")),
               0);
     EXPECT_EQ(bank.get_global_controller(CTRL_GLOBAL_FILTER6_TYPE), 8);
-    EXPECT_EQ(bank.get_instrument(0).get_controller(CTRL_OSC1_TYPE), 5);
-    EXPECT_EQ(bank.get_instrument(127).get_controller(CTRL_OSC1_TYPE), 5);
+    for (const unsigned program : {0U, 127U}) {
+        const Instrument& instrument = bank.get_instrument(program);
+        EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 5);
+        EXPECT_EQ(instrument.get_controller(CTRL_FILTER1_DEPTH), 4);
+        EXPECT_EQ(instrument.get_controller(CTRL_CHAN_MAX_VOICES), 1);
+        EXPECT_EQ(instrument.get_controller(CTRL_OSC1_INFLUENCE_SOURCE), 5);
+        EXPECT_EQ(instrument.get_controller(CTRL_MAIN_VOLUME), 127);
+    }
 }
 
 TEST_F(CheckedLoad, AFailedBankLeavesTheUsersBank) {
@@ -132,6 +128,14 @@ TEST_F(CheckedLoad, AnInstrumentFileIsTakenByItsOwnName) {
     EXPECT_EQ(instrument.get_filename(), directory.path("two_words.tqi"));
     EXPECT_EQ(instrument.get_name(), "mine");
     EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 5);
+}
+
+TEST(LoadReport, TheListIsBoundedAndTheCountIsNot) {
+    LoadReport report;
+    for (int i = 0; i < 3000; i++)
+        report_missing_key(&report, "key");
+    EXPECT_EQ(report.warnings.size(), LoadReport::MAX_WARNINGS);
+    EXPECT_EQ(report.num_missing, 3000U);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "instrument/checked_load.h"
 #include "instrument/names.h"
 #include "instrument/text_error.h"
+#include "tests/support/bank_text.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -20,12 +21,6 @@ std::unique_ptr<TarqSettings> new_bank() {
     for (unsigned i = 0; i < MAX_INSTRUMENTS; i++)
         bank->get_instrument(i) = built_in_instrument(i);
     return bank;
-}
-
-std::string full(const TarqSettings& bank) {
-    std::string text;
-    bank.text_save_to_string(text);
-    return text;
 }
 
 // A bank whose choices are within their lists, with `part` of its bytes changed.
@@ -66,13 +61,13 @@ TEST(CompactState, ReadsBackAsTheSameBank) {
         const auto saved = random_bank(seed, seed < 3 ? 0.0005 : double(seed) / 9);
         saved->set_midi_dialect(seed % 2 == 0 ? MidiDialect::GENERAL_MIDI : MidiDialect::NATIVE);
         const std::string state = save_state_compact(*saved);
-        EXPECT_LT(state.size(), full(*saved).size());
+        EXPECT_LT(state.size(), text_of(*saved).size());
         // Nothing of what was there before is left.
         const auto loaded = random_bank(seed + 100, 0.5);
         LoadReport report;
         ASSERT_EQ(load_bank_checked_from_string(*loaded, state, &report), 0);
         EXPECT_EQ(report.summary(), "");
-        EXPECT_EQ(full(*loaded), full(*saved)) << "seed " << seed;
+        EXPECT_EQ(text_of(*loaded), text_of(*saved)) << "seed " << seed;
         EXPECT_EQ(save_state_compact(*loaded), state);
         EXPECT_EQ(loaded->get_instrument(0).get_filename().substr(0, 4),
                   state.find("instrument0 = ") == std::string::npos ? "inst" : "byte");
@@ -82,17 +77,17 @@ TEST(CompactState, ReadsBackAsTheSameBank) {
 TEST(CompactState, OnlyTheVersionMakesMissingProgramsBuiltInOnes) {
     const InTempDirectory without_a_default_file;
     const auto bank = random_bank(3, 0.5);
-    const std::string before = full(*bank);
+    const std::string before = text_of(*bank);
     EXPECT_EQ(load_bank_checked_from_string(*bank, "song_title = x\n"), CANNOT_OPEN);
     for (const char* version : {"3", "0", "-1", "99999999999", "x"})
         EXPECT_EQ(load_bank_checked_from_string(
                       *bank, "song_title = x\nstate_version = " + std::string(version) + "\n"),
                   NEWER_VERSION);
-    EXPECT_EQ(full(*bank), before);
+    EXPECT_EQ(text_of(*bank), before);
     // What a later version adds without another number stays, and the version is no such line.
     EXPECT_EQ(load_bank_checked_from_string(*bank, "state_version = 1\nlater = 5\n"), 0);
     EXPECT_EQ(save_state_compact(*bank), "state_version = 2\nlater = 5\n");
-    EXPECT_EQ(full(*bank).find("state_version"), std::string::npos);
+    EXPECT_EQ(text_of(*bank).find("state_version"), std::string::npos);
 }
 
 // As they were saved before sounds were packed.
@@ -105,7 +100,7 @@ TEST(CompactState, OfTheFirstVersionIsRead) {
                  " = hex:" + str2hex(saved->get_instrument(i).save_changes_to_string()) + "\n";
     const auto loaded = random_bank(6, 0.5);
     ASSERT_EQ(load_bank_checked_from_string(*loaded, state), 0);
-    EXPECT_EQ(full(*loaded), full(*saved));
+    EXPECT_EQ(text_of(*loaded), text_of(*saved));
 }
 
 TEST(CompactState, APackedSoundKeepsWhatIsNotKnownAndIsAFractionOfItsText) {
@@ -125,7 +120,7 @@ TEST(CompactState, APackedSoundKeepsWhatIsNotKnownAndIsAFractionOfItsText) {
 TEST(CompactState, APackedSoundThatIsDamagedIsRefused) {
     const InTempDirectory without_a_default_file;
     const auto bank = random_bank(3, 0.5);
-    const std::string before = full(*bank);
+    const std::string before = text_of(*bank);
     // No end of the pairs, half a pair, a byte beyond 127, no controller of a sound, no digits,
     // half an escape, a line without a value.
     for (const char* packed :
@@ -134,7 +129,7 @@ TEST(CompactState, APackedSoundThatIsDamagedIsRefused) {
                                                            std::string(packed) + "\n"),
                   0)
             << packed;
-    EXPECT_EQ(full(*bank), before);
+    EXPECT_EQ(text_of(*bank), before);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "instrument/checked_load.h"
 #include "instrument/settings.h"
 #include "softsynth/parameters/controller_table.h"
+#include "tests/support/bank_text.h"
 
 namespace tarquil {
 
@@ -48,15 +49,13 @@ TEST(LearnedControlsTest, AControlHasOneTeacherAndKeepsItsRange) {
 
 TEST(LearnedControlsTest, ABankWritesItsLinesOnlyWhenThereAreAny) {
     TarqSettings bank;
-    std::string plain;
-    bank.text_save_to_string(plain);
+    const std::string plain = text_of(bank);
     EXPECT_THAT(plain, Not(HasSubstr("learn")));
     LearnedControls learned;
     learned.learn(74, CTRL_FILTER1_CUTOFF);
     learned.set(1, LearnedControl{CTRL_REVERB_WET, 127, 3});
     bank.set_learned(learned);
-    std::string text;
-    bank.text_save_to_string(text);
+    const std::string text = text_of(bank);
     EXPECT_THAT(text, HasSubstr("learn74 = filter1_cutoff 0 127\n"));
     EXPECT_THAT(text, HasSubstr("learn1 = reverb_wet 127 3\n"));
     for (const std::string& saved : {text, save_state_compact(bank)}) {
@@ -65,8 +64,7 @@ TEST(LearnedControlsTest, ABankWritesItsLinesOnlyWhenThereAreAny) {
         EXPECT_EQ(loaded.get_learned(), learned);
     }
     bank.set_learned({});
-    bank.text_save_to_string(text);
-    EXPECT_EQ(text, plain);
+    EXPECT_EQ(text_of(bank), plain);
 }
 
 TEST(LearnedControlsTest, ALineThatMeansNothingIsReportedAndKept) {

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "common/load_string.h"
-
 namespace tarquil {
 
 namespace {
@@ -85,30 +83,6 @@ TEST(TextFileReader, ABrokenLineEndsTheLoadAndKeepsWhatWasBeforeIt) {
     float number = 5.0F;
     EXPECT_FALSE(reader.get_float("a", number));
     EXPECT_EQ(number, 5.0F);
-}
-
-TEST(TextFileReader, AValueThatIsNoNumberIsZero) {
-    TextFileReader reader;
-    ASSERT_EQ(reader.load_from_string("a=x\nb=1.5 apples\nc=0x10"), 0);
-    float value = 5.0F;
-    EXPECT_TRUE(reader.get_float("a", value));
-    EXPECT_EQ(value, 0.0F);
-    EXPECT_TRUE(reader.get_float("b", value));
-    EXPECT_EQ(value, 1.5F);
-    EXPECT_TRUE(reader.get_float("c", value));
-    EXPECT_EQ(value, 16.0F);
-}
-
-TEST(TextFileReader, AFileNameMayBeTheFileInHex) {
-    std::string value;
-    TextFileReader reader;
-    EXPECT_EQ(reader.load_from_file("hex:" + str2hex("a = 1\n")), 0);
-    EXPECT_TRUE(reader.get_str("a", value));
-    EXPECT_EQ(value, "1");
-    EXPECT_EQ(reader.load_from_file("hex:"), 0);
-    EXPECT_EQ(reader.load_from_file("hex:613"), 2);
-    EXPECT_EQ(reader.load_from_file("hex:61zz"), 3);
-    EXPECT_EQ(reader.load_from_file("hex:61"), 6);
 }
 
 } // namespace
