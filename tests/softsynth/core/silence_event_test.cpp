@@ -113,25 +113,21 @@ TEST(SilenceEvent, NothingOfWhatWasIsLeft) {
         synth.render(65536);
         return from_frame(synth.sound[0], TIME + 20 + SILENCE_FADE_SAMPLES);
     };
+    const std::function<void(EngineHost&)> pasts[] = {[](EngineHost& host) { host.note_on(0, 43); },
+                                                      [](EngineHost& host) { // echoes only
+                                                          host.note_on(0, 43);
+                                                          host.note_off(0, 43, 1000);
+                                                      },
+                                                      [](EngineHost& host) { // silenced before
+                                                          host.note_on(0, 43);
+                                                          host.silence(0, false, 20000);
+                                                          host.note_on(0, 50, 127, 20000);
+                                                      }};
     for (int effect = 0; effect < 4; effect++) {
         const std::vector<float> fresh = play(effect, nullptr);
         EXPECT_GT(peak(fresh), 0.01F);
-        EXPECT_EQ(play(effect, [](EngineHost& host) { host.note_on(0, 43); }), fresh) << effect;
-        EXPECT_EQ(play(effect,
-                       [](EngineHost& host) {
-                           host.note_on(0, 43);
-                           host.note_off(0, 43, 1000); // echoes only
-                       }),
-                  fresh)
-            << effect;
-        EXPECT_EQ(play(effect,
-                       [](EngineHost& host) {
-                           host.note_on(0, 43);
-                           host.silence(0, false, 20000); // and so again
-                           host.note_on(0, 50, 127, 20000);
-                       }),
-                  fresh)
-            << effect;
+        for (const auto& before : pasts)
+            EXPECT_EQ(play(effect, before), fresh) << effect;
     }
 }
 

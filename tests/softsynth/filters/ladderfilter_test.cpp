@@ -1,4 +1,5 @@
-// The ladder: bounds and recovery; the golden scenes and tests/curves have its responses.
+// The ladder at its limits; the golden scenes and tests/curves have its responses, and the insert
+// effect's test its recovery.
 
 #include "softsynth/filters/ladderfilter.h"
 
@@ -44,31 +45,6 @@ TEST(LadderFilter, StaysBoundedAtEverySetting) {
             }
         }
     }
-}
-
-TEST(LadderFilter, RecoversFromWhatIsNotFinite) {
-    const std::vector<float> cutoff(BLOCK, 5.0F);
-    const std::vector<float> resonance(BLOCK, 3.0F);
-    const auto impulse = [&](LadderFilter& filter) {
-        std::vector<float> sound(BLOCK);
-        sound[0] = 1.0F;
-        filter.render(sound.data(), BLOCK, cutoff.data(), resonance.data());
-        return sound;
-    };
-    LadderFilter fresh;
-    fresh.init(FilterType(21), 100.0F);
-    LadderFilter spoilt;
-    spoilt.init(FilterType(21), 100.0F);
-    std::vector<float> bad(BLOCK, INFINITY);
-    spoilt.render(bad.data(), BLOCK, cutoff.data(), resonance.data());
-    EXPECT_EQ(impulse(fresh), impulse(spoilt));
-}
-
-TEST(LadderFilterDeathTest, UnknownTypeAndLongBlocksAbort) {
-    LadderFilter filter;
-    EXPECT_DEATH(filter.init(FilterType(25), 0), "softsynth/filters/ladderfilter.*: 0");
-    static float samples[4096];
-    EXPECT_DEATH(filter.render(samples, 2049, samples, samples), "buf_size <= MAX_NUM_SAMPLES");
 }
 
 } // namespace

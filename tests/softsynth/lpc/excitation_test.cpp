@@ -1,4 +1,4 @@
-// The whitener of the synthesis filter's carrier, and the low-pass behind the filter.
+// The synthesis filter in silence, the whitener of its carrier, and the low-pass behind it.
 
 #include <gtest/gtest.h>
 
@@ -6,6 +6,7 @@
 
 #include "softsynth/lpc/band_limit.h"
 #include "softsynth/lpc/carrier_whitener.h"
+#include "softsynth/lpc/warped_lattice.h"
 #include "tests/softsynth/lpc/speech_samples.h"
 
 namespace tarquil {
@@ -17,6 +18,21 @@ TEST(CarrierWhitener, StaysFiniteAndIsSilentInSilence) {
          {std::numeric_limits<float>::quiet_NaN(), 1e38F, -std::numeric_limits<float>::infinity()})
         for (int i = 0; i < 100; i++)
             EXPECT_TRUE(std::fabs(whitener.process(bad)) <= 16.0F);
+}
+
+TEST(WarpedLattice, FadesToExactSilence) {
+    WarpedLattice filter(0.586);
+    const Reflections reflections =
+        reflections_of_predictor(predictor_of_lines(line_cosines(vowel_lines())));
+    std::vector<float> block(32);
+    block[0] = 1.0F;
+    for (int i = 0; i <= 2000; i++) {
+        filter.set_reflections(reflections);
+        filter.process(block.data(), uint32_t(block.size()));
+        if (i < 2000)
+            block.assign(32, 0.0F);
+    }
+    EXPECT_EQ(block, std::vector<float>(32));
 }
 
 TEST(BandLimit, KeepsWhatLiesBelowAndDropsWhatLiesAbove) {

@@ -1,37 +1,16 @@
 // Line spectral pairs, predictors and reflection coefficients.
 
-#include "softsynth/lpc/line_spectrum.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "softsynth/lpc/exact_math.h"
 #include "tests/softsynth/lpc/speech_samples.h"
 
 namespace tarquil {
 
-namespace {
-
-LineCosines cosines_of(const SpeechFrame& frame) {
-    LineCosines cosines{};
-    for (size_t i = 0; i < LPC_ORDER; i++)
-        cosines[i] = std::cos(PI * (frame.lines[i] + 0.5) / 256.0);
-    return cosines;
-}
-
-} // namespace
-
-TEST(LineSpectrum, ExactFunctionsAgreeWithTheLibrary) {
-    for (double x = 0.0; x <= 1.0; x += 1.0 / 1024) {
-        EXPECT_NEAR(cos_half_turns(x), std::cos(PI * x), 1e-15);
-        EXPECT_NEAR(sin_half_turns(x), std::sin(PI * x), 1e-15);
-    }
-}
-
 TEST(LineSpectrum, LinesComeBackFromTheirPredictor) {
     for (const SpeechFrame& frame : random_speech(500, 11).frames) {
-        const LineCosines cosines = cosines_of(frame);
+        const LineCosines cosines = line_cosines(frame.lines);
         const auto found = lines_of_predictor(predictor_of_lines(cosines));
         ASSERT_TRUE(found);
         for (size_t i = 0; i < LPC_ORDER; i++) {
@@ -53,7 +32,8 @@ TEST(LineSpectrum, AnyLinesGiveReflectionsWithinTheUnitCircle) {
         SpeechFrame frame;
         for (size_t i = 0; i < LPC_ORDER; i++)
             frame.lines[i] = uint8_t(lowest + int(i) * MIN_LINE_DISTANCE);
-        for (const double k : reflections_of_predictor(predictor_of_lines(cosines_of(frame))))
+        for (const double k :
+             reflections_of_predictor(predictor_of_lines(line_cosines(frame.lines))))
             ASSERT_LT(std::fabs(k), 1.0) << "from " << lowest;
     }
 }

@@ -56,24 +56,9 @@ TEST(SpeechAnalysis, PredictorOfAKnownSpectrumIsItsOwn) {
     EXPECT_EQ(predict(std::vector<double>(5)).predictor, (std::vector<double>{1, 0, 0, 0, 0}));
 }
 
-TEST(SpeechAnalysis, SpectrumOfASineLiesInItsBin) {
-    std::vector<float> samples(4410);
-    const double hz = 100 * SPECTRUM_BIN_HZ;
-    for (size_t i = 0; i < samples.size(); i++)
-        samples[i] = float(std::sin(2.0 * PI * hz * double(i) / SAMPLE_RATE));
-    const PowerSpectrum spectrum = power_spectrum(samples, 2);
-    const auto* const peak = std::max_element(spectrum.begin(), spectrum.end());
-    EXPECT_EQ(peak - spectrum.begin(), 100);
-    // A sine of amplitude 1: (sum of the window / 2)^2 = 1764 / 6.
-    EXPECT_NEAR(*peak, 1764.0 / 6.0, 1.0);
-    EXPECT_LT(spectrum[110], 1e-4 * *peak);
-}
-
 TEST(SpeechAnalysis, RefinedLinesAreThoseTheEnvelopeCameFrom) {
     const SpeechFrame frame{vowel_lines(), 180, 0, 0};
-    LineCosines cosines{};
-    for (size_t i = 0; i < LPC_ORDER; i++)
-        cosines[i] = std::cos(PI * (frame.lines[i] + 0.5) / 256.0);
+    const LineCosines cosines = line_cosines(frame.lines);
     double gain = 0.01 * 0.01;
     for (const double k : reflections_of_predictor(predictor_of_lines(cosines)))
         gain *= 1.0 - k * k;

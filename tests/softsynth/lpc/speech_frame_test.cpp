@@ -4,9 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
-
-#include "softsynth/lpc/byte_order_code.h"
 
 namespace tarquil {
 
@@ -38,20 +37,6 @@ TEST(SpeechFrame, AnyBytesAreLinesThatKeepTheirDistance) {
             ASSERT_GE(frame.lines[i] - frame.lines[i - 1], MIN_LINE_DISTANCE) << "round " << round;
         ASSERT_LE(frame.voicing, MAX_VOICING);
     }
-}
-
-TEST(SpeechFrame, EveryOrderHasANumberOfItsOwn) {
-    const OrderedBytes ascending{1, 3, 5, 7, 11, 13, 17, 19, 23, 29};
-    OrderedBytes bytes = ascending;
-    uint32_t number = 0;
-    do {
-        ASSERT_EQ(byte_order_number(bytes), number);
-        ASSERT_EQ(bytes_in_order(ascending, number), bytes);
-        number++;
-    } while (std::next_permutation(bytes.begin(), bytes.end()) && number < 50000);
-    OrderedBytes descending = ascending;
-    std::reverse(descending.begin(), descending.end());
-    EXPECT_EQ(byte_order_number(descending), NUM_BYTE_ORDERS - 1);
 }
 
 TEST(SpeechFrame, LevelsAreHalfDecibelsAndPitchesAreSixtyFourAnOctave) {

@@ -124,20 +124,4 @@ TEST(SpeechPlayer, BackwardsIsTheMirroredSpeech) {
         ASSERT_NEAR(backwards[i], forwards[i], 2e-3) << i;
 }
 
-TEST(SpeechPlayer, BendRaisesTheLevelBetweenTwoFramesAlone) {
-    const Speech straight = vowels(20, 100.0);
-    Speech bent = straight;
-    bent.frames[9].bend = 4; // 6 dB
-    const std::vector<float> before = speak(straight);
-    const std::vector<float> after = speak(bent);
-    const auto gain_db = [&](size_t start) {
-        return 10.0 * std::log10(power_of(std::span(after).subspan(start, 441)) /
-                                 power_of(std::span(before).subspan(start, 441)));
-    };
-    EXPECT_EQ(gain_db(9 * 882), 0.0);
-    EXPECT_GT(gain_db(10 * 882 - 220), 3.5);
-    EXPECT_LT(gain_db(10 * 882 - 220), 6.1);
-    EXPECT_NEAR(gain_db(11 * 882), 0.0, 0.3); // what the de-emphasis remembers
-}
-
 } // namespace tarquil

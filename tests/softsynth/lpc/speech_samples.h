@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "softsynth/lpc/exact_math.h"
+#include "softsynth/lpc/line_spectrum.h"
 #include "softsynth/lpc/speech.h"
 #include "softsynth/lpc/speech_player.h"
 #include "softsynth/parameters/constants.h"
@@ -22,6 +23,13 @@ inline std::array<uint8_t, LPC_ORDER> vowel_lines(int shift = 0) {
     for (size_t i = 0; i < 4; i++)
         lines[i] = uint8_t(lines[i] + shift);
     return lines;
+}
+
+inline LineCosines line_cosines(const std::array<uint8_t, LPC_ORDER>& lines) {
+    LineCosines cosines{};
+    for (size_t i = 0; i < LPC_ORDER; i++)
+        cosines[i] = std::cos(PI * (lines[i] + 0.5) / 256.0);
+    return cosines;
 }
 
 // Voice of `hz` that moves between two vowels.

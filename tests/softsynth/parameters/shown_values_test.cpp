@@ -1,25 +1,20 @@
-// What is shown is what the engine uses: every row and byte, measured where the engine can be
-// asked.
+// What is shown is what the engine does, measured at every byte.
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
-#include <complex>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "player/shared_waveforms.h"
 #include "softsynth/effects/mono_effect.h"
 #include "softsynth/effects/stereo_effect.h"
-#include "softsynth/filters/filter.h"
 #include "softsynth/parameters/control_meaning.h"
-#include "softsynth/parameters/controller_display.h"
 #include "softsynth/parameters/controller_table.h"
 #include "softsynth/parameters/families.h"
-#include "tests/support/engine_host.h"
 
 namespace tarquil {
 
@@ -31,142 +26,6 @@ void expect_same(double measured, double shown, const std::string& what, double 
         EXPECT_EQ(measured, shown) << what;
     else
         EXPECT_NEAR(measured, shown, std::abs(shown) / parts + 1e-9) << what;
-}
-
-std::string at(unsigned number, int byte) {
-    return std::string(find_controller(number)->key) + " at " + std::to_string(byte);
-}
-
-// Most of the engine reads its timelines' mapped values, or their cubes; bytes where there is no
-// mapping.
-TEST(ShownValues, RowsAreWhatTimelinesSay) {
-    const auto controllers = std::make_unique<ControllerArray>();
-    const double inaudible_send = 0.0001;
-    for (const ControllerInfo& info : controller_rows()) {
-        Controller& controller = controllers->get_controller(info.number);
-        for (int byte = 0; byte < 128; byte++) {
-            controller.push_back({uint32_t(byte), byte});
-            const auto mapped = double(controller.get_last_value());
-            const auto cubed_value = double(controller.get_last_cubed_value());
-            double used = info.mapping.exists ? mapped : double(controller.get_last_int_value());
-            switch (info.curve) {
-            case ControllerCurve::LINEAR_CURVE:
-                break;
-            case ControllerCurve::CUBED:
-                used = cubed_value;
-                break;
-            case ControllerCurve::ENVELOPE_TIME:
-                used = std::floor(cubed_value);
-                break;
-            case ControllerCurve::PORTAMENTO_TIME:
-                used = std::floor(double(controller.get_last_cubed_value() * float(SAMPLE_RATE)));
-                break;
-            case ControllerCurve::SEND:
-                used = cubed_value > inaudible_send ? cubed_value : 0.0;
-                break;
-            case ControllerCurve::PRE_GAIN:
-                used = std::abs(cubed_value - 1.0) > 0.005 ? cubed_value : 1.0;
-                break;
-            case ControllerCurve::CUBED_RATIO:
-                used = cubed_value > 63.0 ? std::numeric_limits<double>::infinity() : cubed_value;
-                break;
-            case ControllerCurve::OCTAVES:
-            case ControllerCurve::SQUARED_POWER_OF_TEN:
-            case ControllerCurve::DELAY_TIME:
-            case ControllerCurve::DELAY_FEEDBACK:
-                continue; // measured below
-            }
-            expect_same(used, controller_quantity(info.number, byte), at(info.number, byte));
-        }
-    }
-}
-
-// A cookbook low-pass has the gain Q at its cutoff, a peak its gain in the middle.
-TEST(ShownValues, FiltersRespondWhereAndAsMuchAsShown) {
-    const auto gain_at = [](const Filter& filter, double hertz) {
-        return double(std::abs(
-            filter.evaluate_transfer_function(float(2 * std::numbers::pi * hertz / SAMPLE_RATE))));
-    };
-    const FilterRows rows = channel_filter_rows(2);
-    for (int byte = 1; byte < 128; byte++) {
-        const double hertz = controller_quantity(rows.cutoff, byte);
-        Filter filter;
-        filter.init(FILTER_LOWPASS, 0, 1, 0.0F);
-        filter.set_octaves_cutoff(map_char_to_float(rows.cutoff, byte));
-        filter.set_resonance(map_char_to_float(rows.resonance, byte));
-        filter.update();
-        expect_same(gain_at(filter, hertz), controller_quantity(rows.resonance, byte),
-                    at(rows.cutoff, byte), 100);
-        filter.init(FILTER_PEAKING_EQ, 0, 1, 0.0F);
-        filter.set_dbgain_normalized(map_char_to_float(rows.gain, byte));
-        filter.update();
-        expect_same(gain_at(filter, hertz), controller_quantity(rows.gain, byte),
-                    at(rows.gain, byte), 100);
-    }
-}
-
-// Sample by sample: what is left of the sound when what `less` has goes.
-std::vector<float> difference(std::vector<float> sound, const std::vector<float>& less) {
-    for (size_t i = 0; i < sound.size(); i++)
-        sound[i] -= less[i];
-    return sound;
-}
-
-// What the master delay makes of a click of 64 samples, left.
-struct MasterDelay {
-    int left_time = 64;
-    int right_time = 64;
-    int feedback = 0;
-
-    [[nodiscard]] std::vector<float> click(int send, uint32_t frames) const {
-        EngineHost host;
-        host.set_plain(0, OSC_SQUARE);
-        host.set(0, CTRL_AUX2_LEVEL, send);
-        host.set(0, CTRL_DELAY_LEFT_TIME, left_time);
-        host.set(0, CTRL_DELAY_RIGHT_TIME, right_time);
-        host.set(0, CTRL_DELAY_FEEDBACK, feedback);
-        host.set(0, CTRL_MAIN_VOLUME, 60);
-        host.render(4);
-        host.note_on(0, 60);
-        host.note_off(0, 60, 64);
-        return side(host.render(frames, MAX_NUM_SAMPLES), 0);
-    }
-};
-
-double energy(const std::vector<float>& samples, uint32_t from, uint32_t count) {
-    double sum = 0.0;
-    for (uint32_t i = from; i < from + count; i++)
-        sum += double(samples[i]) * double(samples[i]);
-    return sum;
-}
-
-TEST(ShownValues, TheMasterDelayEchoesWhenAndAsShown) {
-    constexpr uint32_t SPAN = 400; // of an echo, below the shortest delay
-    for (int byte = 0; byte < 128; byte++) {
-        const double seconds = controller_quantity(CTRL_DELAY_LEFT_TIME, byte);
-        EXPECT_EQ(seconds, controller_quantity(CTRL_DELAY_RIGHT_TIME, byte));
-        const auto delay = uint32_t(float(seconds) * float(SAMPLE_RATE));
-        const uint32_t frames = (2 * (delay + SPAN) + GRANULARITY) / GRANULARITY * GRANULARITY;
-        // The dry sound and the aux high-pass ring on, so each echo is what its setting adds.
-        const MasterDelay one_echo{byte, 127 - byte, 0};
-        const MasterDelay more_echoes{byte, 127 - byte, byte};
-        const std::vector<float> once = one_echo.click(127, frames);
-        const std::vector<float> first = difference(once, one_echo.click(0, frames));
-        const std::vector<float> second = difference(more_echoes.click(127, frames), once);
-        EXPECT_EQ(energy(first, 0, delay), 0.0) << byte;
-        EXPECT_NE(energy(first, delay, 2), 0.0) << byte;
-        EXPECT_EQ(energy(second, 0, 2 * delay), 0.0) << byte;
-        const double ratio = std::sqrt(energy(second, 2 * delay, 64) / energy(first, delay, 64));
-        EXPECT_NEAR(ratio, controller_quantity(CTRL_DELAY_FEEDBACK, byte), 1e-4) << byte;
-    }
-}
-
-TEST(ShownValues, WhatIsShownAsSilentIsNotSent) {
-    const MasterDelay settings;
-    for (const int byte : {0, 1, 5, 6, 10}) {
-        const bool is_silent = controller_quantity(CTRL_AUX2_LEVEL, byte) == 0.0;
-        EXPECT_EQ(settings.click(byte, 32768) == settings.click(0, 32768), is_silent) << byte;
-    }
 }
 
 // What an insert effect makes of a steady input, one parameter at `byte`.
@@ -257,13 +116,6 @@ TEST(ShownValues, TheLoFiEffectHoldsAndCutsAsShown) {
             ASSERT_EQ(out[i], out[i - i % hold]) << byte << " " << i;
             ASSERT_EQ(std::fmod(double(out[i]), step), 0.0) << byte;
         }
-    }
-}
-
-TEST(ShownValues, TheExciterAddsAsMuchAsShown) {
-    for (int byte = 0; byte < 128; byte++) {
-        const InsertEffect effect(MONO_EFFECT_EXCITER, {byte, 0, 0, 0, 0});
-        EXPECT_NEAR(double(effect.steady(0.5F)) / 0.5 - 1.0, effect.shown(0), 1e-6) << byte;
     }
 }
 

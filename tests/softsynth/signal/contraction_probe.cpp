@@ -1,7 +1,5 @@
 // An expression that a compiler likes to contract; built for machines with a fused multiply-add.
 
-#include "tests/softsynth/signal/contraction_probe.h"
-
 namespace tarquil {
 
 float multiply_and_add(float a, float b, float c) {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/softsynth/signal/contraction_probe.h"
-
 namespace tarquil {
+
+float multiply_and_add(float a, float b, float c); // contraction_probe.cpp, built on its own
 
 namespace {
 

@@ -20,16 +20,6 @@ TEST(Controller, GrowsBeyondItsFirstEightEvents) {
         EXPECT_EQ(buffer.get_first_sample_ptr()[i], float(i));
 }
 
-TEST(ControllerDeathTest, EventsOutsideTheBlockAbort) {
-    Controller controller;
-    controller.push_back({32, 1});
-    static MonoBuffer buffer;
-    buffer.init(16);
-    EXPECT_DEATH(controller.render(buffer, 0, false),
-                 "Assert failure at softsynth/voices/controller");
-    EXPECT_DEATH(ControllerArray().get_controller(206), "num < NUM_CONTROLLERS");
-}
-
 } // namespace
 
 } // namespace tarquil

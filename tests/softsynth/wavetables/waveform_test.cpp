@@ -5,10 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+
+#include "tests/temp_directory.h"
 
 namespace tarquil {
 
@@ -16,12 +17,6 @@ namespace {
 
 class WaveformCache : public testing::Test {
   protected:
-    void SetUp() override {
-        char name[] = "/tmp/tarquil-cache-XXXXXX";
-        directory = mkdtemp(name);
-        folder = directory / "new" / "tarquil";
-    }
-    void TearDown() override { std::filesystem::remove_all(directory); }
     [[nodiscard]] std::filesystem::path file() const { return folder / "wt128-2.dat"; }
     [[nodiscard]] Waveform make_saw() const { return Waveform(OSC_SAW, folder.string()); }
     static void expect_same(const Waveform& a, const Waveform& b) {
@@ -30,8 +25,8 @@ class WaveformCache : public testing::Test {
                 ASSERT_EQ(a.table(k).get_data()[i], b.table(k).get_data()[i]);
     }
 
-    std::filesystem::path directory;
-    std::filesystem::path folder;
+    TempDirectory directory;
+    std::filesystem::path folder = directory.path("new/tarquil");
 };
 
 TEST_F(WaveformCache, SecondStartReadsTheSameBitsFromTheFile) {
@@ -60,7 +55,7 @@ TEST_F(WaveformCache, DamagedFilesCountAsMissing) {
 
 TEST_F(WaveformCache, AFolderThatCannotBeUsedCostsTimeOnly) {
     const Waveform built(OSC_SAW);
-    const std::filesystem::path no_folder = directory / "file";
+    const std::filesystem::path no_folder = directory.path("file");
     std::ofstream(no_folder) << "no folder";
     std::filesystem::create_directories(folder / "wt128-2.dat"); // a folder in the file's place
     for (const std::filesystem::path& bad :
