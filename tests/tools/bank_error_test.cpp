@@ -7,6 +7,7 @@
 
 #include "common/failure.h"
 #include "common/load_string.h"
+#include "tests/support/bank_text.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -15,9 +16,7 @@ namespace {
 
 // A good bank's text with the line of instrument 5 replaced.
 std::string bank_text(const std::string& instrument_5) {
-    TarqSettings bank;
-    std::string text;
-    bank.text_save_to_string(text);
+    std::string text = text_of(TarqSettings());
     const size_t start = text.find("instrument5 =");
     return text.replace(start, text.find('\n', start) - start, instrument_5);
 }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "common/load_string.h"
+#include "tests/support/files.h"
 #include "tests/temp_directory.h"
 #include "tools/command_line.h"
 
@@ -34,7 +34,7 @@ inline CommandRun run_command(const std::vector<std::string>& arguments) {
     run.status = run_command_line(int(argv.size()), argv.data(), results);
     run.errors = testing::internal::GetCapturedStderr();
     close(results);
-    load_file_to_string(path, run.results);
+    run.results = file_text(path);
     return run;
 }
 

@@ -5,15 +5,14 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cmath>
-#include <csignal>
-#include <filesystem>
 
 #include "common/failure.h"
 #include "common/load_string.h"
+#include "tests/support/file_size_limit.h"
+#include "tests/support/files.h"
 #include "tests/temp_directory.h"
 #include "tests/tools/audio/read_sound.h"
 
@@ -34,15 +33,19 @@ std::vector<float> test_sound() {
     return samples;
 }
 
-AudioFormat write_test_sound(const AudioRequest& request) {
+AudioFormat write_sound(const AudioRequest& request, const std::vector<float>& samples) {
     const AudioFormat format = choose_audio_format(request);
-    AudioWriter writer({.path = request.path}, format, NUM_FRAMES);
-    const std::vector<float> samples = test_sound();
-    for (size_t i = 0; i < NUM_FRAMES; i += 1000)
-        writer.write(&samples[2 * i], 1000);
+    const size_t num_frames = samples.size() / 2;
+    AudioWriter writer({.path = request.path}, format, num_frames);
+    for (size_t i = 0; i < num_frames; i += 1000)
+        writer.write(&samples[2 * i], std::min<size_t>(1000, num_frames - i));
     writer.finish();
     writer.commit();
     return format;
+}
+
+AudioFormat write_test_sound(const AudioRequest& request) {
+    return write_sound(request, test_sound());
 }
 
 std::string error_of(const AudioRequest& request) {
@@ -101,7 +104,7 @@ TEST(AudioWriter, EqualSoundsAreEqualFiles) {
         for (std::string& content : contents) {
             const std::string path = directory.path(std::string("sound") + ending);
             write_test_sound({.path = path});
-            ASSERT_EQ(load_file_to_string(path, content), 0);
+            content = file_text(path);
         }
         EXPECT_TRUE(contents[0] == contents[1]) << ending;
     }
@@ -109,14 +112,10 @@ TEST(AudioWriter, EqualSoundsAreEqualFiles) {
 
 TEST(AudioWriter, IntegersClipAndFloatsDoNot) {
     const TempDirectory directory;
-    const float loud[] = {1.5F, -1.5F, 1.0F, -1.0F};
+    const std::vector<float> loud = {1.5F, -1.5F, 1.0F, -1.0F};
     for (const char* bits : {"16", "24", "32", "float"}) {
         const std::string path = directory.path("loud.wav");
-        const AudioFormat format = choose_audio_format({.path = path, .bits = bits});
-        AudioWriter writer({.path = path}, format, 2);
-        writer.write(loud, 2);
-        writer.finish();
-        writer.commit();
+        const AudioFormat format = write_sound({.path = path, .bits = bits}, loud);
         const Sound sound = read_sound(path);
         ASSERT_EQ(sound.samples.size(), 4U);
         const float limit = format.samples == SampleType::FLOAT_32 ? 1.5F : 1.0F;
@@ -154,29 +153,18 @@ TEST(AudioWriter, AnUnfinishedFileLeavesWhatWasThere) {
         writer.write(test_sound().data(), NUM_FRAMES);
         writer.finish();
     }
-    std::string content;
-    load_file_to_string(path, content);
-    EXPECT_EQ(content, "precious");
-    const std::filesystem::directory_iterator files(directory.path());
-    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+    EXPECT_EQ(file_text(path), "precious");
+    EXPECT_EQ(names_in(directory.path()).size(), 1U);
 }
 
 TEST(AudioWriter, AFullDiskIsAFailureInEveryFormat) {
     const TempDirectory directory;
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler_before = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = before;
-    small.rlim_cur = 1000; // bytes
-    setrlimit(RLIMIT_FSIZE, &small);
-    for (const char* name : {"a.wav", "a.flac", "a.aiff", "a.ogg", "a.opus"}) {
-        const std::string path = directory.path(name);
-        EXPECT_THROW(write_test_sound({.path = path}), BadInput) << name;
-        EXPECT_FALSE(std::filesystem::exists(path)) << name;
+    {
+        const FileSizeLimit limit(1000);
+        for (const char* name : {"a.wav", "a.flac", "a.aiff", "a.ogg", "a.opus"})
+            EXPECT_THROW(write_test_sound({.path = directory.path(name)}), BadInput) << name;
     }
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler_before);
-    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+    EXPECT_TRUE(names_in(directory.path()).empty());
 }
 
 TEST(AudioWriter, DevicesAndStandardOutputGetOneStream) {

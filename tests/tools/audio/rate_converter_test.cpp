@@ -48,12 +48,6 @@ TEST(RateConverter, RemovesWhatTheNewRateCannotHold) {
         ASSERT_NEAR(output[i], 0.0F, 1e-4);
 }
 
-TEST(RateConverter, TheSameRatePassesUnchanged) {
-    const std::vector<float> output = convert_sine(1000.0, 44100, 1000);
-    ASSERT_EQ(output.size(), 2 * SECOND_OF_FRAMES);
-    EXPECT_EQ(output[200], float(std::sin(2.0 * M_PI * 1000.0 * 100.0 / 44100.0) / 2.0));
-}
-
 } // namespace
 
 } // namespace tarquil

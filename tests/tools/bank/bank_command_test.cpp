@@ -13,12 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string contents(const std::string& path) {
-    std::string text;
-    EXPECT_EQ(load_file_to_string(path, text), 0) << path;
-    return text;
-}
-
 class BankCommand : public testing::Test {
   protected:
     // A bank in which every instrument and the globals are different.
@@ -58,23 +52,23 @@ TEST_F(BankCommand, ABankTakenApartIsPutTogetherByteForByte) {
     run({"bank", "extract", "song.tqb", "--all", "parts"});
     EXPECT_TRUE(fs::exists("parts/007-a_b_7=_.tqi"));
     run({"bank", "new", "again.tqb", "parts"});
-    EXPECT_EQ(contents("again.tqb"), contents("song.tqb"));
+    EXPECT_EQ(file_text("again.tqb"), file_text("song.tqb"));
 
     run({"bank", "new", "empty.tqb"});
     run({"bank", "extract", "empty.tqb", "--all", "empty"});
     run({"bank", "new", "empty2.tqb", "empty"});
-    EXPECT_EQ(contents("empty2.tqb"), contents("empty.tqb"));
+    EXPECT_EQ(file_text("empty2.tqb"), file_text("empty.tqb"));
 }
 
 TEST_F(BankCommand, InsertReplacesOneInstrumentOnly) {
     write_bank("song.tqb");
     run({"bank", "extract", "song.tqb", "3", "three.tqi"});
-    EXPECT_EQ(run({"bank", "extract", "song.tqb", "3"}), contents("three.tqi"));
+    EXPECT_EQ(run({"bank", "extract", "song.tqb", "3"}), file_text("three.tqi"));
     run({"bank", "insert", "song.tqb", "4", "three.tqi", "--output", "other.tqb"});
-    EXPECT_EQ(run({"bank", "extract", "other.tqb", "4", "-"}), contents("three.tqi"));
+    EXPECT_EQ(run({"bank", "extract", "other.tqb", "4", "-"}), file_text("three.tqi"));
     run({"bank", "extract", "song.tqb", "4", "four.tqi"});
     run({"bank", "insert", "other.tqb", "4", "four.tqi"});
-    EXPECT_EQ(contents("other.tqb"), contents("song.tqb"));
+    EXPECT_EQ(file_text("other.tqb"), file_text("song.tqb"));
     run({"bank", "insert", "other.tqb", "4", "four.tqi", "--name", "new name"});
     EXPECT_EQ(run({"bank", "extract", "other.tqb", "4"}).find("name = new_name\n"), 0U);
 }
@@ -121,7 +115,7 @@ TEST_F(BankCommand, GlobalsComeFromAFileOrABank) {
 
 TEST_F(BankCommand, RefusalsSayWhyAndChangeNothing) {
     write_bank("song.tqb");
-    const std::string before = contents("song.tqb");
+    const std::string before = file_text("song.tqb");
     save_file_to_string("broken.tqi", "name = x\n\nbroken\n");
     save_file_to_string("good.tqi", "name = x\n");
     fs::create_directory("twice");
@@ -159,7 +153,7 @@ TEST_F(BankCommand, RefusalsSayWhyAndChangeNothing) {
         std::vector<std::string> command = arguments;
         command.insert(command.begin(), "bank");
         EXPECT_EQ(refused(command), "tarquil: " + message + "\n");
-        EXPECT_EQ(contents("song.tqb"), before);
+        EXPECT_EQ(file_text("song.tqb"), before);
     }
     EXPECT_NE(refused({"bank", "show", "song.tqb", "128"}), "");
     EXPECT_NE(refused({"bank", "insert", "song.tqb", "x", "good.tqi"}), "");

@@ -18,9 +18,7 @@ std::string complete(const std::string& words, int index) {
                                            ")\nCOMP_CWORD=" + std::to_string(index) +
                                            "\n_tarquil\nprintf '%s\\n' \"${COMPREPLY[@]}\"\n");
     EXPECT_EQ(std::system("bash -n tarquil.bash && bash complete.sh > out"), 0);
-    std::string out;
-    load_file_to_string("out", out);
-    return out;
+    return file_text("out");
 }
 
 // Every visible command below `app`, with all its options, is in `text`.

@@ -101,8 +101,7 @@ TEST_F(PluginRender, WhatCanNotBePlayedIsOneLine) {
         EXPECT_NE(access(out.c_str(), F_OK), 0);
     };
     // The same module for a processor of 32 bits: the fifth byte tells.
-    std::string module;
-    ASSERT_EQ(load_file_to_string(TOY_PLUGIN, module), 0);
+    std::string module = file_text(TOY_PLUGIN);
     module[4] = 1;
     const std::string narrow = directory.path("narrow.so");
     ASSERT_EQ(save_file_to_string(narrow, module), 0);

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include "common/load_string.h"
 #include "tests/midi/smf/smf_builder.h"
 #include "tests/temp_directory.h"
 #include "tests/tools/command_run.h"
@@ -36,9 +35,7 @@ class RenderFixture : public testing::Test {
     std::string rendered(const std::vector<std::string>& options) {
         const CommandRun run = render_song(options);
         EXPECT_EQ(run.status, 0) << run.errors;
-        std::string content;
-        EXPECT_EQ(load_file_to_string(out, content), 0);
-        return content;
+        return file_text(out);
     }
 
     TempDirectory directory;

@@ -70,10 +70,8 @@ TEST_F(SpeechCommand, EncodesAnyRateAndChannelsAndSpeaksAgain) {
         const CommandRun run =
             run_command({"speech", "encode", path(recording.file), path("words.tlp")});
         ASSERT_EQ(run.status, 0) << run.errors;
-        std::string bytes;
         Speech speech;
-        ASSERT_EQ(load_file_to_string(path("words.tlp"), bytes), 0);
-        ASSERT_EQ(read_speech(bytes, speech), SpeechFileError::NONE);
+        ASSERT_EQ(read_speech(file_text(path("words.tlp")), speech), SpeechFileError::NONE);
         ASSERT_EQ(speech.frames.size(), recording.frames);
         const size_t middle = recording.frames / 2;
         EXPECT_NEAR(speech.frames[middle].pitch, nearest_pitch(recording.hz), 2);
@@ -134,9 +132,7 @@ TEST_F(SpeechCommand, ShowsNumbersAndDrawsAPicture) {
     EXPECT_TRUE(picture.results.starts_with("<?xml")) << picture.errors;
     EXPECT_NE(picture.results.find("Pitch (Hz)"), std::string::npos);
     ASSERT_EQ(run_command({"speech", "show", words, "--plot", path("x.png")}).status, 0);
-    std::string png;
-    ASSERT_EQ(load_file_to_string(path("x.png"), png), 0);
-    EXPECT_TRUE(png.starts_with("\x89PNG"));
+    EXPECT_TRUE(file_text(path("x.png")).starts_with("\x89PNG"));
     // Nothing to draw is drawn too.
     EXPECT_EQ(run_command({"speech", "show", save_speech({}), "--plot", path("x.svg")}).status, 0);
 }
