@@ -50,11 +50,6 @@ void expect_contrast(const Pairs& pairs, double least) {
     }
 }
 
-TEST(Theme, TheFormulaIsThatOfTheGuidelines) {
-    EXPECT_NEAR(luminance(0xFFFFFF), 1.0, 1e-9);
-    EXPECT_NEAR(luminance(0x808080), 0.2159, 1e-4);
-}
-
 TEST(Theme, TextStandsOutFromWhateverIsBehindIt) {
     Pairs pairs = with_grounds({Ink::TEXT, Ink::TEXT_MUTED, Ink::TEXT_DIM});
     const Pairs more = {

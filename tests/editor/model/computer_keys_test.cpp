@@ -42,27 +42,6 @@ TEST_F(ComputerKeysTest, AHeldKeyStrikesOnceAndEndsAsWhatItStruck) {
     EXPECT_EQ(synth.take(), "4:72+100 4:76- 4:72-");
 }
 
-TEST_F(ComputerKeysTest, KeysOfOneNoteHoldItUntilTheLast) {
-    press('k'); // C5
-    press('x');
-    press('a'); // C5 as well
-    EXPECT_EQ(synth.take(), "1:72+100 1:72- 1:72+100");
-    release('k');
-    EXPECT_EQ(synth.take(), "");
-    release('a');
-    EXPECT_EQ(synth.take(), "1:72-");
-}
-
-TEST_F(ComputerKeysTest, AllAreLetGoAtOnceAndPlayAgainWhenTheyAreStruckAgain) {
-    press('a');
-    press('s');
-    keys.release_all();
-    EXPECT_EQ(synth.take(), "1:60+100 1:62+100 1:60- 1:62-");
-    release('a');
-    press('a');
-    EXPECT_EQ(synth.take(), "1:60+100");
-}
-
 TEST_F(ComputerKeysTest, EndsOfTheRangeAndOtherKeysAreLeftAlone) {
     for (int i = 0; i < 20; i++) {
         press('x');

@@ -73,19 +73,6 @@ TEST_F(EditorModelTest, TheRevisionComesBackWithUndoAndWithNothingElse) {
     EXPECT_NE(model.revision(), oldest);
 }
 
-TEST_F(EditorModelTest, AFileIsWhatItsKeysSay) {
-    const TempDirectory directory;
-    const std::string bank = directory.path("sounds.tqi");
-    const std::string instrument = directory.path("sound.tqb");
-    ASSERT_EQ(model.export_bank(bank), "");
-    ASSERT_EQ(model.export_instrument(instrument, 3), "");
-    save_file_to_string(directory.path("neither"), "colour = blue\n");
-    EXPECT_EQ(EditorModel::kind_of_file(bank), TextKind::BANK);
-    EXPECT_EQ(EditorModel::kind_of_file(instrument), TextKind::INSTRUMENT);
-    EXPECT_EQ(EditorModel::kind_of_file(directory.path("neither")), std::nullopt);
-    EXPECT_EQ(EditorModel::kind_of_file(directory.path("none")), std::nullopt);
-}
-
 TEST_F(EditorModelTest, ADragIsOneStepAndOneEditOfTheHost) {
     const int before = model.value(CTRL_FILTER1_CUTOFF);
     model.begin_gesture("Drag");
@@ -339,21 +326,6 @@ TEST_F(EditorModelTest, ARefreshTellsOfChangesOnce) {
     EXPECT_TRUE(model.refresh());
     EXPECT_EQ(model.value(CTRL_PANNING), 3);
     EXPECT_FALSE(model.refresh());
-}
-
-TEST(UndoHistory, ForgetsTheOldestStepBeyondItsSize) {
-    UndoHistory history;
-    EXPECT_EQ(history.undo(), nullptr);
-    for (size_t i = 0; i <= UndoHistory::MAX_STEPS; i++)
-        history.push({std::to_string(i), {}});
-    for (size_t i = UndoHistory::MAX_STEPS; i > 0; i--) {
-        EXPECT_EQ(history.undo_name(), std::to_string(i));
-        EXPECT_EQ(history.undo()->name, std::to_string(i));
-        EXPECT_EQ(history.redo_name(), std::to_string(i));
-    }
-    EXPECT_EQ(history.undo(), nullptr);
-    EXPECT_EQ(history.undo_name(), "");
-    EXPECT_EQ(history.redo()->name, "1");
 }
 
 } // namespace

@@ -15,6 +15,7 @@
 #include "softsynth/parameters/effect_type.h"
 #include "softsynth/parameters/influence.h"
 #include "softsynth/parameters/osc_type.h"
+#include "tests/support/bank_text.h"
 
 namespace tarquil {
 
@@ -133,11 +134,6 @@ class MorphModelTest : public testing::Test {
         model.compare();
         model.set_value(CTRL_PANNING, 100);
     }
-    std::string bank() {
-        std::string text;
-        synth.bank.text_save_to_string(text);
-        return text;
-    }
     ControllerBytes sound() { return synth.bank.get_instrument(0).get_bytes(); }
 
     BankSynth synth;
@@ -145,7 +141,7 @@ class MorphModelTest : public testing::Test {
 };
 
 TEST_F(MorphModelTest, IsOneStepThatChangesTheProgramAlone) {
-    const std::string before = bank();
+    const std::string before = text_of(synth.bank);
     const ControllerBytes b = sound();
     ASSERT_TRUE(model.start_morph());
     EXPECT_EQ(model.morph_position(), 1.0) << "B is heard";
@@ -161,19 +157,19 @@ TEST_F(MorphModelTest, IsOneStepThatChangesTheProgramAlone) {
     kept[CTRL_PANNING] = 40;
     EXPECT_EQ(sound(), kept);
     model.undo();
-    EXPECT_EQ(bank(), before);
+    EXPECT_EQ(text_of(synth.bank), before);
     EXPECT_NE(model.undo_name(), "Morph");
     model.compare();
     EXPECT_EQ(model.value(CTRL_PANNING), 0) << "the other version is as it was";
 }
 
 TEST_F(MorphModelTest, LeavesNothingBehindWhenItIsDropped) {
-    const std::string before = bank();
+    const std::string before = text_of(synth.bank);
     const std::string last_step = model.undo_name();
     ASSERT_TRUE(model.start_morph());
     model.set_morph(0.0);
     model.drop_morph();
-    EXPECT_EQ(bank(), before);
+    EXPECT_EQ(text_of(synth.bank), before);
     EXPECT_EQ(model.undo_name(), last_step);
     model.compare(); // A
     ASSERT_TRUE(model.start_morph());
@@ -188,22 +184,6 @@ TEST_F(MorphModelTest, LeavesNothingBehindWhenItIsDropped) {
     EXPECT_EQ(sound()[CTRL_PANNING], 100);
     model.select_program(2);
     EXPECT_FALSE(model.start_morph()) << "its versions are the same";
-}
-
-TEST(MorphRun, GoesOnceOrToAndFro) {
-    MorphRun run;
-    run.start(0.5);
-    EXPECT_DOUBLE_EQ(run.advance(0.25), 0.75);
-    EXPECT_DOUBLE_EQ(run.advance(0.5), 1.0);
-    EXPECT_FALSE(run.is_running());
-    run.start(1.0);
-    EXPECT_DOUBLE_EQ(run.advance(0.125), 0.125) << "again from the start";
-    run.swings = true;
-    run.start(0.75);
-    EXPECT_DOUBLE_EQ(run.advance(0.5), 0.75);
-    EXPECT_DOUBLE_EQ(run.advance(1.0), 0.25);
-    EXPECT_DOUBLE_EQ(run.advance(20.0), 0.25);
-    EXPECT_TRUE(run.is_running());
 }
 
 TEST(MorphLength, IsReadInSecondsAndNotes) {

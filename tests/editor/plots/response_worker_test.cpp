@@ -30,23 +30,6 @@ TEST(ResponseWorker, IsFlatUntilTheFilterAskedForIsReady) {
     EXPECT_FALSE(worker.refresh()) << "the same filter is not computed again";
 }
 
-TEST(ResponseWorker, ComputesAnewWhenAnySettingChanges) {
-    ResponseWorker worker;
-    for (const FilterSettings& changed : {LOW_PASS,
-                                          {FilterType(2), 1, 5.0F, 1.0F, 0.25F, 0.0F},
-                                          {FilterType(2), 2, 5.0F, 1.0F, 0.25F, 0.0F},
-                                          {FilterType(2), 2, 6.0F, 1.0F, 0.25F, 0.0F},
-                                          {FilterType(2), 2, 6.0F, 3.0F, 0.25F, 0.0F},
-                                          {FilterType(2), 2, 6.0F, 3.0F, 0.5F, 0.0F},
-                                          {FilterType(2), 2, 6.0F, 3.0F, 0.5F, 440.0F},
-                                          FilterSettings()}) {
-        worker.get(0, changed);
-        worker.wait();
-        ASSERT_TRUE(worker.refresh());
-        EXPECT_EQ(worker.get(0, changed), computed(changed));
-    }
-}
-
 TEST(ResponseWorker, EachAskerGetsItsOwnAndTheLastThatItAskedFor) {
     ResponseWorker worker;
     FilterSettings filter = LOW_PASS;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <set>
 
-#include "common/load_string.h"
 #include "editor/view/section_menu.h"
 #include "editor/widgets/pair_slider.h"
 #include "softsynth/parameters/filter_type.h"
@@ -16,7 +15,8 @@ namespace tarquil {
 
 namespace {
 
-TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
+TEST_F(EditorViewTest, EveryControllerIsOnAPageApartFromOthersAndLargeEnoughToHit) {
+    constexpr double LEAST = 24.0;
     std::set<unsigned> shown;
     const Rect window{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT};
     for (const Page& page : view.get_pages()) {
@@ -25,6 +25,8 @@ TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
             EXPECT_TRUE(window.contains({area.x, area.y}) &&
                         window.contains({area.right(), area.bottom()}))
                 << page.title;
+            EXPECT_TRUE(!widget->takes_focus() || (area.w >= LEAST && area.h >= LEAST))
+                << page.title << " " << area.x << "," << area.y << " " << area.w << "x" << area.h;
             const std::vector<unsigned> set = widget->controllers();
             if (set.size() == 1 || dynamic_cast<PairSlider*>(widget.get()) != nullptr)
                 shown.insert(set.begin(), set.end());
@@ -40,17 +42,6 @@ TEST_F(EditorViewTest, EveryControllerIsOnAPageAndNothingOverlaps) {
     }
     for (const ControllerInfo& info : controller_rows())
         EXPECT_TRUE(shown.contains(info.number)) << info.key;
-}
-
-TEST_F(EditorViewTest, EveryTargetIsLargeEnoughToHit) {
-    constexpr double LEAST = 24.0;
-    for (const Page& page : view.get_pages()) {
-        for (const auto& widget : page.widgets) {
-            const Rect& area = widget->get_area();
-            EXPECT_TRUE(!widget->takes_focus() || (area.w >= LEAST && area.h >= LEAST))
-                << page.title << " " << area.x << "," << area.y << " " << area.w << "x" << area.h;
-        }
-    }
 }
 
 TEST_F(EditorViewTest, ChanceLeavesLockedSectionsAlone) {
@@ -89,28 +80,6 @@ TEST_F(EditorViewTest, ATypeBringsItsStartingValuesInOneStep) {
     view.wheel(at(box), 1.0);
     model.undo();
     EXPECT_EQ(model.get_state().bytes, before);
-}
-
-TEST_F(EditorViewTest, AnExportAsksBeforeItReplacesAndAnImportThatFailsSaysWhy) {
-    const std::string path = directory.path("sound.tqi");
-    view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
-                          return view.get_model().export_instrument(chosen, 0);
-                      }});
-    press_key(Key::ENTER);
-    std::string text;
-    ASSERT_EQ(load_file_to_string(path, text), 0);
-    ASSERT_EQ(save_file_to_string(path, "broken"), 0);
-    for (const bool is_yes : {false, true}) {
-        view.choose_file({"Export", ".tqi", true, path, [&](const std::string& chosen) {
-                              return view.get_model().export_instrument(chosen, 0);
-                          }});
-        press_key(Key::ENTER);
-        draw();
-        press_key(is_yes ? Key::ENTER : Key::ESCAPE);
-        std::string written;
-        load_file_to_string(path, written);
-        EXPECT_EQ(written, is_yes ? text : "broken");
-    }
 }
 
 TEST_F(EditorViewTest, AnyButtonAndAnyNameLeaveItUsable) {

@@ -3,6 +3,7 @@
 #include "common/load_string.h"
 #include "editor/widgets/sound_list.h"
 #include "tests/editor/view/view_fixture.h"
+#include "tests/support/bank_text.h"
 
 namespace tarquil {
 
@@ -16,13 +17,7 @@ class SoundsPageTest : public EditorViewTest {
             synth.bank.get_instrument(i).set_name("Sound " + std::to_string(i));
         view.host_changed();
         view.tick(0.1);
-        for (unsigned page = 0; page < view.get_pages().size(); page++) {
-            if (view.get_pages()[page].title == "Sounds")
-                view.show_page(page);
-            for (const auto& widget : view.get_pages()[page].widgets)
-                if (const auto* found = dynamic_cast<const SoundList*>(widget.get()))
-                    list = found;
-        }
+        list = find_kind<SoundList>();
         draw();
     }
     [[nodiscard]] Point row(size_t index) const { return list->row_center(index); }
@@ -89,9 +84,7 @@ TEST_F(SoundsPageTest, AFileIsDroppedOnAChannelOrAskedAbout) {
     EXPECT_EQ(model.undo_name(), "") << "neither two at once nor none";
     TarqSettings bank;
     bank.set_song_title("Dropped");
-    std::string text;
-    bank.text_save_to_string(text);
-    save_file_to_string(directory.path("bank.tqb"), text);
+    save_file_to_string(directory.path("bank.tqb"), text_of(bank));
     view.drop_files({directory.path("bank.tqb")}, {500, 400});
     EXPECT_EQ(model.get_state().song_title, "") << "it is asked first";
     EXPECT_FALSE(view.drag_file(channel_3())) << "not while a question is open";

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
 #include "editor/view/editor_view.h"
@@ -13,18 +15,33 @@ namespace tarquil {
 
 class EditorViewTest : public testing::Test {
   protected:
-    // The widget that sets exactly that controller, and the page with it in front.
-    Point find(unsigned number) {
+    // The first widget that fits, with its page in front; null for none.
+    Widget* find_widget(const std::function<bool(const Widget&)>& fits) {
         for (unsigned page = 0; page < view.get_pages().size(); page++) {
             for (const auto& widget : view.get_pages()[page].widgets) {
-                if (widget->controllers() == std::vector<unsigned>{number}) {
+                if (fits(*widget)) {
                     view.show_page(page);
-                    return widget->get_area().center();
+                    return widget.get();
                 }
             }
         }
-        ADD_FAILURE() << "no widget for " << number;
-        return {};
+        return nullptr;
+    }
+    template <typename Kind> Kind* find_kind() {
+        return dynamic_cast<Kind*>(find_widget(
+            [](const Widget& widget) { return dynamic_cast<const Kind*>(&widget) != nullptr; }));
+    }
+    // That sets exactly these.
+    Widget* find_setting(const std::vector<unsigned>& controllers) {
+        return find_widget(
+            [&](const Widget& widget) { return widget.controllers() == controllers; });
+    }
+    // The middle of the widget that sets that controller alone.
+    Point find(unsigned number) {
+        const Widget* const found = find_setting({number});
+        if (found == nullptr)
+            ADD_FAILURE() << "no widget for " << number;
+        return found != nullptr ? found->get_area().center() : Point{};
     }
 
     PointerEvent at(Point point, int button = 1) const {

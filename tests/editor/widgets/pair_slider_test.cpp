@@ -2,13 +2,10 @@
 
 #include "editor/widgets/pair_slider.h"
 
-#include <gtest/gtest.h>
-
-#include "editor/model/bank_synth.h"
-#include "editor/view/editor_view.h"
 #include "editor/widgets/multiply_switch.h"
 #include "softsynth/parameters/influence.h"
 #include "tests/editor/user_input.h"
+#include "tests/editor/view/view_fixture.h"
 
 namespace tarquil {
 
@@ -16,20 +13,13 @@ namespace {
 
 constexpr ModulationRows ROWS = modulation_rows(FIRST_PITCH_SLOT);
 
-class PairSliderTest : public testing::Test {
+class PairSliderTest : public EditorViewTest {
   protected:
     PairSliderTest() {
         model.set_value(ROWS.source, INFL_LFO1);
         steps_before = model.revision();
-        for (unsigned page = 0; page < view.get_pages().size(); page++) {
-            for (const auto& widget : view.get_pages()[page].widgets) {
-                if (widget->controllers() == std::vector<unsigned>{ROWS.amount, ROWS.fine_amount}) {
-                    view.show_page(page);
-                    area = widget->get_area();
-                    slider = widget.get();
-                }
-            }
-        }
+        slider = find_setting({ROWS.amount, ROWS.fine_amount});
+        area = slider->get_area();
     }
     // Right of the middle of the slot.
     [[nodiscard]] Point place(double way) const {
@@ -52,18 +42,12 @@ class PairSliderTest : public testing::Test {
         EXPECT_EQ(model.revision(), steps_before) << "it was one step";
     }
 
-    BankSynth synth;
-    EditorModel model{synth};
-    EditorSettings settings;
-    EditorView view{model, settings, true};
     std::optional<uint64_t> steps_before;
     Rect area;
     Widget* slider = nullptr;
-    uint32_t now = 0;
 };
 
 TEST_F(PairSliderTest, ADragSetsBothAndIsOneStep) {
-    ASSERT_NE(slider, nullptr);
     // A quarter of the way to the right end: a sixteenth of the most, 105 cents.
     drag((area.w - 82 - 12) / 8);
     EXPECT_EQ(bytes(), nearest_pair(amount_pair(0), 1.0 / 16));
@@ -89,9 +73,7 @@ TEST_F(PairSliderTest, AValueIsTypedWithItsUnit) {
     const Point number{area.right() - 10, area.center().y};
     view.press(at(number));
     ASSERT_TRUE(view.wants_keys());
-    for (const char c : std::string("7 st"))
-        view.key({Key::CHARACTER, std::string(1, c), false, false});
-    view.key({Key::ENTER, "", false, false});
+    type("7 st");
     EXPECT_EQ(bytes(), nearest_pair(amount_pair(0), 0.498307));
     EXPECT_NE(slider->tooltip(view).find("between -11.94 st and +7 st"), std::string::npos)
         << slider->tooltip(view);
@@ -101,13 +83,7 @@ TEST_F(PairSliderTest, AValueIsTypedWithItsUnit) {
 TEST_F(PairSliderTest, MultiplyingIsASwitchThatGivesTheAmountBack) {
     drag(40.0);
     const PairBytes set = bytes();
-    Widget* button = nullptr;
-    for (const Page& page : view.get_pages()) {
-        for (const auto& widget : page.widgets) {
-            if (dynamic_cast<MultiplySwitch*>(widget.get()) != nullptr && button == nullptr)
-                button = widget.get();
-        }
-    }
+    auto* const button = find_kind<MultiplySwitch>();
     ASSERT_NE(button, nullptr);
     button->press(view, left_press(button->get_area().center()));
     EXPECT_EQ(bytes().coarse, MULTIPLYING_AMOUNT);
