@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
 #include <limits>
 
 #include "tests/formats/common/format_song.h"
@@ -34,25 +36,35 @@ class HostedPlayerTest : public testing::Test {
         return end();
     }
 
+    // What a new player gives of a block with these messages, and of one without.
+    using Messages = std::function<void(HostedPlayer& player)>;
+    static StereoSound heard(uint32_t frames, const Messages& send,
+                             MidiDialect dialect = MidiDialect::NATIVE) {
+        HostedPlayer player;
+        player.player().set_dialect(dialect);
+        EXPECT_TRUE(player.activate(44100));
+        StereoSound all{std::vector<float>(2 * frames), std::vector<float>(2 * frames)};
+        player.begin_block(all.left.data(), all.right.data(), frames);
+        send(player);
+        player.end_block();
+        player.begin_block(all.left.data() + frames, all.right.data() + frames, frames);
+        player.end_block();
+        return all;
+    }
+
+    static constexpr uint8_t NOTE[] = {0x90, 60, 100};
+    static constexpr uint8_t VOLUME_0[] = {0xF0, 0x7F, 0x7F, 4, 1, 0, 0, 0xF7}; // the master's
     HostedPlayer hosted;
     StereoSound sound;
 };
 
 TEST_F(HostedPlayerTest, FramesOutOfOrderOrBeyondTheBlockCountAsTheNearest) {
     const auto one_note = [](std::initializer_list<uint32_t> frames) {
-        HostedPlayer player;
-        EXPECT_TRUE(player.activate(44100));
-        StereoSound heard{std::vector<float>(2048), std::vector<float>(2048)};
-        player.begin_block(heard.left.data(), heard.right.data(), 1024);
-        unsigned key = 60;
-        for (const uint32_t frame : frames) {
-            const uint8_t message[] = {0x90, uint8_t(key++), 100};
-            player.add_message(message, frame);
-        }
-        player.end_block();
-        player.begin_block(heard.left.data() + 1024, heard.right.data() + 1024, 1024);
-        player.end_block();
-        return heard;
+        return heard(1024, [frames](HostedPlayer& player) {
+            uint8_t key = 60;
+            for (const uint32_t frame : frames)
+                player.add_message(std::array<uint8_t, 3>{0x90, key++, 100}, frame);
+        });
     };
     EXPECT_EQ(one_note({500, 20, 700}), one_note({500, 500, 700}));
     EXPECT_EQ(one_note({10, 5000}), one_note({10, 1023}));
@@ -62,21 +74,14 @@ TEST_F(HostedPlayerTest, FramesOutOfOrderOrBeyondTheBlockCountAsTheNearest) {
 
 TEST_F(HostedPlayerTest, MoreMessagesThanTheQueueHoldsLoseNothing) {
     // The last value of 40,000, more than twice what the queue holds.
-    const auto after = [](uint32_t num_messages) {
-        HostedPlayer player;
-        EXPECT_TRUE(player.activate(44100));
-        StereoSound heard{std::vector<float>(4096), std::vector<float>(4096)};
-        player.begin_block(heard.left.data(), heard.right.data(), 4096);
-        const uint8_t note[] = {0x90, 60, 100};
-        player.add_message(note, 0);
-        for (uint32_t i = 0; i < num_messages; i++) {
-            const uint8_t message[] = {0xB0, CTRL_PANNING, uint8_t(i == num_messages - 1 ? 0 : 64)};
-            EXPECT_TRUE(player.add_message(message, i * 3000 / num_messages));
+    constexpr uint32_t COUNT = 40000;
+    const StereoSound many = heard(2048, [](HostedPlayer& player) {
+        player.add_message(NOTE, 0);
+        for (uint32_t i = 1; i <= COUNT; i++) {
+            const std::array<uint8_t, 3> pan{0xB0, CTRL_PANNING, uint8_t(i == COUNT ? 0 : 64)};
+            EXPECT_TRUE(player.add_message(pan, i * 1500 / COUNT));
         }
-        player.end_block();
-        return heard;
-    };
-    const StereoSound many = after(40000);
+    });
     const float left = peak({many.left.end() - 500, many.left.end()});
     EXPECT_GT(left, 0.01F);
     EXPECT_LT(peak({many.right.end() - 500, many.right.end()}), 0.02F * left)
@@ -98,18 +103,31 @@ TEST_F(HostedPlayerTest, AParameterAfterALoadIsOfTheLoadedBank) {
 }
 
 TEST_F(HostedPlayerTest, AResetLeavesNoNoteAndNoMessage) {
-    begin(30);
-    play(0xB0, CTRL_PANNING, 0);
-    play(0x90, 60, 127, 10);
-    play(0x91, 64, 127, 29); // still on its way
-    end();
+    for (const MidiDialect dialect : {MidiDialect::NATIVE, MidiDialect::GENERAL_MIDI}) {
+        const bool is_gm = dialect == MidiDialect::GENERAL_MIDI;
+        hosted.player().set_dialect(dialect);
+        begin(30);
+        play(0xB0, is_gm ? 64U : unsigned(CTRL_PANNING), is_gm ? 127 : 0);
+        play(0x90, 60, 127, 10);
+        end();
+        EXPECT_GT(peak(render(640).left), 0.001F);
+        begin(30);
+        EXPECT_TRUE(hosted.add_message(VOLUME_0, 0));
+        play(0x91, 64, 127, 29); // still on its way
+        end();
+        hosted.reset();
+        render(10 * 44100);
+        const float rest = peak(render(4096).left);
+        EXPECT_TRUE(is_gm ? rest < 1e-4F : rest == 0.0F) << "everything has been released";
+        begin(4096);
+        play(0x90, 60, 127);
+        end();
+        EXPECT_GT(peak(sound.right), 0.001F) << "panned as the program is";
+    }
+    EXPECT_GT(hosted.player().audio().ensemble()->voices(), 0U);
     hosted.reset();
-    render(10 * 44100);
-    EXPECT_EQ(peak(render(4096).left), 0.0F) << "everything has been released";
-    begin(4096);
-    play(0x90, 60, 127);
-    end();
-    EXPECT_GT(peak(sound.right), 0.0F) << "panned as the program is";
+    render(8 * 44100);
+    EXPECT_EQ(hosted.player().audio().ensemble()->voices(), 0U);
 }
 
 TEST_F(HostedPlayerTest, MessagesThatAreNoneOfTheEnginesDoNothing) {
@@ -132,17 +150,13 @@ TEST_F(HostedPlayerTest, MessagesThatAreNoneOfTheEnginesDoNothing) {
 
 TEST_F(HostedPlayerTest, AnExclusiveMessageActsOnItsFrame) {
     const auto play = [](uint32_t frame) {
-        HostedPlayer player;
-        player.player().set_dialect(MidiDialect::GENERAL_MIDI);
-        EXPECT_TRUE(player.activate(44100));
-        StereoSound heard{std::vector<float>(4096), std::vector<float>(4096)};
-        player.begin_block(heard.left.data(), heard.right.data(), 4096);
-        const uint8_t note[] = {0x90, 60, 100};
-        player.add_message(note, 0);
-        const uint8_t silence[] = {0xF0, 0x7F, 0x7F, 4, 1, 0, 0, 0xF7}; // master volume
-        player.add_message(silence, frame);
-        player.end_block();
-        return heard;
+        return heard(
+            4096,
+            [frame](HostedPlayer& player) {
+                player.add_message(NOTE, 0);
+                player.add_message(VOLUME_0, frame);
+            },
+            MidiDialect::GENERAL_MIDI);
     };
     const StereoSound early = play(1000);
     const StereoSound late = play(3000);
@@ -158,25 +172,6 @@ TEST_F(HostedPlayerTest, RatesBeyondReasonAreRefusedAndChangeNothing) {
     play(0x90, 60, 127);
     EXPECT_GT(peak(end().left), 0.0F);
     EXPECT_EQ(hosted.latency_frames(), 63U);
-}
-
-TEST_F(HostedPlayerTest, AResetEndsGeneralMidisNotesAndForgetsItsMessages) {
-    hosted.player().set_dialect(MidiDialect::GENERAL_MIDI);
-    begin(64);
-    play(0xB0, 64, 127);
-    play(0x90, 60, 100);
-    EXPECT_GT(peak(render(640).left), 0.001F);
-    begin(64);
-    const uint8_t silence[] = {0xF0, 0x7F, 0x7F, 4, 1, 0, 0, 0xF7}; // master volume
-    EXPECT_TRUE(hosted.add_message(silence, 0));
-    end();
-    hosted.reset();
-    render(44100 * 8);
-    EXPECT_LT(peak(render(640).left), 1e-4F);
-    EXPECT_EQ(hosted.player().audio().ensemble()->voices(), 0U);
-    begin(640);
-    play(0x90, 62, 100);
-    EXPECT_GT(peak(end().left), 0.001F);
 }
 
 } // namespace

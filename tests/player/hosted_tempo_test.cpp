@@ -71,15 +71,7 @@ TEST(HostedTempo, GeneralMidiFollowsToo) {
         player.player().set_tempo_sync(follows);
         player.player().set_controller(CTRL_RETRIGGER_SPEEDUP, 65);
         player.player().set_controller(CTRL_RETRIGGER_WET_LEVEL, 100);
-        EXPECT_TRUE(player.activate(44100));
-        return render_song({SONG_FRAMES},
-                           [&](const auto& messages, float* left, float* right, uint32_t frames) {
-                               player.begin_block(left, right, frames);
-                               player.set_tempo(host_tempo_at(0, 44100), 0);
-                               for (const SongMessage& message : messages)
-                                   player.add_message(message.bytes, message.frame);
-                               player.end_block();
-                           });
+        return hosted_tempo_song(44100, player.save_state());
     };
     EXPECT_NE(song(true), song(false));
 }

@@ -2,25 +2,19 @@
 
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "player/player.h"
 #include "player/quantum_stream.h"
 #include "sounds/shipped_sounds.h"
 #include "sounds/starting_sounds.h"
+#include "tests/support/engine_host.h"
 
 namespace tarquil {
-
-inline float peak_of(const std::vector<float>& sound) {
-    float peak = 0.0F;
-    for (const float sample : sound)
-        peak = std::max(peak, std::abs(sample));
-    return peak;
-}
 
 class SetPlayer {
   public:
@@ -58,13 +52,23 @@ class SetPlayer {
         return sound;
     }
 
+    // What is heard of a note while it is held; it must have ended so many seconds later.
+    std::vector<float> play(unsigned channel, unsigned key, unsigned velocity, double seconds,
+                            double longest_end) {
+        note_on(channel, key, velocity);
+        const std::vector<float> held = render(seconds);
+        note_off(channel, key);
+        EXPECT_LT(seconds_until_silent(), longest_end);
+        return held;
+    }
+
     // Renders on until a tenth of a second stays below -80 dBFS; at most 20 s.
     double seconds_until_silent() {
         constexpr float SILENCE = 1e-4F;
         constexpr double PIECE = 0.1;
         constexpr double AT_MOST = 20.0;
         double seconds = 0.0;
-        while (seconds < AT_MOST && peak_of(render(PIECE)) > SILENCE)
+        while (seconds < AT_MOST && peak(render(PIECE)) > SILENCE)
             seconds += PIECE;
         return seconds;
     }

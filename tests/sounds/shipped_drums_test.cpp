@@ -19,36 +19,30 @@ double energy_of(const std::vector<float>& sound) {
     return sum;
 }
 
-TEST(ShippedDrums, TheNineKitsAreThere) {
+TEST(ShippedDrums, EveryStandardKeyHasOne) {
     for (unsigned key = STANDARD_FIRST; key <= STANDARD_LAST; key++)
         EXPECT_NE(shipped_gm_map().find_drum(0, key), nullptr) << key;
-    for (const unsigned kit : KITS)
-        EXPECT_NE(shipped_gm_map().kit(kit), nullptr) << kit;
 }
 
 class ShippedKit : public testing::TestWithParam<unsigned> {};
 
 TEST_P(ShippedKit, SoundsAndEnds) {
-    const DrumKit& kit = *shipped_gm_map().kit(GetParam());
+    const DrumKit* const kit = shipped_gm_map().kit(GetParam());
+    ASSERT_NE(kit, nullptr);
     SetPlayer player;
     player.choose_kit(GetParam());
     for (unsigned key = 0; key < NUM_KEYS; key++) {
-        if (!kit[key])
+        if (!(*kit)[key])
             continue;
         SCOPED_TRACE("key " + std::to_string(key));
-        double energies[2];
-        for (const bool hard : {false, true}) {
-            player.note_on(SetPlayer::DRUMS, key, hard ? 115 : 45);
-            const std::vector<float> stroke = player.render(1.0); // some swell
-            energies[hard ? 1 : 0] = energy_of(stroke);
-            player.note_off(SetPlayer::DRUMS, key);
-            EXPECT_LT(player.seconds_until_silent(), 5.0);
-            if (hard) {
-                EXPECT_GT(peak_of(stroke), 0.003F);
-                EXPECT_LT(peak_of(stroke), 0.95F);
-            }
-        }
-        EXPECT_GT(energies[1], 5.0 * energies[0]); // 7 dB
+        const auto stroke = [&](unsigned velocity) { // some swell
+            return player.play(SetPlayer::DRUMS, key, velocity, 1.0, 5.0);
+        };
+        const std::vector<float> soft = stroke(45);
+        const std::vector<float> hard = stroke(115);
+        EXPECT_GT(peak(hard), 0.003F);
+        EXPECT_LT(peak(hard), 0.95F);
+        EXPECT_GT(energy_of(hard), 5.0 * energy_of(soft)); // 7 dB
     }
 }
 

@@ -187,12 +187,6 @@ TEST(DevicePlayer, IsFinishedWhenTheSongsSoundIs) {
     EXPECT_EQ(num_blocks, 20); // half a second from the block with the end on
 }
 
-TEST(DevicePlayer, RefusesRatesBeyondReason) {
-    DevicePlayer player;
-    EXPECT_FALSE(player.activate(0));
-    EXPECT_TRUE(player.activate(8000));
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -1,4 +1,4 @@
-// Counts what an audio callback must not do: allocate, lock, call the system, fault on a page.
+// Counts what an audio callback must not do: allocate, lock, call the system.
 
 #pragma once
 
@@ -25,10 +25,7 @@ struct CallbackCounts {
     int locks = 0;       // of other mutexes than the first that was seen
     int all_locks = 0;
     int system_calls = 0;
-    int page_faults = 0;
     std::string last_system_call; // its number
-
-    [[nodiscard]] int sum() const { return allocations + locks + system_calls + page_faults; }
 };
 
 // Counts on the calling thread while the object lives.
@@ -41,7 +38,6 @@ class CallbackWatch {
 
   private:
     CallbackCounts& target;
-    long faults_before;
 };
 
 // Runs `work` on a thread of its own on which system calls fail, and are counted by a watch.  False
@@ -50,11 +46,11 @@ bool run_without_system_calls(const std::function<void()>& work);
 
 #ifdef REALTIME_SANITIZER
 // The sanitizer ends the program at the first wrong call, and needs no other watch.
-inline CallbackWatch::CallbackWatch(CallbackCounts& counts) : target(counts), faults_before(0) {
+inline CallbackWatch::CallbackWatch(CallbackCounts& counts) : target(counts) {
     target.locks = 0;
 }
 inline CallbackWatch::~CallbackWatch() {
-    target.page_faults += int(faults_before);
+    target.all_locks = 0;
 }
 inline bool run_without_system_calls(const std::function<void()>& /*work*/) {
     return false;

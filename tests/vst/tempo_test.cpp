@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "instrument/settings.h"
+#include "tests/support/bank_text.h"
 #include "tests/vst/plugin_host.h"
 
 namespace tarquil {
@@ -27,14 +28,12 @@ std::vector<float> sound(bool follows, double tempo, int32_t flags) {
     TarqSettings bank;
     bank.get_instrument(0).set_controller(CTRL_AUX2_LEVEL, 127);
     bank.set_tempo_sync(follows);
-    std::string chunk;
-    bank.text_save_to_string(chunk);
     asked_for = 0;
     now = {};
     now.tempo = tempo;
     now.flags = flags;
     PluginHost host(256, true, answer);
-    EXPECT_TRUE(host.load(chunk, false));
+    EXPECT_TRUE(host.load(text_of(bank), false));
     host.midi(0x90, 60, 100);
     return host.render(44032);
 }

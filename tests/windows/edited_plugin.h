@@ -32,8 +32,13 @@ class EditedPlugin {
 
     // NOLINTNEXTLINE(performance-no-int-to-ptr): how the interface takes a window's number
     bool open() { return host.call(effEditOpen, 0, 0, reinterpret_cast<void*>(parent)) != 0; }
-    void close() { host.call(effEditClose); }
-    void idle(int times) {
+    // What is left, or null.
+    const char* close() {
+        host.call(effEditClose);
+        return parent != 0 && !screen.children(parent).empty() ? "a window is left" : nullptr;
+    }
+    std::string save() { return host.save(false); }
+    void idle(int times = 1) {
         for (int i = 0; i < times; i++) {
             host.call(effEditIdle);
             pause_host();

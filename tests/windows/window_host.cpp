@@ -1,29 +1,23 @@
 // A host with windows: opens the plug-in's editor in windows of its own, plays and automates
 // meanwhile, and counts what is left behind.
 //
-//   window_host cycles N [I]   opens and closes the editor N times, with I idle calls between
-//   window_host three          three instances with audio running, a parent window destroyed first
-//   window_host eight          eight instances that play, are automated, load, save, change
-//   programs
-//                              and show their editors at once; made for the thread sanitizer
+//   window_host cycles N       opens and closes the editor N times
+//   window_host three, eight   so many instances that play, are automated, load, save, change
+//                              programs and show their editors at once, a parent window destroyed
+//                              first; made for the thread sanitizer
 //   window_host play           one editor for a user (or xdotool) until the input ends; prints
 //                              what the host was told
-
-#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <thread>
 #include <vector>
 
 #include "tests/windows/edited_plugin.h"
-#include "tests/windows/process_entries.h"
-#include "tests/windows/user_at_work.h"
+#include "tests/windows/window_modes.h"
 
 namespace tarquil {
 
@@ -51,76 +45,16 @@ intptr_t answer(AEffect*, int32_t opcode, int32_t, intptr_t, void*, float) {
     }
 }
 
-int run_cycles(int cycles, int idles) {
+int run_cycles(int cycles) {
     Screen screen;
     EditedPlugin plugin(screen, 0, answer);
-    GrowthCheck growth;
-    for (int i = 0; i < cycles; i++) {
-        if (!plugin.open())
-            return fail("the editor does not open");
-        if (screen.children(plugin.parent).size() != 1)
-            return fail("the editor's window is not in the host's");
-        plugin.idle(idles);
-        plugin.close();
-        if (screen.children(plugin.parent).size() != 0)
-            return fail("a window is left");
-        if (i == 0)
-            growth.note_first();
-    }
-    if (const char* const left = growth.find_growth())
-        return fail(left);
-    std::printf("ok %d openings and closings, no window, thread or descriptor left\n", cycles);
-    return 0;
+    return open_and_close(screen, plugin, cycles, [](int) { return nullptr; });
 }
 
-int run_three() {
-    Screen screen;
-    {
-        std::unique_ptr<EditedPlugin> plugins[3];
-        for (int i = 0; i < 3; i++) {
-            plugins[i] = std::make_unique<EditedPlugin>(screen, 100 * i, answer);
-            if (!plugins[i]->open())
-                return fail("an editor does not open");
-        }
-        std::atomic<bool> playing{true};
-        std::thread audio([&] {
-            for (unsigned block = 0; playing; block++) {
-                for (auto& plugin : plugins) {
-                    plugin->host.midi(0x90, 40 + block % 40, 100);
-                    plugin->host.midi(0x80, 40 + (block + 20) % 40);
-                    plugin->host.block(256);
-                }
-            }
-        });
-        for (int round = 0; round < 200; round++) {
-            for (auto& plugin : plugins) {
-                for (int32_t i = 0; i < 5; i++)
-                    plugin->host.set(1 + (round * 5 + i) % 172, float(round % 10) / 9);
-                plugin->host.call(effSetProgram, 0, round % 4);
-                plugin->host.call(effEditIdle);
-            }
-            if (round == 100) {
-                // Some hosts destroy their window first.
-                screen.destroy(plugins[0]->parent);
-                plugins[0]->parent = 0;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        for (auto& plugin : plugins)
-            plugin->close();
-        playing = false;
-        audio.join();
-    }
-    std::puts("ok three editors with audio, 1000 automated values, a parent that went first");
-    return 0;
-}
-
-int run_eight() {
-    constexpr int COUNT = 8;
-    constexpr int ROUNDS = COUNT; // each is closed and opened once
+int run_many(int count) {
     Screen screen;
     std::vector<std::unique_ptr<EditedPlugin>> plugins;
-    for (int i = 0; i < COUNT; i++)
+    for (int i = 0; i < count; i++)
         plugins.push_back(std::make_unique<EditedPlugin>(screen, 100 * i, answer));
     const std::string bank = plugins[0]->host.save(false);
     std::atomic<bool> is_over{false};
@@ -143,7 +77,7 @@ int run_eight() {
     const auto work = [&](auto&& on_one) {
         threads.emplace_back([&, on_one] {
             for (int round = 0; !is_over; round++) {
-                on_one(plugins[size_t(round % COUNT)]->host, round / COUNT);
+                on_one(plugins[size_t(round % count)]->host, round / count);
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
             }
         });
@@ -166,14 +100,20 @@ int run_eight() {
         host.text(effGetParamDisplay, round % 173);
     });
     bool is_open = true;
-    for (int round = 0; round < ROUNDS; round++) {
-        EditedPlugin& plugin = *plugins[size_t(round % COUNT)];
-        plugin.close();
-        is_open = is_open && plugin.open();
-        for (auto& shown : plugins)
-            shown->host.call(effEditIdle);
+    const auto idle_all = [&] {
+        for (auto& plugin : plugins)
+            plugin->host.call(effEditIdle);
         pause_host();
+    };
+    for (auto& plugin : plugins) { // each is closed and opened once
+        plugin->close();
+        is_open = is_open && plugin->open();
+        idle_all();
     }
+    screen.destroy(plugins[0]->parent); // as some hosts do
+    plugins[0]->parent = 0;
+    for (int round = 0; round < 20; round++)
+        idle_all();
     for (auto& plugin : plugins)
         plugin->close();
     is_over = true;
@@ -183,25 +123,21 @@ int run_eight() {
         return fail("an editor does not open");
     if (!is_sound)
         return fail("the sound has lost its bounds");
-    std::printf("ok %d instances with audio, automation, loads, saves, programs and windows\n",
-                COUNT);
+    std::printf("ok %d instances with audio, automation, loads, saves, programs and windows, a "
+                "parent that went first\n",
+                count);
     return 0;
 }
 
 int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen, 0, answer);
-    if (!plugin.open())
-        return fail("the editor does not open");
-    std::printf("window %lu\n", plugin.parent);
-    std::fflush(stdout);
-    const std::string before = plugin.host.save(false);
-    while (is_user_at_work())
-        plugin.idle(1);
-    plugin.close();
-    std::printf("begun %d automated %d ended %d, bank %s\n", begun.load(), automated.load(),
-                ended.load(), plugin.host.save(false) == before ? "as before" : "changed");
-    return 0;
+    return show_to_a_user(
+        plugin, [](int) {},
+        [](ToldEdits& told) {
+            told = {begun, automated, ended};
+            return nullptr;
+        });
 }
 
 } // namespace
@@ -210,17 +146,9 @@ int run_for_a_user() {
 
 int main(int argc, char** argv) {
     using namespace tarquil;
-    const std::string mode = argc > 1 ? argv[1] : "";
-    const auto number = [&](int index, int usual) {
-        return argc > index ? int(std::strtol(argv[index], nullptr, 10)) : usual;
-    };
-    if (mode == "cycles" && (argc == 3 || argc == 4))
-        return run_cycles(number(2, 0), number(3, 2));
-    if (mode == "three")
-        return run_three();
-    if (mode == "eight")
-        return run_eight();
-    if (mode == "play")
-        return run_for_a_user();
-    return fail("usage: window_host cycles N [I] | three | eight | play");
+    return run_mode(argc, argv,
+                    {{"cycles", [](int number) { return run_cycles(number); }},
+                     {"three", [](int) { return run_many(3); }},
+                     {"eight", [](int) { return run_many(8); }},
+                     {"play", [](int) { return run_for_a_user(); }}});
 }

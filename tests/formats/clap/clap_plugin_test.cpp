@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <set>
 
 #include "formats/clap/abi/note_name.h"
 #include "formats/clap/abi/render.h"
@@ -31,10 +30,6 @@ TEST(ClapFactory, GivesTheOnePluginAndNothingElse) {
     EXPECT_STREQ(descriptor.id, PLUGIN_ID);
     EXPECT_STREQ(descriptor.name, "Tarquil");
     EXPECT_STREQ(descriptor.version, PROJECT_VERSION);
-    std::set<std::string> features;
-    for (const char** feature = descriptor.features; *feature != nullptr; feature++)
-        features.insert(*feature);
-    EXPECT_EQ(features, (std::set<std::string>{"instrument", "synthesizer", "stereo"}));
 
     clap_host host = {};
     host.clap_version = CLAP_VERSION;
@@ -74,7 +69,6 @@ TEST(ClapPlugin, AnswersWhatHostsAskOfVoicesTailsAndExports) {
     EXPECT_EQ(host.get<ClapPluginTail>(CLAP_TAIL).get(host.plugin), UINT32_MAX);
     ClapVoiceInfo voices;
     ASSERT_TRUE(host.get<ClapPluginVoiceInfo>(CLAP_VOICE_INFO).get(host.plugin, &voices));
-    EXPECT_EQ(voices.voice_count, 96U);
     EXPECT_EQ(voices.voice_capacity, 192U) << "General MIDI's drums have an engine of their own";
     const auto& names = host.get<ClapPluginNoteName>(CLAP_NOTE_NAME);
     ClapNoteName name;

@@ -8,19 +8,15 @@
 
 #include <poll.h>
 
-#include <atomic>
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <thread>
 
 #include "formats/clap/abi/posix_fd_support.h"
 #include "tests/formats/clap/clap_host.h"
-#include "tests/windows/process_entries.h"
-#include "tests/windows/screen.h"
-#include "tests/windows/user_at_work.h"
+#include "tests/windows/window_modes.h"
 
 namespace tarquil {
 
@@ -33,12 +29,13 @@ struct MainLoop {
     std::map<clap_id, const clap_host*> timers;
     std::map<int, const clap_host*> descriptors;
     clap_id next_timer = 1;
-    uint32_t width = 0; // that was asked for last
-    uint32_t height = 0;
-    bool grants_size = true;
-    int closed = 0;
+    bool is_asked_for_size = false;
 };
 MainLoop loop;
+
+ClapTestHost* owner_of(const std::pair<const clap_id, const clap_host*>& timer) {
+    return static_cast<ClapTestHost*>(timer.second->host_data);
+}
 
 const clap_host_timer_support TIMERS = {
     .register_timer =
@@ -60,14 +57,13 @@ const ClapHostPosixFd DESCRIPTORS = {
 
 const clap_host_gui GUI = {.resize_hints_changed = [](const clap_host*) {},
                            .request_resize =
-                               [](const clap_host*, uint32_t width, uint32_t height) {
-                                   loop.width = width;
-                                   loop.height = height;
-                                   return loop.grants_size;
+                               [](const clap_host*, uint32_t, uint32_t) {
+                                   loop.is_asked_for_size = true;
+                                   return true;
                                },
                            .request_show = [](const clap_host*) { return false; },
                            .request_hide = [](const clap_host*) { return false; },
-                           .closed = [](const clap_host*, bool) { loop.closed++; }};
+                           .closed = [](const clap_host*, bool) {}};
 
 const void* with_timers(const std::string& id) {
     if (id == CLAP_EXT_TIMER_SUPPORT)
@@ -138,13 +134,36 @@ class EditedPlugin {
         }
         return gui.show(host.plugin);
     }
-    void close() {
+    const char* close() {
         if (is_created)
             gui.destroy(host.plugin);
         is_created = false;
         if (parent != 0)
             screen.destroy(parent);
         parent = 0;
+        return std::ranges::count(loop.timers, &host, owner_of) == 0 ? nullptr : "a timer is left";
+    }
+    void idle() { tarquil::idle({&host}); }
+    std::string save() { return host.save(); }
+
+    // Widths and heights.
+    using Size = std::pair<int, int>;
+    [[nodiscard]] Size fit(const Size& wanted) const {
+        auto width = uint32_t(wanted.first);
+        auto height = uint32_t(wanted.second);
+        gui.adjust_size(host.plugin, &width, &height);
+        return {width, height};
+    }
+    [[nodiscard]] bool set_size(const Size& size) const {
+        return gui.set_size(host.plugin, uint32_t(size.first), uint32_t(size.second));
+    }
+    bool takes_width(int wanted) {
+        idle();
+        idle();
+        uint32_t width = 0;
+        uint32_t height = 0;
+        gui.get_size(host.plugin, &width, &height);
+        return int(width) == wanted && int(screen.width_of(screen.children(parent)[0])) == wanted;
     }
 
     ClapTestHost host;
@@ -158,62 +177,16 @@ class EditedPlugin {
 int run_cycles(int cycles) {
     Screen screen;
     EditedPlugin plugin(screen, with_timers);
-    GrowthCheck growth;
-    for (int i = 0; i < cycles; i++) {
-        if (!plugin.open())
-            return fail("the editor does not open");
-        if (screen.children(plugin.parent).size() != 1)
-            return fail("the editor's window is not in the host's");
+    return open_and_close(screen, plugin, cycles, [&](int round) -> const char* {
         if (loop.timers.size() != 1)
-            return fail("there is no timer");
-        for (int round = 0; round < 2; round++)
-            idle({&plugin.host});
-        if (i % 2 == 0) {
-            plugin.gui.hide(plugin.host.plugin);
-            if (!screen.children(plugin.parent).empty() || !loop.timers.empty())
-                return fail("a hidden window is still there");
-            if (!plugin.gui.show(plugin.host.plugin))
-                return fail("a hidden window does not come back");
-        }
-        plugin.close();
-        if (!loop.timers.empty())
-            return fail("a timer is left");
-        if (i == 0)
-            growth.note_first();
-    }
-    if (const char* const left = growth.find_growth())
-        return fail(left);
-    std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
-    return 0;
-}
-
-// The window takes the sizes of its shape that the host sets, and those only.
-const char* try_sizes(EditedPlugin& plugin) {
-    const auto& gui = plugin.gui;
-    const clap_plugin* const interface = plugin.host.plugin;
-    if (!gui.can_resize(interface))
-        return "the window has one size";
-    for (const auto& [width, height] : {std::pair(1300U, 1300U), std::pair(3000U, 900U),
-                                        std::pair(1U, 1U), std::pair(99999U, 99999U)}) {
-        uint32_t fitting_width = width;
-        uint32_t fitting_height = height;
-        gui.adjust_size(interface, &fitting_width, &fitting_height);
-        const uint32_t first_width = fitting_width;
-        const uint32_t first_height = fitting_height;
-        gui.adjust_size(interface, &fitting_width, &fitting_height);
-        if (fitting_width != first_width || fitting_height != first_height)
-            return "a size that fits does not stay";
-        if (!gui.set_size(interface, fitting_width, fitting_height))
-            return "a size that fits is not taken";
-        idle({&plugin.host});
-        idle({&plugin.host});
-        gui.get_size(interface, &fitting_width, &fitting_height);
-        if (fitting_width != first_width || fitting_height != first_height)
-            return "the size is not the one that was set";
-        if (plugin.screen.width_of(plugin.screen.children(plugin.parent)[0]) != first_width)
-            return "the window is not as large as it says";
-    }
-    return loop.width == 0 ? nullptr : "the host is asked for what it has set itself";
+            return "there is no timer";
+        if (round % 2 != 0)
+            return nullptr;
+        plugin.gui.hide(plugin.host.plugin);
+        if (!screen.children(plugin.parent).empty() || !loop.timers.empty())
+            return "a hidden window is still there";
+        return plugin.gui.show(plugin.host.plugin) ? nullptr : "a hidden window does not come back";
+    });
 }
 
 int run_three() {
@@ -226,9 +199,9 @@ int run_three() {
         if (!plugin->open())
             return fail("an editor does not open");
     }
-    std::atomic<bool> is_playing{true};
-    std::thread audio([&] {
-        for (unsigned block = 0; is_playing; block++) {
+    const char* wrong = nullptr;
+    {
+        const SoundMeanwhile sound([&](unsigned block) {
             for (EditedPlugin* plugin : all) {
                 plugin->host.midi({0x90, uint8_t(40 + block % 40), 100});
                 plugin->host.midi({0x80, uint8_t(40 + (block + 20) % 40), 0});
@@ -236,20 +209,23 @@ int run_three() {
                 plugin->host.set(block % 128, block % 10 * 12.0);
                 plugin->host.render(256);
             }
+        });
+        if (!by_descriptors.gui.can_resize(by_descriptors.host.plugin))
+            wrong = "the window has one size";
+        else
+            wrong = try_host_sizes(by_descriptors);
+        if (loop.is_asked_for_size)
+            wrong = "the host is asked for what it has set itself";
+        for (int round = 0; round < 100; round++) {
+            if (round == 50) { // some hosts destroy their window first
+                screen.destroy(by_timers.parent);
+                by_timers.parent = 0;
+            }
+            idle({&by_timers.host, &by_descriptors.host, &floating.host});
+            if (round % 10 == 0)
+                by_descriptors.host.load(floating.host.save());
         }
-    });
-    const char* wrong = try_sizes(by_descriptors);
-    for (int round = 0; round < 100; round++) {
-        if (round == 50) { // some hosts destroy their window first
-            screen.destroy(by_timers.parent);
-            by_timers.parent = 0;
-        }
-        idle({&by_timers.host, &by_descriptors.host, &floating.host});
-        if (round % 10 == 0)
-            by_descriptors.host.load(floating.host.save());
     }
-    is_playing = false;
-    audio.join();
     for (EditedPlugin* plugin : all)
         plugin->close();
     if (wrong != nullptr)
@@ -272,41 +248,30 @@ int run_three() {
 int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen, with_timers);
-    if (!plugin.open())
-        return fail("the editor does not open");
-    std::printf("window %lu\n", plugin.parent);
-    std::fflush(stdout);
-    const std::string before = plugin.host.save();
-    int begun = 0;
-    int told = 0;
-    int ended = 0;
-    std::map<clap_id, double> values;
-    for (int round = 0; is_user_at_work(); round++) {
-        idle({&plugin.host});
+    const auto each_round = [&](int round) {
         // Half of the time the host does not process, but flushes when it is asked to.
         if (round % 200 < 100)
             plugin.host.render(64);
         else if (plugin.host.flush_requests.exchange(0) > 0)
             plugin.host.flush();
+    };
+    return show_to_a_user(plugin, each_round, [&](ToldEdits& told) -> const char* {
+        std::map<clap_id, double> values;
         for (const HostEvent& event : plugin.host.output) {
-            begun += event.header().type == CLAP_EVENT_PARAM_GESTURE_BEGIN;
-            ended += event.header().type == CLAP_EVENT_PARAM_GESTURE_END;
+            told.begun += event.header().type == CLAP_EVENT_PARAM_GESTURE_BEGIN;
+            told.ended += event.header().type == CLAP_EVENT_PARAM_GESTURE_END;
             if (event.header().type == CLAP_EVENT_PARAM_VALUE) {
-                told++;
+                told.automated++;
                 const auto& value = event.as<clap_event_param_value>();
                 values[value.param_id] = value.value;
             }
         }
-        plugin.host.output.clear();
-    }
-    for (const auto& [id, value] : values) {
-        if (plugin.host.value(id) != value)
-            return fail("the host has another value than the plug-in");
-    }
-    plugin.close();
-    std::printf("begun %d automated %d ended %d, bank %s\n", begun, told, ended,
-                plugin.host.save() == before ? "as before" : "changed");
-    return 0;
+        for (const auto& [id, value] : values) {
+            if (plugin.host.value(id) != value)
+                return "the host has another value than the plug-in";
+        }
+        return nullptr;
+    });
 }
 
 } // namespace
@@ -315,12 +280,8 @@ int run_for_a_user() {
 
 int main(int argc, char** argv) {
     using namespace tarquil;
-    const std::string mode = argc > 1 ? argv[1] : "";
-    if (mode == "cycles" && argc == 3)
-        return run_cycles(std::atoi(argv[2]));
-    if (mode == "three")
-        return run_three();
-    if (mode == "play")
-        return run_for_a_user();
-    return fail("usage: clap_window_host cycles N | three | play");
+    return run_mode(argc, argv,
+                    {{"cycles", [](int number) { return run_cycles(number); }},
+                     {"three", [](int) { return run_three(); }},
+                     {"play", [](int) { return run_for_a_user(); }}});
 }

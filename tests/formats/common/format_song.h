@@ -7,12 +7,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <functional>
 #include <random>
 #include <vector>
 
 #include "formats/common/instance_player.h"
+#include "tests/support/byte_hash.h"
 
 namespace tarquil {
 
@@ -27,18 +27,11 @@ struct StereoSound {
 
     bool operator==(const StereoSound&) const = default;
 
-    // FNV-1a over the samples' bytes.
     [[nodiscard]] uint64_t hash() const {
-        uint64_t hash = 0xCBF29CE484222325U;
-        for (const std::vector<float>* side : {&left, &right}) {
-            for (const float sample : *side) {
-                uint32_t bits = 0;
-                std::memcpy(&bits, &sample, sizeof(bits));
-                for (int i = 0; i < 4; i++, bits >>= 8U)
-                    hash = (hash ^ (bits & 0xFFU)) * 0x100000001B3U;
-            }
-        }
-        return hash;
+        ByteHash hash;
+        for (const std::vector<float>* side : {&left, &right})
+            hash.add(side->data(), side->size() * sizeof(float));
+        return hash.get();
     }
 };
 
@@ -123,17 +116,6 @@ inline void render_block(HostedPlayer& player, const std::vector<SongMessage>& m
 // tests look through more easily than a new instance's.
 inline std::string plain_state() {
     return HostedPlayer().save_state();
-}
-
-// A new instance's sound of the song: the shipped set in General MIDI.
-inline StereoSound instance_song(double rate, const std::vector<uint32_t>& blocks) {
-    InstancePlayer player;
-    if (!player.activate(rate))
-        return {};
-    return render_song(blocks,
-                       [&](const auto& messages, float* left, float* right, uint32_t frames) {
-                           render_block(player, messages, left, right, frames);
-                       });
 }
 
 // What all formats are compared with.  `state`: a saved one, or none.

@@ -195,12 +195,7 @@ TEST_P(FormatsAtAnyRate, ASongFollowsTheHostsTempo) {
     }
 }
 
-FOR_EVERY_FORMAT(Formats);
-FOR_FORMATS_AT_ANY_RATE(FormatsAtAnyRate);
-
-using AllFormats = EveryFormat;
-
-TEST_P(AllFormats, AStateThatComesLateSoundsAsOneThatTheInstanceHasHadBefore) {
+TEST_P(Formats, AStateThatComesLateSoundsAsOneThatTheInstanceHasHadBefore) {
     const std::string state = InstancePlayer().save_state();
     const auto first_notes = [&](const std::string& first, uint32_t frame) {
         const auto plugin = start_at(44100, first);
@@ -221,10 +216,8 @@ TEST_P(AllFormats, AStateThatComesLateSoundsAsOneThatTheInstanceHasHadBefore) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, AllFormats,
-                         testing::Values(Format{"vst2", drive_vst2}, Format{"clap", drive_clap},
-                                         Format{"vst3", drive_vst3}, Format{"lv2", drive_lv2}),
-                         [](const auto& given) { return std::string(given.param.name); });
+FOR_EVERY_FORMAT(Formats);
+FOR_FORMATS_AT_ANY_RATE(FormatsAtAnyRate);
 
 } // namespace
 

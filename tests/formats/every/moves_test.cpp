@@ -63,10 +63,7 @@ TEST_P(Moves, OfLearnedControllersAreToldTheHostOnce) {
               has_gestures ? std::vector{"end " + PANNING} : std::vector<std::string>());
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, Moves,
-                         testing::Values(Format{"vst2", drive_vst2}, Format{"clap", drive_clap},
-                                         Format{"vst3", drive_vst3}, Format{"lv2", drive_lv2}),
-                         [](const auto& given) { return std::string(given.param.name); });
+FOR_EVERY_FORMAT(Moves);
 
 } // namespace
 

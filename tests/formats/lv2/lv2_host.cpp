@@ -41,9 +41,10 @@ const void* retrieve_text(LV2_State_Handle handle, uint32_t key, size_t* size, u
 }
 
 LV2_State_Status store_text(LV2_State_Handle handle, uint32_t key, const void* value, size_t size,
-                            uint32_t /*type*/, uint32_t /*flags*/) {
+                            uint32_t type, uint32_t flags) {
     Text& text = *static_cast<Text*>(handle);
-    if (key == text.key)
+    constexpr uint32_t PLAIN = LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE;
+    if (key == text.key && type == text.type && (flags & PLAIN) == PLAIN)
         text.value.assign(static_cast<const char*>(value), size);
     return LV2_STATE_SUCCESS;
 }
@@ -126,24 +127,22 @@ void Lv2Host::add_midi(int64_t frame, const std::vector<uint8_t>& message) {
 }
 
 void Lv2Host::add_program(int64_t frame, int32_t program) {
+    add_set(frame, TARQUIL_LV2_PROGRAM_URI, [&] { lv2_atom_forge_int(&forge, program); });
+}
+
+void Lv2Host::add_file(const std::string& path) {
+    add_set(0, TARQUIL_LV2_FILE_URI,
+            [&] { lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size())); });
+}
+
+void Lv2Host::add_set(int64_t frame, const char* property, const std::function<void()>& add_value) {
     LV2_Atom_Forge_Frame object;
     lv2_atom_forge_frame_time(&forge, frame);
     lv2_atom_forge_object(&forge, &object, 0, number(LV2_PATCH__Set));
     lv2_atom_forge_key(&forge, number(LV2_PATCH__property));
-    lv2_atom_forge_urid(&forge, number(TARQUIL_LV2_PROGRAM_URI));
+    lv2_atom_forge_urid(&forge, number(property));
     lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
-    lv2_atom_forge_int(&forge, program);
-    lv2_atom_forge_pop(&forge, &object);
-}
-
-void Lv2Host::add_file(const std::string& path) {
-    LV2_Atom_Forge_Frame object;
-    lv2_atom_forge_frame_time(&forge, 0);
-    lv2_atom_forge_object(&forge, &object, 0, number(LV2_PATCH__Set));
-    lv2_atom_forge_key(&forge, number(LV2_PATCH__property));
-    lv2_atom_forge_urid(&forge, number(TARQUIL_LV2_FILE_URI));
-    lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
-    lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size()));
+    add_value();
     lv2_atom_forge_pop(&forge, &object);
 }
 
@@ -203,50 +202,6 @@ void Lv2Host::read_notifications() {
     }
 }
 
-std::string Lv2Host::save() {
-    const auto port_value = [](const char* symbol, void* host, uint32_t* size,
-                               uint32_t* type) -> const void* {
-        Lv2Host& self = *static_cast<Lv2Host*>(host);
-        LilvNode* const name = lilv_new_string(self.world, symbol);
-        const LilvPort* const port = lilv_plugin_get_port_by_symbol(self.plugin, name);
-        lilv_node_free(name);
-        *size = sizeof(float);
-        *type = self.number(LV2_ATOM__Float);
-        return &self.controls[lilv_port_get_index(self.plugin, port)];
-    };
-    LilvState* const state =
-        lilv_state_new_from_instance(plugin, instance, &map, nullptr, nullptr, nullptr, nullptr,
-                                     port_value, this, LV2_STATE_IS_POD, nullptr);
-    const auto unmap = [](LV2_URID_Unmap_Handle host, LV2_URID wanted) -> const char* {
-        for (const auto& [name, id] : static_cast<Lv2Host*>(host)->numbers) {
-            if (id == wanted)
-                return name.c_str();
-        }
-        return nullptr;
-    };
-    LV2_URID_Unmap unmapper{this, unmap};
-    char* const text =
-        lilv_state_to_string(world, &map, &unmapper, state, "urn:tarquil:test-state", nullptr);
-    std::string saved = text;
-    lilv_free(text);
-    lilv_state_free(state);
-    return saved;
-}
-
-void Lv2Host::restore(const std::string& saved) {
-    LilvState* const state = lilv_state_new_from_string(world, &map, saved.c_str());
-    const auto set_port = [](const char* symbol, void* host, const void* value, uint32_t /*size*/,
-                             uint32_t /*type*/) {
-        Lv2Host& self = *static_cast<Lv2Host*>(host);
-        LilvNode* const name = lilv_new_string(self.world, symbol);
-        const LilvPort* const port = lilv_plugin_get_port_by_symbol(self.plugin, name);
-        lilv_node_free(name);
-        std::memcpy(&self.controls[lilv_port_get_index(self.plugin, port)], value, sizeof(float));
-    };
-    lilv_state_restore(state, instance, set_port, this, 0, features);
-    lilv_state_free(state);
-}
-
 bool Lv2Host::restore_preset(const char* name) {
     LilvNode* const preset = lilv_new_uri(world, name);
     lilv_world_load_resource(world, preset);
@@ -260,7 +215,7 @@ bool Lv2Host::restore_preset(const char* name) {
 }
 
 std::string Lv2Host::saved_text() {
-    Text text{number(TARQUIL_LV2_STATE_URI), 0, ""};
+    Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), ""};
     const auto* const interface = static_cast<const LV2_State_Interface*>(
         lilv_instance_get_extension_data(instance, LV2_STATE__interface));
     interface->save(lilv_instance_get_handle(instance), store_text, &text, 0, features);

@@ -69,13 +69,9 @@ class Lv2Host {
     [[nodiscard]] int told_program() const { return program_told; }
     [[nodiscard]] int told_changes() const { return changes_told; }
 
-    // The plug-in's state as a host keeps it, with the ports' values.
-    std::string save();
-    // False when the plug-in refuses it.
-    void restore(const std::string& state);
     // Restores a preset as lilv finds it; false when there is none of this name.
     bool restore_preset(const char* name);
-    // What the state holds under the plug-in's own key.
+    // What the state holds under the plug-in's own key; empty unless it is plain text.
     std::string saved_text();
     // Hands that in as it is; the plug-in's answer.
     LV2_State_Status restore_text(const std::string& text);
@@ -92,6 +88,7 @@ class Lv2Host {
     static LV2_Worker_Status schedule(LV2_Worker_Schedule_Handle handle, uint32_t size,
                                       const void* data);
     static int32_t request_change(void* handle, uint32_t port, float value);
+    void add_set(int64_t frame, const char* property, const std::function<void()>& add_value);
     void read_notifications();
     void start_events();
 

@@ -5,10 +5,10 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
+#include <cstring>
 #include <stdexcept>
 
+#include "common/load_string.h"
 #include "softsynth/rate/rate_ratio.h"
 #include "tests/formats/drivers/format_driver.h"
 #include "tests/formats/table/table_song.h"
@@ -84,13 +84,14 @@ uint64_t render(const std::string& program, uint32_t rate) {
     const TempDirectory folder;
     const std::string song = folder.path("song.mid");
     const std::string sound = folder.path("song.wav");
-    std::ofstream(song, std::ios::binary) << midi_file(table_song());
+    const SmfBytes notes = midi_file(table_song());
+    save_file_to_string(song, std::string(notes.begin(), notes.end()));
     const std::string command = "'" + program + "' render --quiet --bits float --tail 0 --rate " +
                                 std::to_string(rate) + " '" + song + "' '" + sound + "'";
     if (std::system(command.c_str()) != 0) // NOLINT(cert-env33-c,concurrency-mt-unsafe)
         throw std::runtime_error("failed: " + command);
-    std::ifstream file(sound, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    std::string bytes;
+    load_file_to_string(sound, bytes);
     const size_t data = bytes.find("data") + 8;
     const size_t frames = frames_at(rate);
     if (data < 8 || bytes.size() - data < 2 * frames * sizeof(float))

@@ -12,20 +12,14 @@ namespace {
 
 constexpr uint32_t LAST_NOTE = 75000;
 constexpr unsigned CONTROLLERS[] = {1, 7, 10, 11, 64, 71, 74, 91, 93};
-constexpr unsigned BYTE = 0xFF;
-
-void append_number(std::string& bytes, uint32_t number, int count) {
-    for (int shift = 8 * (count - 1); shift >= 0; shift -= 8)
-        bytes.push_back(char(number >> unsigned(shift) & BYTE));
-}
 
 // Seven bits a byte, the highest first.
-void append_delta(std::string& bytes, uint32_t ticks) {
+void append_delta(SmfBytes& bytes, uint32_t ticks) {
     for (unsigned shift = 28; shift > 0; shift -= 7) {
         if (ticks >> shift != 0)
-            bytes.push_back(char((ticks >> shift & 0x7FU) | 0x80U));
+            bytes.push_back(uint8_t((ticks >> shift & 0x7FU) | 0x80U));
     }
-    bytes.push_back(char(ticks & 0x7FU));
+    bytes.push_back(uint8_t(ticks & 0x7FU));
 }
 
 bool has_two_bytes(const SongMessage& message) {
@@ -63,25 +57,18 @@ std::vector<SongMessage> table_song() {
     return messages;
 }
 
-std::string midi_file(const std::vector<SongMessage>& song) {
-    std::string track;
+SmfBytes midi_file(const std::vector<SongMessage>& song) {
+    SmfBytes track;
     uint32_t time = 0;
     for (const SongMessage& message : song) {
         append_delta(track, message.frame - time);
         time = message.frame;
-        track.append(reinterpret_cast<const char*>(message.bytes.data()),
-                     has_two_bytes(message) ? 2 : 3);
+        track.insert(track.end(), message.bytes.begin(),
+                     message.bytes.end() - (has_two_bytes(message) ? 1 : 0));
     }
     append_delta(track, 2 * TABLE_FRAMES - time);
-    track.append("\xFF\x2F\0", 3);
-    std::string file = "MThd";
-    append_number(file, 6, 4);
-    append_number(file, 0, 2);
-    append_number(file, 1, 2);
-    append_number(file, uint32_t(SAMPLE_RATE) / 2, 2); // ticks a quarter note, two of them a second
-    file += "MTrk";
-    append_number(file, uint32_t(track.size()), 4);
-    return file + track;
+    track.insert(track.end(), {0xFF, 0x2F, 0});
+    return make_smf(0, uint32_t(SAMPLE_RATE) / 2, {track}); // two quarter notes a second
 }
 
 } // namespace tarquil

@@ -2,9 +2,8 @@
 
 #pragma once
 
-#include <string>
-
 #include "tests/formats/common/format_song.h"
+#include "tests/midi/smf/smf_builder.h"
 
 namespace tarquil {
 
@@ -16,6 +15,6 @@ inline constexpr uint32_t TABLE_FRAMES = 110250;
 std::vector<SongMessage> table_song();
 
 // As a MIDI file whose ticks are engine frames.
-std::string midi_file(const std::vector<SongMessage>& song);
+SmfBytes midi_file(const std::vector<SongMessage>& song);
 
 } // namespace tarquil

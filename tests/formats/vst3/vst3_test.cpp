@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -15,15 +16,18 @@ namespace {
 
 constexpr double RATE = 48000;
 
+std::vector<ParameterInfo> all_infos(Vst3Host& host) {
+    std::vector<ParameterInfo> infos(size_t(host.controller->get_parameter_count()));
+    for (size_t i = 0; i < infos.size(); i++)
+        EXPECT_EQ(host.controller->get_parameter_info(int32_t(i), &infos[i]), OK);
+    return infos;
+}
+
 ParameterInfo info_of(Vst3Host& host, ParameterId id) {
-    ParameterInfo info{};
-    for (int32_t i = 0; i < host.controller->get_parameter_count(); i++) {
-        host.controller->get_parameter_info(i, &info);
-        if (info.id == id)
-            return info;
-    }
-    ADD_FAILURE() << "no parameter " << id;
-    return info;
+    const std::vector<ParameterInfo> infos = all_infos(host);
+    const auto found = std::ranges::find(infos, id, &ParameterInfo::id);
+    EXPECT_NE(found, infos.end()) << "no parameter " << id;
+    return found != infos.end() ? *found : ParameterInfo{};
 }
 
 TEST(Vst3Factory, OffersOneInstrument) {
@@ -48,17 +52,15 @@ TEST(Vst3Factory, OffersOneInstrument) {
 TEST(Vst3, ParametersHaveForEverTheirIds) {
     Vst3Host host(RATE);
     std::set<ParameterId> ids;
-    for (int32_t i = 0; i < host.controller->get_parameter_count(); i++) {
-        ParameterInfo info{};
-        ASSERT_EQ(host.controller->get_parameter_info(i, &info), OK);
+    for (const ParameterInfo& info : all_infos(host)) {
+        // Hidden ones last, for hosts that cut the list.
+        EXPECT_EQ((info.flags & IS_HIDDEN) != 0, ids.size() >= host_controls().size());
         EXPECT_TRUE(ids.insert(info.id).second) << info.id;
         EXPECT_NE(info.title[0], 0);
         EXPECT_GE(info.default_value, 0);
         EXPECT_LE(info.default_value, 1);
         EXPECT_GE(info.unit, 0);
         EXPECT_LT(info.unit, host.units->get_unit_count());
-        // Hidden ones last, for hosts that cut the list.
-        EXPECT_EQ((info.flags & IS_HIDDEN) != 0, i >= int32_t(host_controls().size()));
     }
     ParameterInfo info{};
     EXPECT_NE(host.controller->get_parameter_info(-1, &info), OK);
@@ -153,11 +155,9 @@ TEST(Vst3, EveryParameterSentAtTheStartIsNoMessage) {
     const auto play = [](bool is_dumped) {
         Vst3Host host(RATE);
         host.add_message(10, 0x90, 60, 100);
-        for (int32_t i = 0; is_dumped && i < host.controller->get_parameter_count(); i++) {
-            ParameterInfo info{};
-            host.controller->get_parameter_info(i, &info);
+        for (const ParameterInfo& info : all_infos(host)) {
             // Ardour leaves the programs out.
-            if ((info.flags & IS_PROGRAM_CHANGE) == 0)
+            if (is_dumped && (info.flags & IS_PROGRAM_CHANGE) == 0)
                 host.changes.add(info.id, 0, host.controller->get_normalized(info.id));
         }
         return host.run(4096);

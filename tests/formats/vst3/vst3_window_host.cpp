@@ -9,18 +9,16 @@
 #include <poll.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <thread>
 
 #include "formats/vst3/abi/view.h"
 #include "tests/formats/vst3/vst3_host.h"
-#include "tests/windows/process_entries.h"
-#include "tests/windows/screen.h"
-#include "tests/windows/user_at_work.h"
+#include "tests/windows/window_modes.h"
 
 namespace tarquil::vst3 {
 
@@ -115,11 +113,12 @@ class EditedPlugin {
         parent = screen.make_window(width(), 1000);
         return view->attached(window_argument(parent), X11_PLATFORM) == OK;
     }
-    // What has gone wrong, or null.  `does_remove`: some hosts only release the view.
-    const char* close(bool does_remove = true) {
+    // Every third time as hosts do that only release the view.
+    const char* close() {
         if (view == nullptr)
             return nullptr;
         const char* wrong = nullptr;
+        const bool does_remove = num_closed++ % 3 != 2;
         if (does_remove && view->removed() != OK)
             wrong = "the view is not removed";
         if (does_remove && view->removed() == OK)
@@ -137,6 +136,9 @@ class EditedPlugin {
             wrong = "the host's loop or frame is still held";
         return wrong;
     }
+    void idle() { loop.idle(); }
+    std::string save() { return host.save(); }
+
     int width() {
         Rectangle size{};
         view->get_size(&size);
@@ -146,6 +148,17 @@ class EditedPlugin {
     int shown_width() {
         const std::vector<Window> windows = screen.children(parent);
         return windows.empty() ? 0 : int(screen.width_of(windows[0]));
+    }
+    // Widths and heights, at some place.
+    using Size = std::pair<int, int>;
+    [[nodiscard]] Size fit(const Size& wanted) const {
+        Rectangle size{10, 20, 10 + wanted.first, 20 + wanted.second};
+        view->check_size(&size);
+        return {size.right - 10, size.bottom - 20};
+    }
+    [[nodiscard]] bool set_size(const Size& size) const {
+        Rectangle place{10, 20, 10 + size.first, 20 + size.second};
+        return view->on_size(&place) == OK;
     }
     // Both, within the two seconds that a busy screen may take.
     bool takes_width(int wanted) {
@@ -162,6 +175,7 @@ class EditedPlugin {
     Vst3Host host{48000};
     View* view = nullptr;
     Window parent = 0;
+    int num_closed = 0;
 };
 
 // What there is beside an open editor: another view of the same plug-in.
@@ -214,52 +228,16 @@ int run_cycles(int cycles) {
     EditedPlugin plugin(screen);
     if (const char* wrong = try_odd_views(plugin))
         return fail(wrong);
-    GrowthCheck growth;
-    for (int i = 0; i < cycles; i++) {
-        if (!plugin.open())
-            return fail("the editor does not open");
-        if (screen.children(plugin.parent).size() != 1)
-            return fail("the editor's window is not in the host's");
+    return open_and_close(screen, plugin, cycles, [&](int round) -> const char* {
         if (plugin.loop.timers.size() != 1)
-            return fail("there is no timer");
-        for (int round = 0; round < 2; round++)
-            plugin.loop.idle();
-        const char* wrong = i == 0 ? try_second_view(plugin) : nullptr;
+            return "there is no timer";
         // The same view once more.
-        if (i % 2 == 0 &&
+        if (round % 2 == 0 &&
             (plugin.view->removed() != OK || !plugin.loop.is_unused() ||
              plugin.view->attached(window_argument(plugin.parent), X11_PLATFORM) != OK))
-            wrong = "a removed view can not be attached again";
-        const char* left = plugin.close(i % 3 != 2);
-        if (wrong != nullptr || left != nullptr)
-            return fail(wrong != nullptr ? wrong : left);
-        if (i == 0)
-            growth.note_first();
-    }
-    if (const char* const left = growth.find_growth())
-        return fail(left);
-    std::printf("ok %d openings and closings, no timer, thread or descriptor left\n", cycles);
-    return 0;
-}
-
-// The window takes the sizes of its shape that the host sets, and those only.
-const char* try_host_sizes(EditedPlugin& plugin) {
-    if (plugin.view->can_resize() != OK)
-        return "the window has one size";
-    for (const auto& [width, height] :
-         {std::pair(1300, 1300), std::pair(3000, 900), std::pair(1, 1), std::pair(99999, 99999)}) {
-        Rectangle fitting{10, 20, 10 + width, 20 + height};
-        plugin.view->check_size(&fitting);
-        Rectangle again = fitting;
-        plugin.view->check_size(&again);
-        if (again.right != fitting.right || again.bottom != fitting.bottom || fitting.left != 10)
-            return "a size that fits does not stay";
-        if (plugin.view->on_size(&fitting) != OK)
-            return "a size that fits is not taken";
-        if (!plugin.takes_width(fitting.right - fitting.left))
-            return "the size is not the one that was set";
-    }
-    return plugin.frame.num_asked == 0 ? nullptr : "the host is asked for what it has set itself";
+            return "a removed view can not be attached again";
+        return round == 0 ? try_second_view(plugin) : nullptr;
+    });
 }
 
 // Clicks at the top right, where the size is chosen, until the host is asked for another one.
@@ -325,11 +303,10 @@ int run_three() {
         return fail("the host's scale is not the window's");
     if (Held<ContentScale>(sized.view)->set_scale(2) == OK)
         return fail("an open window takes another scale");
-    std::atomic<bool> is_playing{true};
-    std::thread audio([&] {
-        std::vector<float> left(256);
-        std::vector<float> right(256);
-        for (unsigned block = 0; is_playing; block++) {
+    const char* wrong = nullptr;
+    {
+        const SoundMeanwhile sound([&, left = std::vector<float>(256),
+                                    right = std::vector<float>(256)](unsigned block) mutable {
             for (EditedPlugin* plugin : all) {
                 plugin->host.add_message(0, 0x90, uint8_t(40 + block % 40), 100);
                 plugin->host.add_message(9, 0x80, uint8_t(40 + (block + 20) % 40), 0);
@@ -337,23 +314,23 @@ int run_three() {
                 plugin->host.changes.add(block % 128, 100, block % 10 / 9.0);
                 plugin->host.run(left.data(), right.data(), 256);
             }
+        });
+        wrong = sized.view->can_resize() == OK ? try_host_sizes(sized) : "the window has one size";
+        if (sized.frame.num_asked != 0)
+            wrong = "the host is asked for what it has set itself";
+        if (wrong == nullptr)
+            wrong = try_user_sizes(sized);
+        for (int round = 0; round < 60; round++) {
+            if (round == 30) { // some hosts destroy their window first
+                screen.destroy(orphan.parent);
+                orphan.parent = 0;
+            }
+            for (EditedPlugin* plugin : all)
+                plugin->loop.idle();
+            if (round % 10 == 0 && loaded.host.load(sized.host.save()) != OK)
+                wrong = "a state does not load";
         }
-    });
-    const char* wrong = try_host_sizes(sized);
-    if (wrong == nullptr)
-        wrong = try_user_sizes(sized);
-    for (int round = 0; round < 60; round++) {
-        if (round == 30) { // some hosts destroy their window first
-            screen.destroy(orphan.parent);
-            orphan.parent = 0;
-        }
-        for (EditedPlugin* plugin : all)
-            plugin->loop.idle();
-        if (round % 10 == 0 && loaded.host.load(sized.host.save()) != OK)
-            wrong = "a state does not load";
     }
-    is_playing = false;
-    audio.join();
     // Some hosts end the controller before its view.
     loaded.host.controller->terminate();
     loaded.loop.idle();
@@ -371,46 +348,34 @@ int run_three() {
 int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen);
-    if (!plugin.open())
-        return fail("the editor does not open");
-    std::printf("window %lu\n", plugin.parent);
-    std::fflush(stdout);
-    const std::string before = plugin.host.save();
-    while (is_user_at_work()) {
-        plugin.loop.idle();
+    const auto each_round = [&](int) {
         // What the window has told comes back with a block, as from a host.
         std::swap(plugin.host.changes.queues, plugin.handler.edits.queues);
         plugin.host.run(64);
-    }
-    int begun = 0;
-    int told = 0;
-    int ended = 0;
-    std::string open_gesture;
-    for (const std::string& word : plugin.handler.told) {
-        const std::string id = word.substr(word.find(' ') + 1);
-        const bool begins = word.starts_with("begin");
-        begun += begins;
-        told += word.starts_with("perform");
-        ended += word.starts_with("end");
-        if (begins != open_gesture.empty() || (!begins && id != open_gesture))
-            return fail("an edit is told outside of its gesture");
-        if (begins || word.starts_with("end"))
-            open_gesture = begins ? id : "";
-        const int32_t count = plugin.host.controller->get_parameter_count();
-        bool is_known = false;
-        for (int32_t i = 0; i < count && !is_known; i++) {
+    };
+    return show_to_a_user(plugin, each_round, [&](ToldEdits& told) -> const char* {
+        std::set<std::string> known;
+        for (int32_t i = 0; i < plugin.host.controller->get_parameter_count(); i++) {
             ParameterInfo info{};
             plugin.host.controller->get_parameter_info(i, &info);
-            is_known = std::to_string(info.id) == id;
+            known.insert(std::to_string(info.id));
         }
-        if (!is_known)
-            return fail("a parameter is told that there is not");
-    }
-    if (const char* wrong = plugin.close())
-        return fail(wrong);
-    std::printf("begun %d automated %d ended %d, bank %s\n", begun, told, ended,
-                plugin.host.save() == before ? "as before" : "changed");
-    return 0;
+        std::string open_gesture;
+        for (const std::string& word : plugin.handler.told) {
+            const std::string id = word.substr(word.find(' ') + 1);
+            const bool begins = word.starts_with("begin");
+            told.begun += begins;
+            told.automated += word.starts_with("perform");
+            told.ended += word.starts_with("end");
+            if (begins != open_gesture.empty() || (!begins && id != open_gesture))
+                return "an edit is told outside of its gesture";
+            if (begins || word.starts_with("end"))
+                open_gesture = begins ? id : "";
+            if (!known.contains(id))
+                return "a parameter is told that there is not";
+        }
+        return nullptr;
+    });
 }
 
 } // namespace
@@ -419,12 +384,8 @@ int run_for_a_user() {
 
 int main(int argc, char** argv) {
     using namespace tarquil;
-    const std::string mode = argc > 1 ? argv[1] : "";
-    if (mode == "cycles" && argc == 3)
-        return vst3::run_cycles(std::atoi(argv[2]));
-    if (mode == "three")
-        return vst3::run_three();
-    if (mode == "play")
-        return vst3::run_for_a_user();
-    return fail("usage: vst3_window_host cycles N | three | play");
+    return run_mode(argc, argv,
+                    {{"cycles", [](int number) { return vst3::run_cycles(number); }},
+                     {"three", [](int) { return vst3::run_three(); }},
+                     {"play", [](int) { return vst3::run_for_a_user(); }}});
 }

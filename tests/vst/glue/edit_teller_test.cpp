@@ -140,26 +140,6 @@ TEST_F(EditTellerTest, MetersAreReadOnce) {
     EXPECT_EQ(after.band_gains, meters.band_gains);
 }
 
-TEST_F(EditTellerTest, PanicEndsTheNotesOfEveryChannel) {
-    plugin.player().meters().watched = true;
-    note_on(0);
-    note_on(15);
-    render(256);
-    EXPECT_EQ(synth.read_meters().voices, 2U);
-    EXPECT_EQ(synth.read_meters().active_channels, 0U);
-    synth.panic();
-    render(1024);
-    EXPECT_EQ(synth.read_meters().voices, 0U);
-}
-
-TEST_F(EditTellerTest, BandsAreMutedOneByOne) {
-    synth.set_band_muted(2, true);
-    for (unsigned band = 0; band < MC_N_BANDS; band++)
-        EXPECT_EQ(synth.is_band_muted(band), band == 2);
-    synth.set_band_muted(2, false);
-    EXPECT_FALSE(synth.is_band_muted(2));
-}
-
 TEST_F(EditTellerTest, WhatALearnedControllerMovesIsToldByTheOpenWindowWithinAGesture) {
     LearnedControls learned;
     learned.learn(20, CTRL_PANNING);

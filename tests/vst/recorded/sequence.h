@@ -5,24 +5,11 @@
 #include <cstdint>
 #include <random>
 #include <string>
-#include <string_view>
 
+#include "tests/support/byte_hash.h"
 #include "tests/vst/plugin_host.h"
 
 namespace tarquil {
-
-// FNV-1a over bytes.
-class ByteHash {
-  public:
-    void add(const void* bytes, size_t count) {
-        for (const char byte : std::string_view(static_cast<const char*>(bytes), count))
-            hash = (hash ^ uint8_t(byte)) * 0x100000001b3;
-    }
-    [[nodiscard]] uint64_t get() const { return hash; }
-
-  private:
-    uint64_t hash = 0xcbf29ce484222325;
-};
 
 class RecordedSequence {
   public:
