@@ -2,41 +2,103 @@
 
 #pragma once
 
+#include <dlfcn.h>
+
+#include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <lilv/lilv.h>
 #include <lv2/atom/forge.h>
+#include <lv2/atom/util.h>
+#include <lv2/midi/midi.h>
+#include <lv2/patch/patch.h>
 #include <lv2/state/state.h>
+#include <lv2/time/time.h>
 #include <lv2/urid/urid.h>
 #include <lv2/worker/worker.h>
 
+#include "formats/lv2/lv2_names.h"
 #include "formats/lv2/port_change_request.h"
 #include "formats/lv2/port_table.h"
 #include "player/hosted_player.h"
+#include "tests/formats/common/tempo_song.h"
 
 namespace tarquil {
 
 class Lv2Host {
   public:
     // It starts with `state`, a new instance's if empty.
-    explicit Lv2Host(double rate, const std::string& state = HostedPlayer().save_state());
+    explicit Lv2Host(double rate, const std::string& state = HostedPlayer().save_state())
+        : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
+          notifications(512) {
+        // Libraries of the window system leave memory behind when they are unloaded with the
+        // module.
+        dlopen(LV2_BUNDLE "tarquil.so", RTLD_NOW | RTLD_NODELETE);
+        world = lilv_world_new();
+        LilvNode* const bundle = lilv_new_file_uri(world, nullptr, LV2_BUNDLE);
+        lilv_world_load_bundle(world, bundle);
+        lilv_node_free(bundle);
+        LilvNode* const name = lilv_new_uri(world, TARQUIL_LV2_URI);
+        plugin = lilv_plugins_get_by_uri(lilv_world_get_all_plugins(world), name);
+        lilv_node_free(name);
+        if (plugin == nullptr || lilv_plugin_get_num_ports(plugin) != controls.size())
+            return;
+        lilv_plugin_get_port_ranges_float(plugin, nullptr, nullptr, controls.data());
+        instance = lilv_plugin_instantiate(plugin, rate, features);
+        if (instance == nullptr)
+            return;
+        lilv_instance_connect_port(instance, LV2_PORT_EVENTS, events.data());
+        lilv_instance_connect_port(instance, LV2_PORT_NOTIFY, notifications.data());
+        for (uint32_t port = LV2_PORT_LATENCY; port < controls.size(); port++)
+            lilv_instance_connect_port(instance, port, &controls[port]);
+        lilv_instance_activate(instance);
+        lv2_atom_forge_init(&forge, &map);
+        start_events();
+        if (state.empty())
+            return;
+        restore_text(state);
+        run(0);
+        program_told = -1;
+        changes_told = 0;
+    }
     Lv2Host(const Lv2Host&) = delete;
     Lv2Host& operator=(const Lv2Host&) = delete;
-    ~Lv2Host();
+    ~Lv2Host() {
+        if (instance != nullptr) {
+            lilv_instance_deactivate(instance);
+            lilv_instance_free(instance);
+        }
+        lilv_world_free(world);
+    }
 
     [[nodiscard]] bool is_loaded() const { return instance != nullptr; }
-    LV2_URID number(const char* name);
+    LV2_URID number(const char* name) {
+        const std::lock_guard holder(numbers_lock);
+        return numbers.try_emplace(name, LV2_URID(numbers.size() + 1)).first->second;
+    }
 
     // Messages of the next block.
-    void add_midi(int64_t frame, const std::vector<uint8_t>& message);
-    void add_program(int64_t frame, int32_t program);
-    void add_file(const std::string& path);
+    void add_midi(int64_t frame, const std::vector<uint8_t>& message) {
+        lv2_atom_forge_frame_time(&forge, frame);
+        lv2_atom_forge_atom(&forge, uint32_t(message.size()), number(LV2_MIDI__MidiEvent));
+        if (!message.empty())
+            lv2_atom_forge_write(&forge, message.data(), uint32_t(message.size()));
+    }
+    void add_program(int64_t frame, int32_t program) {
+        add_set(frame, TARQUIL_LV2_PROGRAM_URI, [&] { lv2_atom_forge_int(&forge, program); });
+    }
+    void add_file(const std::string& path) {
+        add_set(0, TARQUIL_LV2_FILE_URI,
+                [&] { lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size())); });
+    }
     // Where it is; none of what is not a number.
     struct Position {
         double beats_per_minute;
@@ -46,7 +108,26 @@ class Lv2Host {
         int32_t beat_unit;
         double speed;
     };
-    void add_position(int64_t frame, const Position& position);
+    void add_position(int64_t frame, const Position& position) {
+        LV2_Atom_Forge_Frame object;
+        lv2_atom_forge_frame_time(&forge, frame);
+        lv2_atom_forge_object(&forge, &object, 0, number(LV2_TIME__Position));
+        const auto add = [&](const char* name, double value) {
+            if (std::isnan(value))
+                return;
+            lv2_atom_forge_key(&forge, number(name));
+            lv2_atom_forge_float(&forge, float(value));
+        };
+        add(LV2_TIME__beatsPerMinute, position.beats_per_minute);
+        add(LV2_TIME__barBeat, position.bar_beat);
+        add(LV2_TIME__beatsPerBar, position.beats_per_bar);
+        add(LV2_TIME__speed, position.speed);
+        lv2_atom_forge_key(&forge, number(LV2_TIME__bar));
+        lv2_atom_forge_long(&forge, position.bar);
+        lv2_atom_forge_key(&forge, number(LV2_TIME__beatUnit));
+        lv2_atom_forge_int(&forge, position.beat_unit);
+        lv2_atom_forge_pop(&forge, &object);
+    }
 
     // Adds a block to `left` and `right`.
     void run(uint32_t frames) {
@@ -55,8 +136,26 @@ class Lv2Host {
         finish_run();
     }
     // The same, for watches: what is before and behind the plug-in's own call.
-    void prepare_run(uint32_t frames);
-    void finish_run();
+    void prepare_run(uint32_t frames) {
+        lv2_atom_forge_pop(&forge, &sequence);
+        const size_t start = left.size();
+        left.resize(start + frames);
+        right.resize(start + frames);
+        lilv_instance_connect_port(instance, LV2_PORT_LEFT, left.data() + start);
+        lilv_instance_connect_port(instance, LV2_PORT_RIGHT, right.data() + start);
+        auto* const notify = reinterpret_cast<LV2_Atom_Sequence*>(notifications.data());
+        notify->atom.size = uint32_t(notifications.size() * 8 - sizeof(LV2_Atom));
+        notify->atom.type = number(LV2_ATOM__Chunk);
+    }
+    void finish_run() {
+        read_notifications();
+        start_events();
+        const auto* const interface = static_cast<const LV2_Worker_Interface*>(
+            lilv_instance_get_extension_data(instance, LV2_WORKER__interface));
+        for (const std::string& data : std::exchange(work, {}))
+            interface->work(lilv_instance_get_handle(instance), nullptr, nullptr,
+                            uint32_t(data.size()), data.data());
+    }
     void run(uint32_t frames, uint32_t block) {
         for (; frames > block; frames -= block)
             run(block);
@@ -70,11 +169,33 @@ class Lv2Host {
     [[nodiscard]] int told_changes() const { return changes_told; }
 
     // Restores a preset as lilv finds it; false when there is none of this name.
-    bool restore_preset(const char* name);
+    bool restore_preset(const char* name) {
+        LilvNode* const preset = lilv_new_uri(world, name);
+        lilv_world_load_resource(world, preset);
+        LilvState* const state = lilv_state_new_from_world(world, &map, preset);
+        lilv_node_free(preset);
+        if (state == nullptr)
+            return false;
+        lilv_state_restore(state, instance, nullptr, nullptr, 0, features);
+        lilv_state_free(state);
+        return true;
+    }
     // What the state holds under the plug-in's own key; empty unless it is plain text.
-    std::string saved_text();
+    std::string saved_text() {
+        Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), ""};
+        const auto* const interface = static_cast<const LV2_State_Interface*>(
+            lilv_instance_get_extension_data(instance, LV2_STATE__interface));
+        interface->save(lilv_instance_get_handle(instance), store_text, &text, 0, features);
+        return text.value;
+    }
     // Hands that in as it is; the plug-in's answer.
-    LV2_State_Status restore_text(const std::string& text);
+    LV2_State_Status restore_text(const std::string& value) {
+        Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), value};
+        const auto* const interface = static_cast<const LV2_State_Interface*>(
+            lilv_instance_get_extension_data(instance, LV2_STATE__interface));
+        return interface->restore(lilv_instance_get_handle(instance), retrieve_text, &text, 0,
+                                  features);
+    }
 
     // The plug-in asks for another value of a port.
     std::function<void(uint32_t port, float value)> on_request;
@@ -84,13 +205,74 @@ class Lv2Host {
     std::vector<float> right;
 
   private:
-    static LV2_URID map_name(LV2_URID_Map_Handle handle, const char* name);
+    static constexpr size_t EVENT_BYTES = 1 << 18;
+
+    struct Text {
+        LV2_URID key;
+        LV2_URID type;
+        std::string value;
+    };
+
+    static const void* retrieve_text(LV2_State_Handle handle, uint32_t key, size_t* size,
+                                     uint32_t* type, uint32_t* flags) {
+        const Text& text = *static_cast<const Text*>(handle);
+        if (key != text.key)
+            return nullptr;
+        *size = text.value.size();
+        *type = text.type;
+        *flags = LV2_STATE_IS_POD;
+        return text.value.data();
+    }
+
+    static LV2_State_Status store_text(LV2_State_Handle handle, uint32_t key, const void* value,
+                                       size_t size, uint32_t type, uint32_t flags) {
+        Text& text = *static_cast<Text*>(handle);
+        constexpr uint32_t PLAIN = LV2_STATE_IS_POD | LV2_STATE_IS_PORTABLE;
+        if (key == text.key && type == text.type && (flags & PLAIN) == PLAIN)
+            text.value.assign(static_cast<const char*>(value), size);
+        return LV2_STATE_SUCCESS;
+    }
+
+    static LV2_URID map_name(LV2_URID_Map_Handle handle, const char* name) {
+        return static_cast<Lv2Host*>(handle)->number(name);
+    }
     static LV2_Worker_Status schedule(LV2_Worker_Schedule_Handle handle, uint32_t size,
-                                      const void* data);
-    static int32_t request_change(void* handle, uint32_t port, float value);
-    void add_set(int64_t frame, const char* property, const std::function<void()>& add_value);
-    void read_notifications();
-    void start_events();
+                                      const void* data) {
+        static_cast<Lv2Host*>(handle)->work.emplace_back(static_cast<const char*>(data), size);
+        return LV2_WORKER_SUCCESS;
+    }
+    static int32_t request_change(void* handle, uint32_t port, float value) {
+        const auto& host = *static_cast<Lv2Host*>(handle);
+        if (host.on_request)
+            host.on_request(port, value);
+        return 0;
+    }
+    void add_set(int64_t frame, const char* property, const std::function<void()>& add_value) {
+        LV2_Atom_Forge_Frame object;
+        lv2_atom_forge_frame_time(&forge, frame);
+        lv2_atom_forge_object(&forge, &object, 0, number(LV2_PATCH__Set));
+        lv2_atom_forge_key(&forge, number(LV2_PATCH__property));
+        lv2_atom_forge_urid(&forge, number(property));
+        lv2_atom_forge_key(&forge, number(LV2_PATCH__value));
+        add_value();
+        lv2_atom_forge_pop(&forge, &object);
+    }
+    void read_notifications() {
+        const auto* const notify = reinterpret_cast<const LV2_Atom_Sequence*>(notifications.data());
+        LV2_ATOM_SEQUENCE_FOREACH(notify, event) {
+            const auto* const object = reinterpret_cast<const LV2_Atom_Object*>(&event->body);
+            if (object->body.otype == number(LV2_STATE__StateChanged))
+                changes_told++;
+            const LV2_Atom* value = nullptr;
+            lv2_atom_object_get(object, number(LV2_PATCH__value), &value, 0);
+            if (value != nullptr && value->type == number(LV2_ATOM__Int))
+                program_told = reinterpret_cast<const LV2_Atom_Int*>(value)->body;
+        }
+    }
+    void start_events() {
+        lv2_atom_forge_set_buffer(&forge, reinterpret_cast<uint8_t*>(events.data()), EVENT_BYTES);
+        lv2_atom_forge_sequence_head(&forge, &sequence, 0);
+    }
 
     std::mutex numbers_lock; // any thread may ask for one
     std::map<std::string, LV2_URID> numbers;
@@ -116,6 +298,15 @@ class Lv2Host {
 };
 
 // Where the song that follows a tempo is at that frame of it, in beats of an eighth.
-Lv2Host::Position lv2_position_at(uint32_t frame, double rate);
+inline Lv2Host::Position lv2_position_at(uint32_t frame, double rate) {
+    constexpr int BEATS_PER_QUARTER = 2;
+    const double bar = std::floor(position_at(frame, rate) / BEATS_PER_BAR);
+    return {.beats_per_minute = BEATS_PER_QUARTER * tempo_at(frame),
+            .bar = int64_t(bar),
+            .bar_beat = BEATS_PER_QUARTER * (position_at(frame, rate) - bar_start_at(frame, rate)),
+            .beats_per_bar = BEATS_PER_QUARTER * BEATS_PER_BAR,
+            .beat_unit = 4 * BEATS_PER_QUARTER,
+            .speed = 1.0};
+}
 
 } // namespace tarquil
