@@ -13,14 +13,17 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <vector>
 
+#include "common/failure.h"
+#include "instrument/checked_load.h"
+#include "midi/smf/song_file.h"
 #include "softsynth/kernels/kernel_levels.h"
-#include "tests/golden/golden_song.h"
 #include "tests/golden/golden_store.h"
 #include "tests/golden/scenes.h"
-#include "tests/golden/sound_comparison.h"
+#include "tools/render/engine_driver.h"
 
 namespace tarquil {
 
@@ -44,6 +47,38 @@ struct Options {
     std::string bank;
     std::vector<std::string> names;
 };
+
+struct SoundComparison {
+    double snr_db = 0; // energy of the reference over that of the difference; inf when equal
+    double peak_difference = 0;
+    bool same_length = false;
+};
+
+// Over the shorter length.
+SoundComparison compare_sounds(const std::vector<float>& reference,
+                               const std::vector<float>& sound) {
+    SoundComparison result;
+    result.same_length = reference.size() == sound.size();
+    const size_t length = std::min(reference.size(), sound.size());
+    double energy = 0;
+    double error = 0;
+    for (size_t i = 0; i < length; i++) {
+        const double difference = double(sound[i]) - double(reference[i]);
+        energy += double(reference[i]) * double(reference[i]);
+        error += difference * difference;
+        result.peak_difference = std::max(result.peak_difference, std::fabs(difference));
+    }
+    result.snr_db =
+        error == 0 ? std::numeric_limits<double>::infinity() : 10 * std::log10(energy / error);
+    return result;
+}
+
+double rms(const std::vector<float>& sound) {
+    double energy = 0;
+    for (const float sample : sound)
+        energy += double(sample) * double(sample);
+    return sound.empty() ? 0 : std::sqrt(energy / double(sound.size()));
+}
 
 bool near_ratio(double value, double reference) {
     return std::fabs(value - reference) <= LARGEST_RATIO_ERROR * std::max(reference, 1e-9);
@@ -75,6 +110,29 @@ bool compare(const GoldenStore& store, const std::string& name, const std::vecto
                 name.c_str(), comparison.snr_db, comparison.peak_difference, rms(sound),
                 numbers.rms, double(peak(sound)), numbers.peak, agrees ? "" : "  DIFFERS");
     return agrees;
+}
+
+// Plays a MIDI file with a bank as the render command does, and two seconds more; empty, with a
+// message, when one of them does not load.
+std::vector<float> play_song(const std::string& song_path, const std::string& bank_path) {
+    try {
+        const Song song = load_song(song_path);
+        Orchestra orchestra;
+        orchestra.channels.set();
+        if (load_bank_checked(orchestra.bank, bank_path) != 0) {
+            std::fprintf(stderr, "%s does not load\n", bank_path.c_str());
+            return {};
+        }
+        EngineDriver driver(song, orchestra, nullptr, 1);
+        const uint32_t num_blocks = (song.end_time + 2 * SAMPLE_RATE) / driver.block();
+        std::vector<float> sound(size_t(2) * driver.block() * num_blocks);
+        for (uint32_t i = 0; i < num_blocks; i++)
+            driver.render(sound.data() + size_t(2) * driver.block() * i, [] {});
+        return sound;
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return {};
+    }
 }
 
 // Renders with each level; the first one is the scalar one.

@@ -69,6 +69,16 @@ Rendered render_plainly(const Song& song, double rate, uint32_t frames,
     return sound;
 }
 
+// The player's next frames, in blocks.
+Rendered play(DevicePlayer& player, uint32_t frames, uint32_t block) {
+    Rendered sound{std::vector<float>(frames), std::vector<float>(frames)};
+    for (uint32_t begin = 0; begin < frames; begin += block) {
+        player.begin_block(sound.left.data() + begin, sound.right.data() + begin, block);
+        player.end_block();
+    }
+    return sound;
+}
+
 class Recording {
   public:
     explicit Recording(uint32_t frames) : wanted(frames) {}
@@ -139,14 +149,9 @@ TEST(DevicePlayer, ASongsTempoIsFollowedAsTheRendererDoes) {
     player.player().set_bank(bank);
     player.set_song(song);
     ASSERT_TRUE(player.activate(48000));
-    std::vector<float> left(FRAMES);
-    std::vector<float> right(FRAMES);
-    for (uint32_t begin = 0; begin < FRAMES; begin += 1000) {
-        player.begin_block(left.data() + begin, right.data() + begin, 1000);
-        player.end_block();
-    }
-    EXPECT_EQ(left, expected.left);
-    EXPECT_EQ(right, expected.right);
+    const Rendered sound = play(player, FRAMES, 1000);
+    EXPECT_EQ(sound.left, expected.left);
+    EXPECT_EQ(sound.right, expected.right);
 }
 
 // Live notes between the song's do not disturb its order.
@@ -177,13 +182,9 @@ TEST(DevicePlayer, IsFinishedWhenTheSongsSoundIs) {
     DevicePlayer player;
     player.set_song(song);
     ASSERT_TRUE(player.activate(48000));
-    std::vector<float> left(1200);
-    std::vector<float> right(1200);
     int num_blocks = 0;
-    for (; !player.is_finished() && num_blocks < 1000; num_blocks++) {
-        player.begin_block(left.data(), right.data(), 1200);
-        player.end_block();
-    }
+    for (; !player.is_finished() && num_blocks < 1000; num_blocks++)
+        play(player, 1200, 1200);
     EXPECT_EQ(num_blocks, 20); // half a second from the block with the end on
 }
 

@@ -118,17 +118,19 @@ inline std::string plain_state() {
     return HostedPlayer().save_state();
 }
 
-// What all formats are compared with.  `state`: a saved one, or none.
+// What all formats are compared with: the player's sound of what of each block's messages is
+// passed.
+using PassMessages = std::function<std::vector<SongMessage>(const std::vector<SongMessage>&)>;
+
 inline StereoSound hosted_song(double rate, const std::vector<uint32_t>& blocks,
-                               const std::string& state = "") {
+                               const std::string& state,
+                               const PassMessages& passed = std::identity{}) {
     HostedPlayer player;
-    if (!state.empty())
-        player.load_state(state);
-    if (!player.activate(rate))
+    if (player.load_state(state) != 0 || !player.activate(rate))
         return {};
     return render_song(blocks,
                        [&](const auto& messages, float* left, float* right, uint32_t frames) {
-                           render_block(player, messages, left, right, frames);
+                           render_block(player, passed(messages), left, right, frames);
                        });
 }
 

@@ -16,23 +16,17 @@ namespace {
 using Formats = EveryFormat;
 using FormatsAtAnyRate = EveryFormat;
 
-// The player with what of the messages reaches the plug-in.
-StereoSound played(const FormatDriver& plugin, double rate, const std::vector<uint32_t>& blocks,
-                   const std::string& state = plain_state()) {
-    HostedPlayer player;
-    EXPECT_EQ(player.load_state(state), 0);
-    EXPECT_TRUE(player.activate(rate));
-    return render_song(blocks,
-                       [&](const auto& messages, float* left, float* right, uint32_t frames) {
-                           render_block(player, plugin.passed(messages), left, right, frames);
-                       });
+// By the player, of what of the messages reaches the plug-in.
+StereoSound played(const FormatDriver& plugin, double rate, const std::string& state) {
+    return hosted_song(rate, {SONG_FRAMES}, state,
+                       [&](const auto& messages) { return plugin.passed(messages); });
 }
 
 TEST_P(FormatsAtAnyRate, TheSongHasThePlayersBytesAtEveryRateAndBlockLength) {
     for (const double rate : {44100.0, 48000.0, 96000.0, 22050.0}) {
         for (const uint32_t longest : {1U, 64U, 900U}) {
             const auto plugin = start_at(rate);
-            const uint64_t wanted = played(*plugin, rate, {SONG_FRAMES}).hash();
+            const uint64_t wanted = played(*plugin, rate, plain_state()).hash();
             EXPECT_EQ(play_song(*plugin, song_blocks(longest, longest == 900)).hash(), wanted)
                 << rate << " Hz, blocks up to " << longest;
             HostedPlayer reference;
@@ -146,7 +140,7 @@ TEST_P(FormatsAtAnyRate, StatesComeBackWholeInPiecesOfAnySizeAndSoundAsTheyDid) 
         EXPECT_EQ(other->save(), whole) << piece;
         ASSERT_TRUE(other->activate(rate()));
         EXPECT_EQ(play_song(*other, song_blocks(480, false)).hash(),
-                  played(*other, rate(), {SONG_FRAMES}, whole).hash());
+                  played(*other, rate(), whole).hash());
     }
 }
 

@@ -7,7 +7,7 @@
 #include "editor/model/editor_model.h"
 #include "frame/host_synth.h"
 #include "tests/support/engine_host.h"
-#include "tests/vst/send_midi.h"
+#include "vst/tarq_vst.h"
 
 namespace tarquil {
 
@@ -52,7 +52,17 @@ class EditTellerTest : public testing::Test {
         synth.read_state(read);
         return read;
     }
-    void note_on(unsigned channel) { send_midi(plugin, 0x90U | channel, 60, 100); }
+    // As a host's batch of one.
+    void midi(unsigned status, unsigned data1, unsigned data2) {
+        VstMidiEvent event;
+        event.midiData[0] = char(status);
+        event.midiData[1] = char(data1);
+        event.midiData[2] = char(data2);
+        VstEvents batch;
+        batch.numEvents = 1;
+        batch.events[0] = reinterpret_cast<VstEvent*>(&event);
+        plugin.processEvents(&batch);
+    }
     void render(int32_t frames) {
         left.resize(size_t(frames));
         right.resize(size_t(frames));
@@ -124,7 +134,7 @@ TEST_F(EditTellerTest, MetersAreReadOnce) {
     plugin.player().meters().watched = true;
     synth.set_controller(CTRL_PANNING, 0);
     synth.set_controller(CTRL_AUX1_LEVEL, 0);
-    note_on(0);
+    midi(0x90, 60, 100);
     render(1024);
     const EditorMeters meters = synth.read_meters();
     EXPECT_GT(meters.peaks[0], 0.001F);
@@ -146,7 +156,7 @@ TEST_F(EditTellerTest, WhatALearnedControllerMovesIsToldByTheOpenWindowWithinAGe
     synth.set_learned(learned);
     plugin.player().meters().watched = true;
     told.clear();
-    send_midi(plugin, 0xB2, 20, 127);
+    midi(0xB2, 20, 127);
     render(256);
     EXPECT_THAT(told, IsEmpty()) << "on the audio thread";
     const std::string parameter = std::to_string(synth.host_parameter(CTRL_PANNING));
@@ -154,7 +164,7 @@ TEST_F(EditTellerTest, WhatALearnedControllerMovesIsToldByTheOpenWindowWithinAGe
     EXPECT_THAT(told, ElementsAre("begin " + parameter, parameter + " 127"));
     told.clear();
     synth.pass_time(0.4);
-    send_midi(plugin, 0xB2, 20, 0);
+    midi(0xB2, 20, 0);
     synth.pass_time(0.4);
     synth.pass_time(0.4);
     EXPECT_THAT(told, ElementsAre(parameter + " 0"));
