@@ -7,7 +7,6 @@
 #include <numbers>
 #include <vector>
 
-#include "midi/gm/gm_map_file.h"
 #include "player/quantum_stream.h"
 #include "tests/support/player_host.h"
 
@@ -134,19 +133,6 @@ TEST_F(GeneralMidi, VibratoHasNoOtherSidebandsThanItsOwn) {
     record(0.3);
     const std::vector<float> sound = record(0.5);
     EXPECT_LT(10 * std::log10(energy_above(sound, 700.0) / energy_above(sound, 0.0)), -60.0);
-}
-
-TEST_F(GeneralMidi, DrumsSoundOnTheSecondEngineAndCostNothingBefore) {
-    ASSERT_EQ(load_gm_map_from_string(set->map, "family = kick\nk00_036 = kick 1 60 100 64 100\n"),
-              "");
-    start();
-    EXPECT_EQ(peak(record(0.1)), 0.0F);
-    midi(0x99, 36, 100);
-    EXPECT_GT(energy_of(record(0.1)), 0.01 * 0.01 * RATE * 0.1);
-    record(3.0);
-    EXPECT_EQ(peak(record(0.1)), 0.0F);
-    midi(0x99, 36, 100); // and again after the engine stood still
-    EXPECT_GT(energy_of(record(0.1)), 0.01 * 0.01 * RATE * 0.1);
 }
 
 TEST_F(GeneralMidi, ManyLoudNotesStayBelowTheCeiling) {

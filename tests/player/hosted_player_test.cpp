@@ -164,16 +164,6 @@ TEST_F(HostedPlayerTest, AnExclusiveMessageActsOnItsFrame) {
               10 * peak({early.left.begin() + 2000, early.left.begin() + 3000}));
 }
 
-TEST_F(HostedPlayerTest, RatesBeyondReasonAreRefusedAndChangeNothing) {
-    for (const double rate : {0.0, -44100.0, 1e9, std::numeric_limits<double>::quiet_NaN(),
-                              std::numeric_limits<double>::infinity()})
-        EXPECT_FALSE(hosted.activate(rate)) << rate;
-    begin(4096);
-    play(0x90, 60, 127);
-    EXPECT_GT(peak(end().left), 0.0F);
-    EXPECT_EQ(hosted.latency_frames(), 63U);
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -36,24 +36,6 @@ std::vector<uint64_t> play(SongPlayback& playback, uint64_t frames, uint32_t blo
     return places;
 }
 
-TEST(SongPlayback, EachMessageReachesTheEngineOnItsSample) {
-    std::vector<uint32_t> times;
-    for (uint32_t time = 0; time < 3000; time++)
-        times.push_back(time);
-    const Song song = make_song(times, 3000);
-    for (const double rate : {44100.0, 48000.0, 88200.0, 96000.0, 192000.0, 44101.0}) {
-        for (const uint32_t block : {1U, 64U, 1023U}) {
-            SongPlayback playback(song);
-            playback.start(ratio_of(rate));
-            const std::vector<uint64_t> frames = play(playback, 16384, block);
-            ASSERT_EQ(frames.size(), 3001U) << rate;
-            for (uint32_t i = 0; i < frames.size(); i++)
-                ASSERT_EQ(ratio_of(rate).engine_time(frames[i]), i) << rate << " Hz";
-            EXPECT_TRUE(playback.has_ended());
-        }
-    }
-}
-
 TEST(SongPlayback, GoesOnAtAnotherRate) {
     const Song song = make_song({0, 4410, 8820, 13230}, 17640);
     SongPlayback playback(song);

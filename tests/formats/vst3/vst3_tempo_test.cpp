@@ -34,14 +34,6 @@ TEST(Vst3Tempo, OnlyWhatTheHostKnowsCounts) {
     EXPECT_EQ(song_without(IS_PLAYING).hash(), song_without(HAS_POSITION).hash());
 }
 
-TEST(Vst3Tempo, TheHostIsAskedForWhatIsUsed) {
-    Vst3Host host(44100);
-    const Held<ProcessContextRequirements> requirements(host.component);
-    ASSERT_TRUE(requirements);
-    EXPECT_EQ(requirements->get_requirements(), NEEDS_POSITION | NEEDS_BAR | NEEDS_TEMPO |
-                                                    NEEDS_TIME_SIGNATURE | NEEDS_TRANSPORT_STATE);
-}
-
 } // namespace
 
 } // namespace tarquil::vst3
