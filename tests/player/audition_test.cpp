@@ -4,9 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "instrument/names.h"
-#include "player/player.h"
-#include "tests/support/engine_host.h"
+#include "tests/support/player_host.h"
 
 namespace tarquil {
 
@@ -24,15 +25,10 @@ class AuditionTest : public testing::TestWithParam<MidiDialect> {
         }
         std::vector<float> render(double seconds) {
             constexpr uint32_t BLOCK = 252;
-            std::vector<float> sound;
-            for (double left = seconds * SAMPLE_RATE; left > 0; left -= BLOCK) {
-                std::vector<float> block(size_t(2) * BLOCK);
-                player.audio().run(block.data(), BLOCK);
-                sound.insert(sound.end(), block.begin(), block.end());
-            }
-            return sound;
+            return host.render(uint32_t(std::ceil(seconds * SAMPLE_RATE / BLOCK)) * BLOCK, BLOCK);
         }
-        Player player;
+        PlayerHost host{false};
+        Player& player = *host;
     };
     static ControllerBytes tried() { return built_in_instrument(0).get_bytes(); }
 
@@ -97,20 +93,12 @@ INSTANTIATE_TEST_SUITE_P(Dialects, AuditionTest,
 TEST(Audition, LastsNoLongerThanTenSecondsBeyondThePhrase) {
     ControllerBytes endless = built_in_instrument(0).get_bytes();
     endless[CTRL_AUX2_LEVEL] = 127;
-    Player player;
+    PlayerHost player(false);
     for (const unsigned number : {CTRL_DELAY_FEEDBACK, CTRL_DELAY_LEFT_TIME, CTRL_DELAY_RIGHT_TIME})
-        player.set_controller(number, 127);
-    player.start();
-    player.audition(endless, {{0, 100, 60, 100}});
-    const auto loudest = [&](unsigned blocks) {
-        float highest = 0.0F;
-        std::vector<float> block(size_t(2) * 2048);
-        for (unsigned i = 0; i < blocks; i++) {
-            player.audio().run(block.data(), 2048);
-            highest = std::max(highest, peak(block));
-        }
-        return highest;
-    };
+        player->set_controller(number, 127);
+    player->start();
+    player->audition(endless, {{0, 100, 60, 100}});
+    const auto loudest = [&](uint32_t blocks) { return peak(player.render(blocks * 2048, 2048)); };
     loudest(180);
     EXPECT_GT(loudest(30), 0.0F) << "until 9.75 s";
     loudest(60);

@@ -173,6 +173,7 @@ TEST(Player, SilenceEndsAllThatSoundsEvenWhenTheQueueIsFull) {
 TEST(Player, WhatFoundNoRoomFollows) {
     const auto play = [](bool is_full) {
         PlayerHost player;
+        player.render(64);
         const uint8_t later[] = {0xB0, CTRL_AUX2_LEVEL, 0};
         while (is_full && player->audio().add_message(later, player->audio().time() + 1000)) {
         }

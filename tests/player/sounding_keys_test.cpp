@@ -125,14 +125,14 @@ TEST(SoundingDrums, AreToldAsLongAsTheirHitsLast) {
     DrumKit& kit = set->map.make_kit(0);
     kit[36] = DrumKey{.instrument = 1};
     kit[38] = DrumKey{.instrument = 2, .note = 62, .milliseconds = 10};
-    Player player;
+    PlayerHost host(false);
+    Player& player = *host;
     player.set_gm_set(set);
     player.set_dialect(MidiDialect::GENERAL_MIDI);
     player.start();
     player.meters().watched = true;
     const auto sounding = [&] {
-        std::vector<float> sound(2 * 256); // 6 ms
-        player.audio().run(sound.data(), 256);
+        host.render(256); // 6 ms
         return player.sounding_keys().channels[9].take_keys();
     };
     for (const unsigned key : {36U, 37U, 38U})

@@ -2,17 +2,14 @@
 
 #pragma once
 
-#include <array>
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "player/player.h"
 #include "player/quantum_stream.h"
 #include "sounds/shipped_sounds.h"
 #include "sounds/starting_sounds.h"
-#include "tests/support/engine_host.h"
+#include "tests/support/player_host.h"
 
 namespace tarquil {
 
@@ -22,33 +19,30 @@ class SetPlayer {
 
     SetPlayer() : SetPlayer(shipped_gm_bank()) {}
     explicit SetPlayer(const TarqSettings& bank) {
-        give_drums(player);
-        player.set_bank(bank);
-        player.start();
+        give_drums(*host);
+        host->set_bank(bank);
+        host->start();
         for (const unsigned channel : {0U, DRUMS})
-            for (const uint8_t effect : {uint8_t(91), uint8_t(93)})
-                send({uint8_t(0xB0U | channel), effect, 0});
+            for (const unsigned effect : {91U, 93U})
+                host.midi(0xB0U | channel, effect, 0);
     }
 
-    void choose_program(unsigned program) { send({0xC0, uint8_t(program), 0}); }
-    void choose_kit(unsigned program) { send({uint8_t(0xC0U | DRUMS), uint8_t(program), 0}); }
+    void choose_program(unsigned program) { host.midi(0xC0, program); }
+    void choose_kit(unsigned program) { host.midi(0xC0U | DRUMS, program); }
 
     void note_on(unsigned channel, unsigned key, unsigned velocity) {
-        send({uint8_t(0x90U | channel), uint8_t(key), uint8_t(velocity)});
+        host.midi(0x90U | channel, key, velocity);
     }
-    void note_off(unsigned channel, unsigned key) {
-        send({uint8_t(0x80U | channel), uint8_t(key), 0});
-    }
+    void note_off(unsigned channel, unsigned key) { host.midi(0x80U | channel, key, 0); }
 
     // The left and the right side in the middle.
     std::vector<float> render(double seconds) {
+        constexpr uint32_t QUANTUM = QuantumStream::QUANTUM;
+        const std::vector<float> stereo =
+            host.render(uint32_t(std::ceil(seconds * SAMPLE_RATE / QUANTUM)) * QUANTUM);
         std::vector<float> sound;
-        while (double(sound.size()) < seconds * SAMPLE_RATE) {
-            std::array<float, size_t(2) * QuantumStream::QUANTUM> pcm;
-            player.audio().run(pcm.data(), QuantumStream::QUANTUM);
-            for (size_t i = 0; i < pcm.size(); i += 2)
-                sound.push_back((pcm[i] + pcm[i + 1]) / 2);
-        }
+        for (size_t i = 0; i < stereo.size(); i += 2)
+            sound.push_back((stereo[i] + stereo[i + 1]) / 2);
         return sound;
     }
 
@@ -74,12 +68,7 @@ class SetPlayer {
     }
 
   private:
-    void send(std::array<uint8_t, 3> message) {
-        player.audio().follow_edits();
-        player.audio().add_message(message.data(), player.audio().time());
-    }
-
-    Player player;
+    PlayerHost host{false};
 };
 
 } // namespace tarquil
