@@ -6,15 +6,17 @@
 
 #pragma once
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <atomic>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <string>
 #include <thread>
 
-#include "tests/windows/process_entries.h"
 #include "tests/windows/screen.h"
-#include "tests/windows/user_at_work.h"
 
 namespace tarquil {
 
@@ -36,6 +38,35 @@ class SoundMeanwhile {
   private:
     std::atomic<bool> is_playing{true};
     std::thread thread;
+};
+
+// Descriptors and threads after the first opening and closing of a window, which loads fonts that
+// stay, and after the last one.
+class GrowthCheck {
+  public:
+    void note_first() {
+        descriptors = count_entries("fd");
+        threads = count_entries("task");
+    }
+    // Null when nothing is left.
+    [[nodiscard]] const char* find_growth() const {
+        if (count_entries("fd") != descriptors)
+            return "file descriptors are left open";
+        if (count_entries("task") != threads)
+            return "a thread is left";
+        return nullptr;
+    }
+
+  private:
+    // Of the process, in /proc.
+    static long count_entries(const char* kind) {
+        const auto entries =
+            std::filesystem::directory_iterator(std::filesystem::path("/proc/self") / kind);
+        return std::distance(begin(entries), end(entries));
+    }
+
+    long descriptors = 0;
+    long threads = 0;
 };
 
 // Opens and closes the editor; look(round) says what is wrong while it is open, or null.
@@ -85,6 +116,14 @@ struct ToldEdits {
     int automated = 0;
     int ended = 0;
 };
+
+// A slow machine's user needs longer.  False once the standard input has ended: who drives the host
+// has done what it wanted to.
+inline bool is_user_at_work() {
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    char unused = 0;
+    return poll(&input, 1, 0) == 0 || read(STDIN_FILENO, &unused, 1) > 0;
+}
 
 // Shows the editor until the input ends, calling each_round(number); read(told) counts, and says
 // what is wrong or null.
