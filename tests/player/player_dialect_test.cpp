@@ -135,6 +135,40 @@ TEST_F(PlayerDialect, ASwitchWhileNotesAreHeldLeavesNothingHanging) {
     }
 }
 
+// A run's filters are set by what holds at its start, before a first hit there brings its sound;
+// the melodic parts are in tests/formats/every.
+TEST_F(PlayerDialect, WhatTheDrumsChannelsHadOfAnotherBankIsNotHeardInFirstHits) {
+    TarqSettings bank;
+    bank.set_midi_dialect(GM);
+    Instrument& sound = bank.get_instrument(0);
+    sound.set_controller(CTRL_FILTER1_TYPE, FILTER_LOWPASS);
+    sound.set_controller(CTRL_FILTER1_DEPTH, 1);
+    sound.set_controller(CTRL_FILTER1_CUTOFF, 40);
+    sound.set_controller(CTRL_ENV1_ATTACK, 0);
+    set->drums = std::make_unique<TarqSettings>(bank);
+    ASSERT_EQ(load_gm_map_from_string(set->map, "family = all\nk00_036 = all 0 60 100 64 200\n"),
+              "");
+    const auto first_hit = [&](const TarqSettings& first) {
+        start_anew(first.get_midi_dialect());
+        player->set_bank(first);
+        render(640);
+        player->set_bank(bank);
+        player->audio().follow_edits();
+        player->audio().reset();
+        render(640);
+        const uint8_t hit[] = {0x99, 36, 100};
+        EXPECT_TRUE(player->audio().add_message(hit, player->audio().time() + 12));
+        return render(640);
+    };
+    const std::vector<float> wanted = first_hit(bank);
+    EXPECT_GT(peak(wanted), 0.001F);
+    TarqSettings other;
+    for (const MidiDialect dialect : {NATIVE, GM}) {
+        other.set_midi_dialect(dialect);
+        EXPECT_TRUE(first_hit(other) == wanted) << int(dialect);
+    }
+}
+
 TEST_F(PlayerDialect, AHostsStopRewritesNothing) {
     const auto play = [this](bool stops) {
         start_anew(GM);

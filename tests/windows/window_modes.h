@@ -95,7 +95,7 @@ int open_and_close(Screen& screen, Plugin& plugin, int cycles, const Look& look)
 }
 
 // The window takes the sizes of its shape that the host sets, and those only.  The plug-in fits a
-// size, sets it, and takes_width() within the seconds that a busy screen may need.
+// size, sets it, and takes_size() within the seconds that a busy screen may need.
 template <typename Plugin> const char* try_host_sizes(Plugin& plugin) {
     for (const auto& [width, height] :
          {std::pair(1300, 1300), std::pair(3000, 900), std::pair(1, 1), std::pair(99999, 99999)}) {
@@ -104,7 +104,7 @@ template <typename Plugin> const char* try_host_sizes(Plugin& plugin) {
             return "a size that fits does not stay";
         if (!plugin.set_size(fitting))
             return "a size that fits is not taken";
-        if (!plugin.takes_width(fitting.first))
+        if (!plugin.takes_size(fitting))
             return "the size is not the one that was set";
     }
     return nullptr;

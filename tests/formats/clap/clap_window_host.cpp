@@ -157,13 +157,14 @@ class EditedPlugin {
     [[nodiscard]] bool set_size(const Size& size) const {
         return gui.set_size(host.plugin, uint32_t(size.first), uint32_t(size.second));
     }
-    bool takes_width(int wanted) {
+    bool takes_size(const Size& wanted) {
         idle();
         idle();
         uint32_t width = 0;
         uint32_t height = 0;
         gui.get_size(host.plugin, &width, &height);
-        return int(width) == wanted && int(screen.width_of(screen.children(parent)[0])) == wanted;
+        return Size(width, height) == wanted &&
+               int(screen.width_of(screen.children(parent)[0])) == wanted.first;
     }
 
     ClapTestHost host;

@@ -160,6 +160,7 @@ class EditedPlugin {
         Rectangle place{10, 20, 10 + size.first, 20 + size.second};
         return view->on_size(&place) == OK;
     }
+    bool takes_size(const Size& wanted) { return takes_width(wanted.first); }
     // Both, within the two seconds that a busy screen may take.
     bool takes_width(int wanted) {
         const auto is_taken = [&] { return width() == wanted && shown_width() == wanted; };
