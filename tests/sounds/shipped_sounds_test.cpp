@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include "common/load_string.h"
 #include "instrument/checked_load.h"
 #include "instrument/names.h"
 #include "midi/gm/gm_map_file.h"
 #include "sounds/shipped_data.h"
 #include "tests/support/bank_text.h"
+#include "tests/support/files.h"
 
 namespace tarquil {
 namespace {
@@ -21,8 +21,7 @@ TEST(ShippedSounds, AreTheBanksOfTheFiles) {
         {"originals", &shipped_originals()}};
     for (const auto& [name, shipped] : banks) {
         const std::string path = std::string(SOUNDS_FOLDER) + "/" + name + ".tqb";
-        std::string file;
-        ASSERT_EQ(load_file_to_string(path, file), 0) << path;
+        const std::string file = file_text(path);
         EXPECT_TRUE(text_of(*shipped) == file) << name; // too long to print
         TarqSettings loaded;
         LoadReport report;
@@ -50,9 +49,7 @@ TEST(ShippedSounds, TheMapsAreThoseOfTheFiles) {
     const std::pair<const char*, std::string_view> maps[] = {{"gm", gm_map_text()},
                                                              {"originals", originals_map_text()}};
     for (const auto& [name, text] : maps) {
-        std::string file;
-        ASSERT_EQ(load_file_to_string(std::string(SOUNDS_FOLDER) + "/" + name + ".tqm", file), 0);
-        EXPECT_TRUE(text == file) << name;
+        EXPECT_TRUE(text == file_text(std::string(SOUNDS_FOLDER) + "/" + name + ".tqm")) << name;
         GmMap map;
         EXPECT_EQ(load_gm_map_from_string(map, text), "");
         EXPECT_EQ(map.melodic_bank, std::string(name) + ".tqb");

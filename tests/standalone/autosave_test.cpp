@@ -8,6 +8,7 @@
 
 #include "common/load_string.h"
 #include "frame/player_synth.h"
+#include "tests/support/files.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -109,9 +110,8 @@ TEST_F(AutosaveTest, WhatIsRestoredIsTheLastThatWasKeptAndIsNotSaved) {
     EXPECT_TRUE(document.is_changed());
     EXPECT_EQ(document.title(), "*mine.tqb - Tarquil");
     ASSERT_EQ(document.save(document.path()), "");
-    std::string text;
-    load_file_to_string(document.path(), text);
-    EXPECT_EQ(text.find("# edited"), std::string::npos) << "the mark is no part of the bank";
+    EXPECT_EQ(file_text(document.path()).find("# edited"), std::string::npos)
+        << "the mark is no part of the bank";
 }
 
 } // namespace
