@@ -90,7 +90,6 @@ run_program() {
     *golden) arguments=(--song "$scratch/song.mid" --bank "$scratch/demo.tqb") ;;
     *recorded) arguments=(--every 5 "$tree/tests/vst/recorded/recording.txt") ;;
     *format_table) arguments=("$build/tools/tarquil") ;;
-    *tools_tests) [ $# -gt 0 ] || arguments+=(--gtest_filter=-OpenMsx/*) ;; # an hour of music
     *pictures) arguments=(check "$tree/tests/editor/pictures" "$scratch/demo.tqb" "$scratch/run") ;;
     esac
     (

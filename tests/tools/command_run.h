@@ -38,4 +38,14 @@ inline CommandRun run_command(const std::vector<std::string>& arguments) {
     return run;
 }
 
+// What the program says of arguments or input that it does not take: one line, and nothing else.
+inline std::string refusal(const std::vector<std::string>& arguments) {
+    const CommandRun run = run_command(arguments);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.results, "");
+    EXPECT_EQ(run.errors.find("tarquil: "), 0U) << run.errors;
+    EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+    return run.errors;
+}
+
 } // namespace tarquil

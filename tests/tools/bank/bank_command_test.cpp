@@ -37,13 +37,6 @@ class BankCommand : public testing::Test {
         return done.results;
     }
 
-    static std::string refused(const std::vector<std::string>& arguments, int status = 2) {
-        const CommandRun done = run_command(arguments);
-        EXPECT_EQ(done.status, status);
-        EXPECT_EQ(done.results, "");
-        return done.errors;
-    }
-
     InTempDirectory directory;
 };
 
@@ -152,13 +145,15 @@ TEST_F(BankCommand, RefusalsSayWhyAndChangeNothing) {
     for (const auto& [arguments, message] : cases) {
         std::vector<std::string> command = arguments;
         command.insert(command.begin(), "bank");
-        EXPECT_EQ(refused(command), "tarquil: " + message + "\n");
+        EXPECT_EQ(refusal(command), "tarquil: " + message + "\n");
         EXPECT_EQ(file_text("song.tqb"), before);
     }
-    EXPECT_NE(refused({"bank", "show", "song.tqb", "128"}), "");
-    EXPECT_NE(refused({"bank", "insert", "song.tqb", "x", "good.tqi"}), "");
-    EXPECT_EQ(refused({"bank", "insert", "song.tqb", "1", "good.tqi", "--output", "/dev/full"}, 1),
-              "tarquil: /dev/full: cannot be written\n");
+    refusal({"bank", "show", "song.tqb", "128"});
+    refusal({"bank", "insert", "song.tqb", "x", "good.tqi"});
+    const CommandRun full =
+        run_command({"bank", "insert", "song.tqb", "1", "good.tqi", "--output", "/dev/full"});
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(full.errors, "tarquil: /dev/full: cannot be written\n");
 }
 
 } // namespace

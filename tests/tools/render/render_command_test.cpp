@@ -154,10 +154,7 @@ TEST_F(RenderCommand, DamagedSongsLeaveNothingBehind) {
     const std::set<std::string> before = names_in(directory.path());
     for (size_t length = 0; length < whole.size(); length++) {
         save("song.mid", SmfBytes(whole.begin(), whole.begin() + long(length)));
-        const CommandRun run = render({song, out});
-        ASSERT_EQ(run.status, 2) << length;
-        ASSERT_THAT(run.errors, HasSubstr("tarquil: " + song + ": ")) << length;
-        ASSERT_EQ(run.errors.find('\n'), run.errors.size() - 1) << length;
+        ASSERT_THAT(refusal({"render", song, out}), HasSubstr("tarquil: " + song + ": ")) << length;
     }
     EXPECT_EQ(names_in(directory.path()), before);
 }
@@ -194,10 +191,9 @@ TEST_F(RenderCommand, BadInputIsStatus2WithItsReason) {
     };
     const std::set<std::string> before = names_in(directory.path());
     for (const Case& c : cases) {
-        const CommandRun run = render(c.arguments);
-        EXPECT_EQ(run.status, 2) << c.reason;
-        EXPECT_THAT(run.errors, HasSubstr(c.reason));
-        EXPECT_EQ(run.results, "");
+        std::vector<std::string> command = c.arguments;
+        command.insert(command.begin(), "render");
+        EXPECT_THAT(refusal(command), HasSubstr(c.reason));
         EXPECT_EQ(names_in(directory.path()), before) << c.reason;
     }
 }

@@ -36,14 +36,6 @@ class SpeechCommand : public testing::Test {
         return path("words.tlp");
     }
 
-    // The one line that the command complains with.
-    std::string complaint(const std::vector<std::string>& arguments) {
-        const CommandRun run = run_command(arguments);
-        EXPECT_EQ(run.status, 2) << run.errors;
-        EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
-        return run.errors;
-    }
-
     TempDirectory directory;
 };
 
@@ -140,21 +132,21 @@ TEST_F(SpeechCommand, ShowsNumbersAndDrawsAPicture) {
 TEST_F(SpeechCommand, SaysWhatIsWrongInOneLine) {
     const std::string words = save_speech(vowels(3, 100.0));
     const std::string wav = path("x.wav");
-    EXPECT_NE(complaint({"speech", "encode", path("none.wav"), wav}).find("none.wav"),
+    EXPECT_NE(refusal({"speech", "encode", path("none.wav"), wav}).find("none.wav"),
               std::string::npos);
-    EXPECT_NE(complaint({"speech", "encode", words, wav}).find("words.tlp"), std::string::npos);
-    EXPECT_NE(complaint({"speech", "decode", path("none.tlp"), wav}).find("none.tlp"),
+    EXPECT_NE(refusal({"speech", "encode", words, wav}).find("words.tlp"), std::string::npos);
+    EXPECT_NE(refusal({"speech", "decode", path("none.tlp"), wav}).find("none.tlp"),
               std::string::npos);
     write_sound(path("empty.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 44100, 1, {});
-    EXPECT_NE(complaint({"speech", "encode", path("empty.wav"), wav}).find("no sound"),
+    EXPECT_NE(refusal({"speech", "encode", path("empty.wav"), wav}).find("no sound"),
               std::string::npos);
-    EXPECT_NE(complaint({"speech", "show", path("empty.wav")}).find("not a speech file"),
+    EXPECT_NE(refusal({"speech", "show", path("empty.wav")}).find("not a speech file"),
               std::string::npos);
-    EXPECT_NE(complaint({"speech", "decode", words, wav, "--speed", "9"}).find("--speed"),
+    EXPECT_NE(refusal({"speech", "decode", words, wav, "--speed", "9"}).find("--speed"),
               std::string::npos);
-    EXPECT_NE(complaint({"speech", "decode", words, wav, "--pitch", "90", "--whisper"}).find("--"),
+    EXPECT_NE(refusal({"speech", "decode", words, wav, "--pitch", "90", "--whisper"}).find("--"),
               std::string::npos);
-    EXPECT_NE(complaint({"speech", "decode", words, path("x.opus")}).find("44100"),
+    EXPECT_NE(refusal({"speech", "decode", words, path("x.opus")}).find("44100"),
               std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(wav));
 }
