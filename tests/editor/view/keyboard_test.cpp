@@ -4,9 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "editor/pictures/picture.h"
-#include "editor/view/editor_view.h"
-#include "tests/editor/recording_synth.h"
+#include "tests/editor/view/view_fixture.h"
 
 namespace tarquil {
 
@@ -14,28 +12,17 @@ namespace {
 
 using testing::StartsWith;
 
-class KeyboardTest : public testing::Test {
+class KeyboardTest : public EditorViewTest {
   protected:
-    static PointerEvent at(Point point) { return {point.x, point.y, 1, false, false, 0}; }
-    void press(Point point) { view->press(at(point)); }
-    void move(Point point) { view->move(at(point)); }
-    void release(Point point) { view->release(at(point)); }
-    void click(Point point) {
-        press(point);
-        release(point);
-    }
+    KeyboardTest() { click(KEYS); } // the computer's play
+    void move(Point point) { view.move(at(point)); }
+    void release(Point point) { view.release(at(point)); }
     // On key `key` (white), so far down from its back, 0..1.
     [[nodiscard]] static Point on(int key, double depth) {
         const Rect area = KeyLayout(PIANO_AREA).area_of(key);
         return {area.center().x, area.y + depth * area.h};
     }
-    void tick() { view->tick(1.0); }
-
-    RecordingSynth synth;
-    EditorModel model{synth};
-    EditorSettings settings;
-    std::unique_ptr<EditorView> view =
-        std::make_unique<EditorView>(model, settings, true, nullptr, true);
+    void tick() { view.tick(1.0); }
 
     static constexpr Point KEYS{50, 696};
     static constexpr Point SUSTAIN{50, 726};
@@ -63,51 +50,54 @@ TEST_F(KeyboardTest, KeysAreStruckAsHardAsLowAndAGlissandoGoesFromKeyToKey) {
 }
 
 TEST_F(KeyboardTest, WhatIsHeldEndsWhereItBeganWhateverHappens) {
-    view->get_model().select_program(3);
+    view.get_model().select_program(3);
     press(on(60, 0.5));
-    view->press_computer_key(38, 'a');
+    view.press_computer_key(38, 'a');
     EXPECT_EQ(synth.take(), "4:60+64 4:60- 4:60+100");
-    view->get_model().select_program(5);
-    view->show_page(2);
+    view.get_model().select_program(5);
+    view.show_page(2);
     release(on(60, 0.5));
     EXPECT_EQ(synth.take(), "") << "the computer's key still holds it";
-    view->release_computer_key(38);
+    view.release_computer_key(38);
     EXPECT_EQ(synth.take(), "4:60-");
 }
 
 TEST_F(KeyboardTest, TextFieldsPanicAndTheSwitchLeaveNoNoteAndNoDeadKey) {
     const Point name{300, 23};
-    view->press_computer_key(38, 'a');
+    view.press_computer_key(38, 'a');
     EXPECT_EQ(synth.take(), "1:60+100");
     click(name);
-    ASSERT_TRUE(view->wants_keys());
-    view->press_computer_key(39, 's');
+    ASSERT_TRUE(view.wants_keys());
+    view.press_computer_key(39, 's');
     EXPECT_EQ(synth.take(), "") << "it is typed";
-    view->release_computer_key(38);
-    view->release_computer_key(39);
+    view.release_computer_key(38);
+    view.release_computer_key(39);
     EXPECT_EQ(synth.take(), "1:60-");
-    view->key({Key::ESCAPE, "", false, false});
-    view->press_computer_key(38, 'a');
+    press_key(Key::ESCAPE);
+    view.press_computer_key(38, 'a');
     EXPECT_EQ(synth.take(), "1:60+100");
     model.get_synth().panic();
-    view->release_computer_key(38);
-    view->press_computer_key(38, 'a');
+    view.release_computer_key(38);
+    view.press_computer_key(38, 'a');
     EXPECT_EQ(synth.take(), "1:60- 1:60+100") << "plays at the first press";
     click(KEYS);
     EXPECT_EQ(synth.take(), "1:60-") << "switched off";
-    view->press_computer_key(39, 's');
+    view.press_computer_key(39, 's');
     EXPECT_EQ(synth.take(), "");
 }
 
 TEST_F(KeyboardTest, AWindowThatClosesLetsEverythingGo) {
     synth.set_dialect(MidiDialect::GENERAL_MIDI);
     model.refresh();
-    click(SUSTAIN);
-    view->press_computer_key(38, 'a');
-    press(BEND);
-    move({BEND.x, BEND.y - 100});
-    EXPECT_EQ(synth.take(), "1:down 1:60+100 1:bend 16383");
-    view.reset();
+    {
+        EditorView closing{model, settings, true, nullptr, true};
+        closing.press(at(SUSTAIN));
+        closing.release(at(SUSTAIN));
+        closing.press_computer_key(38, 'a');
+        closing.press(at(BEND));
+        closing.move(at({BEND.x, BEND.y - 100}));
+        EXPECT_EQ(synth.take(), "1:down 1:60+100 1:bend 16383");
+    }
     const std::string played = synth.take();
     for (const char* end : {"1:60-", "1:bend 8192", "1:up"})
         EXPECT_THAT(played, testing::HasSubstr(end));
@@ -121,7 +111,7 @@ TEST_F(KeyboardTest, TheBendSpringsBackOnTheChannelThatItBent) {
     move({BEND.x, BEND.y + 100});
     release(BEND);
     EXPECT_EQ(synth.take(), "1:bend 0 1:bend 8192");
-    view->wheel(at(BEND), 1.0);
+    view.wheel(at(BEND), 1.0);
     EXPECT_EQ(synth.take(), "");
 }
 
@@ -130,18 +120,18 @@ TEST_F(KeyboardTest, ModulationAndSustainAreGeneralMidis) {
     move({MODULATION.x, MODULATION.y - 100});
     release(MODULATION);
     click(SUSTAIN);
-    view->wheel(at(MODULATION), 3.0);
+    view.wheel(at(MODULATION), 3.0);
     EXPECT_EQ(synth.take(), "");
     EXPECT_EQ(synth.keys.channels[0].modulation, 0U);
     synth.set_dialect(MidiDialect::GENERAL_MIDI);
-    view->host_changed();
+    view.host_changed();
     tick();
     press(MODULATION);
     move({MODULATION.x, MODULATION.y - 100});
     release(MODULATION);
     EXPECT_EQ(synth.keys.channels[0].modulation, 127U) << "stays";
     tick();
-    view->wheel(at(MODULATION), -2.0);
+    view.wheel(at(MODULATION), -2.0);
     EXPECT_EQ(synth.keys.channels[0].modulation, 111U);
     click(SUSTAIN);
     tick();
@@ -165,22 +155,22 @@ TEST_F(KeyboardTest, OctavesScrollAsFarAsThereAreKeys) {
         click(OCTAVE_UP);
     EXPECT_THAT(key_at_left(), StartsWith("1:43+"));
     EXPECT_THAT(key_at_right(), StartsWith("1:127+"));
-    view->wheel(at(on(60, 0.5)), -1.0);
+    view.wheel(at(on(60, 0.5)), -1.0);
     EXPECT_THAT(key_at_left(), StartsWith("1:36+"));
     for (int i = 0; i < 5; i++)
-        view->wheel(at(on(60, 0.5)), -1.0);
+        view.wheel(at(on(60, 0.5)), -1.0);
     EXPECT_THAT(key_at_left(), StartsWith("1:0+"));
 }
 
 TEST_F(KeyboardTest, HiddenItTakesNoRoomAndPlaysNothing) {
-    EXPECT_EQ(view->height(), int(FULL_HEIGHT));
+    EXPECT_EQ(view.height(), int(FULL_HEIGHT));
     click(HIDE);
-    EXPECT_EQ(view->height(), int(WINDOW_HEIGHT));
+    EXPECT_EQ(view.height(), int(WINDOW_HEIGHT));
     click(on(60, 0.5));
     EXPECT_EQ(synth.take(), "");
-    view->press_computer_key(38, 'a');
+    view.press_computer_key(38, 'a');
     EXPECT_EQ(synth.take(), "1:60+100") << "where the keyboard is ours";
-    view->release_computer_key(38);
+    view.release_computer_key(38);
     click(HIDE);
     EXPECT_TRUE(settings.shows_keyboard);
 
@@ -205,13 +195,12 @@ unsigned color_at(const Picture& picture, Point point) {
 }
 
 TEST_F(KeyboardTest, KeysLightForWhatSoundsHereAndElsewhere) {
-    Picture picture{int(WINDOW_WIDTH), int(FULL_HEIGHT)};
     const auto color_of = [&](int key) {
         tick();
-        view->draw_changes(picture.context());
+        view.draw_changes(picture.context());
         return color_at(picture, on(key, 0.8));
     };
-    view->draw(picture.context());
+    draw();
     const unsigned dark = color_of(64);
     synth.keys.channels[0].keys.set(60).set(61);
     synth.keys.channels[9].keys.set(62);

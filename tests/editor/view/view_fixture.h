@@ -6,9 +6,9 @@
 
 #include <functional>
 
-#include "editor/model/bank_synth.h"
 #include "editor/pictures/picture.h"
 #include "editor/view/editor_view.h"
+#include "tests/editor/recording_synth.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -63,7 +63,7 @@ class EditorViewTest : public testing::Test {
     void draw() { view.draw(picture.context()); }
 
     TempDirectory directory;
-    BankSynth synth;
+    RecordingSynth synth;
     EditorModel model{synth};
     EditorSettings settings;
     EditorView view{model, settings, true};
