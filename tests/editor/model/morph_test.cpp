@@ -186,6 +186,22 @@ TEST_F(MorphModelTest, LeavesNothingBehindWhenItIsDropped) {
     EXPECT_FALSE(model.start_morph()) << "its versions are the same";
 }
 
+TEST(MorphRun, GoesOnceOrToAndFro) {
+    MorphRun run;
+    run.start(0.5);
+    EXPECT_DOUBLE_EQ(run.advance(0.25), 0.75);
+    EXPECT_DOUBLE_EQ(run.advance(0.5), 1.0);
+    EXPECT_FALSE(run.is_running());
+    run.start(1.0);
+    EXPECT_DOUBLE_EQ(run.advance(0.125), 0.125) << "again from the start";
+    run.swings = true;
+    run.start(0.75);
+    EXPECT_DOUBLE_EQ(run.advance(0.5), 0.75);
+    EXPECT_DOUBLE_EQ(run.advance(1.0), 0.25);
+    EXPECT_DOUBLE_EQ(run.advance(20.0), 0.25);
+    EXPECT_TRUE(run.is_running());
+}
+
 TEST(MorphLength, IsReadInSecondsAndNotes) {
     const auto seconds = [](const char* text) {
         const auto length = parse_morph_length(text);

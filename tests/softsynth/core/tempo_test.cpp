@@ -199,6 +199,29 @@ TEST(FollowedTempo, BarsCutBeatsAndJumpsStartAnew) {
     EXPECT_TRUE(jumping->repeats(54050, 64000, 32000));
 }
 
+TEST(FollowedTempo, TheMasterFollowsToo) {
+    // Master delay and retrigger in one engine: no two of these sounds are the same.
+    const auto sound = [](const Tempo& tempo) {
+        EngineHost host;
+        host.set_plain(0, OSC_SAW);
+        host.set(0, CTRL_AUX2_LEVEL, 127);
+        host.set(0, CTRL_DELAY_LEFT_TIME, EIGHTH);
+        host.set(0, CTRL_RETRIGGER_SPEEDUP, 65);
+        host.set(0, CTRL_RETRIGGER_WET_LEVEL, 64);
+        host.note_on(0, 60);
+        host.note_off(0, 60, 4000);
+        host->set_tempo(tempo);
+        return host.render(66000, 60);
+    };
+    const std::vector<float> untimed = sound({});
+    EXPECT_EQ(sound(Tempo{.position = 3.5, .bar_length = 4.0}), untimed);
+    const Tempo steady{.samples_per_quarter = 22050, .position = 0.0, .bar_length = 4.0};
+    EXPECT_NE(sound(steady), untimed);
+    Tempo slower = steady;
+    slower.samples_per_quarter = 30000;
+    EXPECT_NE(sound(slower), sound(steady));
+}
+
 } // namespace
 
 } // namespace tarquil

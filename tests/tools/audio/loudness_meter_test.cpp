@@ -28,6 +28,14 @@ TEST(LoudnessMeter, MeasuresTheReferenceTone) {
     }
 }
 
+TEST(LoudnessMeter, HasNoLevelForSilence) {
+    LoudnessMeter meter(44100);
+    const std::vector<float> silence(2 * 44100);
+    meter.add(silence.data(), 44100);
+    EXPECT_FALSE(meter.peak_dbfs().has_value());
+    EXPECT_FALSE(meter.loudness_lufs().has_value());
+}
+
 } // namespace
 
 } // namespace tarquil
