@@ -15,10 +15,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr Rect numbered_part(const Rect& area) {
-    return {area.x + 38, area.y, area.w - 38, area.h - 15};
-}
-
 // With the host's tempo where it follows that.
 double beat_seconds(UiHost& host) {
     const int byte = host.get_model().value(CTRL_RETRIGGER_BPM);

@@ -44,6 +44,11 @@ class PlotFrame {
     bool is_logarithmic;
 };
 
+// What numbers outside leave of a plot.
+inline Rect numbered_part(const Rect& area) {
+    return {area.x + 38, area.y, area.w - 38, area.h - 15};
+}
+
 // From 20 Hz to 20 kHz, gains in dB from bottom to top.
 PlotFrame frequency_frame(const Rect& plot_area, double bottom, double top);
 

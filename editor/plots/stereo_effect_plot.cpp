@@ -20,6 +20,7 @@ namespace tarquil {
 
 namespace {
 
+constexpr double NAMES_HEIGHT = 20.0; // above the curves
 constexpr Color SIDES[] = {theme::PARTS[0], theme::PARTS[1]};
 
 // As it sounds now, with the host's tempo where it follows that.
@@ -66,12 +67,17 @@ void draw_sweep(Canvas& canvas, const Rect& area, UiHost& host, double delay_ms,
     const double margin = std::max(0.05, amount_ms * 0.15);
     const double lowest = std::max(0.0, delay_ms - margin);
     const double highest = delay_ms + amount_ms + margin;
-    const PlotFrame frame(area, 0.0, shown_seconds, lowest, highest);
+    Rect inside = numbered_part(area);
+    const Rect names = inside.cut_top(NAMES_HEIGHT);
+    const PlotFrame frame(inside, 0.0, shown_seconds, lowest, highest);
     const double step = round_time_above((highest - lowest) / 6.0);
     std::vector<GridLine> rows;
     for (double ms = std::ceil(lowest / step) * step; ms < highest; ms += step)
-        rows.push_back({ms, trimmed_number(ms, 2) + " ms"});
-    frame.draw(canvas, tempo_lines(host.get_view_state(), shown_seconds), rows);
+        rows.push_back({ms, trimmed_number(ms, 2)});
+    frame.draw(canvas, tempo_lines(host.get_view_state(), shown_seconds), rows,
+               PlotFrame::Numbers::OUTSIDE);
+    canvas.text({area.x, names.y + 4, inside.x - area.x - 4, 14}, "ms",
+                {theme::SMALL, theme::TEXT_MUTED, Align::RIGHT});
     const WaveformStore& waves = host.get_model().get_synth().get_waves();
     for (int side = 1; side >= 0; side--) {
         const std::vector<float> sweep = lfo_wave(waves, wave, hertz * shown_seconds,
@@ -82,7 +88,7 @@ void draw_sweep(Canvas& canvas, const Rect& area, UiHost& host, double delay_ms,
                                          delay_ms + amount_ms * (1.0 + double(sweep[i])) / 2));
         canvas.polyline(points, SIDES[side], 1.8);
     }
-    draw_side_names(canvas, area);
+    draw_side_names(canvas, names);
 }
 
 } // namespace
