@@ -17,6 +17,7 @@
 #include "editor/window/file_drop.h"
 #include "editor/window/lifted_keys.h"
 #include "editor/window/pointer_watch.h"
+#include "editor/window/visible_size.h"
 #include "editor/window/window_place.h"
 #include "editor/window/x_error_trap.h"
 
@@ -33,6 +34,9 @@ constexpr uint32_t TAB_CHARACTER = 0x09;
 
 // How often the host's window is looked for, in idles: it may go first.
 constexpr unsigned IDLES_PER_CHECK = 30;
+
+// Less could not be read, in a host's window that is smaller still.
+constexpr double SMALLEST_FITTING = 0.5;
 
 std::optional<Key> special_key(uint32_t key) {
     switch (key) {
@@ -175,6 +179,8 @@ struct EditorWindow::Content {
     void follow_focus();
     void follow_keys();
     void check_parent();
+    void fit_into_host();
+    [[nodiscard]] double wanted_scale() const { return std::min(view.scale(), fitting_scale); }
     ScreenReader::Window told_window();
     bool is_readers_key(bool is_press, uint32_t code, uint32_t modifiers);
 
@@ -183,6 +189,11 @@ struct EditorWindow::Content {
     const uintptr_t parent;
     double shown_scale;
     int shown_height; // in units
+    // What the host's window has room for, where that is less than was chosen; and what it had at
+    // the last look, since a host may be about to follow.
+    double fitting_scale = EditorSettings::MAX_SCALE;
+    double last_room = EditorSettings::MAX_SCALE;
+    double last_chosen; // by the user or the host
     KeyRepeat key_repeat;
     LiftedKeys lifted_keys;
     bool is_dead = false; // its window is gone
@@ -220,7 +231,7 @@ ScreenReader::Window EditorWindow::Content::told_window() {
 EditorWindow::Content::Content(EditorWindow& window, uintptr_t parent_window,
                                EditorView& shown_view, const std::string& shown_title)
     : owner(window), view(shown_view), parent(parent_window), shown_scale(view.scale()),
-      shown_height(view.height()), app(parent_window == 0),
+      shown_height(view.height()), last_chosen(shown_scale), app(parent_window == 0),
       frame(app, parent_window, uint(pixels(EditorView::WIDTH, shown_scale)),
             uint(pixels(shown_height, shown_scale)), window),
       surface(frame, *this), direct_paint(frame.getNativeWindowHandle()),
@@ -377,15 +388,35 @@ bool EditorWindow::Content::Surface::onCharacterInput(const CharacterInputEvent&
 
 // True when there is all to draw anew.
 bool EditorWindow::Content::follow_size() {
-    if (view.scale() == shown_scale && view.height() == shown_height)
+    const bool is_new = view.scale() != last_chosen || view.height() != shown_height;
+    if (is_new)
+        fitting_scale = EditorSettings::MAX_SCALE; // until the host has shown what it makes of it
+    last_chosen = view.scale();
+    if (wanted_scale() == shown_scale && !is_new)
         return false;
-    shown_scale = view.scale();
+    shown_scale = wanted_scale();
     shown_height = view.height();
-    surface.setSize(uint(owner.width()), uint(owner.height()));
+    surface.setSize(uint(pixels_wide()), uint(pixels_high()));
     surface.repaint();
-    if (owner.on_resize)
+    if (is_new && owner.on_resize)
         owner.on_resize(owner.width(), owner.height());
     return true;
+}
+
+// Some hosts take a wish for a size and keep theirs: what lies beyond could not be reached.
+void EditorWindow::Content::fit_into_host() {
+    const XErrorTrap trap;
+    const auto visible = find_visible_size(frame.getNativeWindowHandle());
+    if (!visible)
+        return;
+    // A pixel is a rounding of the host's.
+    double room = std::min((visible->width + 1.0) / EditorView::WIDTH,
+                           (visible->height + 1.0) / view.height());
+    room = room >= view.scale() ? EditorSettings::MAX_SCALE
+                                : std::max(room - 1.0 / EditorView::WIDTH, SMALLEST_FITTING);
+    if (room == last_room)
+        fitting_scale = room;
+    last_room = room;
 }
 
 // In a host's window the keyboard is taken while a text field is open or keys play, and given back.
@@ -407,8 +438,11 @@ void EditorWindow::Content::follow_keys() {
 }
 
 void EditorWindow::Content::check_parent() {
-    if (parent != 0 && ++idles % IDLES_PER_CHECK == 0 && !window_exists(parent))
-        is_dead = true;
+    if (parent == 0 || ++idles % IDLES_PER_CHECK != 0)
+        return;
+    is_dead = !window_exists(parent);
+    if (!is_dead)
+        fit_into_host();
 }
 
 EditorWindow::EditorWindow(uintptr_t parent, EditorView& shown_view, const std::string& title) {

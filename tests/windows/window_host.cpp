@@ -5,6 +5,7 @@
 //   window_host three, eight   so many instances that play, are automated, load, save, change
 //                              programs and show their editors at once, a parent window destroyed
 //                              first; made for the thread sanitizer
+//   window_host small          a host whose own window stays smaller than the editor
 //   window_host play           one editor for a user (or xdotool) until the input ends; prints
 //                              what the host was told
 
@@ -129,6 +130,30 @@ int run_many(int count) {
     return 0;
 }
 
+// The host's window lies in another one, which cuts it.
+int run_small() {
+    constexpr int IDLES = 100; // in which the host could have followed
+    Screen screen;
+    EditedPlugin plugin(screen, 0, answer);
+    const Window outer = screen.make_window(1040, 776);
+    XReparentWindow(screen.get_display(), plugin.parent, outer, 0, 0);
+    if (!plugin.open())
+        return fail("the editor does not open");
+    const auto editor_width = [&](unsigned width, unsigned height) {
+        XResizeWindow(screen.get_display(), outer, width, height);
+        XSync(screen.get_display(), False);
+        plugin.idle(IDLES);
+        return screen.width_of(screen.children(plugin.parent).front());
+    };
+    if (editor_width(780, 776) != 780 || editor_width(1040, 582) != 780)
+        return fail("the editor does not fit into what is seen of the host's window");
+    if (editor_width(1200, 900) != 1040)
+        return fail("the editor does not come back to its size");
+    plugin.close();
+    std::puts("ok the editor fits into a host's window that is cut, and comes back");
+    return 0;
+}
+
 int run_for_a_user() {
     Screen screen;
     EditedPlugin plugin(screen, 0, answer);
@@ -150,5 +175,6 @@ int main(int argc, char** argv) {
                     {{"cycles", [](int number) { return run_cycles(number); }},
                      {"three", [](int) { return run_many(3); }},
                      {"eight", [](int) { return run_many(8); }},
+                     {"small", [](int) { return run_small(); }},
                      {"play", [](int) { return run_for_a_user(); }}});
 }
