@@ -33,6 +33,8 @@ class EditorFrame {
     bool open(uintptr_t parent);
     void close();
     [[nodiscard]] bool is_open() const { return shown; }
+    // Whether the window is to be seen, and was so before; asks the window system.
+    [[nodiscard]] bool is_seen() const { return window != nullptr && window->is_seen(); }
     // Events, and what has changed.
     void idle();
 

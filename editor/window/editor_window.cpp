@@ -197,6 +197,7 @@ struct EditorWindow::Content {
     KeyRepeat key_repeat;
     LiftedKeys lifted_keys;
     bool is_dead = false; // its window is gone
+    bool is_seen = false;
     bool has_keys = false;
     unsigned idles = 0;
     Picture picture;
@@ -407,7 +408,8 @@ bool EditorWindow::Content::follow_size() {
 void EditorWindow::Content::fit_into_host() {
     const XErrorTrap trap;
     const auto visible = find_visible_size(frame.getNativeWindowHandle());
-    if (!visible)
+    is_seen = visible.has_value();
+    if (!is_seen)
         return;
     // A pixel is a rounding of the host's.
     double room = std::min((visible->width + 1.0) / EditorView::WIDTH,
@@ -417,6 +419,9 @@ void EditorWindow::Content::fit_into_host() {
     if (room == last_room)
         fitting_scale = room;
     last_room = room;
+    // It has put a window that was too large into its middle.
+    if (visible->is_corner_cut && fitting_scale < view.scale())
+        move_to_corner(frame.getNativeWindowHandle());
 }
 
 // In a host's window the keyboard is taken while a text field is open or keys play, and given back.
@@ -463,6 +468,11 @@ EditorWindow::~EditorWindow() {
 
 bool EditorWindow::is_open() const {
     return content != nullptr;
+}
+
+bool EditorWindow::is_seen() const {
+    const XErrorTrap trap;
+    return content->is_seen && find_visible_size(native_handle()).has_value();
 }
 
 bool EditorWindow::is_closed_by_user() const {

@@ -24,6 +24,8 @@ class EditorWindow {
 
     // True when a window could be made.
     [[nodiscard]] bool is_open() const;
+    // A window in a host's is to be seen, and was so at the last of the looks of every 30 idles.
+    [[nodiscard]] bool is_seen() const;
     // The user has closed the window of its own.
     [[nodiscard]] bool is_closed_by_user() const;
 

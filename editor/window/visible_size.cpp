@@ -33,7 +33,7 @@ std::optional<VisibleSize> find_visible_size(uintptr_t window) {
     if (!connection.is_open())
         return std::nullopt;
     constexpr int MOST = std::numeric_limits<int>::max();
-    VisibleSize visible{MOST, MOST};
+    VisibleSize visible{MOST, MOST, false};
     int left = 0; // of the window, within the one that is looked at
     int top = 0;
     Window inner = Window(window);
@@ -41,9 +41,10 @@ std::optional<VisibleSize> find_visible_size(uintptr_t window) {
     if (XGetWindowAttributes(connection.display, inner, &attributes) == 0 ||
         attributes.map_state != IsViewable)
         return std::nullopt;
+    visible.is_corner_cut = attributes.x < 0 || attributes.y < 0;
     while (const Window outer = parent_of(connection.display, inner)) {
-        left += attributes.x;
-        top += attributes.y;
+        left += std::max(attributes.x, 0);
+        top += std::max(attributes.y, 0);
         if (XGetWindowAttributes(connection.display, outer, &attributes) == 0)
             return std::nullopt;
         visible.width = std::min(visible.width, attributes.width - left);
@@ -51,6 +52,12 @@ std::optional<VisibleSize> find_visible_size(uintptr_t window) {
         inner = outer;
     }
     return visible.width == MOST ? std::nullopt : std::optional(visible);
+}
+
+void move_to_corner(uintptr_t window) {
+    const XConnection connection;
+    if (connection.is_open())
+        XMoveWindow(connection.display, Window(window), 0, 0);
 }
 
 } // namespace tarquil

@@ -10,10 +10,14 @@ namespace tarquil {
 struct VisibleSize {
     int width = 0;
     int height = 0;
+    bool is_corner_cut = false; // the upper left one lies outside the next window
 };
 
-// In pixels from the window's upper left corner, as if it were as large as could be; the screen's
-// edges do not count.  Nothing while one of the windows is not shown.  Under an XErrorTrap.
+// In pixels, as if the window were as large as could be, and its upper left corner seen; the
+// screen's edges do not count.  Nothing while it is not shown.  Under an XErrorTrap.
 std::optional<VisibleSize> find_visible_size(uintptr_t window);
+
+// Moves the window's upper left corner to that of the next one.  Under an XErrorTrap.
+void move_to_corner(uintptr_t window);
 
 } // namespace tarquil

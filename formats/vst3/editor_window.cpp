@@ -17,8 +17,8 @@ constexpr uint64_t IDLE_MS = 16;
 // NOLINTNEXTLINE(*-virtual-class-destructor): released, never deleted
 class EditorView3 final : public View, public ContentScale, public TimerHandler {
   public:
-    EditorView3(Unknown& kept_owner, EditorFrame& shown_frame)
-        : owner(kept_owner), frame(shown_frame) {
+    EditorView3(Unknown& kept_owner, EditorFrame& shown_frame, int& width_at_first)
+        : owner(kept_owner), frame(shown_frame), first_width(width_at_first) {
         owner.add_ref();
     }
 
@@ -96,6 +96,10 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
             return NO;
         Rectangle fitting = *size;
         check_size(&fitting);
+        if (is_left_over(fitting)) {
+            wants_own_size = true;
+            return OK;
+        }
         shown_width = fitting.right - fitting.left;
         shown_height = fitting.bottom - fitting.top;
         frame.resize(shown_width, shown_height);
@@ -120,12 +124,29 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
         return frame.suggest_scale(double(factor)) ? OK : NO;
     }
 
-    void on_timer() override { frame.idle(); }
+    void on_timer() override {
+        frame.idle();
+        has_asked = has_asked && !frame.is_seen();
+        if (!std::exchange(wants_own_size, false) || plug_frame == nullptr)
+            return;
+        has_asked = true;
+        Rectangle own{0, 0, frame.width(), frame.height()};
+        plug_frame->resize_view(this, &own);
+    }
 
   private:
     ~EditorView3() {
         removed();
         owner.release();
+    }
+
+    // Some hosts give a window that they show again the size that it had at first, though they have
+    // been told of the one that was chosen since: that one is asked for, once.  No user has resized
+    // what was not to be seen.
+    [[nodiscard]] bool is_left_over(const Rectangle& given) {
+        const int width = given.right - given.left;
+        return is_attached && !has_asked && width == first_width && width != frame.width() &&
+               !frame.is_seen();
     }
 
     // One of several views of the plug-in has its window.
@@ -138,7 +159,10 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
             return false;
         }
         is_attached = true;
+        has_asked = wants_own_size = false;
         shown_width = frame.width();
+        if (first_width == 0)
+            first_width = shown_width;
         shown_height = frame.height();
         loop->register_timer(this, IDLE_MS);
         return true;
@@ -163,7 +187,10 @@ class EditorView3 final : public View, public ContentScale, public TimerHandler 
     PlugFrame* plug_frame = nullptr; // the host's, which tells when it goes
     Held<RunLoop> loop;
     bool is_attached = false;
-    int shown_width = 0; // as host and user know it, and:
+    bool wants_own_size = false;
+    bool has_asked = false; // for its own size, since the window was seen
+    int& first_width;       // of all windows of the plug-in
+    int shown_width = 0;    // as host and user know it, and:
     int shown_height = 0;
     std::atomic<uint32_t> references{1};
 };
@@ -173,11 +200,12 @@ class EditorPluginWindow final : public PluginWindow {
     EditorPluginWindow(Player& player, EditListener& listener)
         : synth(player, listener), frame(player, synth) {}
 
-    View* make_view(Unknown& owner) override { return new EditorView3(owner, frame); }
+    View* make_view(Unknown& owner) override { return new EditorView3(owner, frame, first_width); }
 
   private:
     HostSynth synth;
     EditorFrame frame;
+    int first_width = 0; // until a window has been shown
 };
 
 } // namespace

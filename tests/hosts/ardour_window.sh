@@ -87,6 +87,7 @@ choose_size() {
     sleep 1
     [ "$(on_screen pixels 1150 $((880 + BAR)) 4 4)" != "$(on_screen pixels 1500 900 4 4)" ] ||
         failed "the picture fills the window" "$(on_screen pixels 1150 $((880 + BAR)) 4 4)"
+    chosen=$(size_of "$plugin_window")
     ok "it takes another size"
 }
 
@@ -131,6 +132,8 @@ try_window() {
     on_screen close "$plugin_window"
     wait_for is_hidden "synth: Tarquil" || failed "the window closes" "it is there"
     open_window "$1"
+    [ "$1" = LV2 ] || wait_for has_size "$plugin_window" "$chosen" ||
+        failed "the window has the size that was chosen again" "$(size_of "$plugin_window")"
     ok "it closes and opens again, $(size_of "$plugin_window" | tr ' ' x)"
     [ "$(last_key)" != "$(on_screen pixels 1500 950 4 4)" ] ||
         failed "the picture fills the window" "$(last_key)"

@@ -74,6 +74,13 @@ class Screen {
         }
         XSync(display, False);
     }
+    void show(Window window, bool is_shown) {
+        if (is_shown)
+            XMapWindow(display, window);
+        else
+            XUnmapWindow(display, window);
+        XSync(display, False);
+    }
     void destroy(Window window) {
         XDestroyWindow(display, window);
         XSync(display, False);

@@ -278,6 +278,31 @@ const char* try_user_sizes(EditedPlugin& plugin) {
                                        : "the window has a size that the host has refused";
 }
 
+// A host that hides its window, and shows it with the size that it had at first.
+const char* try_showing_again(EditedPlugin& plugin, int width_at_first) {
+    constexpr int IDLES_TO_BE_SEEN = 40;
+    const int chosen = plugin.width();
+    if (chosen == width_at_first)
+        return "no other size was chosen";
+    const auto idle = [&] {
+        for (int i = 0; i < IDLES_TO_BE_SEEN; i++)
+            plugin.loop.idle();
+    };
+    idle();
+    plugin.frame.num_asked = 0;
+    plugin.screen.show(plugin.parent, false);
+    Rectangle at_first{0, 0, width_at_first, width_at_first};
+    plugin.view->on_size(&at_first);
+    plugin.screen.show(plugin.parent, true);
+    idle();
+    if (!plugin.takes_width(chosen) || plugin.frame.asked_width != chosen)
+        return "the size that was chosen is not asked for";
+    plugin.view->on_size(&at_first);
+    if (!plugin.takes_width(width_at_first) || plugin.frame.num_asked != 1)
+        return "the size of the user's in the host is not taken";
+    return nullptr;
+}
+
 int run_three() {
     // A user who has never chosen a size.
     const char* const settings = std::getenv("XDG_CONFIG_HOME");
@@ -321,6 +346,8 @@ int run_three() {
             wrong = "the host is asked for what it has set itself";
         if (wrong == nullptr)
             wrong = try_user_sizes(sized);
+        if (wrong == nullptr)
+            wrong = try_showing_again(sized, plain_width * 3 / 2);
         for (int round = 0; round < 60; round++) {
             if (round == 30) { // some hosts destroy their window first
                 screen.destroy(orphan.parent);
