@@ -12,8 +12,9 @@ import players
 import sound_set
 
 # A note's loudest 10 ms at full main volume (dBFS), below which a phrase can not reach the usual loudness.
-LEAST_LEVEL = -27.0
+LEAST_LEVEL = -24.3
 OPENING_COST = 6.0
+MOST_PEAK = 0.41
 # Of a side for a sound in the middle: power is shared.
 CENTRE_GAIN = np.float32(0.5 ** 0.5)
 # What hygiene lets pass, less a margin, and decibels from velocity 32 to 127.
@@ -104,7 +105,7 @@ def faults(versions, sounds, rows, wanted, key_range):
         for note, spectrum in zip(wanted, power):
             below = spectrum[hz < min(40.0, 0.6 * features.key_hz(note.key))].sum() / max(1e-20, spectrum.sum())
             out[version] += 0.05 * max(0.0, features.decibels(below) + 45) / len(wanted)
-        out[version] += 10 * max(0.0, float(np.abs(sound).max()) - 0.3)
+        out[version] += 10 * max(0.0, float(np.abs(sound).max()) - MOST_PEAK)
         out[version] += OPENING_COST * opening.octaves_beyond(versions[version].instrument, versions[version].laws)
         by_key = {}
         for note, values in zip(wanted, row):

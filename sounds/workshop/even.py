@@ -65,7 +65,7 @@ def even(programs, sounds, say=print):
             say(f"{number} {program:3d} {gm.name_of(program):20} {figures['keys_db']:5.1f} dB over keys, "
                 f"{figures['velocity_db']:5.1f} over velocities: {after.text()}", flush=True)
             lost = roofs.gain_at(after, program) - roofs.gain_at(roof, program)
-            write(program, fit.with_volume(version, fit.TARGET_LUFS + lost), after, sounds)
+            write(program, fit.louder(version, -lost), after, sounds)
 
 
 def main(argv):

@@ -22,6 +22,7 @@ import genes
 import hygiene
 import instrument_text
 import law_text
+import levels
 import loudness
 import moves
 import notes
@@ -34,8 +35,6 @@ import targets
 
 SIGMA = 0.08
 POPULATION = 16
-# The set's own level: a song of many parts lands ten decibels above its programs.
-TARGET_LUFS = -30.5
 # Beyond any difference of features.
 FAR = 100.0
 # Of the way from the start to what was found.
@@ -142,20 +141,20 @@ class Goal:
         return float(far.mean()), float(far[left_out].mean() if left_out else far.mean())
 
 
-def with_volume(version, lufs):
-    """The version with its main volume set for TARGET_LUFS, being at `lufs`."""
+def louder(version, decibels):
+    """The version with its main volume turned, as far as it goes."""
     # The volume's curve is a cube: 60 dB per factor of 10.
-    wanted = version.instrument["main_volume"] * 10 ** ((TARGET_LUFS - lufs) / 60)
+    wanted = version.instrument["main_volume"] * 10 ** (decibels / 60)
     byte = int(min(127, max(1, round(wanted))))
     return candidates.Version(version.instrument.copy({"main_volume": byte}), version.laws, version.others)
 
 
 def level(version, program):
-    """The version with its main volume set for TARGET_LUFS, and what hygiene says of it."""
+    """The version with its main volume set for the program's level, and what hygiene says of it."""
     for _ in range(2):
         plays = hygiene.phrase(program)
         sound = play(version, program, plays)
-        version = with_volume(version, loudness.lufs(sound))
+        version = louder(version, levels.target_lufs(program) - loudness.lufs(sound))
     figures, fails = health(version, program)
     return version, figures, fails
 
@@ -168,7 +167,7 @@ def mend(version, figures, fails, program):
         version, figures, fails = level(candidates.Version(version.instrument, version.laws, roof.among(version.others)), program)
     over_db = 20 * np.log10(figures["peak"] / hygiene.MAX_PEAK)
     if 0 < over_db <= MOST_SOFTER_DB:
-        version = with_volume(version, TARGET_LUFS + over_db + SOFTER_STEP_DB)
+        version = louder(version, -over_db - SOFTER_STEP_DB)
         fails = health(version, program)[1]
     return version, fails
 

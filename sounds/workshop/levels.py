@@ -1,7 +1,9 @@
-"""Loudness of each program of the sample banks, as a table, for the judge's question whether ours lie in their span.
+"""How loud each program is to be, from a table of its loudness in the sample banks.
 
     levels.py         measures the packaged banks anew and writes targets/loudness.txt
 """
+
+from functools import lru_cache
 
 import numpy as np
 
@@ -13,6 +15,10 @@ import targets
 
 FILE = targets.FOLDER / "loudness.txt"
 MARGIN_DB = 3.0
+# The set's own level: a song of many parts lands ten decibels above its programs.
+MIDDLE_LUFS = -27.8
+# Less than the margin: random phases and keys that the phrase leaves out move a program by some tenths.
+FARTHEST_DB = 2.5
 
 
 def phrase_loudness(play, programs):
@@ -44,6 +50,21 @@ def outside(ours, banks):
     """How far each of ours (against its own median) lies outside the banks' span."""
     own = np.asarray(ours) - np.median(ours)
     return np.maximum(0, np.maximum(banks.min(1) - own, own - banks.max(1)))
+
+
+def aims(banks):
+    """Decibels from the set's middle: towards the banks' span as far as programs may lie apart."""
+    return np.clip(np.clip(0, banks.min(1), banks.max(1)), -FARTHEST_DB, FARTHEST_DB)
+
+
+@lru_cache(maxsize=1)
+def _targets():
+    return MIDDLE_LUFS + aims(read())
+
+
+def target_lufs(program):
+    """Of the program's phrase."""
+    return float(_targets()[program])
 
 
 def main():

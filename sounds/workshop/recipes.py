@@ -23,6 +23,7 @@ PAIRS = (
 )
 # Of two sines: bars and bells lie between the partials of a string.
 RINGS = (12, 16, 19, 22, 24, 28, 31, 34, 36, 40)
+# In phase: of random ones the level is chance, from note to note and from one judgement to the next.
 COPIES = ((0, 0), (1, 20), (3, 35))
 FILTERS = ((1, 1), (1, 2), (19, 0), (21, 0))
 NOISE_FACTORS = (0.5, 0.7, 1.4, 2.0)
@@ -49,8 +50,8 @@ def _waves(_):
 def _shapes(now):
     found = [{"filter1_type": kind, "filter1_depth": depth or now["filter1_depth"]} for kind, depth in FILTERS]
     for copies, spread in COPIES:
-        found.append({"osc1_multi_count": copies, "osc2_multi_count": copies, "osc1_randomize_phase": 127 * bool(copies),
-                      "osc2_randomize_phase": 127 * bool(copies), "osc1_spread": spread, "osc2_spread": spread})
+        found.append({"osc1_multi_count": copies, "osc2_multi_count": copies, "osc1_randomize_phase": 0,
+                      "osc2_randomize_phase": 0, "osc1_spread": spread, "osc2_spread": spread})
     return found
 
 

@@ -4,7 +4,7 @@ import unittest
 
 import numpy as np
 
-import features, general_midi, hygiene, loudness, notes
+import features, general_midi, hygiene, levels, loudness, notes
 from players import RATE
 
 TIME = np.arange(notes.SLOT_MS * RATE // 1000) / RATE
@@ -110,6 +110,19 @@ class Hygiene(unittest.TestCase):
             low, high = general_midi.range_of(program)
             middle = np.mean(hygiene.phrase_keys(program))
             self.assertLess(abs(middle - (low + high) / 2), 8)
+
+
+class Levels(unittest.TestCase):
+    def test_a_program_goes_towards_its_span_and_no_farther_than_the_set_allows(self):
+        banks = np.array([[-4.0, -6.0], [-1.0, 3.0], [0.5, 2.0], [9.0, 4.0]])
+        most = levels.FARTHEST_DB
+        self.assertEqual(list(levels.aims(banks)), [-most, 0.0, 0.5, most])
+
+    def test_ours_at_their_aims_keep_both_margins(self):
+        banks = levels.read()
+        aims = levels.aims(banks)
+        self.assertLess(np.abs(aims - np.median(aims)).max(), levels.MARGIN_DB)
+        self.assertGreater(np.mean(levels.outside(aims, banks) <= levels.MARGIN_DB), 0.9)
 
 
 if __name__ == "__main__":
