@@ -30,6 +30,9 @@ class GmEnsemble {
   public:
     // The longest run, frames: the dialect's events of one fit into the engines' queues.
     static constexpr uint32_t LONGEST_RUN = Limiter::PIECE;
+    // Of each engine's output: peaks are the limiter's to hold, but a sound that runs away must not
+    // turn the others down for long.
+    static constexpr float ENGINE_BOUND = 4.0F; // 12 dB
 
     // Null: not there yet.
     struct Engines {

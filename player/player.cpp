@@ -186,6 +186,7 @@ void Player::prepare_gm(MidiDialect wanted, const GmSet& set) {
     }
     if (engine != nullptr && drum_engine == nullptr && set.drums != nullptr) {
         drum_engine = make_engine(phase_seed ^ DRUM_SEED);
+        drum_engine->set_output_bound(GmEnsemble::ENGINE_BOUND);
         link.drum_engine.store(drum_engine.get(), std::memory_order_release);
     }
 }

@@ -346,6 +346,7 @@ void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
 }
 
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
+    engine.set_output_bound(1.0F);
     const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
     pass_tempo(engine, frames);
     for (const midi_event& event : due) {

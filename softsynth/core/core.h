@@ -46,7 +46,7 @@ class Tarquil {
     Tarquil& operator=(const Tarquil&) = delete;
 
     // Renders `num_samples` frames (at most MAX_NUM_SAMPLES, a multiple of GRANULARITY) that start
-    // at the absolute sample time `time` into `pcm_out`, interleaved left/right within -1..1.
+    // at the absolute sample time `time` into `pcm_out`, interleaved left/right within the bound.
     // Events are sorted by time and lie in [time, time + num_samples); the pointer is never null.
     void run(float* pcm_out, uint32_t num_samples, const midi_event* events, uint32_t num_events,
              uint32_t time);
@@ -84,6 +84,10 @@ class Tarquil {
     // sound again; any thread may call this.
     void set_band_muted(unsigned band, bool muted) { master.set_band_muted(band, muted); }
     [[nodiscard]] bool is_band_muted(unsigned band) const { return master.is_band_muted(band); }
+
+    // Where the output is clipped from the next run on, for those whose sound meets a limiter; 1 at
+    // first.
+    void set_output_bound(float bound) { master.set_output_bound(bound); }
 
     // What the next run's delays, LFOs and retrigger follow, as note lengths (followed_length),
     // from its first sample on; as at first: nothing, their own times hold.

@@ -77,7 +77,7 @@ void MasterSection::render(const MasterSettings& settings, uint32_t time,
                 size_t(2) * num_samples * sizeof(float));
     scrub_non_finite(pcm_out, 2 * num_samples);
     for (uint32_t i = 0; i < 2 * num_samples; i++)
-        pcm_out[i] = std::clamp(pcm_out[i], -1.0F, 1.0F);
+        pcm_out[i] = std::clamp(pcm_out[i], -output_bound, output_bound);
 }
 
 void MasterSection::end_echo_fade() {

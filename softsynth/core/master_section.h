@@ -38,9 +38,12 @@ class MasterSection {
     // The buses of a block, to be filled before `render`.
     Buses& get_buses() { return buses; }
 
-    // Writes the block that starts at `time`, interleaved stereo within -1..1.  From `silence` on
-    // the echoes fade, unless they do already; what is sent to them until the block's end in which
-    // the fade ends is lost with them.
+    // From the next block on, what is put out lies within -bound..bound; 1 at first.
+    void set_output_bound(float bound) { output_bound = bound; }
+
+    // Writes the block that starts at `time`, interleaved stereo within the bound.  From `silence`
+    // on the echoes fade, unless they do already; what is sent to them until the block's end in
+    // which the fade ends is lost with them.
     void render(const MasterSettings& settings, uint32_t time, std::optional<uint32_t> silence,
                 float* pcm_out);
 
@@ -73,6 +76,7 @@ class MasterSection {
     Tempo tempo;
     TempoValues tempo_values;
     std::atomic<bool> band_muted[MC_N_BANDS] = {};
+    float output_bound = 1.0F;
 
     // scratch
     Buses buses;

@@ -33,11 +33,12 @@ void Limiter::render_piece(float* frames, uint32_t num_frames) {
     }
     if (least == 1.0F && is_idle())
         return;
+    remember(least, num_frames);
     float gains[PIECE];
     if (least < gain)
         fall(wanted, gains, num_frames);
     else
-        rise(least, gains, num_frames);
+        rise(gains, num_frames);
     for (uint32_t i = 0; i < 2 * num_frames; i++) // the product may round up by half a step
         frames[i] = std::clamp(frames[i] * gains[i / 2], -CEILING, CEILING);
 }
@@ -61,12 +62,23 @@ void Limiter::fall(const float* wanted, float* gains, uint32_t num_frames) {
     }
 }
 
-void Limiter::rise(float least_wanted, float* gains, uint32_t num_frames) {
+void Limiter::rise(float* gains, uint32_t num_frames) {
+    const float target = least_remembered();
     for (uint32_t i = 0; i < num_frames; i++) {
-        const float risen = gain + (1.0F - gain) * RELEASE;
-        gain = std::min(least_wanted, 1.0F - risen < SMALLEST_REDUCTION ? 1.0F : risen);
+        const float risen = gain + (target - gain) * RELEASE;
+        gain = std::min(target, 1.0F - risen < SMALLEST_REDUCTION ? 1.0F : risen);
         gains[i] = gain;
     }
+}
+
+void Limiter::remember(float least_wanted, uint32_t num_frames) {
+    if (slot_frames >= SLOT) {
+        slot = (slot + 1) % NUM_SLOTS;
+        remembered[slot] = 1.0F;
+        slot_frames = 0;
+    }
+    remembered[slot] = std::min(remembered[slot], least_wanted);
+    slot_frames += num_frames;
 }
 
 } // namespace tarquil

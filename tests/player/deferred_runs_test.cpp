@@ -25,6 +25,7 @@ class DeferredRunsTest : public testing::TestWithParam<MidiDialect> {
         set->drums = std::make_unique<TarqSettings>();
         EXPECT_EQ(
             load_gm_map_from_string(set->map, "family = all\nk00_036 = all 1 60 100 64 200\n"), "");
+        bank.set_global_controller(CTRL_FCMPR_PRE_GAIN, 127); // up to the bounds of both dialects
         for (unsigned i = 0; i < MAX_INSTRUMENTS; i++) {
             bank.get_instrument(i).set_controller(CTRL_ENV1_SUSTAIN, 100);
             bank.get_instrument(i).set_controller(CTRL_FILTER1_TYPE, int(i % 25));

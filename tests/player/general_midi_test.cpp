@@ -135,6 +135,18 @@ TEST_F(GeneralMidi, VibratoHasNoOtherSidebandsThanItsOwn) {
     EXPECT_LT(10 * std::log10(energy_above(sound, 700.0) / energy_above(sound, 0.0)), -60.0);
 }
 
+TEST_F(GeneralMidi, ALoudNoteIsTurnedDownAndNotClipped) {
+    melodic.set_global_controller(CTRL_FCMPR_PRE_GAIN, 127); // 12 dB
+    melodic.get_instrument(0).set_controller(CTRL_MAIN_VOLUME, 127);
+    start();
+    send({0xB0, 7, 127});
+    send({0x90, 69, 127});
+    record(0.2);
+    record(0.2);
+    EXPECT_GT(rms(left), 0.6);
+    EXPECT_LT(energy_above(left, 660.0), 1e-4 * energy_of(left));
+}
+
 TEST_F(GeneralMidi, ManyLoudNotesStayBelowTheCeiling) {
     start();
     for (unsigned channel = 0; channel < 8; channel++) {

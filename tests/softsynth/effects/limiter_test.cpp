@@ -57,5 +57,17 @@ TEST(Limiter, GainRampsWithinThePieceAndComesBackToOne) {
     EXPECT_EQ(last, 0.5F);                       // and long after
 }
 
+TEST(Limiter, AHeldBassNoteKeepsItsShape) {
+    for (const double hz : {20.0, 50.0, 82.4}) {
+        constexpr float LEVEL = 1.7F;
+        std::vector<float> in(size_t(2) * 44100);
+        for (size_t i = 0; i < in.size(); i++)
+            in[i] = LEVEL * float(std::sin(2.0 * std::numbers::pi * hz * double(i / 2) / 44100));
+        const std::vector<float> out = limited(in, 64);
+        for (size_t i = in.size() / 2; i < in.size(); i++)
+            ASSERT_NEAR(out[i], in[i] * (Limiter::CEILING / LEVEL), 2e-5F) << hz << " Hz, " << i;
+    }
+}
+
 } // namespace
 } // namespace tarquil
