@@ -41,6 +41,8 @@ FAR = 100.0
 SHARES = (1.0, 0.7, 0.4)
 # How much softer than the set a sound may be for its peak.
 MOST_SOFTER_DB, SOFTER_STEP_DB = 1.5, 0.2
+# And for whatever reason, beyond which it leaves the banks' span or the set.
+MOST_SHORT_DB = 2.0
 
 
 def arguments(argv):
@@ -184,7 +186,10 @@ def play(version, program, plays):
 
 
 def health(version, program):
-    return hygiene.check(program, play(version, program, hygiene.plays(program)))
+    """What hygiene says, and whether the main volume could not reach the program's level."""
+    figures, fails = hygiene.check(program, play(version, program, hygiene.plays(program)))
+    short_db = levels.target_lufs(program) - figures["lufs"]
+    return figures, fails + ([f"{short_db:.1f} dB too soft"] if short_db > MOST_SHORT_DB else [])
 
 
 def is_better(before, after, old_fails, fails):

@@ -29,6 +29,18 @@ FILTERS = ((1, 1), (1, 2), (19, 0), (21, 0))
 NOISE_FACTORS = (0.5, 0.7, 1.4, 2.0)
 LEAST_NOISE = 12
 COLOURS = (-16, 16)
+# A noise of its own in the third oscillator: steady, or a burst that stops with envelope 3.
+NOISE_ALONE = {"osc3_type": NOISE, "osc3_multi_count": 0, "osc3_fine_tune": starts.TUNE}
+HISS = {"osc3_influence_source": 0, "osc3_influence_amount": starts.TUNE}
+BURST = {"osc3_influence_source": 3, "osc3_influence_amount": 127, "env3_attack": 0, "env3_decay": 50, "env3_sustain": 0}
+NOISE_VOLUMES = (25, 36, 52)
+NOISE_COLOURS = (44, 64, 84)
+# A sine that is none of the partials, as struck metal has.
+BETWEEN = (6, 9, 15, 17, 22, 26, 30, 33)
+BETWEEN_VOLUMES = (45, 70)
+# What else envelope 3 may move.
+ENVELOPED = ("osc1_influence", "osc2_influence", "amplitude_influence", "resonance1_influence",
+             "cutoff1_influence1", "cutoff1_influence2", "cutoff1_influence3")
 # How many go on to the next stage.
 KEPT = 3
 ROUNDS = 2
@@ -56,13 +68,22 @@ def _shapes(now):
 
 
 def _noises(now):
-    if now["osc3_type"] not in (0, NOISE):
-        return []
-    colour = now["osc3_coarse_tune"] if now["osc3_type"] == NOISE else starts.TUNE
-    volume = max(LEAST_NOISE, now["osc3_volume"])
-    found = [{"osc3_type": NOISE, "osc3_volume": min(127, round(volume * factor))} for factor in NOISE_FACTORS]
-    return found + [{"osc3_type": NOISE, "osc3_volume": volume, "osc3_coarse_tune": max(0, min(127, colour + step))}
-                    for step in COLOURS]
+    """The noise that is there, louder or of another colour; a hiss, a burst or an odd partial instead of what the third oscillator does."""
+    found = []
+    if now["osc3_type"] == NOISE:
+        volume = max(LEAST_NOISE, now["osc3_volume"])
+        found += [{"osc3_volume": min(127, round(volume * factor))} for factor in NOISE_FACTORS]
+        found += [{"osc3_volume": volume, "osc3_coarse_tune": max(0, min(127, now["osc3_coarse_tune"] + step))} for step in COLOURS]
+    is_struck = now["env1_sustain"] == 0
+    kinds = [] if is_struck else [HISS]
+    if not any(now[f"{key}_source"] == 3 for key in ENVELOPED):
+        kinds.append(BURST)
+    found += [{**NOISE_ALONE, **kind, "osc3_volume": volume, "osc3_coarse_tune": colour}
+              for kind in kinds for volume in NOISE_VOLUMES for colour in NOISE_COLOURS]
+    if is_struck and now["osc3_type"] != NOISE:
+        found += [{"osc3_type": SINE, "osc3_influence_source": 0, "osc3_volume": volume, "osc3_coarse_tune": starts.TUNE + semitones}
+                  for semitones in BETWEEN for volume in BETWEEN_VOLUMES]
+    return found
 
 
 STAGES = (_waves, _shapes, _noises)

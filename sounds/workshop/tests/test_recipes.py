@@ -29,11 +29,16 @@ class Recipes(unittest.TestCase):
         self.assertEqual(found["osc2_coarse_tune"], starts.TUNE + 12)
         self.assertEqual(found["env1_attack"], start.instrument["env1_attack"])
 
-    def test_what_is_no_noise_stays(self):
-        plain = instrument_text.Instrument(starts._bytes(self.SAW, True))
-        self.assertEqual(recipes._noises(plain.copy({"osc3_type": starts.SAW})), [])
-        loud = plain.copy({"osc3_volume": 120, "osc3_coarse_tune": 120})
-        for changes in recipes._noises(loud):
+    def test_noises_suit_the_sound_and_leave_its_envelopes_alone(self):
+        struck = instrument_text.Instrument(starts._bytes(self.SAW, True))
+        held = instrument_text.Instrument(starts._bytes(self.SAW, False))
+        for now, hisses in ((struck, False), (held, True)):
+            tonal = recipes._noises(now.copy({"osc3_type": starts.SAW}))
+            steady = [c for c in tonal if c["osc3_type"] == starts.NOISE and c["osc3_influence_source"] == 0]
+            self.assertEqual(bool(steady), hisses)
+            taken = recipes._noises(now.copy({"osc3_type": starts.SAW, "cutoff1_influence2_source": 3}))
+            self.assertFalse([c for c in taken if "env3_decay" in c])
+        for changes in recipes._noises(held.copy({"osc3_volume": 120, "osc3_coarse_tune": 120})):
             self.assertTrue(0 < changes["osc3_volume"] <= 127 and changes.get("osc3_coarse_tune", 0) <= 127)
 
 
