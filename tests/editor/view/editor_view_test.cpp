@@ -155,7 +155,7 @@ TEST_F(EditorViewTest, MovingMetersAreDrawnIntoTheLastPictureAsIntoANewOne) {
 
 // What is kept from drawing to drawing shows nothing of before.
 TEST_F(EditorViewTest, APageLooksAsInANewWindowWhateverWasDrawnBefore) {
-    const auto draw_page = [this](EditorView& shown, unsigned page, double scale, Picture& into) {
+    const auto draw_page = [](EditorView& shown, unsigned page, double scale, Picture& into) {
         shown.show_page(page);
         shown.tick(1.0);
         cairo_save(into.context());
