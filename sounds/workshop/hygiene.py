@@ -36,8 +36,8 @@ MAX_REST_DBFS = -90.0
 # Semitones of the centroid from the softest to the hardest velocity.
 LEAST_BRIGHTER = 0.5
 # Of a note at the set's level, full scale being 1: beyond is a filter that rings at the top of the spectrum.
-MAX_PEAK = 0.48
-MAX_WIDE_DB = -10.3
+MAX_PEAK = 0.5
+MAX_WIDE_DB = -9.9
 
 # Without a pitch of the key, or with partials that are none of its multiples.
 UNTUNED = gm.UNPITCHED | {14, 112}
