@@ -304,38 +304,38 @@ class ClapTestHost {
         AudioThread() { is_audio_thread = true; }
         ~AudioThread() { is_audio_thread = false; }
     };
-    static ClapTestHost& of(const clap_host* host) {
-        return *static_cast<ClapTestHost*>(host->host_data);
+    static ClapTestHost& of(const clap_host* asked) {
+        return *static_cast<ClapTestHost*>(asked->host_data);
     }
-    static bool is_main(const clap_host* host) {
-        return !is_audio_thread && of(host).is_on_main_thread();
+    static bool is_main(const clap_host* asked) {
+        return !is_audio_thread && of(asked).is_on_main_thread();
     }
-    static void expect_main(const clap_host* host) {
-        if (!is_main(host))
-            of(host).wrong_threads++;
+    static void expect_main(const clap_host* asked) {
+        if (!is_main(asked))
+            of(asked).wrong_threads++;
     }
     static const void* find_extension(const std::string& id) {
         static constexpr clap_host_params PARAMS = {
             .rescan =
-                [](const clap_host* host, clap_param_rescan_flags flags) {
-                    expect_main(host);
-                    of(host).rescanned |= flags;
+                [](const clap_host* asked, clap_param_rescan_flags flags) {
+                    expect_main(asked);
+                    of(asked).rescanned |= flags;
                 },
-            .clear = [](const clap_host* host, clap_id,
-                        clap_param_clear_flags) { expect_main(host); },
+            .clear = [](const clap_host* asked, clap_id,
+                        clap_param_clear_flags) { expect_main(asked); },
             .request_flush =
-                [](const clap_host* host) {
+                [](const clap_host* asked) {
                     if (is_audio_thread)
-                        of(host).wrong_threads++;
-                    of(host).flush_requests++;
+                        of(asked).wrong_threads++;
+                    of(asked).flush_requests++;
                 }};
-        static constexpr clap_host_state STATE = {.mark_dirty = [](const clap_host* host) {
-            expect_main(host);
-            of(host).dirty_marks++;
+        static constexpr clap_host_state STATE = {.mark_dirty = [](const clap_host* asked) {
+            expect_main(asked);
+            of(asked).dirty_marks++;
         }};
-        static constexpr clap_host_latency LATENCY = {.changed = [](const clap_host* host) {
-            expect_main(host);
-            of(host).latency_changes++;
+        static constexpr clap_host_latency LATENCY = {.changed = [](const clap_host* asked) {
+            expect_main(asked);
+            of(asked).latency_changes++;
         }};
         static constexpr clap_host_thread_check THREAD_CHECK = {
             .is_main_thread = is_main,
