@@ -52,7 +52,8 @@ export_session() {
 # session without any plug-in too.
 samples() {
     python3 -c '
-import sys
+import signal, sys
+signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # cmp ends at the first difference
 BLOCK = 2048 * 2 * 4  # frames, channels, bytes
 data = open(sys.argv[1], "rb").read()[int(sys.argv[2]):]
 for start in range(0, len(data), BLOCK):
