@@ -65,6 +65,11 @@ TEST(TempoClock, NonsenseIsNotTaken) {
         EXPECT_EQ(now.bar_length, 4.0);
         time += 64;
     }
+    for (const double tempo : {0.5, 5000.0}) {
+        clock.add({.quarters_per_minute = tempo}, time);
+        EXPECT_EQ(clock.advance(time, 64).samples_per_quarter, 29400.0);
+        time += 64;
+    }
     for (const double length : {NAN_VALUE, -1.0, INFINITE}) {
         clock.add(playing(0.0, 1.0, 0.0, length), time);
         EXPECT_EQ(clock.advance(time, 64).bar_length, 0.0) << length;
@@ -72,16 +77,19 @@ TEST(TempoClock, NonsenseIsNotTaken) {
     }
 }
 
-TEST(TempoClock, TheLastOfTooManyCounts) {
+TEST(TempoClock, OfTooManyTheFirstIsLost) {
     TempoClock clock;
-    for (int i = 0; i < 100; i++)
-        clock.add({.quarters_per_minute = 100.0 + i}, 10);
+    constexpr uint32_t TOO_MANY = 65;
+    for (uint32_t i = 0; i < TOO_MANY; i++)
+        EXPECT_EQ(clock.add({.quarters_per_minute = 100.0 + i}, 64 * i), i + 1 < TOO_MANY);
     EXPECT_FALSE(clock.has_room());
-    clock.advance(0, 64);
-    EXPECT_EQ(clock.quarters_per_minute(), 199.0);
+    for (uint32_t i = 0; i < TOO_MANY; i++) {
+        clock.advance(64 * i, 64);
+        EXPECT_EQ(clock.quarters_per_minute(), i == 0 ? TempoClock::FIRST_TEMPO : 100.0 + i);
+    }
     EXPECT_TRUE(clock.has_room());
-    clock.add({.quarters_per_minute = 60.0}, 1000);
-    clock.move_clock_back(900);
+    clock.add({.quarters_per_minute = 60.0}, 6000);
+    clock.move_clock_back(5900);
     clock.advance(64, 64);
     EXPECT_EQ(clock.quarters_per_minute(), 60.0);
 }
