@@ -308,6 +308,7 @@ void PlayerAudio::run(float* pcm, uint32_t frames) {
         return;
     }
     follow_watch(*engine);
+    engine->set_output_bound(output_bound());
     const uint32_t start = curr_time;
     if (plays_gm())
         run_gm(*engine, pcm, frames);
@@ -346,7 +347,6 @@ void PlayerAudio::pass_tempo(Tarquil& engine, uint32_t frames) {
 }
 
 void PlayerAudio::run_native(Tarquil& engine, float* pcm, uint32_t frames) {
-    engine.set_output_bound(1.0F);
     const std::span<const midi_event> due = events.take(curr_time, curr_time + frames);
     pass_tempo(engine, frames);
     for (const midi_event& event : due) {

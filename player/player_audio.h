@@ -131,6 +131,10 @@ class PlayerAudio {
     [[nodiscard]] uint32_t channels_of_edited_program() const;
 
     [[nodiscard]] bool plays_gm() const { return dialect == MidiDialect::GENERAL_MIDI; }
+    // Full scale, or what the ensemble's limiter is to hold.
+    [[nodiscard]] float output_bound() const {
+        return plays_gm() ? GmEnsemble::ENGINE_BOUND : 1.0F;
+    }
     [[nodiscard]] ChannelPrograms wanted_programs() const;
 
     PlayerLink& link;

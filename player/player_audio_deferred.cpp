@@ -52,7 +52,7 @@ void PlayerAudio::go_on(DeferredRuns& later) {
 
 void PlayerAudio::finish(DeferredRuns& later) {
     Tarquil& engine = *link.engine.load(std::memory_order_acquire);
-    engine.set_output_bound(plays_gm() ? GmEnsemble::ENGINE_BOUND : 1.0F);
+    engine.set_output_bound(output_bound());
     later.for_each_run(MELODIC_ENGINE, [&](size_t place, const DeferredRuns::Run& run,
                                            std::span<const midi_event> /*due*/, float* pcm) {
         engine.run_master(later.block(place), pcm);

@@ -107,7 +107,6 @@ void PlayerAudio::play_due_in_gm(uint32_t frames) {
 }
 
 void PlayerAudio::run_gm(Tarquil& engine, float* pcm, uint32_t frames) {
-    engine.set_output_bound(GmEnsemble::ENGINE_BOUND);
     const GmEnsemble::Engines engines = {&engine, link.drum_engine.load(std::memory_order_acquire)};
     for (uint32_t done = 0; done < frames;) {
         const uint32_t piece = std::min(frames - done, GmEnsemble::LONGEST_RUN);
