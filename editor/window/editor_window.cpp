@@ -179,7 +179,7 @@ struct EditorWindow::Content {
     void follow_focus();
     void follow_keys();
     void check_parent();
-    void fit_into_host();
+    void fit_into_host(const XConnection& connection);
     [[nodiscard]] double wanted_scale() const { return std::min(view.scale(), fitting_scale); }
     ScreenReader::Window told_window();
     bool is_readers_key(bool is_press, uint32_t code, uint32_t modifiers);
@@ -405,9 +405,8 @@ bool EditorWindow::Content::follow_size() {
 }
 
 // Some hosts take a wish for a size and keep theirs: what lies beyond could not be reached.
-void EditorWindow::Content::fit_into_host() {
-    const XErrorTrap trap;
-    const auto visible = find_visible_size(frame.getNativeWindowHandle());
+void EditorWindow::Content::fit_into_host(const XConnection& connection) {
+    const auto visible = find_visible_size(connection, frame.getNativeWindowHandle());
     is_seen = visible.has_value();
     if (!is_seen)
         return;
@@ -421,7 +420,7 @@ void EditorWindow::Content::fit_into_host() {
     last_room = room;
     // It has put a window that was too large into its middle.
     if (visible->is_corner_cut && fitting_scale < view.scale())
-        move_to_corner(frame.getNativeWindowHandle());
+        move_to_corner(connection, frame.getNativeWindowHandle());
 }
 
 // In a host's window the keyboard is taken while a text field is open or keys play, and given back.
@@ -445,9 +444,11 @@ void EditorWindow::Content::follow_keys() {
 void EditorWindow::Content::check_parent() {
     if (parent == 0 || ++idles % IDLES_PER_CHECK != 0)
         return;
-    is_dead = !window_exists(parent);
+    const XErrorTrap trap;
+    const XConnection connection;
+    is_dead = !window_exists(connection, parent);
     if (!is_dead)
-        fit_into_host();
+        fit_into_host(connection);
 }
 
 EditorWindow::EditorWindow(uintptr_t parent, EditorView& shown_view, const std::string& title) {
@@ -472,7 +473,7 @@ bool EditorWindow::is_open() const {
 
 bool EditorWindow::is_seen() const {
     const XErrorTrap trap;
-    return content->is_seen && find_visible_size(native_handle()).has_value();
+    return content->is_seen && find_visible_size(XConnection(), native_handle()).has_value();
 }
 
 bool EditorWindow::is_closed_by_user() const {
@@ -519,7 +520,7 @@ void EditorWindow::idle() {
     content->direct_paint.flush_whole();
     content->follow_focus();
     if (XErrorTrap::has_caught() && content->parent != 0)
-        content->is_dead = !window_exists(content->parent);
+        content->is_dead = !window_exists(XConnection(), content->parent);
 }
 
 int EditorWindow::width() const {

@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "editor/window/x_error_trap.h"
-
 namespace tarquil {
 
 namespace {
@@ -28,8 +26,7 @@ Window parent_of(Display* display, Window window) {
 
 } // namespace
 
-std::optional<VisibleSize> find_visible_size(uintptr_t window) {
-    const XConnection connection;
+std::optional<VisibleSize> find_visible_size(const XConnection& connection, uintptr_t window) {
     if (!connection.is_open())
         return std::nullopt;
     constexpr int MOST = std::numeric_limits<int>::max();
@@ -54,10 +51,8 @@ std::optional<VisibleSize> find_visible_size(uintptr_t window) {
     return visible.width == MOST ? std::nullopt : std::optional(visible);
 }
 
-void move_to_corner(uintptr_t window) {
-    const XConnection connection;
-    if (connection.is_open())
-        XMoveWindow(connection.display, Window(window), 0, 0);
+void move_to_corner(const XConnection& connection, uintptr_t window) {
+    XMoveWindow(connection.display, Window(window), 0, 0);
 }
 
 } // namespace tarquil

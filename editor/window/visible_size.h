@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "editor/window/x_error_trap.h"
+
 namespace tarquil {
 
 struct VisibleSize {
@@ -15,9 +17,9 @@ struct VisibleSize {
 
 // In pixels, as if the window were as large as could be, and its upper left corner seen; the
 // screen's edges do not count.  Nothing while it is not shown.  Under an XErrorTrap.
-std::optional<VisibleSize> find_visible_size(uintptr_t window);
+std::optional<VisibleSize> find_visible_size(const XConnection& connection, uintptr_t window);
 
 // Moves the window's upper left corner to that of the next one.  Under an XErrorTrap.
-void move_to_corner(uintptr_t window);
+void move_to_corner(const XConnection& connection, uintptr_t window);
 
 } // namespace tarquil

@@ -59,13 +59,10 @@ void focus_window(uintptr_t window) {
     XSync(connection.display, False);
 }
 
-bool window_exists(uintptr_t window) {
-    const XErrorTrap trap;
-    const XConnection connection;
-    if (connection.display == nullptr)
-        return false;
+bool window_exists(const XConnection& connection, uintptr_t window) {
     XWindowAttributes attributes;
-    return XGetWindowAttributes(connection.display, Window(window), &attributes) != 0;
+    return connection.is_open() &&
+           XGetWindowAttributes(connection.display, Window(window), &attributes) != 0;
 }
 
 } // namespace tarquil

@@ -44,7 +44,7 @@ class XConnection {
     _XDisplay* const display;
 };
 
-// Whether the window still exists.
-bool window_exists(uintptr_t window);
+// Whether the window still exists.  Under an XErrorTrap.
+bool window_exists(const XConnection& connection, uintptr_t window);
 
 } // namespace tarquil
