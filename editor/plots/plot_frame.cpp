@@ -11,6 +11,12 @@ namespace {
 constexpr double LOWEST_HZ = 20.0;
 constexpr double HIGHEST_HZ = 20000.0;
 
+// A place far beyond the plot for what no picture has, such as a notch's gain of -infinity dB.
+double drawable(double place, double from, double size) {
+    constexpr double REACH = 100.0;
+    return std::fmin(std::fmax(place, from - REACH * size), from + REACH * size);
+}
+
 } // namespace
 
 PlotFrame::PlotFrame(const Rect& plot_area, double left, double right, double bottom, double top,
@@ -21,11 +27,11 @@ PlotFrame::PlotFrame(const Rect& plot_area, double left, double right, double bo
 double PlotFrame::x(double value) const {
     const double part = is_logarithmic ? std::log(value / x_from) / std::log(x_to / x_from)
                                        : (value - x_from) / (x_to - x_from);
-    return area.x + part * area.w;
+    return drawable(area.x + part * area.w, area.x, area.w);
 }
 
 double PlotFrame::y(double value) const {
-    return area.bottom() - (value - y_from) / (y_to - y_from) * area.h;
+    return drawable(area.bottom() - (value - y_from) / (y_to - y_from) * area.h, area.y, area.h);
 }
 
 Point PlotFrame::point(double x_value, double y_value) const {
