@@ -4,16 +4,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "common/failure.h"
 
 namespace tarquil {
 
 float find_peak(const float* samples, uint64_t num_samples) {
-    float peak = 0.0F;
-    for (uint64_t i = 0; i < num_samples; i++)
-        peak = std::max(peak, std::fabs(samples[i]));
-    return peak;
+    // Several at a time, since each maximum waits for the one before.
+    constexpr uint64_t CHAINS = 8;
+    float peaks[CHAINS] = {};
+    uint64_t i = 0;
+    for (; i + CHAINS <= num_samples; i += CHAINS) {
+        for (uint64_t k = 0; k < CHAINS; k++)
+            peaks[k] = std::max(peaks[k], std::fabs(samples[i + k]));
+    }
+    for (; i < num_samples; i++)
+        peaks[0] = std::max(peaks[0], std::fabs(samples[i]));
+    return *std::max_element(std::begin(peaks), std::end(peaks));
 }
 
 LoudnessMeter::LoudnessMeter(int rate)

@@ -5,16 +5,13 @@
 #include <samplerate.h>
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <vector>
 
 #include "softsynth/rate/polyphase_stream.h"
+#include "tools/audio/frame_chunks.h"
 
 namespace tarquil {
-
-// Takes interleaved stereo frames.
-using FrameSink = std::function<void(const float* frames, uint64_t num_frames)>;
 
 // Upwards as a host hears it (softsynth/rate), downwards by libsamplerate at its best quality
 // (SRC_SINC_BEST_QUALITY), which keeps 97 % of the band; the same rate passes unchanged.

@@ -17,7 +17,6 @@ namespace tarquil {
 namespace {
 
 constexpr size_t FRAME_BYTES = 2 * sizeof(float);
-constexpr size_t CHUNK_FRAMES = 4096;
 
 [[noreturn]] void fail_spool() {
     throw Failure(STATUS_CANNOT, std::string("temporary file: ") + strerror(errno));
@@ -39,6 +38,9 @@ MainOutput::MainOutput(const OutputPlace& place, const AudioFormat& format, uint
                     else
                         write_file(frames, num_frames);
                 }),
+      chunks([this](const float* frames, uint64_t num_frames) {
+          converter.write(frames, num_frames);
+      }),
       target_dbfs(peak_dbfs) {
     if (target_dbfs)
         spool = open_spool_file();
@@ -50,6 +52,7 @@ MainOutput::~MainOutput() {
 }
 
 void MainOutput::finish() {
+    chunks.finish();
     converter.finish();
     if (spool >= 0)
         read_spool();
@@ -79,10 +82,11 @@ void MainOutput::write_spool(const float* frames, uint64_t num_frames) {
 void MainOutput::read_spool() {
     const float target = float(std::pow(10.0, *target_dbfs / 20.0));
     const float gain = spool_peak > 0.0F ? target / spool_peak : 1.0F;
-    std::vector<float> samples(2 * CHUNK_FRAMES);
+    std::vector<float> samples(2 * FrameChunks::CHUNK_FRAMES);
     off_t position = 0;
     for (;;) {
-        const ssize_t count = pread(spool, samples.data(), CHUNK_FRAMES * FRAME_BYTES, position);
+        const ssize_t count =
+            pread(spool, samples.data(), FrameChunks::CHUNK_FRAMES * FRAME_BYTES, position);
         if (count < 0)
             fail_spool();
         if (count == 0)

@@ -24,7 +24,7 @@ class MainOutput {
     MainOutput& operator=(const MainOutput&) = delete;
 
     // Interleaved stereo frames at SAMPLE_RATE.
-    void write(const float* frames, uint64_t num_frames) { converter.write(frames, num_frames); }
+    void write(const float* frames, uint64_t num_frames) { chunks.write(frames, num_frames); }
     void finish();
     void commit() { writer.commit(); }
 
@@ -40,6 +40,7 @@ class MainOutput {
     AudioWriter writer;
     LoudnessMeter meter;
     RateConverter converter;
+    FrameChunks chunks;
     std::optional<double> target_dbfs;
     int spool = -1; // interleaved floats; -1: no level was asked for
     float spool_peak = 0.0F;

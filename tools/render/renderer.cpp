@@ -29,9 +29,7 @@ void play(const RenderOptions& options, const Song& song, SongDriver& driver, Ma
     const float* last = blocks[1];
     uint32_t num_frames = 0; // of the last block
     const auto write_last = [&] {
-        // In pieces that are always the same: on them depends what Vorbis makes of the sound.
-        for (uint32_t done = 0; done < num_frames; done += DEFAULT_BLOCK)
-            output.write(last + size_t(2) * done, std::min(DEFAULT_BLOCK, num_frames - done));
+        output.write(last, num_frames);
         if (stems != nullptr && num_frames > 0)
             stems->write(num_frames);
     };

@@ -30,8 +30,10 @@ StemOutputs::Stem::Stem(unsigned stem_channel, const std::string& path, const Au
                         uint64_t max_frames)
     : channel(stem_channel),
       writer({.path = path}, format, converted_frames(max_frames, format.rate)),
-      converter(format.rate, [this](const float* frames, uint64_t num_frames) {
-          writer.write(frames, num_frames);
+      converter(format.rate, [this](const float* frames,
+                                    uint64_t num_frames) { writer.write(frames, num_frames); }),
+      chunks([this](const float* frames, uint64_t num_frames) {
+          converter.write(frames, num_frames);
       }) {}
 
 StemOutputs::StemOutputs(const EngineDriver& engine, std::string folder_path,
@@ -62,12 +64,13 @@ StemOutputs::~StemOutputs() {
 
 void StemOutputs::write(uint64_t num_frames) {
     for (const std::unique_ptr<Stem>& stem : stems)
-        stem->converter.write(driver.channel_sound(stem->channel).get_first_left_sample_ptr(),
-                              num_frames);
+        stem->chunks.write(driver.channel_sound(stem->channel).get_first_left_sample_ptr(),
+                           num_frames);
 }
 
 void StemOutputs::finish() {
     for (const std::unique_ptr<Stem>& stem : stems) {
+        stem->chunks.finish();
         stem->converter.finish();
         stem->writer.finish();
     }

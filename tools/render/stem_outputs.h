@@ -41,6 +41,7 @@ class StemOutputs {
         unsigned channel;
         AudioWriter writer;
         RateConverter converter;
+        FrameChunks chunks;
     };
 
     const EngineDriver& driver;
