@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "common/assertion.h"
+#include "softsynth/kernels/biquad_series.h"
 #include "softsynth/signal/fade_out.h"
 #include "softsynth/signal/finite.h"
 
@@ -38,7 +39,7 @@ void clear(Buses& buses, uint32_t size) {
 }
 
 MasterSection::MasterSection(const WaveformStore& waves) : delay_scratch(waves) {
-    aux_filter.init(FILTER_HIGHPASS, 1);
+    aux_filter.init(FILTER_HIGHPASS);
     compressor.reset();
     retrigger.reset();
 }
@@ -109,23 +110,29 @@ void MasterSection::render_aux_returns(const MasterSettings& settings, uint32_t 
         FadeOut::apply(sum.get_first_left_sample_ptr(), sum.get_buf_size(),
                        int32_t(time - echo_fade_start));
 
-    aux_filter.render(sum.get_first_left_sample_ptr(), sum.get_buf_size(), settings.aux_omega,
-                      BUTTERWORTH_Q, 0.0F);
+    aux_filter.set(settings.aux_omega, BUTTERWORTH_Q, 0.0F);
+    StereoFilter* const high_pass = &aux_filter;
+    StereoFilter::render({&high_pass, 1}, sum.get_first_left_sample_ptr(), sum.get_buf_size());
     buses[MAIN_BUS] += sum;
 }
 
 void MasterSection::render_global_filters(const MasterSettings& settings) {
-    StereoBuffer& bus = buses[MAIN_BUS];
+    static_assert(NUM_GLOBAL_FILTERS <= BiquadSeries::MAX_SECTIONS);
+    StereoFilter* used[NUM_GLOBAL_FILTERS];
+    size_t num_used = 0;
     for (unsigned i = 0; i < NUM_GLOBAL_FILTERS; i++) {
         StereoFilter& filter = global_filters[i];
         const MasterSettings::Equaliser& equaliser = settings.filters[i];
         if (equaliser.type != filter.get_type())
-            filter.init(equaliser.type, 1);
+            filter.init(equaliser.type);
         if (equaliser.type == FILTER_NONE)
             continue;
-        filter.render(bus.get_first_left_sample_ptr(), bus.get_buf_size(), equaliser.omega,
-                      equaliser.resonance, equaliser.gain);
+        filter.set(equaliser.omega, equaliser.resonance, equaliser.gain);
+        used[num_used++] = &filter;
     }
+    StereoBuffer& bus = buses[MAIN_BUS];
+    if (num_used > 0)
+        StereoFilter::render({used, num_used}, bus.get_first_left_sample_ptr(), bus.get_buf_size());
 }
 
 void MasterSection::render_retrigger(const MasterSettings::Retrigger& settings, uint32_t time) {

@@ -185,6 +185,20 @@ void Filter::render_chunk(float* buf, uint32_t n_samples) {
     clear_if_not_finite();
 }
 
+void Filter::render_series(std::span<Filter* const> filters, float* buf, uint32_t n_samples) {
+    if (filters.empty())
+        return;
+    BiquadSeries series = {{}, {}, uint32_t(filters.size()), 1};
+    for (uint32_t i = 0; i < series.count; i++) {
+        TARQ_ASSERT(filters[i]->depth == 1);
+        series.coefficients[i] = filters[i];
+        series.memory[i] = filters[i]->state;
+    }
+    kernels().biquad_series(series, buf, n_samples);
+    for (Filter* filter : filters)
+        filter->clear_if_not_finite();
+}
+
 void Filter::clear_if_not_finite() {
     for (unsigned k = 0; k < depth; k++) {
         if (!std::isfinite(state[k].z1) || !std::isfinite(state[k].z2)) {

@@ -17,6 +17,7 @@
 #include <complex>
 #include <cstdint>
 #include <limits>
+#include <span>
 
 #include "common/assertion.h"
 #include "softsynth/kernels/biquad_lanes.h"
@@ -69,6 +70,10 @@ class Filter : BiquadCoefficients {
 
     // Runs the sections in place over n samples, a multiple of 4.
     void render_chunk(float* buf, uint32_t n_samples);
+
+    // The same for up to BiquadSeries::MAX_SECTIONS filters of one section each, one behind the
+    // other.
+    static void render_series(std::span<Filter* const> filters, float* buf, uint32_t n_samples);
 
     // Waveshaper and sections in place over buf_size samples (a multiple of 4), with cutoff
     // (octaves above 20 Hz) and resonance per sample; they are read at multiples of 32 only, and

@@ -1,8 +1,9 @@
-// The biquad cascade on interleaved stereo, for the master section.
+// The second-order section on interleaved stereo, for the master section.
 
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "softsynth/filters/filter.h"
 
@@ -11,21 +12,25 @@ namespace tarquil {
 // Formulas, units and stable range are those of Filter, whose own state is not used.
 class StereoFilter : public Filter {
   public:
-    // As Filter::init without waveshaper and key follow; clears the stereo state.
-    void init(FilterType new_type, int new_depth);
+    // Clears the stereo state.
+    void init(FilterType new_type);
 
-    // Filters n frames, interleaved left/right, in place.  `omega` in radians per sample, `gain` as
-    // for set_dbgain_normalized.
-    void render(float* buf, uint32_t n, float omega, float q, float gain);
+    // `omega` in radians per sample, `gain` as for set_dbgain_normalized.
+    void set(float omega, float q, float gain);
+
+    // Filters n frames, interleaved left/right, in place, by up to BiquadSeries::MAX_SECTIONS
+    // filters of a type, one behind the other.
+    static void render(std::span<StereoFilter* const> filters, float* buf, uint32_t n);
 
   private:
-    // Runs the sections over n frames.
-    void run(float* buf, uint32_t n);
+    static constexpr int CHANNELS = 2;
+
+    static void run(std::span<StereoFilter* const> filters, float* buf, uint32_t n);
+    void clear();
     // True when a frame of silence gives silence and changes no state.
     bool is_at_rest();
 
-    State left[MAX_DEPTH];
-    State right[MAX_DEPTH];
+    State sides[CHANNELS];
 };
 
 } // namespace tarquil

@@ -9,6 +9,7 @@
 
 #include "softsynth/kernels/best_match.h"
 #include "softsynth/kernels/biquad_lanes.h"
+#include "softsynth/kernels/biquad_series.h"
 #include "softsynth/kernels/crossover.h"
 #include "softsynth/kernels/harmonic_tables.h"
 #include "softsynth/kernels/ladder_lanes.h"

@@ -2,6 +2,7 @@
 
 #include "softsynth/voices/channel_chain.h"
 
+#include "softsynth/kernels/biquad_series.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
@@ -63,6 +64,9 @@ void ChannelChain::render(const ChainSettings& settings, bool is_still, StereoEf
 }
 
 void ChannelChain::render_filters(const ChainSettings& settings, MonoBuffer& signal) {
+    static_assert(NUM_CHANNEL_FILTERS <= BiquadSeries::MAX_SECTIONS);
+    Filter* used[NUM_CHANNEL_FILTERS];
+    size_t num_used = 0;
     for (unsigned i = 0; i < NUM_CHANNEL_FILTERS; i++) {
         Filter& filter = filters[i];
         const ChainSettings::Equaliser& equaliser = settings.filters[i];
@@ -74,8 +78,9 @@ void ChannelChain::render_filters(const ChainSettings& settings, MonoBuffer& sig
         filter.set_resonance(equaliser.resonance);
         filter.set_dbgain_normalized(equaliser.gain);
         filter.update();
-        filter.render_chunk(signal.get_first_sample_ptr(), signal.get_buf_size());
+        used[num_used++] = &filter;
     }
+    Filter::render_series({used, num_used}, signal.get_first_sample_ptr(), signal.get_buf_size());
 }
 
 } // namespace tarquil

@@ -16,15 +16,8 @@ namespace {
 
 constexpr unsigned PHASES = 4;
 
-// Samples that fit the registers of an instruction set.
-#if defined(__AVX512F__)
-constexpr unsigned WIDEST = 32;
-#else
+// Samples that fit the registers.
 constexpr unsigned WIDEST = 16;
-#endif
-
-// As many for few copies, where the samples' way into the registers and back counts.
-constexpr unsigned FEW = 16;
 
 // Below this many copies a run, walking by runs costs more than the cache saves.
 constexpr uint32_t SHORT_RUN = 8;
@@ -143,9 +136,7 @@ void oscillator_copies(const OscillatorCopies& copies, float* samples, const flo
     if (copies.count <= 1)
         render_single(copies, samples, pitches, size);
     else if (copies.table_shift != WAVE_SHIFT)
-        render<FEW, 0>(copies, 0, copies.count, samples, pitches, size);
-    else if (copies.count < SHORT_RUN)
-        render<FEW, WAVE_SHIFT>(copies, 0, copies.count, samples, pitches, size);
+        render<WIDEST, 0>(copies, 0, copies.count, samples, pitches, size);
     else if (copies.runs > 1 && copies.count >= SHORT_RUN * copies.runs)
         render_runs<WAVE_SHIFT>(copies, samples, pitches, size);
     else

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <functional>
 #include <memory>
@@ -45,11 +46,15 @@ Process make_delay() {
 }
 
 Process make_filter() {
-    const auto filter = std::make_shared<StereoFilter>();
-    filter->init(FILTER_HIGHPASS, 2);
-    return [filter](StereoBuffer& in, StereoBuffer& out) {
+    const auto filters = std::make_shared<std::array<StereoFilter, 2>>();
+    for (StereoFilter& filter : *filters) {
+        filter.init(FILTER_HIGHPASS);
+        filter.set(0.3F, 0.7F, 0.0F);
+    }
+    return [filters](StereoBuffer& in, StereoBuffer& out) {
         Buffer::copy(in, out);
-        filter->render(out.get_first_left_sample_ptr(), out.get_buf_size(), 0.3F, 0.7F, 0.0F);
+        StereoFilter* const series[] = {&(*filters)[0], &(*filters)[1]};
+        StereoFilter::render(series, out.get_first_left_sample_ptr(), out.get_buf_size());
     };
 }
 

@@ -152,6 +152,35 @@ TEST(EveryKernel, ReverbLines) {
     }
 }
 
+TEST(EveryKernel, SectionsInSeries) {
+    constexpr uint32_t MOST = BiquadSeries::MAX_SECTIONS;
+    const BiquadCoefficients equalisers[MOST] = {
+        {0.9F, -1.7F, 0.8F, -1.7F, 0.72F, {}}, {1.1F, -1.2F, 0.5F, -1.1F, 0.6F, {}},
+        {0.2F, 0.1F, -0.2F, 0.3F, 0.4F, {}},   {1.0F, 1.9F, 0.97F, 1.8F, 0.9F, {}},
+        {0.7F, -0.5F, 0.1F, -0.4F, 0.1F, {}},  {1.3F, -2.3F, 1.1F, -1.9F, 0.95F, {}}};
+    for (uint32_t count = 1; count <= MOST; count++) {
+        for (const uint32_t channels : {1U, 2U}) {
+            for (const uint32_t frames : {1U, 3U, 64U}) {
+                expect_scalar_bits([&](const Kernels& kernels) {
+                    std::vector<float> samples = test_signal(channels * frames, count);
+                    BiquadState memory[MOST][2] = {{{0.1F, -0.0F}, {0x1p-140F, 0.2F}}};
+                    BiquadSeries series = {{}, {}, count, channels};
+                    for (uint32_t k = 0; k < count; k++) {
+                        series.coefficients[k] = &equalisers[k];
+                        series.memory[k] = memory[k];
+                    }
+                    kernels.biquad_series(series, samples.data(), frames);
+                    for (const auto& section : memory) {
+                        for (const BiquadState& state : section)
+                            samples.insert(samples.end(), {state.z1, state.z2});
+                    }
+                    return samples;
+                });
+            }
+        }
+    }
+}
+
 TEST(EveryKernel, Crossovers) {
     for (int stages = 0; stages <= Crossover::MAX_STAGES; stages++) {
         for (const uint32_t frames : {1U, 4U, 63U, 256U}) {
