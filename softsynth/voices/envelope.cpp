@@ -119,7 +119,8 @@ void env_move_clock_back(Envelope* env, uint32_t frames) {
 
 void env_render(Envelope* env, float* buf, uint32_t start_time, uint32_t end_time) {
     TARQ_ASSERT(env->attack_start_time < end_time);
-    render_held(env, buf, start_time, end_time);
+    if (env->release_start_time >= start_time) // else the release has all of it
+        render_held(env, buf, start_time, end_time);
     apply_release(env, buf, start_time, end_time);
     apply_cut(env, buf, start_time, end_time);
 }
