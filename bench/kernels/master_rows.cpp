@@ -25,14 +25,14 @@ void fill_bus() {
 
 KernelRow crossover_row() {
     const auto split = std::make_shared<SplittingStereoFilter>();
-    split->init(Crossover::MAX_STAGES);
+    split->set(0.1F, 0.25F);
     return {"crossover of 4 sections, frame", KernelRow::CYCLES, BLOCK, [split] {
                 static StereoBuffer low;
                 low.init(BLOCK);
                 fill_bus();
-                Buffer::copy(noise, low);
-                split->render(low.get_first_left_sample_ptr(), bus.get_first_left_sample_ptr(),
-                              BLOCK, 0.1F, 0.25F);
+                float* const lows[] = {low.get_first_left_sample_ptr()};
+                SplittingStereoFilter::render({split.get(), 1}, lows,
+                                              bus.get_first_left_sample_ptr(), BLOCK);
             }};
 }
 

@@ -12,7 +12,6 @@ namespace tarquil {
 
 namespace {
 
-constexpr int SPLIT_STAGES = 4;
 constexpr float SPLIT_RESONANCE = 0.25F;
 
 } // namespace
@@ -21,7 +20,7 @@ void MultiCompressor::reset() {
     for (StereoCompressor& compressor : compressors)
         compressor.reset();
     for (SplittingStereoFilter& split : splits)
-        split.init(SPLIT_STAGES);
+        split.clear_history();
     was_at_rest = silence_kept = false;
 }
 
@@ -41,18 +40,16 @@ void MultiCompressor::process(StereoBuffer& buf, const float* crossover_hz, cons
     const bool silent = all_zero(buf.get_first_left_sample_ptr(), 2 * frames);
     if (silent && silence_kept && same_settings)
         return;
+    float* lows[MC_N_BANDS - 1];
     for (unsigned b = 0; b < MC_N_BANDS - 1; b++) {
         low[b].init(frames);
-        Buffer::copy(buf, low[b]);
-        splits[b].render(low[b].get_first_left_sample_ptr(), buf.get_first_left_sample_ptr(),
-                         frames, crossover_hz[b] * RADIANS_PER_HZ, SPLIT_RESONANCE);
+        lows[b] = low[b].get_first_left_sample_ptr();
+        splits[b].set(crossover_hz[b] * RADIANS_PER_HZ, SPLIT_RESONANCE);
     }
+    float* out = buf.get_first_left_sample_ptr();
+    SplittingStereoFilter::render(splits, lows, out, frames);
     StereoCompressor::process(compressors, bands, settings, MC_N_BANDS, levels);
 
-    const float* lows[MC_N_BANDS - 1];
-    for (unsigned b = 0; b < MC_N_BANDS - 1; b++)
-        lows[b] = low[b].get_first_left_sample_ptr();
-    float* out = buf.get_first_left_sample_ptr();
     for (uint32_t i = 0; i < 2 * frames; i++) {
         float sum = 0.0F; // which turns -0 into 0
         for (const float* samples : lows)

@@ -3,27 +3,30 @@
 #include "softsynth/filters/splitting_stereo_filter.h"
 
 #include <algorithm>
-#include <iterator>
 
+#include "common/assertion.h"
 #include "softsynth/kernels/kernels.h"
 #include "softsynth/signal/finite.h"
 
 namespace tarquil {
 
-void SplittingStereoFilter::init(int stages) {
-    low_pass.init(FILTER_LOWPASS, 0, stages, 0.0F);
-    high_pass.init(FILTER_HIGHPASS, 0, stages, 0.0F);
-    crossover.num_stages = stages;
-    clear_history();
+namespace {
+
+constexpr uint32_t NUM_STATES = uint32_t(Crossover::STAGES * Crossover::SIGNALS);
+
+} // namespace
+
+SplittingStereoFilter::SplittingStereoFilter() {
+    low_pass.init(FILTER_LOWPASS, 0, Crossover::STAGES, 0.0F);
+    high_pass.init(FILTER_HIGHPASS, 0, Crossover::STAGES, 0.0F);
 }
 
 void SplittingStereoFilter::clear_history() {
-    for (Crossover::Section& section : crossover.sections)
-        section = {};
+    std::fill_n(crossover.z1[0], NUM_STATES, 0.0F);
+    std::fill_n(crossover.z2[0], NUM_STATES, 0.0F);
 }
 
-void SplittingStereoFilter::render(float* low_out, float* in_out, uint32_t frames, float omega,
-                                   float resonance) {
+void SplittingStereoFilter::set(float omega, float resonance) {
     for (Filter* filter : {&low_pass, &high_pass}) {
         filter->set_linear_cutoff(omega);
         filter->set_resonance(resonance);
@@ -38,22 +41,26 @@ void SplittingStereoFilter::render(float* low_out, float* in_out, uint32_t frame
     }
     crossover.a1 = low_pass.a1;
     crossover.a2 = low_pass.a2;
-    kernels().split_bands(crossover, low_out, in_out, frames);
-    for (const Crossover::Section& section : crossover.sections) {
-        if (!all_finite(section.z1, Crossover::SIGNALS) ||
-            !all_finite(section.z2, Crossover::SIGNALS)) {
-            clear_history();
-            return;
-        }
+}
+
+void SplittingStereoFilter::render(std::span<SplittingStereoFilter> crossovers, float* const* low,
+                                   float* high, uint32_t frames) {
+    TARQ_ASSERT(!crossovers.empty() && crossovers.size() <= BandSplit::MAX_CROSSOVERS);
+    BandSplit split = {{}, {}, high, uint32_t(crossovers.size())};
+    for (uint32_t b = 0; b < split.count; b++) {
+        split.crossovers[b] = &crossovers[b].crossover;
+        split.low[b] = low[b];
+    }
+    kernels().split_bands(split, frames);
+    for (SplittingStereoFilter& filter : crossovers) {
+        if (!all_finite(filter.crossover.z1[0], NUM_STATES) ||
+            !all_finite(filter.crossover.z2[0], NUM_STATES))
+            filter.clear_history();
     }
 }
 
 bool SplittingStereoFilter::is_empty() const {
-    return std::all_of(std::begin(crossover.sections), std::end(crossover.sections),
-                       [](const Crossover::Section& section) {
-                           return all_zero(section.z1, Crossover::SIGNALS) &&
-                                  all_zero(section.z2, Crossover::SIGNALS);
-                       });
+    return all_zero(crossover.z1[0], NUM_STATES) && all_zero(crossover.z2[0], NUM_STATES);
 }
 
 } // namespace tarquil

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "softsynth/filters/filter.h"
 #include "softsynth/kernels/crossover.h"
@@ -15,20 +16,22 @@ namespace tarquil {
 
 class SplittingStereoFilter {
   public:
-    // `stages` sections per band, 0 to 4; clears the history.
-    void init(int stages);
+    SplittingStereoFilter();
 
-    // Both buffers hold the same `frames` interleaved stereo frames and end as the band below
-    // (`low_out`) and above (`in_out`) the crossover.  `omega` in radians per sample, `resonance`
-    // the Q of the whole cascade.
-    void render(float* low_out, float* in_out, uint32_t frames, float omega, float resonance);
+    void clear_history();
+
+    // `omega` in radians per sample, `resonance` the Q of the whole cascade.
+    void set(float omega, float resonance);
+
+    // Splits `frames` interleaved stereo frames in `high`, up to BandSplit::MAX_CROSSOVERS times:
+    // what lies below crossover b goes into low[b], what lies above all of them stays.
+    static void render(std::span<SplittingStereoFilter> crossovers, float* const* low, float* high,
+                       uint32_t frames);
 
     // True when the history is 0 throughout.
     [[nodiscard]] bool is_empty() const;
 
   private:
-    void clear_history();
-
     // settings
     Filter low_pass;
     Filter high_pass;

@@ -1,4 +1,4 @@
-// A crossover's sections as its kernel sees them.
+// Crossovers in cascade as their kernel sees them.
 
 #pragma once
 
@@ -8,25 +8,31 @@ namespace tarquil {
 
 // A cascade of equal sections in transposed direct form II (filter.h) on four signals side by side:
 // low left, low right, high left, high right.  Numerators are symmetric (b2 = b0), the denominator
-// is common.  The kernel filters the interleaved stereo frames of `low` and `high` in place.
+// is common.
 struct Crossover {
     static constexpr int SIGNALS = 4;
-    static constexpr int MAX_STAGES = 4;
-
-    struct Section {
-        alignas(16) float z1[SIGNALS] = {};
-        alignas(16) float z2[SIGNALS] = {};
-    };
+    static constexpr int STAGES = 4;
 
     // coefficients
     float b0[SIGNALS] = {};
     float b1[SIGNALS] = {};
     float a1 = 0.0F;
     float a2 = 0.0F;
-    int num_stages = 0; // 0..MAX_STAGES
 
     // memory
-    Section sections[MAX_STAGES];
+    float z1[STAGES][SIGNALS] = {};
+    float z2[STAGES][SIGNALS] = {};
+};
+
+// The kernel splits interleaved stereo frames: crossover b writes what lies below it into low[b],
+// and what lies above it goes into the next one, or with the last one into `high`.
+struct BandSplit {
+    static constexpr uint32_t MAX_CROSSOVERS = 3;
+
+    Crossover* crossovers[MAX_CROSSOVERS];
+    float* low[MAX_CROSSOVERS];
+    float* high;    // what is split, in place
+    uint32_t count; // of crossovers, at least 1
 };
 
 } // namespace tarquil

@@ -10,6 +10,10 @@
 
 #include <cstdint>
 
+#if defined(__AVX512F__)
+#include <immintrin.h>
+#endif
+
 namespace tarquil {
 
 #ifndef KERNEL_NAMESPACE
@@ -96,10 +100,16 @@ inline Lanes<4> load_halves(const float* first, const float* second) {
     const Halves halves = {lower, upper};
     return {reinterpret_cast<Lanes<4>::Vector>(halves)};
 }
-inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
-    __builtin_memcpy(first, &lanes.v, 2 * sizeof(float));
-    __builtin_memcpy(second, reinterpret_cast<const char*>(&lanes.v) + 2 * sizeof(float),
+inline void store_lower(const Lanes<4>& lanes, float* to) {
+    __builtin_memcpy(to, &lanes.v, 2 * sizeof(float));
+}
+inline void store_upper(const Lanes<4>& lanes, float* to) {
+    __builtin_memcpy(to, reinterpret_cast<const char*>(&lanes.v) + 2 * sizeof(float),
                      2 * sizeof(float));
+}
+// Lanes 2 and 3, and again.
+inline Lanes<4> upper_twice(const Lanes<4>& a) {
+    return {__builtin_shufflevector(a.v, a.v, 2, 3, 2, 3)};
 }
 
 // Lane j of vector i becomes lane i of vector j.
@@ -201,11 +211,16 @@ inline Lanes<4> odds(const Lanes<4>& a, const Lanes<4>& b) {
 inline Lanes<4> load_halves(const float* first, const float* second) {
     return {{first[0], first[1], second[0], second[1]}};
 }
-inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
-    for (int i = 0; i < 2; i++) {
-        first[i] = lanes.v[i];
-        second[i] = lanes.v[2 + i];
-    }
+inline void store_lower(const Lanes<4>& lanes, float* to) {
+    for (int i = 0; i < 2; i++)
+        to[i] = lanes.v[i];
+}
+inline void store_upper(const Lanes<4>& lanes, float* to) {
+    for (int i = 0; i < 2; i++)
+        to[i] = lanes.v[2 + i];
+}
+inline Lanes<4> upper_twice(const Lanes<4>& a) {
+    return {{a.v[2], a.v[3], a.v[2], a.v[3]}};
 }
 inline void transpose(Lanes<4> (&rows)[4]) {
     for (int i = 0; i < 4; i++) {
@@ -217,6 +232,43 @@ inline void transpose(Lanes<4> (&rows)[4]) {
     }
 }
 
+#endif
+
+inline void store_halves(const Lanes<4>& lanes, float* first, float* second) {
+    store_lower(lanes, first);
+    store_upper(lanes, second);
+}
+
+// The first four lanes; a vector with others in their place; the last four before the others.
+#if defined(__AVX512F__) && !defined(TARQUIL_PLAIN_LANES)
+inline Lanes<4> first(const Lanes<16>& a) {
+    return {__builtin_shufflevector(a.v, a.v, 0, 1, 2, 3)};
+}
+inline Lanes<16> with_first(const Lanes<16>& a, const Lanes<4>& lanes) {
+    return {_mm512_mask_broadcast_f32x4(a.v, 0xF, lanes.v)};
+}
+inline Lanes<16> rotated(const Lanes<16>& a) {
+    return {
+        __builtin_shufflevector(a.v, a.v, 12, 13, 14, 15, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11)};
+}
+#else
+template <int W> inline Lanes<4> first(const Lanes<W>& a) {
+    Lanes<4> lanes = {};
+    for (int i = 0; i < 4; i++)
+        lanes.v[i] = a.v[i];
+    return lanes;
+}
+template <int W> inline Lanes<W> with_first(Lanes<W> a, const Lanes<4>& lanes) {
+    for (int i = 0; i < 4; i++)
+        a.v[i] = lanes.v[i];
+    return a;
+}
+template <int W> inline Lanes<W> rotated(const Lanes<W>& a) {
+    Lanes<W> lanes = {};
+    for (int i = 0; i < W; i++)
+        lanes.v[i] = a.v[(i + W - 4) % W];
+    return lanes;
+}
 #endif
 
 // std::max and std::min, lane by lane: the first where neither is larger.

@@ -182,25 +182,36 @@ TEST(EveryKernel, SectionsInSeries) {
 }
 
 TEST(EveryKernel, Crossovers) {
-    for (int stages = 0; stages <= Crossover::MAX_STAGES; stages++) {
-        for (const uint32_t frames : {1U, 4U, 63U, 256U}) {
+    constexpr uint32_t MOST = BandSplit::MAX_CROSSOVERS;
+    for (uint32_t count = 1; count <= MOST; count++) {
+        for (const uint32_t frames : {1U, 4U, 11U, 12U, 63U, 256U}) {
             expect_scalar_bits([&](const Kernels& kernels) {
-                std::vector<float> low = test_signal(2 * frames, 1);
-                const std::vector<float> high = test_signal(2 * frames, 2);
-                low.insert(low.end(), high.begin(), high.end());
-                Crossover crossover = {{0.01F, 0.01F, 0.9F, 0.9F},
-                                       {0.02F, 0.02F, -1.8F, -1.8F},
-                                       -1.8F,
-                                       0.82F,
-                                       stages,
-                                       {}};
-                crossover.sections[0].z1[2] = -0.0F;
-                crossover.sections[3].z2[1] = 0x1p-140F;
-                kernels.split_bands(crossover, low.data(), low.data() + 2 * frames, frames);
-                const auto* memory = crossover.sections[0].z1;
-                // NOLINTNEXTLINE(bugprone-sizeof-expression): the sections are nothing but floats
-                low.insert(low.end(), memory, memory + sizeof crossover.sections / (sizeof(float)));
-                return low;
+                Crossover crossovers[MOST];
+                std::vector<float> lows[MOST];
+                std::vector<float> high = test_signal(2 * frames, 2);
+                BandSplit split = {{}, {}, high.data(), count};
+                for (uint32_t b = 0; b < MOST; b++) {
+                    const float low = 0.01F * float(b + 1);
+                    crossovers[b] = {{low, low, 0.9F, 0.9F},
+                                     {2.0F * low, 2.0F * low, -1.8F, -1.8F},
+                                     -1.8F,
+                                     0.82F,
+                                     {{0.0F, 0.0F, -0.0F, 0.1F}, {}, {0.2F}},
+                                     {{}, {}, {}, {0.0F, 0x1p-140F, -0.3F}}};
+                    lows[b].resize(size_t(2) * frames);
+                    split.crossovers[b] = &crossovers[b];
+                    split.low[b] = lows[b].data();
+                }
+                kernels.split_bands(split, frames);
+                std::vector<float> result = high;
+                for (uint32_t b = 0; b < MOST; b++) {
+                    result.insert(result.end(), lows[b].begin(), lows[b].end());
+                    for (const auto* memory : {&crossovers[b].z1, &crossovers[b].z2}) {
+                        for (const auto& stage : *memory)
+                            result.insert(result.end(), std::begin(stage), std::end(stage));
+                    }
+                }
+                return result;
             });
         }
     }
