@@ -29,8 +29,8 @@ uint64_t converted_frames(uint64_t num_frames, int rate) {
 }
 
 MainOutput::MainOutput(const OutputPlace& place, const AudioFormat& format, uint64_t max_frames,
-                       std::optional<double> peak_dbfs)
-    : writer(place, format, converted_frames(max_frames, format.rate)), meter(format.rate),
+                       std::optional<double> peak_dbfs, bool is_measured)
+    : writer(place, format, converted_frames(max_frames, format.rate)),
       converter(format.rate,
                 [this](const float* frames, uint64_t num_frames) {
                     if (spool >= 0)
@@ -42,6 +42,8 @@ MainOutput::MainOutput(const OutputPlace& place, const AudioFormat& format, uint
           converter.write(frames, num_frames);
       }),
       target_dbfs(peak_dbfs) {
+    if (is_measured)
+        meter.emplace(format.rate);
     if (target_dbfs)
         spool = open_spool_file();
 }
@@ -61,7 +63,8 @@ void MainOutput::finish() {
 
 void MainOutput::write_file(const float* frames, uint64_t num_frames) {
     writer.write(frames, num_frames);
-    meter.add(frames, num_frames);
+    if (meter)
+        meter->add(frames, num_frames);
     num_frames_written += num_frames;
 }
 

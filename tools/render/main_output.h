@@ -16,9 +16,10 @@ namespace tarquil {
 class MainOutput {
   public:
     // `max_frames` at SAMPLE_RATE.  The peak becomes `peak_dbfs` when that is given, which needs
-    // the whole sound: until then it lies in a temporary file.
+    // the whole sound: until then it lies in a temporary file.  Measured only on demand, which
+    // takes some time.
     MainOutput(const OutputPlace& place, const AudioFormat& format, uint64_t max_frames,
-               std::optional<double> peak_dbfs);
+               std::optional<double> peak_dbfs, bool is_measured);
     ~MainOutput();
     MainOutput(const MainOutput&) = delete;
     MainOutput& operator=(const MainOutput&) = delete;
@@ -30,7 +31,8 @@ class MainOutput {
 
     // Of the file, after finish.
     [[nodiscard]] uint64_t get_num_frames() const { return num_frames_written; }
-    [[nodiscard]] const LoudnessMeter& get_meter() const { return meter; }
+    // Null: not measured.
+    [[nodiscard]] const LoudnessMeter* get_meter() const { return meter ? &*meter : nullptr; }
 
   private:
     void write_file(const float* frames, uint64_t num_frames);
@@ -38,7 +40,7 @@ class MainOutput {
     void read_spool();
 
     AudioWriter writer;
-    LoudnessMeter meter;
+    std::optional<LoudnessMeter> meter;
     RateConverter converter;
     FrameChunks chunks;
     std::optional<double> target_dbfs;

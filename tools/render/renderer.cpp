@@ -52,7 +52,7 @@ RenderResult render_song(const RenderOptions& options, const Song& song, const O
     const AudioFormat format = choose_audio_format(options.audio);
     const uint32_t max_frames = Tail(song.end_time, options.tail).get_end();
     MainOutput output({.path = options.audio.path, .standard_output = options.standard_output},
-                      format, max_frames, options.normalize_dbfs);
+                      format, max_frames, options.normalize_dbfs, !options.quiet || options.json);
     std::unique_ptr<SongDriver> driver;
     EngineDriver* general_midi = nullptr;
     std::unique_ptr<StemOutputs> stems;
@@ -80,10 +80,11 @@ RenderResult render_song(const RenderOptions& options, const Song& song, const O
     if (stems)
         stems->commit();
 
-    RenderResult result{.format = format,
-                        .num_frames = output.get_num_frames(),
-                        .peak_dbfs = output.get_meter().peak_dbfs(),
-                        .loudness_lufs = output.get_meter().loudness_lufs()};
+    RenderResult result{.format = format, .num_frames = output.get_num_frames()};
+    if (const LoudnessMeter* meter = output.get_meter()) {
+        result.peak_dbfs = meter->peak_dbfs();
+        result.loudness_lufs = meter->loudness_lufs();
+    }
     if (general_midi != nullptr) {
         result.report = general_midi->general_midi().report();
         result.most_voices = general_midi->general_midi().get_most_voices();

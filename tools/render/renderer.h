@@ -16,9 +16,9 @@ namespace tarquil {
 
 struct RenderResult {
     AudioFormat format;
-    uint64_t num_frames = 0; // at the file's rate
-    std::optional<double> peak_dbfs;
-    std::optional<double> loudness_lufs;
+    uint64_t num_frames = 0;                        // at the file's rate
+    std::optional<double> peak_dbfs = std::nullopt; // when measured
+    std::optional<double> loudness_lufs = std::nullopt;
     double times_real_time = 0.0;
     std::optional<GmReport> report = std::nullopt; // of the General MIDI dialect
     unsigned most_voices = 0;                      // of one of its engines
