@@ -111,22 +111,22 @@ void render_single(const OscillatorCopies& copies, float* samples, const float* 
                    uint32_t size) {
     const float* table = copies.table[0];
     const uint32_t shift = copies.table_shift;
-    uint32_t start = copies.phase[0];
+    uint32_t phase = copies.phase[0];
     for (uint32_t t = 0; t < size; t += CONTROL_PERIOD) {
-        const uint32_t end = size - t < CONTROL_PERIOD ? size : t + CONTROL_PERIOD;
+        const uint32_t length = size - t < CONTROL_PERIOD ? size - t : CONTROL_PERIOD;
         const uint32_t increment = phase_increment(pitches[t], copies.increment_scale[0]);
-        uint32_t i = t;
-        for (; end - i >= PHASES; i += PHASES) {
+        const float* const end = samples + length;
+        for (; end - samples >= int(PHASES); samples += PHASES) {
             for (unsigned k = 0; k < PHASES; k++)
-                samples[i + k] = table[(start + k * increment) >> shift];
-            start += PHASES * increment;
+                samples[k] = table[(phase + k * increment) >> shift];
+            phase += PHASES * increment;
         }
-        for (; i < end; i++) {
-            samples[i] = table[start >> shift];
-            start += increment;
+        for (; samples < end; samples++) {
+            *samples = table[phase >> shift];
+            phase += increment;
         }
     }
-    copies.phase[0] = start;
+    copies.phase[0] = phase;
 }
 
 } // namespace
