@@ -6,6 +6,7 @@
 
 #include "common/assertion.h"
 #include "softsynth/parameters/constants.h"
+#include "softsynth/signal/slope.h"
 
 namespace tarquil {
 
@@ -27,19 +28,16 @@ void render_held(const Envelope* env, float* buf, uint32_t start, uint32_t end) 
     // its last one is the target.
     if (t < attack_end) {
         const float slope = env->master_level / float(env->attack_time);
-        float value = float(t - env->attack_start_time) * slope;
-        for (; t < attack_end; t++) {
-            value += slope;
-            *buf++ = value;
-        }
+        render_slope(buf, attack_end - t, float(t - env->attack_start_time) * slope + slope, slope);
+        buf += attack_end - t;
+        t = attack_end;
     }
     if (t < decay_end) {
         const float step = (env->master_level - env->sustain_level) / float(env->decay_time);
-        float value = env->master_level - float(t - attack_end) * step;
-        for (; t < decay_end; t++) {
-            value -= step;
-            *buf++ = value;
-        }
+        const float value = env->master_level - float(t - attack_end) * step;
+        render_slope(buf, decay_end - t, value - step, -step);
+        buf += decay_end - t;
+        t = decay_end;
     }
     std::fill_n(buf, end - t, env->sustain_level);
 }
@@ -54,10 +52,10 @@ void apply_release(Envelope* env, float* buf, uint32_t start, uint32_t end) {
     const uint32_t release_end = std::min(release_start + env->release_time, end);
     // The release writes before it steps: its first sample is the captured level.
     const float step = env->release_level / float(env->release_time);
-    float value = env->release_level - float(t - release_start) * step;
-    for (; t < release_end; t++) {
-        buf[t - start] = value;
-        value -= step;
+    if (t < release_end) {
+        render_slope(buf + (t - start), release_end - t,
+                     env->release_level - float(t - release_start) * step, -step);
+        t = release_end;
     }
     std::fill(buf + (t - start), buf + (end - start), 0.0F);
 }
