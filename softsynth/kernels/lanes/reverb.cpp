@@ -5,7 +5,7 @@
 // combs in lanes.
 
 #include "softsynth/kernels/kernel_functions.h"
-#include "softsynth/kernels/lanes/lanes.h"
+#include "softsynth/kernels/lanes/columns.h"
 
 namespace tarquil {
 
@@ -26,21 +26,23 @@ class Oldest {
         before_end = line->size - line->position;
         if (count <= before_end)
             return line->samples + line->position;
-        for (uint32_t i = 0; i < count; i++)
-            copy[i] = *place(i);
+        move(copy, line->samples + line->position, before_end);
+        move(copy + before_end, line->samples, count - before_end);
         return copy;
     }
 
     // What is in the row becomes the newest.
     void give_back() {
-        for (uint32_t i = 0; count > before_end && i < count; i++)
-            *place(i) = copy[i];
+        if (count > before_end) {
+            move(line->samples + line->position, copy, before_end);
+            move(line->samples, copy + before_end, count - before_end);
+        }
         line->position = count < before_end ? line->position + count : count - before_end;
     }
 
   private:
-    float* place(uint32_t i) const {
-        return line->samples + (i < before_end ? line->position + i : i - before_end);
+    static void move(float* to, const float* from, uint32_t length) {
+        __builtin_memcpy(to, from, length * sizeof(float));
     }
 
     Line* line;
@@ -49,35 +51,14 @@ class Oldest {
     float copy[CHUNK];
 };
 
-// Four combs of a side, their low-passes in lanes.
-constexpr uint32_t BANK = 4;
-constexpr uint32_t BANKS = ReverbTank::NUM_COMBS / BANK;
+constexpr uint32_t NUM_COMBS = ReverbTank::NUM_COMBS;
+constexpr uint32_t ALL_COMBS = 2 * NUM_COMBS;
 
-// Runs a bank over the four samples from i on, which it adds to `sum`.  Rows lie over time but
-// while the low-passes run.
-inline void run_bank(const ReverbTank& tank, float* const* rows, Lanes<4>& store, uint32_t i,
-                     const Lanes<4>& in, Lanes<4>& sum) {
-    Lanes<4> y[BANK];
-    for (uint32_t k = 0; k < BANK; k++) {
-        y[k] = Lanes<4>::load(rows[k] + i);
-        sum += y[k];
-        y[k] *= Lanes<4>::splat(tank.damp2);
-    }
-    transpose(y);
-    for (Lanes<4>& at_a_time : y) {
-        store = store * Lanes<4>::splat(tank.damp1) + at_a_time;
-        at_a_time = store;
-    }
-    transpose(y);
-    for (uint32_t k = 0; k < BANK; k++)
-        (in + y[k] * Lanes<4>::splat(tank.feedback)).store(rows[k] + i);
-}
-
-// The same for a single sample.
+// A single sample of a side's combs.
 void run_combs_once(const ReverbTank& tank, float* const* rows, float* stores, uint32_t i, float in,
                     float* out) {
     float sum = 0.0F;
-    for (uint32_t k = 0; k < ReverbTank::NUM_COMBS; k++) {
+    for (uint32_t k = 0; k < NUM_COMBS; k++) {
         const float y = rows[k][i];
         sum += y;
         stores[k] = stores[k] * tank.damp1 + y * tank.damp2;
@@ -86,30 +67,57 @@ void run_combs_once(const ReverbTank& tank, float* const* rows, float* stores, u
     *out = sum;
 }
 
-// Sums the combs into `out`.
-void run_combs(const ReverbTank& tank, ReverbTank::Side& side, const float* in, float* out,
-               uint32_t count) {
-    Oldest oldest[ReverbTank::NUM_COMBS];
-    float* rows[ReverbTank::NUM_COMBS];
-    for (uint32_t k = 0; k < ReverbTank::NUM_COMBS; k++)
-        rows[k] = oldest[k].take(side.combs[k], count);
-    Lanes<4> stores[BANKS];
-    for (uint32_t bank = 0; bank < BANKS; bank++)
-        stores[bank] = Lanes<4>::load(side.stores + BANK * bank);
-    uint32_t i = 0;
-    for (; count - i >= 4; i += 4) {
-        const auto x = Lanes<4>::load(in + i);
-        auto sum = Lanes<4>::splat(0.0F);
-        for (uint32_t bank = 0; bank < BANKS; bank++)
-            run_bank(tank, rows + BANK * bank, stores[bank], i, x, sum);
-        sum.store(out + i);
+// W combs of both sides over the COLUMNS samples from i on, their low-passes in lanes.
+template <int W>
+inline void run_low_passes(const ReverbTank& tank, float* const* rows, Lanes<W>& stores,
+                           const float* in, uint32_t i) {
+    Lanes<W> samples[COLUMNS];
+    load_columns(rows, i, samples);
+    for (uint32_t j = 0; j < COLUMNS; j++) {
+        stores = stores * Lanes<W>::splat(tank.damp1) + samples[j] * Lanes<W>::splat(tank.damp2);
+        samples[j] = Lanes<W>::splat(in[i + j]) + stores * Lanes<W>::splat(tank.feedback);
     }
-    for (uint32_t bank = 0; bank < BANKS; bank++)
-        stores[bank].store(side.stores + BANK * bank);
-    for (; i < count; i++)
-        run_combs_once(tank, rows, side.stores, i, in[i], out + i);
-    for (Oldest& row : oldest)
-        row.give_back();
+    store_columns(samples, rows, i);
+}
+
+// Sums each side's combs into `out`.
+void run_combs(ReverbTank& tank, const float* in, float (&out)[2][CHUNK], uint32_t count) {
+    constexpr int W = NATIVE_LANES;
+    constexpr uint32_t VECTORS = ALL_COMBS / uint32_t(W);
+    Oldest oldest[ALL_COMBS];
+    float* rows[ALL_COMBS];
+    float stores[ALL_COMBS];
+    for (uint32_t k = 0; k < ALL_COMBS; k++) {
+        ReverbTank::Side& side = tank.sides[k / NUM_COMBS];
+        rows[k] = oldest[k].take(side.combs[k % NUM_COMBS], count);
+        stores[k] = side.stores[k % NUM_COMBS];
+    }
+    Lanes<W> in_lanes[VECTORS];
+    for (uint32_t v = 0; v < VECTORS; v++)
+        in_lanes[v] = Lanes<W>::load(stores + v * uint32_t(W));
+    const ReverbTank settings = tank; // which no store into a line can change
+    uint32_t i = 0;
+    for (; count - i >= COLUMNS; i += COLUMNS) {
+        for (uint32_t s = 0; s < 2; s++) {
+            auto sum = Lanes<4>::splat(0.0F);
+            for (uint32_t k = 0; k < NUM_COMBS; k++)
+                sum += Lanes<4>::load(rows[s * NUM_COMBS + k] + i);
+            sum.store(out[s] + i);
+        }
+        for (uint32_t v = 0; v < VECTORS; v++)
+            run_low_passes(settings, rows + v * uint32_t(W), in_lanes[v], in, i);
+    }
+    for (uint32_t v = 0; v < VECTORS; v++)
+        in_lanes[v].store(stores + v * uint32_t(W));
+    for (; i < count; i++) {
+        for (uint32_t s = 0; s < 2; s++)
+            run_combs_once(settings, rows + s * NUM_COMBS, stores + s * NUM_COMBS, i, in[i],
+                           out[s] + i);
+    }
+    for (uint32_t k = 0; k < ALL_COMBS; k++) {
+        tank.sides[k / NUM_COMBS].stores[k % NUM_COMBS] = stores[k];
+        oldest[k].give_back();
+    }
 }
 
 void run_allpass(Line& line, float* samples, uint32_t count) {
@@ -133,8 +141,8 @@ void reverb(ReverbTank& tank, const float* in, float* wet, uint32_t num_frames) 
         const uint32_t count = num_frames - start < CHUNK ? num_frames - start : CHUNK;
         for (uint32_t i = 0; i < count; i++)
             input[i] = (in[2 * (start + i)] + in[2 * (start + i) + 1]) * ReverbTank::INPUT_GAIN;
+        run_combs(tank, input, out, count);
         for (uint32_t s = 0; s < 2; s++) {
-            run_combs(tank, tank.sides[s], input, out[s], count);
             for (Line& line : tank.sides[s].allpasses)
                 run_allpass(line, out[s], count);
         }
