@@ -26,6 +26,18 @@ extern const Kernels TABLE;
 
 namespace {
 
+// Below this many copies a greater number of registers does not pay.
+constexpr uint32_t MANY_COPIES = 24;
+
+// Whether the processor splits an addition from memory in two when it has AVX's three operands.
+bool splits_additions() {
+#if defined(TARQUIL_X86_KERNELS)
+    return __builtin_cpu_is("intel") != 0;
+#else
+    return false;
+#endif
+}
+
 constexpr KernelLevel SCALAR = {"scalar", &kernels_scalar::TABLE};
 
 std::vector<KernelLevel> find_levels() {
@@ -91,6 +103,11 @@ void use_kernel_level(const KernelLevel& level) {
 
 const Kernels& kernels() {
     return *current->kernels;
+}
+
+decltype(Kernels::oscillator_copies) oscillator_kernel(uint32_t count) {
+    return count < MANY_COPIES || splits_additions() ? kernels().oscillator_copies
+                                                     : kernels().many_oscillator_copies;
 }
 
 } // namespace tarquil

@@ -30,4 +30,7 @@ struct Kernels {
 // The table in use.
 const Kernels& kernels();
 
+// Of the two kernels that do it, the faster one on this machine for the sum of `count` copies.
+decltype(Kernels::oscillator_copies) oscillator_kernel(uint32_t count);
+
 } // namespace tarquil

@@ -26,8 +26,9 @@ void OscillatorGroup::render(MonoBuffer& out, const MonoBuffer& pitch, uint32_t 
     }
     if (offset >= out.get_buf_size())
         return;
-    kernels().oscillator_copies(copies.with_phases(phase), out.get_first_sample_ptr() + offset,
-                                pitch.get_first_sample_ptr() + offset, out.get_buf_size() - offset);
+    const auto render_copies = oscillator_kernel(copies.get_count());
+    render_copies(copies.with_phases(phase), out.get_first_sample_ptr() + offset,
+                  pitch.get_first_sample_ptr() + offset, out.get_buf_size() - offset);
 }
 
 } // namespace tarquil

@@ -24,4 +24,9 @@ void KERNEL_NAMESPACE::oscillator_copies(const OscillatorCopies& copies, float* 
     }
 }
 
+void KERNEL_NAMESPACE::many_oscillator_copies(const OscillatorCopies& copies, float* samples,
+                                              const float* pitches, uint32_t size) {
+    oscillator_copies(copies, samples, pitches, size);
+}
+
 } // namespace tarquil

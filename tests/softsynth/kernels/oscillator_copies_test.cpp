@@ -45,20 +45,24 @@ TEST(OscillatorCopies, EveryKernelGivesTheSameBits) {
             std::vector<float> pitches(size, 1.0F);
             for (uint32_t i = 0; i < size; i += 32)
                 pitches[i] = i % 64 == 0 ? 0.99F : c.highest_pitch;
-            const auto render = [&](const Kernels& kernels, std::vector<float>& samples) {
+            const auto render = [&](decltype(Kernels::oscillator_copies) kernel,
+                                    std::vector<float>& samples) {
                 std::vector<uint32_t> phase(start, start + c.count);
                 samples.assign(size + 1, 2.0F);
-                kernels.oscillator_copies(
-                    {phase.data(), scale, table, c.count, uint32_t(tables.size()), c.shift},
-                    samples.data(), pitches.data(), size);
+                kernel({phase.data(), scale, table, c.count, uint32_t(tables.size()), c.shift},
+                       samples.data(), pitches.data(), size);
                 return phase;
             };
             for_every_kernel_level([&](const Kernels& kernels, const Kernels& scalar) {
-                std::vector<float> samples;
                 std::vector<float> expected;
-                EXPECT_EQ(render(kernels, samples), render(scalar, expected));
-                EXPECT_TRUE(same_bits(samples, expected))
-                    << c.count << " copies, " << size << " samples";
+                const std::vector<uint32_t> end = render(scalar.oscillator_copies, expected);
+                for (const auto kernel :
+                     {kernels.oscillator_copies, kernels.many_oscillator_copies}) {
+                    std::vector<float> samples;
+                    EXPECT_EQ(render(kernel, samples), end);
+                    EXPECT_TRUE(same_bits(samples, expected))
+                        << c.count << " copies, " << size << " samples";
+                }
             });
         }
     }
