@@ -1,4 +1,4 @@
-// Tests of whole files and hexadecimal text.
+// Tests of hexadecimal text, and of files that cannot be read or written.
 
 #include "common/load_string.h"
 
@@ -15,13 +15,6 @@ namespace tarquil {
 
 namespace {
 
-std::string all_bytes() {
-    std::string text;
-    for (int i = 0; i < 256; i++)
-        text += char(i);
-    return text;
-}
-
 TEST(LoadString, EveryPairIsReadAsScanfReadsIt) {
     for (int i = 0; i < 0x10000; i++) {
         const std::string pair{char(i >> 8), char(i)};
@@ -32,22 +25,6 @@ TEST(LoadString, EveryPairIsReadAsScanfReadsIt) {
         if (valid) {
             ASSERT_EQ(out, std::string(1, char(expected))) << i;
         }
-    }
-}
-
-TEST(LoadString, FilesComeBackByteForByte) {
-    const TempDirectory directory;
-    const std::string path = directory.path("file");
-    for (const size_t length : {size_t(0), size_t(1), size_t(4096), size_t(4097), size_t(100000)}) {
-        std::string text;
-        while (text.size() < length)
-            text += all_bytes();
-        text.resize(length);
-        ASSERT_EQ(save_file_to_string(path, text), 0);
-        std::string out = "old contents";
-        EXPECT_EQ(load_file_to_string(path, out), 0);
-        EXPECT_EQ(out, text);
-        EXPECT_EQ(load_regular_file_to_string(path, out), 0);
     }
 }
 

@@ -72,23 +72,6 @@ TEST(NumberText, WritesAsTheCLibraryDoes) {
     }
 }
 
-TEST(NumberText, RandomNumbersAgreeWithTheCLibrary) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    for (int i = 0; i < 20000; i++) {
-        const auto value = double(std::bit_cast<float>(uint32_t(random())));
-        if (std::isnan(value))
-            continue;
-        ASSERT_EQ(number_to_text(value), printed(value));
-        expect_as_atof(printed(value));
-        char text[64];
-        std::snprintf(text, sizeof(text), i % 2 == 0 ? "%.*ae" : "%.*ge", int(random() % 20),
-                      value);
-        expect_as_atof(text);
-    }
-}
-
 TEST(NumberText, TheHostsLocaleIsWithoutInfluence) {
     const DecimalCommaLocale locale;
     if (!locale.available())

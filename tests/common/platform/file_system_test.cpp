@@ -1,4 +1,4 @@
-// Tests of paths, temporary directories, directory walking and recursive removal.
+// Tests of paths and recursive removal.
 
 #include "common/platform/file_system.h"
 
@@ -6,8 +6,6 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <set>
 
 #include "common/load_string.h"
 #include "tests/temp_directory.h"
@@ -21,45 +19,6 @@ TEST(FileSystem, PathsAreJoinedWithOneSlash) {
     EXPECT_EQ(concat_paths("d", "x"), "d/x");
     EXPECT_EQ(concat_paths("d/", "x"), "d/x");
     EXPECT_EQ(concat_paths("/", "x"), "/x");
-}
-
-TEST(FileSystem, TheDirectoryEndsAtTheLastSlash) {
-    unsigned pos = 0;
-    EXPECT_EQ(get_directory_from_filename("/a/b/c", &pos), "/a/b/");
-    EXPECT_EQ(pos, 4U);
-    EXPECT_EQ(get_directory_from_filename("bare", &pos), "./");
-    EXPECT_EQ(pos, ~0U);
-    EXPECT_EQ(get_directory_from_filename("/bare"), "/");
-}
-
-TEST(FileSystem, TemporaryDirectoriesAreFreshAndShareTheirName) {
-    const char* first = mktempdir();
-    ASSERT_NE(first, nullptr);
-    const std::string first_name = first;
-    EXPECT_EQ(first_name.compare(0, 8, "/tmp/TqL"), 0);
-    EXPECT_TRUE(is_directory(first_name));
-    EXPECT_FALSE(is_regular_file(first_name));
-    const char* second = mktempdir();
-    EXPECT_EQ(second, first);
-    EXPECT_NE(second, first_name);
-    recursive_remove(first_name);
-    recursive_remove(second);
-    EXPECT_FALSE(is_directory(first_name));
-}
-
-TEST(FileSystem, AWalkStartsWithTheDotAndSeesEveryName) {
-    const TempDirectory directory;
-    ASSERT_EQ(save_file_to_string(directory.path("file"), ""), 0);
-    DIR* handle = nullptr;
-    dirent* entry = nullptr;
-    EXPECT_STREQ(find_first_file(directory.path(), handle, entry), ".");
-    std::set<std::string> names;
-    while (const char* name = find_next_file(handle, entry))
-        names.insert(name);
-    find_close(handle);
-    EXPECT_TRUE(names.count("file") == 1);
-    EXPECT_EQ(find_first_file(directory.path("missing"), handle, entry), nullptr);
-    EXPECT_DEATH(find_close(handle), "handle != FS_INVALID_HANDLE");
 }
 
 TEST(FileSystem, RemovalTakesTheWholeTreeAndNothingBehindALink) {
