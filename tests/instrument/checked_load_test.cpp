@@ -130,14 +130,6 @@ TEST_F(CheckedLoad, AnInstrumentFileIsTakenByItsOwnName) {
     EXPECT_EQ(instrument.get_controller(CTRL_OSC1_TYPE), 5);
 }
 
-TEST(LoadReport, TheListIsBoundedAndTheCountIsNot) {
-    LoadReport report;
-    for (int i = 0; i < 3000; i++)
-        report_missing_key(&report, "key");
-    EXPECT_EQ(report.warnings.size(), LoadReport::MAX_WARNINGS);
-    EXPECT_EQ(report.num_missing, 3000U);
-}
-
 } // namespace
 
 } // namespace tarquil

@@ -32,14 +32,6 @@ bool same_controllers(const Instrument& a, const Instrument& b) {
     return true;
 }
 
-TEST(Instrument, ItsGlobalResonancesStartAsAChannelFiltersDo) {
-    const Instrument instrument;
-    for (unsigned number = CTRL_GLOBAL_FILTER1_RESONANCE; number <= CTRL_GLOBAL_FILTER6_RESONANCE;
-         number += 4)
-        EXPECT_EQ(instrument.get_controller(number), map_float_to_char(number, 1.5F));
-    EXPECT_EQ(instrument.get_controller(CTRL_GLOBAL_FILTER5_TYPE), 2);
-}
-
 TEST(Instrument, TextWithoutKeysGivesDefaultsAndAWarningForEach) {
     Instrument instrument = varied(1);
     LoadReport report;
@@ -112,38 +104,6 @@ TEST(Instrument, FilesAreSavedAndLoaded) {
     EXPECT_EQ(saved.text_save(), 1);
     saved.set_filename("/dev/full");
     EXPECT_EQ(saved.text_save(), 2);
-}
-
-TEST(Instrument, TheDefaultFileIsLeftEmpty) {
-    const InTempDirectory here;
-    EXPECT_EQ(save_file_to_string("default.tqi", "name = x"), 0);
-    Instrument instrument;
-    instrument.set_filename("default.tqi");
-    EXPECT_EQ(instrument.text_save(), 15);
-    std::string text = "unread";
-    EXPECT_EQ(load_file_to_string("default.tqi", text), 0);
-    EXPECT_EQ(text, "");
-}
-
-TEST(Instrument, AProgramChangeEmitsEveryChannelController) {
-    const Instrument instrument = varied(7);
-    std::vector<midi_event> events(206);
-    EXPECT_EQ(instrument.emit_program_change(events.data(), 5, 1000, 205), 0U);
-    EXPECT_EQ(events[0].status, 0);
-    const unsigned count = instrument.emit_program_change(events.data(), 5, 1000, 206);
-    ASSERT_EQ(count, NUM_CONTROLLERS - NUM_GLOBAL_CONTROLLERS);
-    unsigned last = 0;
-    for (unsigned i = 0; i < count; i++) {
-        EXPECT_EQ(events[i].time, 1000U);
-        EXPECT_EQ(events[i].status, 0xB5);
-        EXPECT_FALSE(is_global_controller(events[i].data1));
-        EXPECT_EQ(events[i].data2, instrument.get_controller(events[i].data1));
-        EXPECT_TRUE(i == 0 || events[i].data1 > last);
-        last = events[i].data1;
-    }
-    EXPECT_EQ(instrument.emit_single_controller(events.data(), 15, CTRL_OSC1_TYPE, 7), 1U);
-    EXPECT_EQ(events[0].status, 0xBF);
-    EXPECT_EQ(events[0].data1, CTRL_OSC1_TYPE);
 }
 
 } // namespace

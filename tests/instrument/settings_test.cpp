@@ -142,58 +142,12 @@ TEST(Settings, UnknownLinesAreKeptButThoseOfAState) {
     EXPECT_EQ(other.get_midi_dialect(), MidiDialect::GENERAL_MIDI);
 }
 
-TEST(Settings, AFailedInstrumentLeavesDefaultsFromThereOn) {
-    std::string text = text_of(*varied());
-    const size_t key = text.find("instrument2 = hex:");
-    ASSERT_NE(key, std::string::npos);
-    for (const auto& [name, code] : {std::pair<std::string, int>{"/dev/zero", 1},
-                                     {"hex:6", 2},
-                                     {"hex:zz", 3},
-                                     {"hex:61", 6}}) {
-        const std::string broken =
-            text.substr(0, key) + "instrument2 = " + name + text.substr(text.find('\n', key));
-        TarqSettings bank;
-        EXPECT_EQ(bank.text_load_from_string(broken), code) << name;
-        EXPECT_EQ(bank.get_instrument(1).get_name(), "number_1");
-        EXPECT_EQ(bank.get_instrument(3).get_name(), "");
-        EXPECT_EQ(bank.get_instrument(3).get_controller(CTRL_MAIN_VOLUME), 76);
-        EXPECT_EQ(bank.get_global_controller(CTRL_GLOBAL_FILTER1_TYPE), 37);
-    }
-}
-
 TEST(Settings, ABrokenLineChangesNothing) {
     const auto bank = varied();
     EXPECT_EQ(bank->text_load_from_string("song_title = other\nbroken"), 6);
     EXPECT_EQ(text_of(*bank), text_of(*varied()));
     EXPECT_EQ(bank->text_load("/missing"), 1);
     EXPECT_EQ(text_of(*bank), text_of(*varied()));
-}
-
-TEST(Settings, DefaultsLeaveTheNames) {
-    const auto bank = varied();
-    bank->load_default();
-    EXPECT_EQ(bank->get_instrument(5).get_name(), "number_5");
-    EXPECT_EQ(bank->get_instrument(5).get_controller(CTRL_OSC2_TYPE), 3);
-    EXPECT_EQ(bank->get_global_controller(CTRL_GLOBAL_FILTER1_RESONANCE),
-              map_float_to_char(CTRL_GLOBAL_FILTER1_RESONANCE, 0.707107F));
-    EXPECT_EQ(bank->get_global_controller(CTRL_RETRIGGER_SPEEDUP), 63);
-    EXPECT_EQ(bank->get_song_title(), "");
-}
-
-TEST(Settings, GlobalsAreEmittedAsFarAsThereIsRoom) {
-    const auto bank = varied();
-    std::vector<midi_event> events(100);
-    EXPECT_EQ(bank->emit_global_controllers(events.data(), 9, 3), 3U);
-    EXPECT_EQ(events[2].data1, 14);
-    EXPECT_EQ(events[3].status, 0);
-    ASSERT_EQ(bank->emit_global_controllers(events.data(), 9, 100), NUM_GLOBAL_CONTROLLERS);
-    for (unsigned i = 0; i < NUM_GLOBAL_CONTROLLERS; i++) {
-        EXPECT_EQ(events[i].time, 9U);
-        EXPECT_EQ(events[i].status, 0xB0);
-        EXPECT_EQ(events[i].data2, bank->get_global_controller(events[i].data1));
-    }
-    EXPECT_EQ(bank->emit_single_global_controller(events.data(), CTRL_REVERB_WET, 4), 1U);
-    EXPECT_EQ(events[0].data1, CTRL_REVERB_WET);
 }
 
 } // namespace
