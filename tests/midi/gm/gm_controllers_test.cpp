@@ -248,20 +248,6 @@ TEST_F(GmControllers, ResetFollowsRp015) {
     EXPECT_NEAR(full_bend(), 12.0, 0.003);
 }
 
-TEST_F(GmControllers, AHostsStopRewritesNoSound) {
-    for (unsigned channel = 0; channel < 16; channel++)
-        note_on(60, 100, channel);
-    wait(0.1);
-    const auto before = model.channels;
-    for (unsigned channel = 0; channel < 16; channel++)
-        for (const int number : {64, 123, 121})
-            control(uint8_t(number), 0, channel);
-    wait(0.1);
-    for (unsigned channel = 0; channel < 16; channel++)
-        EXPECT_EQ(model.channels[0][channel].bytes, before[0][channel].bytes) << channel;
-    EXPECT_EQ(model.num_sounding(), 0U);
-}
-
 TEST_F(GmControllers, GmOnRestoresEverything) {
     choose_rpn(0);
     control(6, 12);

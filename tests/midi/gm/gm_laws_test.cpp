@@ -76,13 +76,6 @@ TEST(GmLaws, TimesScaleByAnEighthToEightTimes) {
     EXPECT_EQ(scaled_time_byte(CTRL_ENV1_RELEASE, 100, 127), 127);
 }
 
-TEST(GmLaws, BendsAreExactToATwentiethOfACent) {
-    for (double semitones = -11.99; semitones < 12.0; semitones += 0.37)
-        EXPECT_NEAR((bend_value(semitones) - 8192.0) / 8192.0 * 12.0, semitones, 0.00075);
-    EXPECT_EQ(bend_value(-40.0), 0U);
-    EXPECT_EQ(bend_value(40.0), 16383U);
-}
-
 TEST(GmLaws, SendsFollowTheController) {
     EXPECT_EQ(reverb_byte(80, DEFAULT_REVERB), 80);
     EXPECT_EQ(reverb_byte(80, 0), 0);

@@ -71,12 +71,5 @@ TEST_F(Parts, SixteenHeldSoundsGiveUpTheOldest) {
     EXPECT_EQ(model.num_sounding(), 0U);
 }
 
-TEST_F(Parts, EditsOfASoundReachItsPart) {
-    note_on(60);
-    bytes[CTRL_FILTER1_CUTOFF] = 99;
-    dialect.refresh(time, model);
-    EXPECT_EQ(byte(CTRL_FILTER1_CUTOFF), 99U);
-}
-
 } // namespace
 } // namespace tarquil

@@ -153,6 +153,7 @@ TEST_F(Pedals, SoftPedalIsQuieterAndDarker) {
 }
 
 TEST_F(Pedals, ScarceVoicesGoToMelodyAndBass) {
+    time = 0x30000000; // hours
     control(SUSTAIN, 127);
     for (uint8_t key = 20; key < 110; key++) {
         note_on(key, key == 20 || key == 109 ? 30 : 100);
@@ -164,6 +165,19 @@ TEST_F(Pedals, ScarceVoicesGoToMelodyAndBass) {
     EXPECT_TRUE(sounding().contains(20));  // the bass, though soft and old
     EXPECT_FALSE(sounding().contains(21)); // the oldest beside it
     EXPECT_TRUE(sounding().contains(109));
+    // A clock that is moved back leaves no tail behind that has a voice for hours.
+    control(SUSTAIN, 0);
+    dialect.move_clock_back(time);
+    model.start_clock_anew();
+    time = 0;
+    wait(20.0);
+    const uint64_t released = dialect.report().shortfalls[unsigned(GmShortfall::NOTE_RELEASED)];
+    control(SUSTAIN, 127);
+    for (uint8_t key = 20; key < 60; key++) {
+        note_on(key);
+        note_off(key);
+    }
+    EXPECT_EQ(dialect.report().shortfalls[unsigned(GmShortfall::NOTE_RELEASED)], released);
 }
 
 } // namespace

@@ -137,38 +137,6 @@ TEST_P(RandomMessages, KeepTheRules) {
     EXPECT_EQ(dialect.num_held_notes(), 0U);
 }
 
-TEST_P(RandomMessages, DoNotHangOnTheClock) {
-    Random random(seed);
-    std::vector<TimedMessage> song = any_song(random);
-    for (TimedMessage& message : song)
-        message.time += 0x40000000 - song.front().time;
-    EngineModel still;
-    EngineModel moved;
-    GmDialect a;
-    GmDialect b;
-    for (GmDialect* dialect : {&a, &b}) {
-        dialect->set_sounds(sounds, &map);
-        dialect->start(song.front().time);
-    }
-    constexpr uint32_t FRAMES = 0x10000001;
-    const size_t half = song.size() / 2;
-    for (size_t i = 0; i < song.size(); i++) {
-        a.translate(song[i].time, song[i].bytes, still);
-        if (i == half) {
-            b.advance(song[i - 1].time, moved);
-            b.move_clock_back(FRAMES);
-            moved.start_clock_anew();
-        }
-        b.translate(song[i].time - (i < half ? 0 : FRAMES), song[i].bytes, moved);
-    }
-    ASSERT_LE(moved.events.size(), still.events.size());
-    const size_t skipped = still.events.size() - moved.events.size();
-    for (size_t i = 0; i < moved.events.size(); i++) {
-        ASSERT_EQ(moved.events[i].second.time + FRAMES, still.events[skipped + i].second.time);
-        ASSERT_EQ(moved.events[i].second.data2, still.events[skipped + i].second.data2);
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomMessages, testing::Range(1U, 9U));
 
 } // namespace
