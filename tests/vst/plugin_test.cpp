@@ -1,14 +1,10 @@
-// The built module as hosts see it: the C interface, states, and sound under any treatment.
+// The built module as hosts see it: the C interface and its states.
 
 #include <cmath>
-#include <filesystem>
 #include <set>
-#include <thread>
 
 #include <gtest/gtest.h>
 
-#include "instrument/settings.h"
-#include "tests/support/bank_text.h"
 #include "tests/support/engine_host.h"
 #include "tests/vst/plugin_host.h"
 
@@ -21,25 +17,6 @@ constexpr int32_t FIRST_PITCH_BEND_PARAM = 110;
 
 bool is_settable(int32_t index) {
     return index != 0 && index != FIRST_PITCH_BEND_PARAM && index != FIRST_PITCH_BEND_PARAM + 1;
-}
-
-// Unison, ladder filter, LFO, effects and sends, so that a difference anywhere is heard.
-std::string rich_bank() {
-    TarqSettings bank;
-    for (const auto& [number, byte] :
-         std::initializer_list<std::pair<unsigned, int>>{{CTRL_AUX1_LEVEL, 102},
-                                                         {CTRL_AUX2_LEVEL, 102},
-                                                         {CTRL_OSC1_TYPE, 3},
-                                                         {CTRL_OSC1_MULTI_COUNT, 9},
-                                                         {CTRL_OSC1_SPREAD, 38},
-                                                         {CTRL_FILTER1_TYPE, 18},
-                                                         {CTRL_FILTER1_CUTOFF, 76},
-                                                         {CTRL_CUTOFF1_INFLUENCE1_SOURCE, 4},
-                                                         {CTRL_CUTOFF1_INFLUENCE1_AMOUNT, 89},
-                                                         {CTRL_CHANFX2_TYPE, 2},
-                                                         {CTRL_PORTAMENTO_TIME, 51}})
-        bank.get_instrument(0).set_controller(number, byte);
-    return text_of(bank);
 }
 
 TEST(Plugin, TellsHostsWhatItIs) {
@@ -130,6 +107,13 @@ TEST(Plugin, AddsToWhatIsThereAndLeavesNothingWithoutOutputs) {
     EXPECT_GT(peak(sound), 0.0F);
     for (size_t i = 0; i < 128; i++)
         EXPECT_EQ(sum[i], 2.0F + sound[i]);
+    PluginHost without_size(64, false);
+    without_size.call(effMainsChanged, 0, 1);
+    std::fill(sum.begin(), sum.end(), 3.0F);
+    without_size.effect->process(without_size.effect, nullptr, outputs, 64);
+    EXPECT_EQ(sum, std::vector<float>(128, 3.0F));
+    without_size.effect->processReplacing(without_size.effect, nullptr, outputs, 64);
+    EXPECT_EQ(sum, std::vector<float>(128, 0.0F));
 }
 
 TEST(Plugin, SurvivesEveryOpcodeWithNonsense) {
@@ -194,54 +178,6 @@ TEST(Plugin, PlaysAnImageOfABank) {
     PluginHost padded;
     EXPECT_TRUE(padded.load(image + bank + std::string(300, '\0'), false));
     EXPECT_EQ(padded.save(false), bank);
-}
-
-TEST(Plugin, InstancesOnThreadsSoundAsIfAlone) {
-    const auto play = [bank = rich_bank()](int32_t block) {
-        PluginHost host(block);
-        EXPECT_TRUE(host.load(bank, false));
-        std::vector<float> sound;
-        for (unsigned i = 0; i < 6; i++) {
-            host.midi(0x90, 40 + 5 * i, 100);
-            const std::vector<float> part = host.render(1024, block);
-            sound.insert(sound.end(), part.begin(), part.end());
-        }
-        return sound;
-    };
-    const std::vector<float> alone[] = {play(64), play(128), play(1024)};
-    std::vector<float> together[3];
-    {
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 3; i++)
-            threads.emplace_back([&, i] {
-                for (int repeat = 0; repeat < 4; repeat++)
-                    together[i] = play(i == 0 ? 64 : i == 1 ? 128 : 1024);
-            });
-        for (std::thread& thread : threads)
-            thread.join();
-    }
-    for (int i = 0; i < 3; i++) {
-        EXPECT_GT(peak(alone[i]), 0.01F);
-        EXPECT_EQ(together[i], alone[i]);
-    }
-}
-
-TEST(Plugin, ComesAndGoesAThousandTimes) {
-    const auto descriptors = [] {
-        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                             std::filesystem::directory_iterator());
-    };
-    const auto before = descriptors();
-    for (int i = 0; i < 1000; i++)
-        PluginHost host(64, false);
-    for (int i = 0; i < 5; i++) {
-        PluginHost first;
-        auto second = std::make_unique<PluginHost>();
-        PluginHost third;
-        second.reset();
-        third.render(64);
-    }
-    EXPECT_EQ(descriptors(), before);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // A small CLAP host: loads the built module, drives it by its C interface alone, and notes what it
-// is asked for.
+// is asked for and told.
 
 #pragma once
 
@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "tests/formats/common/tempo_song.h"
+#include "tests/formats/drivers/format_driver.h"
 
 namespace tarquil {
 
@@ -43,7 +44,28 @@ struct HostEvent {
     }
 };
 
-class ClapTestHost {
+// What a host says of the song that follows a tempo at that frame of it.
+inline clap_event_transport transport_at(uint32_t frame, double rate) {
+    const auto beats = [](double quarters) {
+        return clap_beattime(std::llround(quarters * double(CLAP_BEATTIME_FACTOR)));
+    };
+    clap_event_transport transport{};
+    transport.header = {.size = sizeof(transport),
+                        .time = 0,
+                        .space_id = CLAP_CORE_EVENT_SPACE_ID,
+                        .type = CLAP_EVENT_TRANSPORT,
+                        .flags = 0};
+    transport.flags = CLAP_TRANSPORT_HAS_TEMPO | CLAP_TRANSPORT_HAS_BEATS_TIMELINE |
+                      CLAP_TRANSPORT_HAS_TIME_SIGNATURE | CLAP_TRANSPORT_IS_PLAYING;
+    transport.tempo = tempo_at(frame);
+    transport.song_pos_beats = beats(position_at(frame, rate));
+    transport.bar_start = beats(bar_start_at(frame, rate));
+    transport.tsig_num = uint16_t(BEATS_PER_BAR);
+    transport.tsig_denom = 4;
+    return transport;
+}
+
+class ClapTestHost : public FormatDriver {
   public:
     // What a host has beside what this one has: null for none.
     using MoreExtensions = const void* (*)(const std::string& id);
@@ -67,6 +89,7 @@ class ClapTestHost {
                 .request_restart = [](const clap_host*) {},
                 .request_process = [](const clap_host* asked) { of(asked).process_requests++; },
                 .request_callback = [](const clap_host* asked) { of(asked).callback_requests++; }};
+        output.reserve(MAX_OUTPUT);
         plugin = factory().create_plugin(&factory(), &host, PLUGIN_ID);
         if (plugin == nullptr || !plugin->init(plugin))
             throw std::runtime_error("the plug-in can not be made");
@@ -80,9 +103,11 @@ class ClapTestHost {
         dirty_marks = 0;
         latency_changes = 0;
     }
-    ClapTestHost(const ClapTestHost&) = delete;
-    ClapTestHost& operator=(const ClapTestHost&) = delete;
-    ~ClapTestHost() { plugin->destroy(plugin); }
+    ~ClapTestHost() override {
+        if (is_active)
+            deactivate();
+        plugin->destroy(plugin);
+    }
 
     static const clap_plugin_entry& entry() {
         static const clap_plugin_entry* const found = [] {
@@ -108,15 +133,45 @@ class ClapTestHost {
     }
     const clap_plugin_params& params() const { return get<clap_plugin_params>(CLAP_EXT_PARAMS); }
 
-    bool activate(double rate = 44100, uint32_t max_frames = 4096) {
-        return plugin->activate(plugin, rate, 1, max_frames) && plugin->start_processing(plugin);
+    bool activate(double rate) override {
+        const bool is_done = plugin->activate(plugin, rate, 1, 4096) && //
+                             plugin->start_processing(plugin);
+        is_active = is_active || is_done;
+        return is_done;
     }
-    void deactivate() {
+    bool activate() { return activate(44100); }
+    void deactivate() override {
         plugin->stop_processing(plugin);
         plugin->deactivate(plugin);
+        is_active = false;
     }
 
-    // Events of the next block or flush, in the order of the calls.
+    // Events of the next block or flush, in the order of the calls; notes of even keys as CLAP's
+    // own.
+    void add(const SongMessage& message) override {
+        const unsigned kind = message.bytes[0] & 0xF0U;
+        if ((kind == 0x80 || kind == 0x90) && message.bytes[1] % 2 == 0)
+            note(kind == 0x90 && message.bytes[2] > 0 ? CLAP_EVENT_NOTE_ON : CLAP_EVENT_NOTE_OFF,
+                 message.bytes[1], message.bytes[0] & 0x0F, message.frame, -1,
+                 message.bytes[2] / 127.0);
+        else
+            midi(message.bytes, message.frame);
+    }
+    void add_specials() override {
+        for (unsigned i = 0; i < 20; i++)
+            note(i % 2 == 0 ? CLAP_EVENT_NOTE_OFF : CLAP_EVENT_NOTE_CHOKE, -1, -1, i);
+        for (clap_id channel = 0; channel < 16; channel++)
+            set(0x1000 + channel, double(channel * 3), channel);
+        set(0x1010, 9.0, 30);
+        is_special = true;
+    }
+    void set(unsigned controller, int byte, uint32_t frame) override {
+        set(controller, double(byte), frame);
+    }
+    void tell_tempo(uint32_t song_frame, double rate) override {
+        transport = transport_at(song_frame, rate);
+        has_transport = true;
+    }
     void note(uint16_t type, int key, int channel = 0, uint32_t frame = 0, int32_t id = -1,
               double velocity = 1.0, int port = 0) {
         auto& event = add<clap_event_note>(type, frame);
@@ -154,88 +209,70 @@ class ClapTestHost {
     // They take the events; the thread counts as the audio thread meanwhile.  What the plug-in puts
     // out is added to `output`.
     clap_process_status process(float* left, float* right, uint32_t frames) {
-        const AudioThread thread;
-        float* sides[] = {left, right};
-        const clap_input_events in = events_in();
-        const clap_output_events out = events_out();
-        clap_audio_buffer buffer;
-        const clap_process block = make_block(buffer, sides, frames, in, out);
-        const clap_process_status status = plugin->process(plugin, &block);
-        input.clear();
+        run(left, right, frames);
         return status;
     }
     StereoSound render(uint32_t frames) {
-        StereoSound sound{std::vector<float>(frames), std::vector<float>(frames)};
-        if (process(sound.left.data(), sound.right.data(), frames) != CLAP_PROCESS_CONTINUE)
+        const StereoSound sound = run(frames);
+        if (status != CLAP_PROCESS_CONTINUE)
             throw std::runtime_error("processing failed");
         return sound;
     }
     void flush() {
-        const clap_input_events in = events_in();
-        const clap_output_events out = events_out();
         params().flush(plugin, &in, &out);
         input.clear();
     }
-    // A block of this host's events with an output.
-    clap_process make_block(clap_audio_buffer& audio, float** sides, uint32_t frames,
-                            const clap_input_events& in, const clap_output_events& out) const {
-        audio = {.data32 = sides,
-                 .data64 = nullptr,
-                 .channel_count = 2,
-                 .latency = 0,
-                 .constant_mask = 3};
-        return {.steady_time = -1,
-                .frames_count = frames,
-                .transport = has_transport ? &transport : nullptr,
-                .audio_inputs = nullptr,
-                .audio_outputs = &audio,
-                .audio_inputs_count = 0,
-                .audio_outputs_count = 1,
-                .in_events = &in,
-                .out_events = &out};
+    void prepare(float* left, float* right, uint32_t frames) override {
+        sides[0] = left;
+        sides[1] = right;
+        block.transport = has_transport ? &transport : nullptr;
+        block.frames_count = frames;
     }
-    // The plug-in's own calls, for watches.
-    void process_only(const clap_process& block) noexcept {
+    void call() noexcept override {
         const AudioThread thread;
-        plugin->process(plugin, &block);
+        if (is_special)
+            params().flush(plugin, &in, &out);
+        status = plugin->process(plugin, &block);
+        if (is_special)
+            plugin->reset(plugin);
     }
-    void flush_only(const clap_input_events& in, const clap_output_events& out) noexcept {
-        const AudioThread thread;
-        params().flush(plugin, &in, &out);
+    void finish() override {
+        input.clear();
+        is_special = false;
     }
-    void reset_only() noexcept {
-        const AudioThread thread;
-        plugin->reset(plugin);
-    }
-    clap_input_events events_in() {
-        return {.ctx = this,
-                .size =
-                    [](const clap_input_events* list) {
-                        return uint32_t(static_cast<ClapTestHost*>(list->ctx)->input.size());
-                    },
-                .get =
-                    [](const clap_input_events* list, uint32_t index) {
-                        return &static_cast<ClapTestHost*>(list->ctx)->input[index].header();
-                    }};
-    }
-    clap_output_events events_out() {
-        return {.ctx = this,
-                .try_push = [](const clap_output_events* list, const clap_event_header* event) {
-                    auto& target = *static_cast<ClapTestHost*>(list->ctx);
-                    if (!target.takes_output)
-                        return false;
-                    HostEvent copy;
-                    std::copy_n(reinterpret_cast<const unsigned char*>(event), event->size,
-                                copy.bytes);
-                    target.output.push_back(copy);
-                    return true;
-                }};
+    uint32_t latency_frames() override {
+        return get<clap_plugin_latency>(CLAP_EXT_LATENCY).get(plugin);
     }
 
     // What the plug-in has asked the main thread for.
     void idle() {
         if (callback_requests.exchange(0) > 0)
             plugin->on_main_thread(plugin);
+    }
+    void look(unsigned round) override {
+        idle();
+        for (clap_id id = round % 5; id < 128; id += 5) {
+            double now = 0;
+            if (params().get_value(plugin, id, &now))
+                text(id, now);
+        }
+    }
+    [[nodiscard]] std::string complaint() const override {
+        return wrong_threads == 0 ? "" : "the host is called on a wrong thread";
+    }
+    [[nodiscard]] bool tells_gestures() const override { return true; }
+    std::vector<std::string> take_told() override {
+        for (const HostEvent& event : output) {
+            const uint16_t type = event.header().type;
+            if (type == CLAP_EVENT_PARAM_VALUE)
+                note_told({"", event.as<clap_event_param_value>().param_id,
+                           event.as<clap_event_param_value>().value});
+            else
+                note_told({type == CLAP_EVENT_PARAM_GESTURE_BEGIN ? "begin" : "end",
+                           event.as<clap_event_param_gesture>().param_id});
+        }
+        output.clear();
+        return take_noted([](const Told& one) { return int(one.value); });
     }
 
     double value(clap_id id) {
@@ -248,10 +285,11 @@ class ClapTestHost {
         char text[256] = "";
         return params().value_to_text(plugin, id, value, text, sizeof(text)) ? text : "(none)";
     }
-    // The stream takes or gives `piece` bytes at a time.
-    std::string save(size_t piece = 4096) {
+    using FormatDriver::load;
+    using FormatDriver::save;
+    std::string save(size_t piece) override {
         Stream stream{"", piece};
-        const clap_ostream out = {
+        const clap_ostream to = {
             .ctx = &stream,
             .write = [](const clap_ostream* asked, const void* bytes, uint64_t size) {
                 auto& target = *static_cast<Stream*>(asked->ctx);
@@ -259,12 +297,11 @@ class ClapTestHost {
                 target.bytes.append(static_cast<const char*>(bytes), count);
                 return int64_t(count);
             }};
-        return get<clap_plugin_state>(CLAP_EXT_STATE).save(plugin, &out) ? stream.bytes
-                                                                         : "(failed)";
+        return get<clap_plugin_state>(CLAP_EXT_STATE).save(plugin, &to) ? stream.bytes : "(failed)";
     }
-    bool load(const std::string& state, size_t piece = 4096) {
+    bool load(const std::string& state, size_t piece) override {
         Stream stream{state, piece};
-        const clap_istream in = {
+        const clap_istream from = {
             .ctx = &stream, .read = [](const clap_istream* asked, void* bytes, uint64_t size) {
                 auto& source = *static_cast<Stream*>(asked->ctx);
                 const size_t count =
@@ -273,7 +310,7 @@ class ClapTestHost {
                 source.done += count;
                 return int64_t(count);
             }};
-        return get<clap_plugin_state>(CLAP_EXT_STATE).load(plugin, &in);
+        return get<clap_plugin_state>(CLAP_EXT_STATE).load(plugin, &from);
     }
 
     [[nodiscard]] bool is_on_main_thread() const {
@@ -282,7 +319,7 @@ class ClapTestHost {
 
     const clap_plugin* plugin = nullptr;
     std::deque<HostEvent> input;
-    std::vector<HostEvent> output;
+    std::vector<HostEvent> output; // the first of them, in fixed memory
     bool takes_output = true;
     // What blocks begin with.
     clap_event_transport transport{};
@@ -313,6 +350,13 @@ class ClapTestHost {
     static void expect_main(const clap_host* asked) {
         if (!is_main(asked))
             of(asked).wrong_threads++;
+    }
+    static bool take_output(const clap_output_events* list, const clap_event_header* event) {
+        auto& target = *static_cast<ClapTestHost*>(list->ctx);
+        if (target.takes_output && target.output.size() < MAX_OUTPUT)
+            std::copy_n(reinterpret_cast<const unsigned char*>(event), event->size,
+                        target.output.emplace_back().bytes);
+        return target.takes_output;
     }
     static const void* find_extension(const std::string& id) {
         static constexpr clap_host_params PARAMS = {
@@ -366,31 +410,38 @@ class ClapTestHost {
         return *event;
     }
 
+    static constexpr size_t MAX_OUTPUT = 1U << 16U;
+
+    const clap_input_events in = {
+        .ctx = this,
+        .size =
+            [](const clap_input_events* list) {
+                return uint32_t(static_cast<ClapTestHost*>(list->ctx)->input.size());
+            },
+        .get =
+            [](const clap_input_events* list, uint32_t index) {
+                return &static_cast<ClapTestHost*>(list->ctx)->input[index].header();
+            }};
+    const clap_output_events out = {.ctx = this, .try_push = take_output};
+    float* sides[2] = {};
+    clap_audio_buffer buffer{
+        .data32 = sides, .data64 = nullptr, .channel_count = 2, .latency = 0, .constant_mask = 3};
+    clap_process block{.steady_time = -1,
+                       .frames_count = 0,
+                       .transport = nullptr,
+                       .audio_inputs = nullptr,
+                       .audio_outputs = &buffer,
+                       .audio_inputs_count = 0,
+                       .audio_outputs_count = 1,
+                       .in_events = &in,
+                       .out_events = &out};
+    clap_process_status status = CLAP_PROCESS_ERROR;
+    bool is_active = false;
+    bool is_special = false;
     const bool has_extensions;
     const MoreExtensions more_extensions;
     clap_host host;
     const std::thread::id main_thread = std::this_thread::get_id();
 };
-
-// What a host says of the song that follows a tempo at that frame of it.
-inline clap_event_transport transport_at(uint32_t frame, double rate) {
-    const auto beats = [](double quarters) {
-        return clap_beattime(std::llround(quarters * double(CLAP_BEATTIME_FACTOR)));
-    };
-    clap_event_transport transport{};
-    transport.header = {.size = sizeof(transport),
-                        .time = 0,
-                        .space_id = CLAP_CORE_EVENT_SPACE_ID,
-                        .type = CLAP_EVENT_TRANSPORT,
-                        .flags = 0};
-    transport.flags = CLAP_TRANSPORT_HAS_TEMPO | CLAP_TRANSPORT_HAS_BEATS_TIMELINE |
-                      CLAP_TRANSPORT_HAS_TIME_SIGNATURE | CLAP_TRANSPORT_IS_PLAYING;
-    transport.tempo = tempo_at(frame);
-    transport.song_pos_beats = beats(position_at(frame, rate));
-    transport.bar_start = beats(bar_start_at(frame, rate));
-    transport.tsig_num = uint16_t(BEATS_PER_BAR);
-    transport.tsig_denom = 4;
-    return transport;
-}
 
 } // namespace tarquil

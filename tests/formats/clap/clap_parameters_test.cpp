@@ -75,6 +75,16 @@ TEST(ClapParameters, TextsMeanTheValuesThatTheyShow) {
     EXPECT_FALSE(host.params().get_value(host.plugin, 4711, &value));
 }
 
+TEST(ClapParameters, ThatFollowTheTempoAreShownAsNoteLengths) {
+    ClapTestHost host(false, nullptr, following_state());
+    EXPECT_EQ(host.text(CTRL_DELAY_LEFT_TIME, 31), "1/8");
+    double value = 0;
+    EXPECT_TRUE(host.params().text_to_value(host.plugin, CTRL_RETRIGGER_BPM, "1/4", &value));
+    EXPECT_EQ(host.text(CTRL_RETRIGGER_BPM, value), "1/4");
+    ASSERT_TRUE(host.load(following_state(false)));
+    EXPECT_EQ(host.text(CTRL_DELAY_LEFT_TIME, 31), "252 ms");
+}
+
 TEST(ClapParameters, GiveTheSameStateByProcessingAndByFlushingActiveOrNot) {
     enum class Way { PROCESS, FLUSH, INACTIVE_FLUSH };
     const auto state_after = [](Way way) {

@@ -1,4 +1,4 @@
-// Tests of the CLAP plug-in as a whole: factory, ports, activation, what it tells the host.
+// Tests of the CLAP plug-in as a whole: factory, ports, activation, states, what it tells the host.
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,7 @@
 #include "formats/clap/abi/render.h"
 #include "formats/clap/abi/tail.h"
 #include "formats/clap/abi/voice_info.h"
+#include "formats/common/host_controls.h"
 #include "tests/formats/clap/clap_host.h"
 #include "tests/support/engine_host.h"
 
@@ -116,6 +117,57 @@ TEST(ClapPlugin, RefusesWhatItCanNotProcess) {
     const clap_process nothing = {};
     EXPECT_EQ(host.plugin->process(host.plugin, &nothing), CLAP_PROCESS_CONTINUE);
     EXPECT_EQ(host.process(left, right, 16), CLAP_PROCESS_CONTINUE);
+}
+
+TEST(ClapTempo, TransportEventsActOnTheirFrame) {
+    const auto sound = [](uint32_t frame) {
+        ClapTestHost host(false, nullptr, following_state());
+        EXPECT_TRUE(host.activate());
+        host.midi({0x90, 60, 100}, 0);
+        host.add_transport(transport_at(TEMPO_CHANGE, 44100), frame);
+        return host.render(30000);
+    };
+    EXPECT_NE(sound(640), sound(12800));
+    EXPECT_NE(sound(640), sound(641)); // its beats are a sample later
+}
+
+TEST(ClapState, TheHostReadsEverythingAgainAfterALoad) {
+    ClapTestHost host;
+    host.set(CTRL_PANNING, 17);
+    host.set(CHANNEL_PROGRAM_ID + 3, 99);
+    host.set(EDITED_PROGRAM_ID, 5);
+    host.set(CTRL_OSC1_TYPE, 2);
+    host.flush();
+    ClapTestHost second;
+    ASSERT_TRUE(second.load(host.save()));
+    EXPECT_EQ(second.rescanned, unsigned(CLAP_PARAM_RESCAN_VALUES | CLAP_PARAM_RESCAN_TEXT));
+    for (const HostControl& control : host_controls())
+        EXPECT_EQ(second.value(control.id), host.value(control.id)) << control.name;
+    second.rescanned = 0;
+    EXPECT_FALSE(second.load("a state of another plug-in"));
+    EXPECT_EQ(second.rescanned, 0U);
+}
+
+TEST(ClapState, AStreamThatFailsFailsTheWhole) {
+    ClapTestHost host;
+    const auto& state = host.get<clap_plugin_state>(CLAP_EXT_STATE);
+    const clap_istream bad_in = {
+        .ctx = nullptr, .read = [](const clap_istream*, void*, uint64_t) { return int64_t(-1); }};
+    EXPECT_FALSE(state.load(host.plugin, &bad_in));
+    const clap_istream lying = {
+        .ctx = nullptr,
+        .read = [](const clap_istream*, void*, uint64_t size) { return int64_t(size) + 1; }};
+    EXPECT_FALSE(state.load(host.plugin, &lying));
+    for (const int64_t answer : {int64_t(-1), int64_t(0), int64_t(1) << 40U}) {
+        int64_t result = answer;
+        const clap_ostream bad_out = {
+            .ctx = &result, .write = [](const clap_ostream* stream, const void*, uint64_t) {
+                return *static_cast<int64_t*>(stream->ctx);
+            }};
+        EXPECT_FALSE(state.save(host.plugin, &bad_out)) << answer;
+    }
+    EXPECT_FALSE(state.load(host.plugin, nullptr));
+    EXPECT_FALSE(state.save(host.plugin, nullptr));
 }
 
 TEST(ClapPlugin, LivesWithAHostThatHasNoExtensions) {

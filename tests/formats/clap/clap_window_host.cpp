@@ -102,7 +102,7 @@ class EditedPlugin {
     EditedPlugin(Screen& shown_on, ClapTestHost::MoreExtensions extensions, bool floating = false)
         : host(false, extensions), screen(shown_on), is_floating(floating),
           gui(host.get<clap_plugin_gui>(CLAP_EXT_GUI)) {
-        host.activate(48000, 256);
+        host.activate(48000);
     }
     EditedPlugin(const EditedPlugin&) = delete;
     EditedPlugin& operator=(const EditedPlugin&) = delete;

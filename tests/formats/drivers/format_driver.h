@@ -31,7 +31,7 @@ class FormatDriver {
     virtual void set(unsigned controller, int byte, uint32_t frame) = 0;
     // As the host's song has it at that frame of it (tempo_song.h).
     virtual void tell_tempo(uint32_t /*song_frame*/, double /*rate*/) {}
-    // Whatever else may stand in a block of this format.
+    // Whatever else may stand in a block of this format, and what must not.
     virtual void add_specials() {}
 
     // A block in three steps: only the call is the plug-in's own.

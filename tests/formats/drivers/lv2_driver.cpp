@@ -51,6 +51,10 @@ class Lv2Driver final : public FormatDriver {
     void add_specials() override {
         for (int32_t i = 0; i < 200; i++) // more than there is room to tell
             host->add_program(i % 64, i % 128);
+        for (const std::vector<uint8_t>& message : std::initializer_list<std::vector<uint8_t>>{
+                 {0xF0, 0x7E, 0x7F, 9, 1, 0xF7}, {0x90}, {}, {0xC3, 5}})
+            host->add_midi(10, message);
+        host->add_midi(-5, {0x90, 60, 100});
     }
 
     void prepare(float* left, float* right, uint32_t frames) override {

@@ -1,13 +1,17 @@
 // The audio call of every format: whatever a host asks of it, and whatever happens on other threads
-// meanwhile, it computes and does nothing else.
+// meanwhile, it computes and does nothing else; and the watch that sees that.
+
+#include <unistd.h>
 
 #include <atomic>
+#include <cstdlib>
+#include <mutex>
 #include <thread>
 
 #include "instrument/settings.h"
 #include "softsynth/parameters/host_parameters.h"
+#include "tests/formats/every/callback_watch.h"
 #include "tests/formats/every/every_format.h"
-#include "tests/vst/callback_watch.h"
 
 namespace tarquil {
 
@@ -141,6 +145,37 @@ TEST_P(FormatsRealtime, TheAudioCallOnlyComputes) {
 }
 
 FOR_EVERY_FORMAT(FormatsRealtime);
+
+#ifdef REALTIME_SANITIZER
+TEST(Realtime, TheSanitizerSeesWhatItIsFor) {
+    const auto allocate = []() noexcept CALLED_IN_REAL_TIME {
+        void* volatile memory = std::malloc(100);
+        std::free(memory);
+    };
+    EXPECT_DEATH(allocate(), "malloc");
+}
+#else
+TEST(Realtime, TheWatchSeesWhatItIsFor) {
+    CallbackCounts counts;
+    const auto misbehave = [&] {
+        static std::mutex first;
+        static std::mutex second;
+        const CallbackWatch watch(counts);
+        std::free(std::malloc(100)); // NOLINT
+        void* volatile kept = std::calloc(3, 5);
+        std::free(kept);
+        const std::lock_guard hold_first(first);
+        const std::lock_guard hold_second(second);
+        getppid();
+    };
+    const bool is_trapped = run_without_system_calls(misbehave);
+    if (!is_trapped)
+        misbehave();
+    EXPECT_GE(counts.allocations, 2);
+    EXPECT_EQ(counts.locks, 1);
+    EXPECT_EQ(counts.system_calls, is_trapped ? 1 : 0);
+}
+#endif
 
 } // namespace
 

@@ -91,6 +91,23 @@ TEST_P(FormatsAtAnyRate, ThousandsOfEventsInABlockAreAllPlayed) {
     EXPECT_TRUE(plugin->run(COUNT) == wanted);
 }
 
+TEST_P(FormatsAtAnyRate, EventsInDisorderAndWithoutAMeaningLeaveNoNote) {
+    const auto plugin = start_at(48000);
+    for (uint32_t i = 0; i < 5000; i++) // most before the block's start, or behind its end
+        plugin->add({1000 - i, {uint8_t(i % 2 == 0 ? 0x90 : 0x80), uint8_t(i / 2 % 128), 100}});
+    plugin->add({0, {0x91, 60, 100}});
+    EXPECT_TRUE(is_bounded(plugin->run(512)));
+    EXPECT_GT(peak(plugin->run(512).left), 0.01F);
+    plugin->add_specials();
+    for (uint8_t key = 0; key < 128; key++) {
+        for (const uint8_t status : {uint8_t(0x80), uint8_t(0x81)})
+            plugin->add({INT32_MAX, {status, key, 0}});
+    }
+    EXPECT_TRUE(is_bounded(plugin->run(512)));
+    plugin->run(96000);
+    EXPECT_EQ(peak(plugin->run(4800).left), 0.0F) << "a note hangs";
+}
+
 TEST_P(FormatsAtAnyRate, RatesBlocksAndActivationsAtRandomGiveSoundThatEnds) {
     const uint32_t seed = std::random_device()();
     std::mt19937 random(seed);

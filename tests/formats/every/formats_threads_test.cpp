@@ -1,5 +1,5 @@
-// The host's main thread works on a plug-in while its audio thread plays; made for the thread
-// sanitizer.
+// The host's main thread works on a plug-in while its audio thread plays, and instances play at the
+// same time; made for the thread sanitizer.
 
 #include <atomic>
 #include <thread>
@@ -44,6 +44,26 @@ TEST_P(FormatsThreads, TheMainThreadDoesEverythingItMayWhileAudioRuns) {
     audio.join();
     EXPECT_TRUE(is_always_bounded);
     EXPECT_EQ(plugin->complaint(), "");
+}
+
+TEST_P(FormatsThreads, InstancesOnThreadsSoundAsIfAlone) {
+    constexpr uint32_t BLOCKS[] = {64, 128, 1024};
+    const auto start_gm = [] { return start_at(rate(), ""); };
+    std::vector<StereoSound> alone;
+    for (const uint32_t block : BLOCKS)
+        alone.push_back(play_song(*start_gm(), song_blocks(block, false)));
+    std::vector<std::unique_ptr<FormatDriver>> plugins;
+    std::vector<StereoSound> together(std::size(BLOCKS));
+    std::vector<std::thread> threads;
+    for (size_t i = 0; i < std::size(BLOCKS); i++)
+        plugins.push_back(start_gm());
+    for (size_t i = 0; i < std::size(BLOCKS); i++)
+        threads.emplace_back(
+            [&, i] { together[i] = play_song(*plugins[i], song_blocks(BLOCKS[i], false)); });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_TRUE(is_bounded(alone[0]));
+    EXPECT_TRUE(together == alone);
 }
 
 FOR_EVERY_FORMAT(FormatsThreads);

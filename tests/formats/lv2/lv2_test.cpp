@@ -7,7 +7,6 @@
 #include "player/hosted_player.h"
 #include "sounds/shipped_sounds.h"
 #include "tests/formats/lv2/lv2_host.h"
-#include "tests/support/engine_host.h"
 #include "tests/temp_directory.h"
 
 namespace tarquil {
@@ -52,23 +51,6 @@ TEST(Lv2, PortsAreTakenWhenTheyChangeAndNeverOverwriteARestoredState) {
     other.control(CTRL_PANNING) = std::numeric_limits<float>::infinity();
     other.run(64);
     EXPECT_EQ(saved_byte(other, CTRL_PANNING), 127);
-}
-
-TEST(Lv2, EventsOfEveryKindAndNumber) {
-    Lv2Host host(RATE);
-    host.add_midi(-5, {0x90, 60, 100});
-    host.add_midi(0, {0x90});
-    host.add_midi(10, {0xF0, 0x7E, 0x7F, 0x09, 0x01, 0xF7});
-    host.add_midi(10, {});
-    host.add_midi(10, {0xC3, 5});
-    host.add_midi(99999, {0x80, 60, 0});
-    host.run(512);
-    for (int i = 0; i < 5000; i++)
-        host.add_midi(i / 20, {uint8_t(i % 2 == 0 ? 0x91 : 0x81), uint8_t(i / 2 % 128), 100});
-    host.run(256);
-    host.run(96000);
-    EXPECT_GT(peak(host.left), 0.01F);
-    EXPECT_EQ(peak({host.left.end() - 4800, host.left.end()}), 0) << "a note hangs";
 }
 
 TEST(Lv2, ProgramsByMessage) {
@@ -118,6 +100,24 @@ TEST(Lv2, PresetsAreTheShippedSounds) {
         }
     }
     EXPECT_FALSE(host.restore_preset(TARQUIL_LV2_PREFIX "gm_128"));
+}
+
+TEST(Lv2Tempo, WhatAPositionDoesNotSayStaysAndNonsenseIsNotTaken) {
+    constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
+    const auto sound = [&](const std::vector<Lv2Host::Position>& told) {
+        Lv2Host host(44100, following_state());
+        host.add_midi(0, {0x90, 60, 100});
+        for (const Lv2Host::Position& position : told)
+            host.add_position(0, position);
+        host.run(30000, 1000);
+        return host.left;
+    };
+    const Lv2Host::Position first{150.0, 1, 2.0, 4.0, 4, 1.0};
+    const std::vector<float> wanted = sound({first});
+    EXPECT_EQ(sound({first, {NONE, 1, NONE, NONE, 4, NONE}}), wanted);
+    EXPECT_EQ(sound({first, {1e30, 1, 2.0, 4.0, 4, 1.0}}), wanted);
+    EXPECT_EQ(sound({first, {150.0, 1, 2.0, 4.0, 0, 1.0}}), wanted); // beats of no length
+    EXPECT_NE(sound({first, {170.0, 1, NONE, NONE, 4, NONE}}), wanted);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "formats/vst3/abi/factory.h"
 #include "formats/vst3/parameters.h"
 #include "tests/formats/common/tempo_song.h"
+#include "tests/formats/drivers/format_driver.h"
 
 namespace tarquil::vst3 {
 
@@ -64,9 +66,13 @@ class HostPoints final : public HostObject<ParameterPoints> {
         *value = points[size_t(index)].value;
         return OK;
     }
-    Result add_point(int32_t, double, int32_t*) override { return NOT_IMPLEMENTED; }
+    Result add_point(int32_t, double value, int32_t*) override {
+        take(id, value);
+        return OK;
+    }
 
     ParameterId id = 0;
+    std::function<void(ParameterId id, double value)> take; // what the plug-in puts out
     std::vector<Point> points;
 };
 
@@ -74,7 +80,10 @@ class HostChanges final : public HostObject<ParameterChanges> {
   public:
     int32_t get_parameter_count() override { return int32_t(queues.size()); }
     ParameterPoints* get_parameter_data(int32_t index) override { return &queues[size_t(index)]; }
-    ParameterPoints* add_parameter_data(const ParameterId*, int32_t*) override { return nullptr; }
+    ParameterPoints* add_parameter_data(const ParameterId* id, int32_t*) override {
+        told.id = *id;
+        return &told;
+    }
 
     void add(ParameterId id, int32_t frame, double value) {
         auto queue = std::ranges::find(queues, id, &HostPoints::id);
@@ -86,6 +95,7 @@ class HostChanges final : public HostObject<ParameterChanges> {
     }
 
     std::vector<HostPoints> queues;
+    HostPoints told;
 };
 
 class HostStream final : public HostObject<Stream> {
@@ -149,10 +159,26 @@ inline Factory* module_factory() {
     return factory;
 }
 
-class Vst3Host {
+// What a host says of the song that follows a tempo at that frame of it.
+inline ProcessContext context_at(uint32_t frame, double rate) {
+    ProcessContext context{};
+    context.state = IS_PLAYING | HAS_POSITION | HAS_TEMPO | HAS_BAR | HAS_TIME_SIGNATURE;
+    context.rate = rate;
+    context.position_quarters = position_at(frame, rate);
+    context.bar_quarters = bar_start_at(frame, rate);
+    context.quarters_per_minute = tempo_at(frame);
+    context.time_signature_beats = int32_t(BEATS_PER_BAR);
+    context.time_signature_unit = 4;
+    return context;
+}
+
+class Vst3Host final : public FormatDriver {
   public:
     // Not yet set up for 0.  It starts with `state`, a new instance's if empty.
     explicit Vst3Host(double rate, const std::string& state = plain_state()) {
+        told_changes.told.take = [this](ParameterId id, double value) {
+            note_told({"", unsigned(id), value});
+        };
         ClassInfo info{};
         module_factory()->get_class_info(0, &info);
         void* object = nullptr;
@@ -167,11 +193,9 @@ class Vst3Host {
         if (!state.empty())
             load(state);
         if (rate > 0)
-            setup(rate);
+            activate(rate);
     }
-    Vst3Host(const Vst3Host&) = delete;
-    Vst3Host& operator=(const Vst3Host&) = delete;
-    ~Vst3Host() {
+    ~Vst3Host() override {
         processor->set_processing(0);
         component->set_active(0);
         controller->terminate();
@@ -186,51 +210,43 @@ class Vst3Host {
         }
     }
 
-    Result setup(double rate) {
+    bool activate(double rate) override {
         component->set_active(0);
         ProcessSetup wanted{0, SAMPLE_32, 1024, rate};
-        const Result result = processor->setup_processing(&wanted);
-        if (result != OK)
-            return result;
+        if (processor->setup_processing(&wanted) != OK)
+            return false;
         component->activate_bus(AUDIO, OUTPUT, 0, 1);
         component->activate_bus(EVENT, INPUT, 0, 1);
         component->set_active(1);
         processor->set_processing(1); // answers nothing of use
-        return OK;
+        return true;
     }
-    Result run(float* left, float* right, int32_t frames) {
-        float* channels[] = {left, right};
-        AudioBuffers out{2, 0, {channels}};
-        ProcessData data{};
-        prepare(out, frames, data);
-        const Result result = processor->process(&data);
-        finish();
-        return result;
-    }
-    // The same, for watches: what is before and behind the plug-in's own call.
-    void prepare(AudioBuffers& out, int32_t frames, ProcessData& data) {
+    void deactivate() override { component->set_active(0); }
+
+    void prepare(float* left, float* right, uint32_t frames) override {
+        sides[0] = left;
+        sides[1] = right;
         data = {};
         data.sample_size = SAMPLE_32;
-        data.num_frames = frames;
+        data.num_frames = int32_t(frames);
         data.num_outputs = 1;
         data.outputs = &out;
         data.input_changes = &changes;
+        data.output_changes = &told_changes;
         data.input_events = &events;
         data.context = context;
     }
-    void finish() {
+    void call() noexcept override { answer = processor->process(&data); }
+    void finish() override {
         events.events.clear();
         changes.queues.clear();
     }
-    std::vector<float> run(int32_t frames) {
-        std::vector<float> left(static_cast<size_t>(frames));
-        std::vector<float> right(static_cast<size_t>(frames));
-        run(left.data(), right.data(), frames);
-        return left;
-    } // the left side
+    uint32_t latency_frames() override { return processor->get_latency_frames(); }
 
     // As hosts turn MIDI into what VST 3 has.
-    void add_message(int32_t frame, uint8_t status, uint8_t data1, uint8_t data2) {
+    void add(const SongMessage& message) override {
+        const auto [status, data1, data2] = message.bytes;
+        const auto frame = int32_t(message.frame);
         const auto channel = int16_t(status & 0x0FU);
         Event event{};
         event.frame = frame;
@@ -257,14 +273,68 @@ class Vst3Host {
         }
         }
     }
+    void set(unsigned number, int byte, uint32_t frame) override {
+        changes.add(number, int32_t(frame), normalized(*find_host_control(number), byte));
+    }
+    void tell_tempo(uint32_t song_frame, double rate) override {
+        song_context = context_at(song_frame, rate);
+        context = &song_context;
+    }
+    void add_specials() override {
+        changes.add(EDITED_PROGRAM_ID, 20, 0.5);
+        for (uint32_t channel = 0; channel < 16; channel++)
+            changes.add(CHANNEL_PROGRAM_ID + channel, int32_t(channel), 0.25);
+        for (int32_t frame = 0; frame < 20000; frame++) // more than there is room to sort
+            changes.add(CTRL_PANNING, frame, 0.5);
+        Event odd{};
+        odd.type = NOTE_ON;
+        odd.note_on = {-3, 200, 0, std::numeric_limits<float>::quiet_NaN(), 0, -1};
+        events.add_event(&odd);
+        odd.type = 999;
+        events.add_event(&odd);
+        static constexpr uint8_t RESET[] = {0xF0, 0x7E, 0x7F, 9, 1, 0xF7};
+        odd.type = DATA;
+        odd.data = {sizeof(RESET), 0, RESET};
+        events.add_event(&odd);
+    }
 
-    std::string save(int32_t piece = 1 << 20) {
-        HostStream stream("", piece);
+    using FormatDriver::load;
+    using FormatDriver::save;
+    std::string save(size_t piece) override {
+        HostStream stream("", int32_t(piece));
         return component->get_state(&stream) == OK ? stream.bytes : "";
     }
-    Result load(const std::string& state, int32_t piece = 1 << 20) {
-        HostStream stream(state, piece);
-        return component->set_state(&stream);
+    bool load(const std::string& state, size_t piece) override {
+        HostStream stream(state, int32_t(piece));
+        return component->set_state(&stream) == OK;
+    }
+    void look(unsigned round) override {
+        String128 text;
+        for (ParameterId id = round % 5; id < 128; id += 5) {
+            const double value = controller->get_normalized(id);
+            controller->get_parameter_text(id, value, text);
+            controller->set_normalized(id, double(round % 10) / 9);
+        }
+        units->get_program_name(1, int32_t(round % 128), text);
+    }
+    std::vector<std::string> take_told() override {
+        return take_noted([](const Told& one) {
+            return value_of(*find_host_control(one.controller), one.value).value_or(-1);
+        });
+    }
+    // Controllers that channels have no hidden parameter for can be learned only, and parameters
+    // come first within a frame.
+    [[nodiscard]] std::vector<SongMessage>
+    passed(const std::vector<SongMessage>& messages) const override {
+        std::vector<SongMessage> kept = messages;
+        std::erase_if(kept, [](const SongMessage& m) {
+            return (m.bytes[0] & 0xF0U) == 0xB0 && !midi_parameter_id(0, m.bytes[1]);
+        });
+        std::ranges::stable_sort(kept, [](const SongMessage& a, const SongMessage& b) {
+            const auto is_note = [](const SongMessage& m) { return m.bytes[0] < 0xA0; };
+            return a.frame != b.frame ? a.frame < b.frame : !is_note(a) && is_note(b);
+        });
+        return kept;
     }
 
     Component* component = nullptr;
@@ -277,19 +347,15 @@ class Vst3Host {
     HostEvents events;
     HostChanges changes;
     const ProcessContext* context = nullptr;
-};
+    // Of the last block.
+    Result answer = OK;
 
-// What a host says of the song that follows a tempo at that frame of it.
-inline ProcessContext context_at(uint32_t frame, double rate) {
-    ProcessContext context{};
-    context.state = IS_PLAYING | HAS_POSITION | HAS_TEMPO | HAS_BAR | HAS_TIME_SIGNATURE;
-    context.rate = rate;
-    context.position_quarters = position_at(frame, rate);
-    context.bar_quarters = bar_start_at(frame, rate);
-    context.quarters_per_minute = tempo_at(frame);
-    context.time_signature_beats = int32_t(BEATS_PER_BAR);
-    context.time_signature_unit = 4;
-    return context;
-}
+  private:
+    ProcessContext song_context{};
+    float* sides[2] = {};
+    AudioBuffers out{2, 0, {sides}};
+    ProcessData data{};
+    HostChanges told_changes;
+};
 
 } // namespace tarquil::vst3

@@ -7,7 +7,7 @@
 
 #include "formats/vst3/parameters.h"
 #include "formats/vst3/text.h"
-#include "tests/formats/common/format_song.h"
+#include "tests/formats/common/tempo_song.h"
 #include "tests/formats/vst3/vst3_host.h"
 #include "tests/support/engine_host.h"
 
@@ -87,8 +87,8 @@ TEST(Vst3, EveryControllerOfEachChannelCanBeLearned) {
         LearnedControls learned;
         learned.learn(number, CTRL_PANNING);
         taught.player().set_learned(learned);
-        ASSERT_EQ(host.load(taught.save_state()), OK);
-        host.add_message(0, uint8_t(0xB0 + number % 16), uint8_t(number), 100);
+        ASSERT_TRUE(host.load(taught.save_state()));
+        host.add({0, {uint8_t(0xB0 + number % 16), uint8_t(number), 100}});
         host.run(64);
         EXPECT_NEAR(host.controller->get_normalized(CTRL_PANNING), 100.0 / 127, 1e-9) << number;
     }
@@ -139,7 +139,7 @@ TEST(Vst3, WhatIsShownSoundsWithABlockOrASave) {
     // One that no block has brought is saved.
     EXPECT_EQ(host.controller->set_normalized(CTRL_PANNING, 1), OK);
     Vst3Host other(RATE);
-    EXPECT_EQ(other.load(host.save()), OK);
+    EXPECT_TRUE(other.load(host.save()));
     EXPECT_EQ(other.controller->get_normalized(CTRL_PANNING), 1);
 
     host.changes.add(CTRL_PANNING, 0, 0.75);
@@ -154,7 +154,7 @@ TEST(Vst3, WhatIsShownSoundsWithABlockOrASave) {
 TEST(Vst3, EveryParameterSentAtTheStartIsNoMessage) {
     const auto play = [](bool is_dumped) {
         Vst3Host host(RATE);
-        host.add_message(10, 0x90, 60, 100);
+        host.add({10, {0x90, 60, 100}});
         for (const ParameterInfo& info : all_infos(host)) {
             // Ardour leaves the programs out.
             if (is_dumped && (info.flags & IS_PROGRAM_CHANGE) == 0)
@@ -165,30 +165,11 @@ TEST(Vst3, EveryParameterSentAtTheStartIsNoMessage) {
     EXPECT_EQ(play(true), play(false));
 }
 
-TEST(Vst3, ManyEventsInDisorderAndBeyondTheBlock) {
-    Vst3Host host(RATE);
-    for (int i = 0; i < 5000; i++)
-        host.add_message(1000 - i, uint8_t(i % 2 == 0 ? 0x90 : 0x80), uint8_t(i / 2 % 128), 100);
-    for (int i = 0; i < 20000; i++)
-        host.changes.add(CTRL_PANNING, i, 0.5);
-    for (int i = 0; i < 128; i++)
-        host.add_message(INT32_MAX, 0x80, uint8_t(i), 0);
-    Event odd{};
-    odd.type = NOTE_ON;
-    odd.note_on = {-3, 200, 0, std::numeric_limits<float>::quiet_NaN(), 0, -1};
-    host.events.add_event(&odd);
-    odd.type = 999;
-    host.events.add_event(&odd);
-    for (const float sample : host.run(512))
-        ASSERT_TRUE(std::isfinite(sample));
-    host.run(96000);
-    EXPECT_EQ(peak(host.run(4800)), 0) << "a note hangs";
-}
-
 TEST(Vst3, BlocksWithoutFramesOrOutputsHandOverParameters) {
     Vst3Host host(RATE);
     host.changes.add(CTRL_PANNING, 0, 0);
-    EXPECT_EQ(host.run(nullptr, nullptr, 0), OK);
+    host.run(nullptr, nullptr, 0);
+    EXPECT_EQ(host.answer, OK);
     EXPECT_EQ(host.controller->get_normalized(CTRL_PANNING), 0);
     ProcessData data{};
     data.num_frames = 100;
@@ -211,7 +192,7 @@ TEST(Vst3, BusesRatesAndActivation) {
     EXPECT_EQ(host.processor->set_bus_arrangements(nullptr, 0, &stereo, 1), OK);
     EXPECT_NE(host.processor->can_process_sample_size(SAMPLE_64), OK);
     EXPECT_EQ(host.processor->get_tail_frames(), INFINITE_TAIL);
-    EXPECT_EQ(host.setup(RATE), OK);
+    EXPECT_TRUE(host.activate(RATE));
 }
 
 TEST(Vst3, ChannelsAreUnitsWithPrograms) {
@@ -233,6 +214,30 @@ TEST(Vst3, ChannelsAreUnitsWithPrograms) {
     EXPECT_EQ(get_text(name, 128), "instrument_127");
     EXPECT_NE(host.units->get_program_name(1, 128, name), OK);
     EXPECT_NE(host.units->get_program_name(99, 0, name), OK);
+}
+
+// Of a host that does not say all.
+StereoSound tempo_song_without(uint32_t hidden_flags) {
+    Vst3Host host(48000, following_state());
+    ProcessContext context{};
+    return render_tempo_song(
+        [&](uint32_t frame) {
+            context = context_at(frame, 48000);
+            context.state &= ~hidden_flags;
+            host.context = &context;
+        },
+        [&](const auto& messages, float* left, float* right, uint32_t frames) {
+            for (const SongMessage& message : messages)
+                host.add(message);
+            host.run(left, right, frames);
+        });
+}
+
+TEST(Vst3Tempo, OnlyWhatTheHostKnowsCounts) {
+    const StereoSound followed = hosted_tempo_song(48000);
+    EXPECT_NE(followed.hash(), tempo_song_without(HAS_TEMPO).hash());
+    EXPECT_NE(followed.hash(), tempo_song_without(IS_PLAYING).hash());
+    EXPECT_EQ(tempo_song_without(IS_PLAYING).hash(), tempo_song_without(HAS_POSITION).hash());
 }
 
 TEST(Vst3Text, Utf16BothWays) {

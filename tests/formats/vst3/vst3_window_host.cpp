@@ -334,9 +334,9 @@ int run_three() {
         const SoundMeanwhile sound([&, left = std::vector<float>(256),
                                     right = std::vector<float>(256)](unsigned block) mutable {
             for (EditedPlugin* plugin : all) {
-                plugin->host.add_message(0, 0x90, uint8_t(40 + block % 40), 100);
-                plugin->host.add_message(9, 0x80, uint8_t(40 + (block + 20) % 40), 0);
-                plugin->host.add_message(10, 0xC0, uint8_t(block / 50 % 4), 0);
+                plugin->host.add({0, {0x90, uint8_t(40 + block % 40), 100}});
+                plugin->host.add({9, {0x80, uint8_t(40 + (block + 20) % 40), 0}});
+                plugin->host.add({10, {0xC0, uint8_t(block / 50 % 4), 0}});
                 plugin->host.changes.add(block % 128, 100, block % 10 / 9.0);
                 plugin->host.run(left.data(), right.data(), 256);
             }
@@ -355,7 +355,7 @@ int run_three() {
             }
             for (EditedPlugin* plugin : all)
                 plugin->loop.idle();
-            if (round % 10 == 0 && loaded.host.load(sized.host.save()) != OK)
+            if (round % 10 == 0 && !loaded.host.load(sized.host.save()))
                 wrong = "a state does not load";
         }
     }

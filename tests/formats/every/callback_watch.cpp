@@ -3,7 +3,7 @@
 // The C library's allocator and mutexes are replaced for the whole program, the module included;
 // system calls are caught by a filter of the kernel that belongs to one thread.
 
-#include "tests/vst/callback_watch.h"
+#include "tests/formats/every/callback_watch.h"
 
 #include <dlfcn.h>
 #include <linux/audit.h>
