@@ -9,7 +9,6 @@
 #include <cstring>
 #include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -30,13 +29,36 @@
 #include "formats/lv2/port_table.h"
 #include "player/hosted_player.h"
 #include "tests/formats/common/tempo_song.h"
+#include "tests/formats/drivers/format_driver.h"
 
 namespace tarquil {
 
-class Lv2Host {
+// Where a host says that it is; none of what is not a number.
+struct Lv2Position {
+    double beats_per_minute;
+    int64_t bar;
+    double bar_beat;
+    double beats_per_bar;
+    int32_t beat_unit;
+    double speed;
+};
+
+// Where the song that follows a tempo is at that frame of it, in beats of an eighth.
+inline Lv2Position lv2_position_at(uint32_t frame, double rate) {
+    constexpr int BEATS_PER_QUARTER = 2;
+    const double bar = std::floor(position_at(frame, rate) / BEATS_PER_BAR);
+    return {.beats_per_minute = BEATS_PER_QUARTER * tempo_at(frame),
+            .bar = int64_t(bar),
+            .bar_beat = BEATS_PER_QUARTER * (position_at(frame, rate) - bar_start_at(frame, rate)),
+            .beats_per_bar = BEATS_PER_QUARTER * BEATS_PER_BAR,
+            .beat_unit = 4 * BEATS_PER_QUARTER,
+            .speed = 1.0};
+}
+
+class Lv2Host final : public FormatDriver {
   public:
-    // It starts with `state`, a new instance's if empty.
-    explicit Lv2Host(double rate, const std::string& state = HostedPlayer().save_state())
+    // Not yet made for 0.  It starts with `state`, a new instance's if empty.
+    explicit Lv2Host(double first_rate, const std::string& state = plain_state())
         : controls(NUM_FIXED_LV2_PORTS + lv2_controls().size()), events(EVENT_BYTES / 8),
           notifications(512) {
         // Libraries of the window system leave memory behind when they are unloaded with the
@@ -49,34 +71,28 @@ class Lv2Host {
         LilvNode* const name = lilv_new_uri(world, TARQUIL_LV2_URI);
         plugin = lilv_plugins_get_by_uri(lilv_world_get_all_plugins(world), name);
         lilv_node_free(name);
-        if (plugin == nullptr || lilv_plugin_get_num_ports(plugin) != controls.size())
-            return;
-        lilv_plugin_get_port_ranges_float(plugin, nullptr, nullptr, controls.data());
-        instance = lilv_plugin_instantiate(plugin, rate, features);
-        if (instance == nullptr)
-            return;
-        lilv_instance_connect_port(instance, LV2_PORT_EVENTS, events.data());
-        lilv_instance_connect_port(instance, LV2_PORT_NOTIFY, notifications.data());
-        for (uint32_t port = LV2_PORT_LATENCY; port < controls.size(); port++)
-            lilv_instance_connect_port(instance, port, &controls[port]);
-        lilv_instance_activate(instance);
         lv2_atom_forge_init(&forge, &map);
         start_events();
-        if (state.empty())
-            return;
-        restore_text(state);
-        run(0);
-        program_told = -1;
-        changes_told = 0;
+        if (first_rate > 0)
+            start(first_rate, state);
     }
-    Lv2Host(const Lv2Host&) = delete;
-    Lv2Host& operator=(const Lv2Host&) = delete;
-    ~Lv2Host() {
-        if (instance != nullptr) {
-            lilv_instance_deactivate(instance);
-            lilv_instance_free(instance);
-        }
+    ~Lv2Host() override {
+        end();
         lilv_world_free(world);
+    }
+
+    // An instance is of one rate: another one takes its state over.
+    bool activate(double wanted) override {
+        if (instance == nullptr || wanted != rate)
+            return start(wanted, instance == nullptr ? "" : save());
+        if (!is_active)
+            lilv_instance_activate(instance);
+        is_active = true;
+        return true;
+    }
+    void deactivate() override {
+        lilv_instance_deactivate(instance);
+        is_active = false;
     }
 
     [[nodiscard]] bool is_loaded() const { return instance != nullptr; }
@@ -86,6 +102,25 @@ class Lv2Host {
     }
 
     // Messages of the next block.
+    void add(const SongMessage& message) override {
+        add_midi(message.frame, {message.bytes.begin(), message.bytes.end()});
+    }
+    void set(unsigned controller, int byte, uint32_t /*frame*/) override {
+        control(controller) = row_of(controller).value(byte);
+    }
+    // Hosts speak when something changes.
+    void tell_tempo(uint32_t song_frame, double host_rate) override {
+        if (song_frame == 0 || song_frame == TEMPO_CHANGE)
+            add_position(0, lv2_position_at(song_frame, host_rate));
+    }
+    void add_specials() override {
+        for (int32_t i = 0; i < 200; i++) // more than there is room to tell
+            add_program(i % 64, i % 128);
+        for (const std::vector<uint8_t>& message : std::initializer_list<std::vector<uint8_t>>{
+                 {0xF0, 0x7E, 0x7F, 9, 1, 0xF7}, {0x90}, {}, {0xC3, 5}})
+            add_midi(10, message);
+        add_midi(-5, {0x90, 60, 100});
+    }
     void add_midi(int64_t frame, const std::vector<uint8_t>& message) {
         lv2_atom_forge_frame_time(&forge, frame);
         lv2_atom_forge_atom(&forge, uint32_t(message.size()), number(LV2_MIDI__MidiEvent));
@@ -99,16 +134,7 @@ class Lv2Host {
         add_set(0, TARQUIL_LV2_FILE_URI,
                 [&] { lv2_atom_forge_path(&forge, path.c_str(), uint32_t(path.size())); });
     }
-    // Where it is; none of what is not a number.
-    struct Position {
-        double beats_per_minute;
-        int64_t bar;
-        double bar_beat;
-        double beats_per_bar;
-        int32_t beat_unit;
-        double speed;
-    };
-    void add_position(int64_t frame, const Position& position) {
+    void add_position(int64_t frame, const Lv2Position& position) {
         LV2_Atom_Forge_Frame object;
         lv2_atom_forge_frame_time(&forge, frame);
         lv2_atom_forge_object(&forge, &object, 0, number(LV2_TIME__Position));
@@ -129,25 +155,17 @@ class Lv2Host {
         lv2_atom_forge_pop(&forge, &object);
     }
 
-    // Adds a block to `left` and `right`.
-    void run(uint32_t frames) {
-        prepare_run(frames);
-        lilv_instance_run(instance, frames);
-        finish_run();
-    }
-    // The same, for watches: what is before and behind the plug-in's own call.
-    void prepare_run(uint32_t frames) {
+    void prepare(float* left, float* right, uint32_t frames) override {
+        num_frames = frames;
         lv2_atom_forge_pop(&forge, &sequence);
-        const size_t start = left.size();
-        left.resize(start + frames);
-        right.resize(start + frames);
-        lilv_instance_connect_port(instance, LV2_PORT_LEFT, left.data() + start);
-        lilv_instance_connect_port(instance, LV2_PORT_RIGHT, right.data() + start);
+        lilv_instance_connect_port(instance, LV2_PORT_LEFT, left);
+        lilv_instance_connect_port(instance, LV2_PORT_RIGHT, right);
         auto* const notify = reinterpret_cast<LV2_Atom_Sequence*>(notifications.data());
         notify->atom.size = uint32_t(notifications.size() * 8 - sizeof(LV2_Atom));
         notify->atom.type = number(LV2_ATOM__Chunk);
     }
-    void finish_run() {
+    void call() noexcept override { lilv_instance_run(instance, num_frames); }
+    void finish() override {
         read_notifications();
         start_events();
         const auto* const interface = static_cast<const LV2_Worker_Interface*>(
@@ -156,14 +174,9 @@ class Lv2Host {
             interface->work(lilv_instance_get_handle(instance), nullptr, nullptr,
                             uint32_t(data.size()), data.data());
     }
-    void run(uint32_t frames, uint32_t block) {
-        for (; frames > block; frames -= block)
-            run(block);
-        run(frames);
-    }
 
     float& control(unsigned number) { return controls[lv2_port_of(number)]; }
-    [[nodiscard]] float latency() const { return controls[LV2_PORT_LATENCY]; }
+    uint32_t latency_frames() override { return uint32_t(controls[LV2_PORT_LATENCY]); }
     // The program that the plug-in told last, -1 for none; and how often that its state changed.
     [[nodiscard]] int told_program() const { return program_told; }
     [[nodiscard]] int told_changes() const { return changes_told; }
@@ -180,29 +193,33 @@ class Lv2Host {
         lilv_state_free(state);
         return true;
     }
-    // What the state holds under the plug-in's own key; empty unless it is plain text.
-    std::string saved_text() {
+    using FormatDriver::load;
+    using FormatDriver::save;
+    // What the state holds under the plug-in's own key, without the byte that ends it; empty unless
+    // it is plain text.
+    std::string save(size_t /*piece*/) override {
+        make_sure();
         Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), ""};
         const auto* const interface = static_cast<const LV2_State_Interface*>(
             lilv_instance_get_extension_data(instance, LV2_STATE__interface));
         interface->save(lilv_instance_get_handle(instance), store_text, &text, 0, features);
-        return text.value;
+        return text.value.substr(0, text.value.find('\0'));
     }
-    // Hands that in as it is; the plug-in's answer.
-    LV2_State_Status restore_text(const std::string& value) {
+    bool load(const std::string& value, size_t /*piece*/) override {
+        make_sure();
         Text text{number(TARQUIL_LV2_STATE_URI), number(LV2_ATOM__String), value};
         const auto* const interface = static_cast<const LV2_State_Interface*>(
             lilv_instance_get_extension_data(instance, LV2_STATE__interface));
         return interface->restore(lilv_instance_get_handle(instance), retrieve_text, &text, 0,
-                                  features);
+                                  features) == LV2_STATE_SUCCESS;
     }
-
-    // The plug-in asks for another value of a port.
-    std::function<void(uint32_t port, float value)> on_request;
+    std::vector<std::string> take_told() override {
+        return take_noted(
+            [](const Told& one) { return row_of(one.controller).byte(float(one.value)); });
+    }
+    [[nodiscard]] bool has_exact_parameters() const override { return false; }
 
     LilvInstance* get_instance() { return instance; }
-    std::vector<float> left;
-    std::vector<float> right;
 
   private:
     static constexpr size_t EVENT_BYTES = 1 << 18;
@@ -241,11 +258,48 @@ class Lv2Host {
         static_cast<Lv2Host*>(handle)->work.emplace_back(static_cast<const char*>(data), size);
         return LV2_WORKER_SUCCESS;
     }
+    // The plug-in asks for another value of a port.
     static int32_t request_change(void* handle, uint32_t port, float value) {
-        const auto& host = *static_cast<Lv2Host*>(handle);
-        if (host.on_request)
-            host.on_request(port, value);
+        static_cast<Lv2Host*>(handle)->note_told(
+            {"", lv2_controls()[port - NUM_FIXED_LV2_PORTS].number(), double(value)});
         return 0;
+    }
+    static const Lv2Control& row_of(unsigned controller) {
+        return lv2_controls()[lv2_port_of(controller) - NUM_FIXED_LV2_PORTS];
+    }
+    void make_sure() {
+        if (instance == nullptr)
+            activate(SAMPLE_RATE);
+    }
+    bool start(double wanted, const std::string& state) {
+        if (plugin == nullptr || lilv_plugin_get_num_ports(plugin) != controls.size())
+            return false;
+        LilvInstance* const other = lilv_plugin_instantiate(plugin, wanted, features);
+        if (other == nullptr)
+            return false;
+        end();
+        instance = other;
+        rate = wanted;
+        lilv_plugin_get_port_ranges_float(plugin, nullptr, nullptr, controls.data());
+        lilv_instance_connect_port(instance, LV2_PORT_EVENTS, events.data());
+        lilv_instance_connect_port(instance, LV2_PORT_NOTIFY, notifications.data());
+        for (uint32_t port = LV2_PORT_LATENCY; port < controls.size(); port++)
+            lilv_instance_connect_port(instance, port, &controls[port]);
+        lilv_instance_activate(instance);
+        is_active = true;
+        if (state.empty())
+            return true;
+        load(state);
+        run(0);
+        program_told = -1;
+        changes_told = 0;
+        return true;
+    }
+    void end() {
+        if (instance == nullptr)
+            return;
+        lilv_instance_deactivate(instance);
+        lilv_instance_free(instance);
     }
     void add_set(int64_t frame, const char* property, const std::function<void()>& add_value) {
         LV2_Atom_Forge_Frame object;
@@ -287,6 +341,9 @@ class Lv2Host {
     LilvWorld* world = nullptr;
     const LilvPlugin* plugin = nullptr;
     LilvInstance* instance = nullptr;
+    double rate = 0;
+    bool is_active = false;
+    uint32_t num_frames = 0;
     std::vector<float> controls;
     std::vector<uint64_t> events;
     std::vector<uint64_t> notifications;
@@ -296,17 +353,5 @@ class Lv2Host {
     int program_told = -1;
     int changes_told = 0;
 };
-
-// Where the song that follows a tempo is at that frame of it, in beats of an eighth.
-inline Lv2Host::Position lv2_position_at(uint32_t frame, double rate) {
-    constexpr int BEATS_PER_QUARTER = 2;
-    const double bar = std::floor(position_at(frame, rate) / BEATS_PER_BAR);
-    return {.beats_per_minute = BEATS_PER_QUARTER * tempo_at(frame),
-            .bar = int64_t(bar),
-            .bar_beat = BEATS_PER_QUARTER * (position_at(frame, rate) - bar_start_at(frame, rate)),
-            .beats_per_bar = BEATS_PER_QUARTER * BEATS_PER_BAR,
-            .beat_unit = 4 * BEATS_PER_QUARTER,
-            .speed = 1.0};
-}
 
 } // namespace tarquil

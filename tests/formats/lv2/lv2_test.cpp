@@ -17,7 +17,7 @@ constexpr double RATE = 48000;
 // The byte of a saved controller.
 int saved_byte(Lv2Host& host, unsigned number) {
     HostedPlayer player;
-    EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
+    EXPECT_EQ(player.load_state(host.save()), 0);
     return player.player().get_controller(number);
 }
 
@@ -34,10 +34,10 @@ TEST(Lv2, PortsAreTakenWhenTheyChangeAndNeverOverwriteARestoredState) {
     other.control(CTRL_PANNING) = 1.0F;
     other.run(64);
     EXPECT_EQ(saved_byte(other, CTRL_PANNING), 127);
-    EXPECT_EQ(other.restore_text(host.saved_text()), LV2_STATE_SUCCESS);
+    EXPECT_TRUE(other.load(host.save()));
     other.run(64);
     EXPECT_EQ(saved_byte(other, CTRL_PANNING), 32);
-    EXPECT_EQ(other.restore_text(host.saved_text()), LV2_STATE_SUCCESS);
+    EXPECT_TRUE(other.load(host.save()));
     other.control(CTRL_PANNING) = 0.25F;
     other.run(64);
     EXPECT_EQ(saved_byte(other, CTRL_PANNING), 32);
@@ -64,7 +64,7 @@ TEST(Lv2, ProgramsByMessage) {
     EXPECT_EQ(host.told_program(), 77);
     EXPECT_GT(host.told_changes(), 0);
     HostedPlayer player;
-    EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
+    EXPECT_EQ(player.load_state(host.save()), 0);
     EXPECT_EQ(player.player().edited_program(), 77U);
     EXPECT_EQ(player.player().channel_program(0), 77U);
 }
@@ -81,7 +81,7 @@ TEST(Lv2, FilesAreLoadedBesideTheSound) {
     host.run(64);
     EXPECT_EQ(saved_byte(host, CTRL_PANNING), 32);
     HostedPlayer player;
-    EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
+    EXPECT_EQ(player.load_state(host.save()), 0);
     EXPECT_EQ(player.player().program_name(0), "wide");
 }
 
@@ -94,7 +94,7 @@ TEST(Lv2, PresetsAreTheShippedSounds) {
             const std::string name = TARQUIL_LV2_PREFIX + symbol + "_" + std::to_string(number);
             ASSERT_TRUE(host.restore_preset(name.c_str())) << name;
             HostedPlayer player;
-            EXPECT_EQ(player.load_state(host.saved_text().c_str()), 0);
+            EXPECT_EQ(player.load_state(host.save()), 0);
             const Instrument& wanted = bank->get_instrument(number);
             EXPECT_EQ(player.player().get_instrument(0).save_to_string(), wanted.save_to_string());
         }
@@ -104,15 +104,14 @@ TEST(Lv2, PresetsAreTheShippedSounds) {
 
 TEST(Lv2Tempo, WhatAPositionDoesNotSayStaysAndNonsenseIsNotTaken) {
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
-    const auto sound = [&](const std::vector<Lv2Host::Position>& told) {
+    const auto sound = [&](const std::vector<Lv2Position>& told) {
         Lv2Host host(44100, following_state());
         host.add_midi(0, {0x90, 60, 100});
-        for (const Lv2Host::Position& position : told)
+        for (const Lv2Position& position : told)
             host.add_position(0, position);
-        host.run(30000, 1000);
-        return host.left;
+        return host.run(30000).left;
     };
-    const Lv2Host::Position first{150.0, 1, 2.0, 4.0, 4, 1.0};
+    const Lv2Position first{150.0, 1, 2.0, 4.0, 4, 1.0};
     const std::vector<float> wanted = sound({first});
     EXPECT_EQ(sound({first, {NONE, 1, NONE, NONE, 4, NONE}}), wanted);
     EXPECT_EQ(sound({first, {1e30, 1, 2.0, 4.0, 4, 1.0}}), wanted);

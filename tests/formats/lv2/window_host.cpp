@@ -97,9 +97,9 @@ int run(int seconds) {
     if (shown.num_written == 0)
         return fail("the wheel reached no port");
     // What the ports say is what the plug-in has.
-    const std::string before = shown.host.saved_text();
+    const std::string before = shown.host.save();
     shown.host.run(64);
-    if (shown.host.saved_text() != before)
+    if (shown.host.save() != before)
         return fail("the ports overwrite what the window has set");
     std::printf("ok %d values were written to ports\n", shown.num_written);
     screen.destroy(parent);
