@@ -109,6 +109,8 @@ TEST(Plugin, AddsToWhatIsThereAndLeavesNothingWithoutOutputs) {
         EXPECT_EQ(sum[i], 2.0F + sound[i]);
     PluginHost without_size(64, false);
     without_size.call(effMainsChanged, 0, 1);
+    without_size.midi(0x90, 60, 100);
+    without_size.send_events();
     std::fill(sum.begin(), sum.end(), 3.0F);
     without_size.effect->process(without_size.effect, nullptr, outputs, 64);
     EXPECT_EQ(sum, std::vector<float>(128, 3.0F));

@@ -87,7 +87,7 @@ class ClapTestHost : public FormatDriver {
                     return found == nullptr && self.has_extensions ? find_extension(id) : found;
                 },
                 .request_restart = [](const clap_host*) {},
-                .request_process = [](const clap_host* asked) { of(asked).process_requests++; },
+                .request_process = [](const clap_host*) {},
                 .request_callback = [](const clap_host* asked) { of(asked).callback_requests++; }};
         output.reserve(MAX_OUTPUT);
         plugin = factory().create_plugin(&factory(), &host, PLUGIN_ID);
@@ -327,7 +327,6 @@ class ClapTestHost : public FormatDriver {
 
     // What the plug-in has asked for.
     std::atomic<int> flush_requests{0};
-    std::atomic<int> process_requests{0};
     std::atomic<int> callback_requests{0};
     int dirty_marks = 0;
     int latency_changes = 0;

@@ -94,6 +94,28 @@ TEST_F(EditTellerTest, AnEditReachesTheProgramAndTheHost) {
     EXPECT_EQ(synth.get_instrument(4).get_controller(CTRL_PANNING), 64);
 }
 
+TEST_F(EditTellerTest, ProgramsBanksAndSongsAreReplacedWhole) {
+    Instrument instrument = synth.get_instrument(9);
+    instrument.set_name("nine");
+    synth.set_instrument(9, instrument);
+    synth.set_channel_program(3, 9);
+    synth.set_song("Title", "Author");
+    EXPECT_EQ(state().names[9], "nine");
+    EXPECT_EQ(state().names[3], "instrument_3");
+    EXPECT_EQ(state().channel_programs[3], 9);
+    EXPECT_EQ(state().channel_programs[9], 9);
+    EXPECT_EQ(state().song_title, "Title");
+    EXPECT_EQ(state().song_author, "Author");
+    TarqSettings bank;
+    synth.copy_bank(bank);
+    EXPECT_EQ(bank.get_instrument(9).get_name(), "nine");
+    bank.get_instrument(9).set_name("other");
+    synth.set_bank(bank);
+    EXPECT_EQ(state().names[9], "other");
+    EXPECT_EQ(state().channel_programs[3], 9);
+    EXPECT_THAT(told, ElementsAre("look", "look", "look"));
+}
+
 TEST_F(EditTellerTest, WhatIsChosenForAChannelIsTheHostsCurrentProgram) {
     EditorModel model(synth);
     model.select_channel(2);
