@@ -23,12 +23,12 @@ namespace tarquil {
 
 namespace {
 
-thread_local CallbackCounts* counts = nullptr;
+thread_local CallbackCounts* watched = nullptr;
 thread_local pthread_mutex_t* known_mutex = nullptr;
 
 void count_allocation() {
-    if (counts != nullptr)
-        counts->allocations++;
+    if (watched != nullptr)
+        watched->allocations++;
 }
 
 volatile std::sig_atomic_t caught_calls = 0;
@@ -93,12 +93,12 @@ void __libc_free(void* memory);
 [[gnu::visibility("default")]] int pthread_mutex_lock(pthread_mutex_t* mutex) {
     using Function = int (*)(pthread_mutex_t*);
     static const auto original = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
-    if (counts != nullptr) {
-        counts->all_locks++;
+    if (watched != nullptr) {
+        watched->all_locks++;
         if (known_mutex == nullptr)
             known_mutex = mutex;
         if (mutex != known_mutex)
-            counts->locks++;
+            watched->locks++;
     }
     return original(mutex);
 }
@@ -107,11 +107,11 @@ void __libc_free(void* memory);
 CallbackWatch::CallbackWatch(CallbackCounts& counted) : target(counted) {
     known_mutex = nullptr;
     caught_calls = 0;
-    counts = &counted;
+    watched = &counted;
 }
 
 CallbackWatch::~CallbackWatch() {
-    counts = nullptr;
+    watched = nullptr;
     target.system_calls += caught_calls;
     if (caught_calls != 0)
         target.last_system_call = std::to_string(last_call);
