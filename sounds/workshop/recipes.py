@@ -25,7 +25,8 @@ PAIRS = (
 RINGS = (12, 16, 19, 22, 24, 28, 31, 34, 36, 40)
 # In phase: of random ones the level is chance, from note to note and from one judgement to the next.
 COPIES = ((0, 0), (1, 20), (3, 35))
-FILTERS = ((1, 1), (1, 2), (19, 0), (21, 0))
+# Kind and sections: low-passes, plain and with the waveshaper.  No ladder, which costs sixty times as much and came no nearer.
+FILTERS = ((1, 1), (1, 2), (10, 1))
 NOISE_FACTORS = (0.5, 0.7, 1.4, 2.0)
 LEAST_NOISE = 12
 COLOURS = (-16, 16)
@@ -59,8 +60,8 @@ def _waves(_):
     return found
 
 
-def _shapes(now):
-    found = [{"filter1_type": kind, "filter1_depth": depth or now["filter1_depth"]} for kind, depth in FILTERS]
+def _shapes(_):
+    found = [{"filter1_type": kind, "filter1_depth": depth} for kind, depth in FILTERS]
     for copies, spread in COPIES:
         found.append({"osc1_multi_count": copies, "osc2_multi_count": copies, "osc1_randomize_phase": 0,
                       "osc2_randomize_phase": 0, "osc1_spread": spread, "osc2_spread": spread})
