@@ -25,7 +25,6 @@ VELOCITY = notes.DRUM_FIT_NOTES[0].velocity
 FAR = 100.0
 # Loudness is the table's, by the velocities there.
 WEIGHTS = {name: weight for name, weight in distance.DRUM_FIT_WEIGHTS.items() if name != "level"}
-MULTIPLIES = 127
 LEAST_GAIN = 0.02
 # Of a family's drums those that are judged.
 LEAST_SHARE = 0.4
@@ -52,7 +51,7 @@ def own_genes(instrument):
     # A skin's pitch falls, if it moves.
     for name, low, high in (("cutoff1_influence1", 40, 126), ("cutoff1_influence2", 40, 126), ("osc1_influence", 64, 100),
                             ("osc2_influence", 64, 100)):
-        if instrument[f"{name}_source"] and instrument[f"{name}_amount"] != MULTIPLIES:
+        if instrument[f"{name}_source"] and instrument[f"{name}_amount"] != drum_kits.MULTIPLIES:
             genes.append(Gene("byte", f"{name}_amount", low, high))
     if instrument["osc1_osc2_ring_modulator"] or instrument["osc1_osc2_mix"]:
         genes.append(Gene("byte", "osc2_coarse_tune", 40, 110))
@@ -142,13 +141,13 @@ class Family:
         return before, after, self.instruments(point)
 
     def store(self, instruments):
-        """Writes texts; each place's velocity keeps it as loud as it was.  Gives the table."""
+        """Writes texts; each place's velocity keeps it as loud as it was, its note-off comes when it has ended.  Gives the table."""
         old, new = self.features(self.rows, [self.start, instruments])[..., 0]
         velocities = {place: louder(row.velocity, db) for (place, row), db in zip(self.rows.items(), old - new)}
         for number, instrument in instruments.items():
             if instrument.bytes != self.start[number].bytes:
                 self.paths[number].write_text(instrument.text())
-        return drum_kits.with_velocities(self.text, velocities)
+        return drum_kits.with_lengths(drum_kits.with_velocities(self.text, velocities), instruments)
 
 
 def balanced(text, sounds, tables):

@@ -7,6 +7,7 @@ from pathlib import Path
 import numpy as np
 
 import features
+import instrument_text
 import notes
 import players
 import sound_set
@@ -18,6 +19,7 @@ _ROW = re.compile(r"^k(\d\d)_(\d{3}) = (\w+) (\d+) (\d+) (\d+) (\d+ \w+)(.*)$", 
 _LAW = re.compile(r"^d(\d{3})_(.*)$", re.M)
 # Kits are numbered with two digits.
 VERSIONS_A_SONG = 96
+MULTIPLIES = 127
 MOST_FAMILIES = 16
 # What all notes of an engine's channel share; the rest is each note's own (midi/gm/gm_map.cpp).
 _SHARED = re.compile(r"main_volume|panning|aux\d_level|chan_filter|chanfx|osc1_osc2_mix|osc3_volume|filter1_(cutoff|resonance)|lfo\d_speed"
@@ -55,6 +57,38 @@ def with_velocities(text, velocities):
     return _ROW.sub(changed, text)
 
 
+def end_ms(instrument):
+    """Milliseconds until the drum has come to silence by itself; None if it holds."""
+    source = instrument["amplitude_influence_source"]
+    if instrument["env1_sustain"] == 0 and source in (0, 1):
+        stages = ("env1_attack", "env1_decay")
+    elif instrument["env2_sustain"] == 0 and source == 2 and instrument["amplitude_influence_amount"] == MULTIPLIES:
+        stages = ("env2_attack", "env2_decay")
+    else:
+        return None
+    rows = instrument_text.controllers()
+    # Stages are cubes of samples; the millisecond more is for what rounding takes.
+    samples = sum(int(rows[stage].value(instrument[stage]) ** 3) for stage in stages)
+    return -(-samples * 1000 // features.RATE) + 1
+
+
+def _place(place, instrument):
+    """Pan and length of a row, the length being the instrument's own where it has one: a voice that is silent costs as much as any."""
+    pan, length = place.split()
+    end = end_ms(instrument)
+    return place if end is None or not length.isdigit() else f"{pan} {end}"
+
+
+def with_lengths(text, instruments):
+    """The table with note-offs where the drums of {number: instrument} have ended."""
+    def changed(match):
+        kit, key, family, number, note, velocity, place, chokes = match.groups()
+        if int(number) in instruments:
+            place = _place(place, instruments[int(number)])
+        return f"k{kit}_{key} = {family} {number} {note} {velocity} {place}{chokes}"
+    return _ROW.sub(changed, text)
+
+
 def render(strokes, text, velocity):
     """strokes x features of [((kit, key), instrument)]: each is a kit of its own that plays the instrument as that key's row says."""
     table = rows(text)
@@ -71,7 +105,8 @@ def render(strokes, text, velocity):
                 texts[place] = Path(folder) / f"{place}.tqi"
                 texts[place].write_text(instrument.text())
                 lines += [f"d{place:03d}_{rule}" for number, rule in laws if number == row.instrument]
-                lines.append(f"k{place:02d}_{of[1]:03d} = f{alike.index(shared_bytes(instrument))} {place} {row.note} {row.velocity} {row.place}")
+                lines.append(f"k{place:02d}_{of[1]:03d} = f{alike.index(shared_bytes(instrument))} {place} {row.note} {row.velocity} "
+                             f"{_place(row.place, instrument)}")
             sound_set.make_bank(Path(folder) / "drums.tqb", texts, sound_set.DRUM_GLOBALS)
             sound_set.make_bank(Path(folder) / "gm.tqb", {}, sound_set.GLOBALS)
             (Path(folder) / "gm.tqm").write_text("\n".join(lines) + "\n")

@@ -24,6 +24,17 @@ class Table(unittest.TestCase):
         self.assertEqual(len(drum_kits.rows(KITS)), sum(line.startswith("k") for line in KITS.splitlines()))
 
 
+    def test_every_drum_is_let_go_when_it_has_ended_and_not_before(self):
+        paths = drum_fit.sound_set.numbered((drum_fit.SOUNDS / "drums").glob("*.tqi"))
+        drums = {number: instrument_text.read(path) for number, path in paths.items()}
+        self.assertEqual(drum_kits.with_lengths(KITS, drums), KITS)
+        held = instrument_text.Instrument({"env1_sustain": 1})
+        self.assertIsNone(drum_kits.end_ms(held))
+        second = instrument_text.controllers()["env1_decay"].byte(44100 ** (1 / 3))
+        struck = held.copy({"env1_attack": 0, "env1_decay": second, "env1_sustain": 0})
+        self.assertAlmostEqual(drum_kits.end_ms(struck), 1000, delta=20)
+
+
 class Families(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
