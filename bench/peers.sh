@@ -4,7 +4,8 @@
 #
 # Usage: peers.sh TARQUIL PLUGIN.so DEMO.mid DEMO.tqb
 #
-# Every synthesizer plays the sound that it starts with; Tarquil also plays the demo's own bank.
+# Every plug-in plays the sound that it starts with; Tarquil's program and FluidSynth play General
+# MIDI, and Tarquil the demo's own bank as well.
 # Songs: how many times faster than real time (for FluidSynth the whole program's time).  Held
 # notes: nanoseconds for each frame and key held, of 20 s with blocks of 256 frames.
 set -euo pipefail
@@ -84,7 +85,7 @@ row() { # NAME OPTION ...
     echo "| $name | $(repeated of_song "$@" "$DEMO") | $(median_song of_song "$@") |" \
         "$(per_voice 16 "$@") | $(per_voice 64 "$@") |"
 }
-row "Tarquil"
+row "Tarquil, its General MIDI set"
 row "Tarquil, as a plug-in" --plugin "$PLUGIN"
 row "amsynth" --plugin "$AMSYNTH"
 row "ZynAddSubFX" --plugin "$ZYNADDSUBFX"
