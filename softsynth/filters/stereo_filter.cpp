@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <iterator>
 
 #include "common/assertion.h"
 #include "softsynth/kernels/kernels.h"
@@ -29,10 +28,7 @@ void StereoFilter::set(float omega, float q, float gain) {
 }
 
 void StereoFilter::render(std::span<StereoFilter* const> filters, float* buf, uint32_t n) {
-    const bool is_idle = all_zero(buf, CHANNELS * n) &&
-                         std::all_of(filters.begin(), filters.end(),
-                                     [](StereoFilter* filter) { return filter->is_at_rest(); });
-    if (is_idle)
+    if (all_zero(buf, CHANNELS * n) && are_at_rest(filters))
         return;
     run(filters, buf, n);
     for (StereoFilter* filter : filters) {
@@ -52,17 +48,21 @@ void StereoFilter::run(std::span<StereoFilter* const> filters, float* buf, uint3
     kernels().biquad_series(series, buf, n);
 }
 
-bool StereoFilter::is_at_rest() {
-    State before[CHANNELS];
-    std::copy_n(sides, CHANNELS, before);
+bool StereoFilter::are_at_rest(std::span<StereoFilter* const> filters) {
+    State before[BiquadSeries::MAX_SECTIONS][CHANNELS];
+    for (size_t i = 0; i < filters.size(); i++)
+        std::copy_n(filters[i]->sides, CHANNELS, before[i]);
     float frame[CHANNELS] = {};
-    StereoFilter* const self = this;
-    run({&self, 1}, frame, 1);
-    const bool is_unchanged =
-        std::equal(std::begin(before), std::end(before), sides, [](State a, State b) {
-            return std::bit_cast<uint64_t>(a) == std::bit_cast<uint64_t>(b);
-        });
-    std::copy_n(before, CHANNELS, sides);
+    run(filters, frame, 1);
+    const auto same_bits = [](State a, State b) {
+        return std::bit_cast<uint64_t>(a) == std::bit_cast<uint64_t>(b);
+    };
+    bool is_unchanged = true;
+    for (size_t i = 0; i < filters.size(); i++) {
+        is_unchanged = is_unchanged &&
+                       std::equal(before[i], before[i] + CHANNELS, filters[i]->sides, same_bits);
+        std::copy_n(before[i], CHANNELS, filters[i]->sides);
+    }
     return is_unchanged && all_zero(frame, CHANNELS);
 }
 

@@ -28,7 +28,7 @@ class StereoFilter : public Filter {
     static void run(std::span<StereoFilter* const> filters, float* buf, uint32_t n);
     void clear();
     // True when a frame of silence gives silence and changes no state.
-    bool is_at_rest();
+    static bool are_at_rest(std::span<StereoFilter* const> filters);
 
     State sides[CHANNELS];
 };
