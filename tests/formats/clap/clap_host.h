@@ -213,7 +213,7 @@ class ClapTestHost : public FormatDriver {
         return status;
     }
     StereoSound render(uint32_t frames) {
-        const StereoSound sound = run(frames);
+        StereoSound sound = run(frames);
         if (status != CLAP_PROCESS_CONTINUE)
             throw std::runtime_error("processing failed");
         return sound;
