@@ -189,6 +189,27 @@ TEST(Player, WhatFoundNoRoomFollows) {
     EXPECT_EQ(peak(side(sound, 1)), 0.0F);
 }
 
+TEST(Player, NotesHeldForHoursStayAndKeepTheirOrder) {
+    const auto play = [](bool hours) {
+        PlayerHost player;
+        player->set_controller(CTRL_CHAN_MAX_VOICES, 2);
+        for (const unsigned note : {64U, 57U}) {
+            player.midi(0x90, note, 100);
+            player.render(44096);
+        }
+        for (int move = 0; move < 3; move++) {
+            if (hours)
+                player->audio().set_clock(PlayerAudio::CLOCK_LIMIT - 100);
+            player.render(256);
+        }
+        player.midi(0x90, 45, 100); // steals the first note's voice
+        return player.render(8192);
+    };
+    const std::vector<float> sound = play(true);
+    EXPECT_GT(peak(sound), 0.001F);
+    EXPECT_EQ(sound, play(false));
+}
+
 TEST(Player, TheClockStandsStillUntilThereIsAnEngine) {
     PlayerHost player(false);
     player.midi(0x90, 60, 100);

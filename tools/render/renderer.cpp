@@ -2,7 +2,6 @@
 
 #include "tools/render/renderer.h"
 
-#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <utility>
