@@ -179,9 +179,7 @@ void Filter::render_chunk(float* buf, uint32_t n_samples) {
     TARQ_ASSERT((n_samples & 3) == 0);
     if (depth == 0)
         return;
-    BiquadState* memory = state;
-    const BiquadCoefficients* coefficients = this;
-    kernels().biquad_lanes({&buf, &memory, &coefficients, 1, depth}, 0, n_samples);
+    kernels().biquad_series(equal_sections(*this, state, depth), buf, n_samples);
     clear_if_not_finite();
 }
 

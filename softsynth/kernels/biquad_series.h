@@ -19,4 +19,16 @@ struct BiquadSeries {
     uint32_t channels;
 };
 
+// A cascade of equal sections on one channel.  Internal linkage, since kernels of every instruction
+// set use it.
+static inline BiquadSeries equal_sections(const BiquadCoefficients& coefficients,
+                                          BiquadState* memory, uint32_t depth) {
+    BiquadSeries series = {{}, {}, depth, 1};
+    for (uint32_t k = 0; k < depth; k++) {
+        series.coefficients[k] = &coefficients;
+        series.memory[k] = memory + k;
+    }
+    return series;
+}
+
 } // namespace tarquil

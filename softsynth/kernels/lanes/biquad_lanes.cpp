@@ -36,22 +36,6 @@ template <typename Value, int D> struct Cascade {
     }
 };
 
-template <int D>
-void run_alone(const BiquadLanes& lanes, uint32_t lane, uint32_t first, uint32_t length) {
-    const BiquadCoefficients& c = *lanes.coefficients[lane];
-    BiquadState* memory = lanes.memory[lane];
-    Cascade<float, D> cascade = {c.b0, c.b1, c.b2, c.a1, c.a2, {}, {}};
-    for (int k = 0; k < D; k++) {
-        cascade.z1[k] = memory[k].z1;
-        cascade.z2[k] = memory[k].z2;
-    }
-    float* samples = lanes.signal[lane] + first;
-    for (uint32_t i = 0; i < length; i++)
-        samples[i] = cascade.run(samples[i]);
-    for (int k = 0; k < D; k++)
-        memory[k] = {cascade.z1[k], cascade.z2[k]};
-}
-
 // One vector's rows, the last of which are repeated to fill it.
 template <int W> struct Rows {
     float* signal[W];
@@ -141,7 +125,8 @@ template <int D> void run_depth(const BiquadLanes& lanes, uint32_t first, uint32
     }
     if (whole < length) {
         for (uint32_t lane = 0; lane < lanes.count; lane++)
-            run_alone<D>(lanes, lane, first + whole, length - whole);
+            biquad_series(equal_sections(*lanes.coefficients[lane], lanes.memory[lane], D),
+                          lanes.signal[lane] + first + whole, length - whole);
     }
 }
 

@@ -54,28 +54,35 @@ class Oldest {
 constexpr uint32_t NUM_COMBS = ReverbTank::NUM_COMBS;
 constexpr uint32_t ALL_COMBS = 2 * NUM_COMBS;
 
+// Of the combs; a copy, which no store into a line can change.
+struct CombSettings {
+    float feedback;
+    float damp1;
+    float damp2;
+};
+
 // A single sample of a side's combs.
-void run_combs_once(const ReverbTank& tank, float* const* rows, float* stores, uint32_t i, float in,
-                    float* out) {
+void run_combs_once(const CombSettings& set, float* const* rows, float* stores, uint32_t i,
+                    float in, float* out) {
     float sum = 0.0F;
     for (uint32_t k = 0; k < NUM_COMBS; k++) {
         const float y = rows[k][i];
         sum += y;
-        stores[k] = stores[k] * tank.damp1 + y * tank.damp2;
-        rows[k][i] = in + stores[k] * tank.feedback;
+        stores[k] = stores[k] * set.damp1 + y * set.damp2;
+        rows[k][i] = in + stores[k] * set.feedback;
     }
     *out = sum;
 }
 
 // W combs of both sides over the COLUMNS samples from i on, their low-passes in lanes.
 template <int W>
-inline void run_low_passes(const ReverbTank& tank, float* const* rows, Lanes<W>& stores,
+inline void run_low_passes(const CombSettings& set, float* const* rows, Lanes<W>& stores,
                            const float* in, uint32_t i) {
     Lanes<W> samples[COLUMNS];
     load_columns(rows, i, samples);
     for (uint32_t j = 0; j < COLUMNS; j++) {
-        stores = stores * Lanes<W>::splat(tank.damp1) + samples[j] * Lanes<W>::splat(tank.damp2);
-        samples[j] = Lanes<W>::splat(in[i + j]) + stores * Lanes<W>::splat(tank.feedback);
+        stores = stores * Lanes<W>::splat(set.damp1) + samples[j] * Lanes<W>::splat(set.damp2);
+        samples[j] = Lanes<W>::splat(in[i + j]) + stores * Lanes<W>::splat(set.feedback);
     }
     store_columns(samples, rows, i);
 }
@@ -92,10 +99,10 @@ void run_combs(ReverbTank& tank, const float* in, float (&out)[2][CHUNK], uint32
         rows[k] = oldest[k].take(side.combs[k % NUM_COMBS], count);
         stores[k] = side.stores[k % NUM_COMBS];
     }
-    Lanes<W> in_lanes[VECTORS];
+    Lanes<W> lanes[VECTORS];
     for (uint32_t v = 0; v < VECTORS; v++)
-        in_lanes[v] = Lanes<W>::load(stores + v * uint32_t(W));
-    const ReverbTank settings = tank; // which no store into a line can change
+        lanes[v] = Lanes<W>::load(stores + v * uint32_t(W));
+    const CombSettings set = {tank.feedback, tank.damp1, tank.damp2};
     uint32_t i = 0;
     for (; count - i >= COLUMNS; i += COLUMNS) {
         for (uint32_t s = 0; s < 2; s++) {
@@ -105,14 +112,13 @@ void run_combs(ReverbTank& tank, const float* in, float (&out)[2][CHUNK], uint32
             sum.store(out[s] + i);
         }
         for (uint32_t v = 0; v < VECTORS; v++)
-            run_low_passes(settings, rows + v * uint32_t(W), in_lanes[v], in, i);
+            run_low_passes(set, rows + v * uint32_t(W), lanes[v], in, i);
     }
     for (uint32_t v = 0; v < VECTORS; v++)
-        in_lanes[v].store(stores + v * uint32_t(W));
+        lanes[v].store(stores + v * uint32_t(W));
     for (; i < count; i++) {
         for (uint32_t s = 0; s < 2; s++)
-            run_combs_once(settings, rows + s * NUM_COMBS, stores + s * NUM_COMBS, i, in[i],
-                           out[s] + i);
+            run_combs_once(set, rows + s * NUM_COMBS, stores + s * NUM_COMBS, i, in[i], out[s] + i);
     }
     for (uint32_t k = 0; k < ALL_COMBS; k++) {
         tank.sides[k / NUM_COMBS].stores[k % NUM_COMBS] = stores[k];
